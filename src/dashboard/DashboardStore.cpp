@@ -1,0 +1,134 @@
+#include "dashboard/DashboardStore.h"
+
+#include <QMetaObject>
+
+DashboardStore::DashboardStore(LiveSystemMonitor monitor, QObject *parent)
+    : QObject(parent), m_monitor(std::move(monitor))
+{
+}
+
+DashboardStore::~DashboardStore()
+{
+    // Producer threads call back into this object; end them before it goes.
+    if (m_monitoringStream)
+        m_monitoringStream->terminate();
+    for (auto &stream : m_retiredStreams)
+        stream->terminate();
+    m_monitoringStream.reset();
+    m_retiredStreams.clear();
+}
+
+DashboardStore::NotificationBatch::NotificationBatch(DashboardStore &store) : m_store(store)
+{
+    ++m_store.m_batchDepth;
+}
+
+DashboardStore::NotificationBatch::~NotificationBatch()
+{
+    if (--m_store.m_batchDepth == 0)
+        m_store.emitPending();
+}
+
+void DashboardStore::markChanged(Field which)
+{
+    m_pending.set(static_cast<std::size_t>(which));
+    if (m_batchDepth == 0)
+        emitPending();
+}
+
+void DashboardStore::emitPending()
+{
+    if (m_pending.none())
+        return;
+    const auto pending = m_pending;
+    m_pending.reset();
+    auto has = [&](Field field) { return pending.test(static_cast<std::size_t>(field)); };
+    if (has(Field::isMonitoring)) emit isMonitoringChanged();
+    if (has(Field::selectedTimeRange)) emit selectedTimeRangeChanged();
+    if (has(Field::selectedTaskID)) emit selectedTaskIDChanged();
+    if (has(Field::selectedProcessID)) emit selectedProcessIDChanged();
+    if (has(Field::liveTasks)) emit liveTasksChanged();
+    if (has(Field::allTasks)) emit allTasksChanged();
+    if (has(Field::pendingTermination)) emit pendingTerminationChanged();
+    if (has(Field::terminationStatus)) emit terminationStatusChanged();
+    if (has(Field::recoveryState)) emit recoveryStateChanged();
+    if (has(Field::recoveryContext)) emit recoveryContextChanged();
+    if (has(Field::terminationMessage)) emit terminationMessageChanged();
+    if (has(Field::latestSystemSample)) emit latestSystemSampleChanged();
+    if (has(Field::sampleHistory)) emit sampleHistoryChanged();
+    if (has(Field::incidents)) emit incidentsChanged();
+    emit changed();
+}
+
+void DashboardStore::setSelectedTimeRange(DashboardTimeRange range)
+{
+    NotificationBatch batch(*this);
+    write(m_selectedTimeRange, range, Field::selectedTimeRange);
+}
+
+void DashboardStore::startMonitoring()
+{
+    if (m_monitoringStream)
+        return;
+    NotificationBatch batch(*this);
+    pruneRetiredStreams();
+    write(m_isMonitoring, true, Field::isMonitoring);
+    const quint64 generation = ++m_streamGeneration;
+    // Runs on the producer thread: hand the store's thread a queued call. If
+    // the store is gone by then, Qt drops the call with the store's events.
+    m_monitoringStream = m_monitor.samples([this, generation] {
+        QMetaObject::invokeMethod(
+            this, [this, generation] { drainStream(generation); }, Qt::QueuedConnection);
+    });
+}
+
+void DashboardStore::stopMonitoring()
+{
+    NotificationBatch batch(*this);
+    if (m_monitoringStream) {
+        m_monitoringStream->terminate();
+        m_retiredStreams.push_back(std::move(m_monitoringStream));
+        ++m_streamGeneration; // deliveries already queued are dropped
+    }
+    pruneRetiredStreams();
+    write(m_isMonitoring, false, Field::isMonitoring);
+}
+
+void DashboardStore::pruneRetiredStreams()
+{
+    std::erase_if(m_retiredStreams, [](const auto &stream) { return stream->isFinished(); });
+}
+
+void DashboardStore::drainStream(quint64 generation)
+{
+    // The loop: take what the producer queued and ingest it sample by sample.
+    // A delivery of a stream that was stopped meanwhile is dropped here.
+    if (generation != m_streamGeneration || !m_monitoringStream)
+        return;
+    for (const SystemMetricSample &sample : m_monitoringStream->takeAll()) {
+        if (generation != m_streamGeneration || !m_monitoringStream)
+            return;
+        ingest(sample);
+    }
+}
+
+void DashboardStore::ingest(const SystemMetricSample &sample)
+{
+    NotificationBatch batch(*this);
+
+    // 1. The newest sample.
+    write(m_latestSystemSample, std::optional<SystemMetricSample>(sample),
+          Field::latestSystemSample);
+
+    // 2. The history; this notifies on every sample.
+    m_sampleHistory.append(sample);
+    markChanged(Field::sampleHistory);
+
+    // 3. Recovery verdict of an open verification.
+    // 4.-6. Grouping, warm-up gate, ranking and stable targets.
+    // 7. Termination targets.
+    // 8.-9. Tasks and live tasks.
+    // 10.-11. Selection of task and process.
+    // 12. Menu bar abnormal time.
+    // 13.-15. Incident observation, verdict, publication.
+}

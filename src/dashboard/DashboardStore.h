@@ -1,0 +1,170 @@
+#pragma once
+
+#include "dashboard/DashboardIncident.h"
+#include "dashboard/DashboardModel.h"
+#include "sampling/LiveSystemMonitor.h"
+#include "sampling/MetricSampleHistory.h"
+
+#include <QObject>
+#include <QString>
+
+#include <bitset>
+#include <memory>
+#include <optional>
+#include <vector>
+
+// The centre of the program: owns the live monitor, consumes its samples on
+// the thread the store lives on (the main thread), and derives on each sample
+// everything the views show.
+//
+// Threads: every operation and every field read happens on the store's
+// thread. The sampler runs on the monitor's producer thread; only whole
+// sample values cross over, through the stream's queue and a queued call.
+//
+// Notification: each observed field has a `<field>Changed` signal. A write
+// of a value equal to the current one stores nothing and signals nothing.
+// Signals are held back until the whole operation has run (a whole ingest, a
+// whole user action), then emitted in field order, followed by `changed`:
+// a view that reacts never sees half a tick.
+class DashboardStore final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit DashboardStore(LiveSystemMonitor monitor, QObject *parent = nullptr);
+    ~DashboardStore() override;
+
+    // Observed fields.
+    bool isMonitoring() const { return m_isMonitoring; }
+    DashboardTimeRange selectedTimeRange() const { return m_selectedTimeRange; }
+    const QString &selectedTaskID() const { return m_selectedTaskID; }
+    const std::optional<QString> &selectedProcessID() const { return m_selectedProcessID; }
+    const std::vector<DashboardTask> &liveTasks() const { return m_liveTasks; }
+    const std::vector<DashboardTask> &allTasks() const { return m_allTasks; }
+    const std::optional<DashboardPendingTermination> &pendingTermination() const
+    {
+        return m_pendingTermination;
+    }
+    const std::optional<DashboardTerminationStatus> &terminationStatus() const
+    {
+        return m_terminationStatus;
+    }
+    DashboardRecoveryState recoveryState() const { return m_recoveryState; }
+    const std::optional<DashboardRecoveryContext> &recoveryContext() const
+    {
+        return m_recoveryContext;
+    }
+    const std::optional<QString> &terminationMessage() const { return m_terminationMessage; }
+    const std::optional<SystemMetricSample> &latestSystemSample() const
+    {
+        return m_latestSystemSample;
+    }
+    const MetricSampleHistory &sampleHistory() const { return m_sampleHistory; }
+    const std::vector<DashboardIncident> &incidents() const { return m_incidents; }
+
+    // Written by views: the range of the diagnosis chart.
+    void setSelectedTimeRange(DashboardTimeRange range);
+
+    // Monitoring. Starting twice makes one producer; stopping twice is harmless.
+    // Stopping touches nothing but `isMonitoring`: all derived state stays, and
+    // the sampler with its snapshots lives on for the next start.
+    void startMonitoring();
+    void stopMonitoring();
+
+    // Applies one sample, whole. In the running program the monitoring loop is
+    // its only caller; tests and headless tools drive the store through it.
+    void ingest(const SystemMetricSample &sample);
+
+    const LiveSystemMonitor &monitor() const { return m_monitor; }
+
+signals:
+    void isMonitoringChanged();
+    void selectedTimeRangeChanged();
+    void selectedTaskIDChanged();
+    void selectedProcessIDChanged();
+    void liveTasksChanged();
+    void allTasksChanged();
+    void pendingTerminationChanged();
+    void terminationStatusChanged();
+    void recoveryStateChanged();
+    void recoveryContextChanged();
+    void terminationMessageChanged();
+    void latestSystemSampleChanged();
+    void sampleHistoryChanged();
+    void incidentsChanged();
+    // After any operation that changed at least one observed field.
+    void changed();
+
+private:
+    enum class Field {
+        isMonitoring,
+        selectedTimeRange,
+        selectedTaskID,
+        selectedProcessID,
+        liveTasks,
+        allTasks,
+        pendingTermination,
+        terminationStatus,
+        recoveryState,
+        recoveryContext,
+        terminationMessage,
+        latestSystemSample,
+        sampleHistory,
+        incidents,
+        count,
+    };
+
+    // Holds notifications back until the outermost batch ends.
+    class NotificationBatch {
+    public:
+        explicit NotificationBatch(DashboardStore &store);
+        ~NotificationBatch();
+        NotificationBatch(const NotificationBatch &) = delete;
+        NotificationBatch &operator=(const NotificationBatch &) = delete;
+
+    private:
+        DashboardStore &m_store;
+    };
+
+    template <typename T>
+    void write(T &field, T value, Field which)
+    {
+        if (field == value)
+            return;
+        field = std::move(value);
+        markChanged(which);
+    }
+    void markChanged(Field which);
+    void emitPending();
+
+    void drainStream(quint64 generation);
+    void pruneRetiredStreams();
+
+    // Observed fields.
+    bool m_isMonitoring = false;
+    DashboardTimeRange m_selectedTimeRange = DashboardTimeRange::fiveMinutes;
+    QString m_selectedTaskID;
+    std::optional<QString> m_selectedProcessID;
+    std::vector<DashboardTask> m_liveTasks;
+    std::vector<DashboardTask> m_allTasks;
+    std::optional<DashboardPendingTermination> m_pendingTermination;
+    std::optional<DashboardTerminationStatus> m_terminationStatus;
+    DashboardRecoveryState m_recoveryState = DashboardRecoveryState::idle;
+    std::optional<DashboardRecoveryContext> m_recoveryContext;
+    std::optional<QString> m_terminationMessage;
+    std::optional<SystemMetricSample> m_latestSystemSample;
+    MetricSampleHistory m_sampleHistory{3600.0};
+    std::vector<DashboardIncident> m_incidents;
+
+    // Working state.
+    LiveSystemMonitor m_monitor;
+    // The running loop: present exactly while monitoring runs.
+    std::unique_ptr<SampleStream> m_monitoringStream;
+    // Streams that were stopped but whose producer may still finish a tick;
+    // kept so their threads are joined without blocking the stop.
+    std::vector<std::unique_ptr<SampleStream>> m_retiredStreams;
+    // Tells the queued deliveries of a stopped stream from the current one's.
+    quint64 m_streamGeneration = 0;
+
+    int m_batchDepth = 0;
+    std::bitset<static_cast<std::size_t>(Field::count)> m_pending;
+};

@@ -1,0 +1,61 @@
+#include "platform/linux/ProcMeminfoMemoryProbe.h"
+
+#include "platform/linux/FileReading.h"
+#include "probes/MemoryUsage.h"
+#include "sampling/Text.h"
+
+#include <limits>
+
+namespace {
+
+std::optional<std::uint64_t> kibibyteField(std::string_view meminfo, std::string_view label)
+{
+    std::size_t position = 0;
+    while (position < meminfo.size()) {
+        std::size_t end = meminfo.find('\n', position);
+        if (end == std::string_view::npos)
+            end = meminfo.size();
+        std::string_view line = meminfo.substr(position, end - position);
+        position = end + 1;
+        if (line.size() <= label.size() || line.substr(0, label.size()) != label ||
+            line[label.size()] != ':')
+            continue;
+        line.remove_prefix(label.size() + 1);
+        if (line.size() >= 3 && line.substr(line.size() - 3) == " kB")
+            line.remove_suffix(3);
+        const std::optional<unsigned long long> kib = parseUnsignedDecimal(line);
+        if (!kib || *kib > std::numeric_limits<std::uint64_t>::max() / 1024)
+            return std::nullopt;
+        return static_cast<std::uint64_t>(*kib) * 1024;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<MeminfoFigures> parseMeminfo(std::string_view meminfo)
+{
+    const auto total = kibibyteField(meminfo, "MemTotal");
+    const auto available = kibibyteField(meminfo, "MemAvailable");
+    if (!total || !available)
+        return std::nullopt;
+    return MeminfoFigures{*total, *available};
+}
+
+ProcMeminfoMemoryProbe::ProcMeminfoMemoryProbe(QString procRoot)
+    : m_meminfoPath((procRoot + QStringLiteral("/meminfo")).toLocal8Bit())
+{
+}
+
+SensorReading<SystemMemoryUsage> ProcMeminfoMemoryProbe::sample()
+{
+    const FileReadResult file = readKernelFile(m_meminfoPath);
+    const std::optional<MeminfoFigures> figures =
+        file.bytes ? parseMeminfo(asView(*file.bytes)) : std::nullopt;
+    if (!figures)
+        return SensorReading<SystemMemoryUsage>::temporarilyUnavailable(
+            kwText("无法读取 /proc/meminfo"));
+    return SensorReading<SystemMemoryUsage>::available(
+        memoryUsageFromFree(figures->totalBytes, figures->availableBytes),
+        QStringLiteral("Linux /proc/meminfo"));
+}

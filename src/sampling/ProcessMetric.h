@@ -1,0 +1,58 @@
+#pragma once
+
+#include "sampling/TimePoint.h"
+
+#include <QString>
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+// What tells a process apart from a later one that reuses its number. A
+// process is always identified by all three fields, never by its pid alone.
+struct ProcessIdentity {
+    pid_t pid = 0;
+    TimePoint startTime;    // process start, microsecond precision from the kernel
+    QString executablePath; // absolute path of the executable
+
+    bool operator==(const ProcessIdentity &) const = default;
+};
+
+struct ProcessIdentityHash {
+    std::size_t operator()(const ProcessIdentity &identity) const noexcept;
+};
+
+// The only trace of a process's argument vector and working directory.
+struct RedactedCommandSummary {
+    QString command;                // what may be shown as the process's command
+    std::optional<QString> project; // last component of the working directory, when meaningful
+
+    bool operator==(const RedactedCommandSummary &) const = default;
+};
+
+// One process at one tick, with rates.
+struct ProcessMetric {
+    ProcessIdentity identity;
+    pid_t parentPID = 0;
+    pid_t processGroupID = 0;
+    uid_t userID = 0;
+    QString name;
+    // The application identity that keys a load source: an application bundle
+    // on macOS, a desktop entry path or application id on Linux.
+    std::optional<QString> applicationPath;
+    RedactedCommandSummary command;
+    double cpuPercent = 0.0; // one core = 100, not capped
+    std::uint64_t residentBytes = 0;
+    double diskBytesPerSecond = 0.0;
+    double duration = 0.0; // seconds since startTime, never negative
+
+    bool operator==(const ProcessMetric &) const = default;
+};
+
+// Seconds since 1970 in the shortest decimal form that reads back as the same
+// 64-bit float, with ".0" on whole numbers. Process node ids and termination
+// keys are both "<pid>-<this>", so the two always agree.
+QString formatStartTimeKey(TimePoint startTime);
+QString processNodeKey(pid_t pid, TimePoint startTime);
