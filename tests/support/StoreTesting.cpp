@@ -1,0 +1,38 @@
+#include "support/StoreTesting.h"
+
+#include <unistd.h>
+
+std::unique_ptr<DashboardStore> makeStoreForTesting(std::shared_ptr<SystemMetricSampler> sampler,
+                                                    double intervalSeconds)
+{
+    if (!sampler)
+        sampler = makeFakeSampler(std::make_shared<ProbeCallLog>());
+    return std::make_unique<DashboardStore>(LiveSystemMonitor(std::move(sampler), intervalSeconds));
+}
+
+SystemMetricSample makeSample(double secondsSince1970)
+{
+    SystemMetricSample sample;
+    sample.timestamp = TimePoint::fromSecondsSince1970(secondsSince1970);
+    sample.thermalState = SystemThermalState::nominal;
+    return sample;
+}
+
+ProcessMetric makeProcess(pid_t pid, pid_t parentPID, const QString &name, double cpuPercent,
+                          double diskBytesPerSecond)
+{
+    ProcessMetric process;
+    process.identity.pid = pid;
+    process.identity.startTime = TimePoint::fromSecondsSince1970(1000.0 + pid);
+    process.identity.executablePath = QStringLiteral("/usr/bin/") + name;
+    process.parentPID = parentPID;
+    process.processGroupID = pid;
+    process.userID = ::getuid();
+    process.name = name;
+    process.command.command = name;
+    process.cpuPercent = cpuPercent;
+    process.residentBytes = 10'000'000;
+    process.diskBytesPerSecond = diskBytesPerSecond;
+    process.duration = 10.0;
+    return process;
+}
