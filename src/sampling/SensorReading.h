@@ -86,9 +86,10 @@ public:
 
     // The number in the user's locale with grouping and exactly `fractionDigits`
     // decimals, the unit appended as is; otherwise the status word.
+    // Only for readings of a 64-bit float.
     QString displayText(const QString &unit, int fractionDigits) const
-        requires std::is_same_v<Value, double>
     {
+        static_assert(std::is_same_v<Value, double>, "displayText needs a numeric reading");
         if (m_case == SensorReadingCase::available)
             return sensor_reading_detail::displayNumber(*m_value, unit, fractionDigits);
         return statusText();

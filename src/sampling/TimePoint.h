@@ -1,7 +1,5 @@
 #pragma once
 
-#include <compare>
-
 // A point in wall-clock time as seconds since 1970 in a 64-bit float. Samples,
 // process start times and termination keys all share this one representation,
 // so that a start time read twice compares equal and prints the same digits.
@@ -21,6 +19,11 @@ struct TimePoint {
         return TimePoint{secondsSince1970 + seconds};
     }
 
-    auto operator<=>(const TimePoint &) const = default;
-    bool operator==(const TimePoint &) const = default;
+    // Spelled out rather than defaulted with <=>: Qt 6.4's moc cannot parse
+    // <compare> when it is the first header a Q_OBJECT header pulls in.
+    constexpr bool operator==(const TimePoint &) const = default;
+    constexpr bool operator<(TimePoint other) const { return secondsSince1970 < other.secondsSince1970; }
+    constexpr bool operator>(TimePoint other) const { return other < *this; }
+    constexpr bool operator<=(TimePoint other) const { return !(other < *this); }
+    constexpr bool operator>=(TimePoint other) const { return !(*this < other); }
 };

@@ -1,0 +1,103 @@
+#include "presentation/report/ReportJson.h"
+
+#include <QJsonArray>
+
+namespace {
+
+QJsonValue readingValueJson(double value)
+{
+    return value;
+}
+
+QJsonValue readingValueJson(const SystemMemoryUsage &memory)
+{
+    return QJsonObject{{QStringLiteral("usedBytes"), qint64(memory.usedBytes)},
+                       {QStringLiteral("totalBytes"), qint64(memory.totalBytes)}};
+}
+
+QJsonValue readingValueJson(const NetworkThroughput &network)
+{
+    return QJsonObject{
+        {QStringLiteral("receivedBytesPerSecond"), network.receivedBytesPerSecond},
+        {QStringLiteral("sentBytesPerSecond"), network.sentBytesPerSecond}};
+}
+
+template <typename Value>
+QJsonObject readingJson(const SensorReading<Value> &reading)
+{
+    QJsonObject object{{QStringLiteral("case"), sensorReadingCaseName(reading.readingCase())}};
+    if (reading.isAvailable()) {
+        object.insert(QStringLiteral("value"), readingValueJson(*reading.value()));
+        object.insert(QStringLiteral("source"), reading.sourceText());
+    } else if (const auto reason = reading.reasonText()) {
+        object.insert(QStringLiteral("reason"), *reason);
+    }
+    return object;
+}
+
+} // namespace
+
+QJsonValue optionalJson(const std::optional<QString> &text)
+{
+    return text ? QJsonValue(*text) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonValue optionalJson(const std::optional<double> &number)
+{
+    return number ? QJsonValue(*number) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonValue timePointJson(TimePoint time)
+{
+    return time.secondsSince1970;
+}
+
+QJsonObject processMetricJson(const ProcessMetric &process)
+{
+    const QJsonObject identity{
+        {QStringLiteral("pid"), qint64(process.identity.pid)},
+        {QStringLiteral("startTime"), timePointJson(process.identity.startTime)},
+        {QStringLiteral("executablePath"), process.identity.executablePath}};
+    const QJsonObject command{{QStringLiteral("command"), process.command.command},
+                              {QStringLiteral("project"), optionalJson(process.command.project)}};
+    return QJsonObject{{QStringLiteral("identity"), identity},
+                       {QStringLiteral("parentPID"), qint64(process.parentPID)},
+                       {QStringLiteral("processGroupID"), qint64(process.processGroupID)},
+                       {QStringLiteral("userID"), qint64(process.userID)},
+                       {QStringLiteral("name"), process.name},
+                       {QStringLiteral("applicationPath"), optionalJson(process.applicationPath)},
+                       {QStringLiteral("command"), command},
+                       {QStringLiteral("cpuPercent"), process.cpuPercent},
+                       {QStringLiteral("residentBytes"), qint64(process.residentBytes)},
+                       {QStringLiteral("diskBytesPerSecond"), process.diskBytesPerSecond},
+                       {QStringLiteral("duration"), process.duration}};
+}
+
+QJsonObject sampleJson(const SystemMetricSample &sample)
+{
+    QJsonArray processes;
+    for (const ProcessMetric &process : sample.processMetrics)
+        processes.append(processMetricJson(process));
+    return QJsonObject{
+        {QStringLiteral("timestamp"), timePointJson(sample.timestamp)},
+        {QStringLiteral("cpuUsage"), readingJson(sample.cpuUsage)},
+        {QStringLiteral("thermalState"), systemThermalStateRawText(sample.thermalState)},
+        {QStringLiteral("temperatureCelsius"), readingJson(sample.temperatureCelsius)},
+        {QStringLiteral("fanRPM"), readingJson(sample.fanRPM)},
+        {QStringLiteral("gpuUsage"), readingJson(sample.gpuUsage)},
+        {QStringLiteral("diskBytesPerSecond"), readingJson(sample.diskBytesPerSecond)},
+        {QStringLiteral("memoryUsage"), readingJson(sample.memoryUsage)},
+        {QStringLiteral("networkThroughput"), readingJson(sample.networkThroughput)},
+        {QStringLiteral("processMetrics"), processes}};
+}
+
+QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
+{
+    Q_UNUSED(store);
+    QJsonArray sampleArray;
+    for (const SystemMetricSample &sample : samples)
+        sampleArray.append(sampleJson(sample));
+    QJsonObject report{{QStringLiteral("samples"), sampleArray}};
+    // Each part of the dashboard's state adds its own section below.
+    return report;
+}

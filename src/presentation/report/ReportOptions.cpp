@@ -1,0 +1,61 @@
+#include "presentation/report/ReportOptions.h"
+
+#include <cmath>
+
+QString reportUsageLine()
+{
+    return QStringLiteral("usage: kilnwarden-report [--samples N] [--interval SECONDS] [--json]");
+}
+
+ReportOptionsResult parseReportOptions(const QStringList &arguments)
+{
+    ReportOptions options;
+    for (qsizetype index = 0; index < arguments.size(); ++index) {
+        const QString &argument = arguments[index];
+        // Both "--samples 3" and "--samples=3" are accepted.
+        QString name = argument;
+        std::optional<QString> inlineValue;
+        if (argument.startsWith(QLatin1String("--")) && argument.contains(QLatin1Char('='))) {
+            name = argument.section(QLatin1Char('='), 0, 0);
+            inlineValue = argument.section(QLatin1Char('='), 1);
+        }
+        auto takeValue = [&]() -> std::optional<QString> {
+            if (inlineValue)
+                return inlineValue;
+            if (index + 1 < arguments.size())
+                return arguments[++index];
+            return std::nullopt;
+        };
+
+        if (name == QLatin1String("--json") && !inlineValue) {
+            options.json = true;
+        } else if ((name == QLatin1String("--help") || name == QLatin1String("-h")) &&
+                   !inlineValue) {
+            options.help = true;
+        } else if (name == QLatin1String("--samples")) {
+            const std::optional<QString> value = takeValue();
+            bool ok = false;
+            const int count = value ? value->toInt(&ok) : 0;
+            if (!ok || count < 1)
+                return {std::nullopt,
+                        QStringLiteral("kilnwarden-report: --samples needs a whole number of at "
+                                       "least 1, got '%1'")
+                            .arg(value.value_or(QString()))};
+            options.samples = count;
+        } else if (name == QLatin1String("--interval")) {
+            const std::optional<QString> value = takeValue();
+            bool ok = false;
+            const double seconds = value ? value->toDouble(&ok) : 0.0;
+            if (!ok || !std::isfinite(seconds) || seconds <= 0.0)
+                return {std::nullopt,
+                        QStringLiteral("kilnwarden-report: --interval needs a number of seconds "
+                                       "above 0, got '%1'")
+                            .arg(value.value_or(QString()))};
+            options.interval = seconds;
+        } else {
+            return {std::nullopt,
+                    QStringLiteral("kilnwarden-report: unknown option '%1'").arg(argument)};
+        }
+    }
+    return {options, {}};
+}
