@@ -125,10 +125,50 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
     markChanged(Field::sampleHistory);
 
     // 3. Recovery verdict of an open verification.
+    std::optional<DashboardRecoveryState> finishedRecovery;
     // 4.-6. Grouping, warm-up gate, ranking and stable targets.
     // 7. Termination targets.
     // 8.-9. Tasks and live tasks.
     // 10.-11. Selection of task and process.
     // 12. Menu bar abnormal time.
-    // 13.-15. Incident observation, verdict, publication.
+    updateMenuBarAbnormalState(sample);
+
+    // 13.-15. Incident observation, verdict, publication. The tick's point
+    // goes in before a finished verdict closes the incident.
+    m_incidentTracker.observe(sample, m_liveTasks.empty() ? nullptr : &m_liveTasks.front());
+    if (finishedRecovery)
+        m_incidentTracker.finishActiveIncident(*finishedRecovery, sample.timestamp);
+    publishIncidents();
+}
+
+void DashboardStore::updateMenuBarAbnormalState(const SystemMetricSample &sample)
+{
+    const std::optional<double> topTaskCPU =
+        m_liveTasks.empty() ? std::nullopt : std::optional<double>(m_liveTasks.front().cpu);
+    if (!isAbnormalMenuBarState(menuBarState(&sample, topTaskCPU))) {
+        // One calm sample ends the episode: the next one starts anew.
+        m_menuBarAbnormalStartedAt.reset();
+        return;
+    }
+    // A move between the two abnormal states keeps the start.
+    if (!m_menuBarAbnormalStartedAt)
+        m_menuBarAbnormalStartedAt = sample.timestamp;
+}
+
+MenuBarPresentation DashboardStore::menuBarPresentation() const
+{
+    return makePresentation(m_latestSystemSample ? &*m_latestSystemSample : nullptr, m_allTasks,
+                            m_menuBarAbnormalStartedAt);
+}
+
+void DashboardStore::clearIncidents()
+{
+    NotificationBatch batch(*this);
+    m_incidentTracker = DashboardIncidentTracker();
+    publishIncidents();
+}
+
+void DashboardStore::publishIncidents()
+{
+    write(m_incidents, m_incidentTracker.incidents(), Field::incidents);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "dashboard/DashboardIncident.h"
+#include "dashboard/DashboardIncidentTracker.h"
 #include "dashboard/DashboardModel.h"
+#include "dashboard/MenuBarPresentation.h"
 #include "sampling/LiveSystemMonitor.h"
 #include "sampling/MetricSampleHistory.h"
 
@@ -60,6 +62,18 @@ public:
     }
     const MetricSampleHistory &sampleHistory() const { return m_sampleHistory; }
     const std::vector<DashboardIncident> &incidents() const { return m_incidents; }
+
+    // When the menu bar state last turned abnormal; absent while it is calm.
+    std::optional<TimePoint> menuBarAbnormalStartedAt() const
+    {
+        return m_menuBarAbnormalStartedAt;
+    }
+    // What the menu bar item and its panel show now.
+    MenuBarPresentation menuBarPresentation() const;
+
+    // Empties the incident log, an active incident included; the next hot
+    // sample opens a new one. The settings page asks the user first.
+    void clearIncidents();
 
     // Written by views: the range of the diagnosis chart.
     void setSelectedTimeRange(DashboardTimeRange range);
@@ -137,6 +151,10 @@ private:
     void emitPending();
 
     void drainStream(quint64 generation);
+
+    void updateMenuBarAbnormalState(const SystemMetricSample &sample);
+    // Copies the tracker's list to `incidents`; after every change to the tracker.
+    void publishIncidents();
     void pruneRetiredStreams();
 
     // Observed fields.
@@ -164,6 +182,10 @@ private:
     std::vector<std::unique_ptr<SampleStream>> m_retiredStreams;
     // Tells the queued deliveries of a stopped stream from the current one's.
     quint64 m_streamGeneration = 0;
+
+    // The incident log; `incidents` is its published copy.
+    DashboardIncidentTracker m_incidentTracker;
+    std::optional<TimePoint> m_menuBarAbnormalStartedAt;
 
     int m_batchDepth = 0;
     std::bitset<static_cast<std::size_t>(Field::count)> m_pending;
