@@ -1,0 +1,328 @@
+// Incident life cycles, driven as sequences of samples.
+
+#include "dashboard/DashboardIncidentTracker.h"
+#include "support/StoreTesting.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+using Status = DashboardIncidentStatus;
+using Thermal = SystemThermalState;
+
+struct Tick {
+    double time;
+    Thermal thermal = Thermal::nominal;
+    std::optional<double> cpu;
+    std::optional<double> temperature;
+    std::optional<double> fan;
+};
+
+SystemMetricSample sampleAt(const Tick &tick)
+{
+    SystemMetricSample sample = makeSample(tick.time);
+    sample.thermalState = tick.thermal;
+    if (tick.cpu)
+        sample.cpuUsage = SensorReading<double>::available(*tick.cpu, "test");
+    if (tick.temperature)
+        sample.temperatureCelsius = SensorReading<double>::available(*tick.temperature, "test");
+    else
+        sample.temperatureCelsius = SensorReading<double>::permissionDenied("no access");
+    if (tick.fan)
+        sample.fanRPM = SensorReading<double>::available(*tick.fan, "test");
+    return sample;
+}
+
+// Hot by temperature and load; calm at any load.
+Tick hotTick(double time, double cpu = 50.0, double temperature = 80.0)
+{
+    return {time, Thermal::nominal, cpu, temperature, 2000.0};
+}
+Tick calmTick(double time) { return {time, Thermal::nominal, 20.0, 50.0, 1200.0}; }
+
+DashboardTask task(const QString &application, double cpu = 40.0,
+                   TaskKind kind = TaskKind::unknown)
+{
+    DashboardTask made;
+    made.id = QStringLiteral("id-") + application;
+    made.application = application;
+    made.kind = kind;
+    made.detail = application + QStringLiteral(" detail");
+    made.cpu = cpu;
+    return made;
+}
+
+TimePoint at(double seconds) { return TimePoint::fromSecondsSince1970(seconds); }
+
+TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSample)
+{
+    DashboardIncidentTracker tracker;
+    const DashboardTask vite = task("vite", 60.0);
+
+    // System CPU 10 but the task's sum is 60: the opening peak takes the task.
+    tracker.observe(sampleAt(hotTick(100.0, 10.0, 80.0)), &vite);
+    ASSERT_EQ(tracker.incidents().size(), 1u);
+    const DashboardIncident &opened = tracker.incidents().front();
+    EXPECT_FALSE(opened.id.isNull());
+    EXPECT_EQ(tracker.activeIncidentID(), opened.id);
+    EXPECT_EQ(opened.startedAt, at(100.0));
+    EXPECT_EQ(opened.endedAt, std::nullopt);
+    EXPECT_EQ(opened.application, "vite");
+    EXPECT_EQ(opened.detail, "vite detail");
+    EXPECT_EQ(opened.peakCPU, 60.0);
+    EXPECT_EQ(opened.peakTemperature, 80.0);
+    EXPECT_EQ(opened.status, Status::observing);
+    EXPECT_EQ(opened.action, std::nullopt);
+    ASSERT_EQ(opened.points.size(), 1u);
+    EXPECT_EQ(opened.points.front(),
+              (DashboardIncidentPoint{at(100.0), 10.0, 80.0, 2000.0}));
+
+    // Afterwards only the system's figure raises the peak: the task's 200 doesn't.
+    const DashboardTask busier = task("vite", 200.0);
+    tracker.observe(sampleAt(hotTick(102.0, 50.0, 78.0)), &busier);
+    EXPECT_EQ(tracker.incidents().front().peakCPU, 60.0);
+    EXPECT_EQ(tracker.incidents().front().peakTemperature, 80.0);
+
+    // Thermal pressure keeps it hot without a temperature; the peak stays.
+    tracker.observe(sampleAt({104.0, Thermal::fair, std::nullopt, std::nullopt, std::nullopt}),
+                    &busier);
+    tracker.observe(sampleAt(hotTick(106.0, 55.0, 86.5)), nullptr); // no task: goes on
+    EXPECT_EQ(tracker.incidents().front().peakCPU, 60.0);
+    EXPECT_EQ(tracker.incidents().front().peakTemperature, 86.5);
+
+    tracker.observe(sampleAt({108.0, Thermal::fair, 95.0, 70.0, std::nullopt}), nullptr);
+    EXPECT_EQ(tracker.incidents().front().peakCPU, 95.0);
+    EXPECT_EQ(tracker.incidents().front().peakTemperature, 86.5);
+    EXPECT_TRUE(tracker.activeIncidentID().has_value());
+
+    // One calm sample closes it, and still leaves its point.
+    tracker.observe(sampleAt(calmTick(110.0)), &busier);
+    ASSERT_EQ(tracker.incidents().size(), 1u);
+    const DashboardIncident closed = tracker.incidents().front();
+    EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
+    EXPECT_EQ(tracker.activeIncident(), nullptr);
+    EXPECT_EQ(closed.status, Status::recoveredWithoutAction);
+    EXPECT_EQ(closed.endedAt, at(110.0));
+    ASSERT_EQ(closed.points.size(), 6u);
+    EXPECT_EQ(closed.points[2], (DashboardIncidentPoint{at(104.0), std::nullopt, std::nullopt,
+                                                        std::nullopt}));
+    EXPECT_EQ(closed.points.back(), (DashboardIncidentPoint{at(110.0), 20.0, 50.0, 1200.0}));
+
+    // A closed incident stays closed: the next hot sample opens a new one in front.
+    tracker.observe(sampleAt(hotTick(112.0)), &vite);
+    ASSERT_EQ(tracker.incidents().size(), 2u);
+    EXPECT_EQ(tracker.incidents()[1], closed);
+    EXPECT_NE(tracker.incidents()[0].id, tracker.incidents()[1].id);
+    EXPECT_EQ(tracker.activeIncidentID(), tracker.incidents()[0].id);
+}
+
+TEST(DashboardIncidentTracker, OpensWithoutTemperatureUnderThermalPressure)
+{
+    DashboardIncidentTracker tracker;
+    const DashboardTask idle = task("idle", 0.0);
+    tracker.observe(sampleAt({0.0, Thermal::fair, std::nullopt, std::nullopt, std::nullopt}),
+                    &idle);
+    ASSERT_NE(tracker.activeIncident(), nullptr);
+    EXPECT_EQ(tracker.activeIncident()->peakCPU, 0.0); // unreadable CPU counts as 0
+    EXPECT_EQ(tracker.activeIncident()->peakTemperature, std::nullopt);
+
+    tracker.observe(sampleAt({2.0, Thermal::serious, 5.0, 72.0, std::nullopt}), &idle);
+    EXPECT_EQ(tracker.activeIncident()->peakTemperature, 72.0); // first reading sets it
+    EXPECT_EQ(tracker.activeIncident()->peakCPU, 5.0);
+}
+
+TEST(DashboardIncidentTracker, HotMachineWithoutTaskOrCalmMachineOpensNothing)
+{
+    DashboardIncidentTracker tracker;
+    const DashboardTask busy = task("busy", 100.0);
+    tracker.observe(sampleAt(hotTick(0.0)), nullptr);
+    tracker.observe(sampleAt({2.0, Thermal::critical, 90.0, 99.0, std::nullopt}), nullptr);
+    tracker.observe(sampleAt(calmTick(4.0)), &busy);
+    // Loaded but unreadable temperature.
+    tracker.observe(sampleAt({6.0, Thermal::nominal, 100.0, std::nullopt, std::nullopt}), &busy);
+    EXPECT_TRUE(tracker.incidents().empty());
+    EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
+    EXPECT_EQ(tracker, DashboardIncidentTracker());
+}
+
+TEST(DashboardIncidentTracker, ActionOnQuietMachineOpensAnIncidentThatTheNextCalmSampleCloses)
+{
+    DashboardIncidentTracker tracker;
+    const DashboardTask jest = task("jest", 12.0, TaskKind::test);
+    const SystemMetricSample quiet = sampleAt(calmTick(50.0));
+
+    tracker.recordAction(jest, std::nullopt, at(51.0), &quiet);
+    ASSERT_EQ(tracker.incidents().size(), 1u);
+    const DashboardIncident &opened = tracker.incidents().front();
+    EXPECT_EQ(tracker.activeIncidentID(), opened.id);
+    EXPECT_EQ(opened.startedAt, at(50.0)); // the sample's time, not the action's
+    EXPECT_EQ(opened.action, QStringLiteral("结束 jest 任务"));
+    EXPECT_EQ(opened.actionAt, at(51.0));
+    EXPECT_EQ(opened.status, Status::observing);
+    EXPECT_EQ(opened.peakCPU, 20.0);
+    EXPECT_EQ(opened.points.size(), 1u);
+
+    tracker.observe(sampleAt(calmTick(52.0)), &jest);
+    const DashboardIncident &closed = tracker.incidents().front();
+    EXPECT_EQ(closed.status, Status::recoveredWithoutAction);
+    EXPECT_EQ(closed.endedAt, at(52.0));
+    EXPECT_EQ(closed.action, QStringLiteral("结束 jest 任务")); // the action stays
+    EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
+}
+
+TEST(DashboardIncidentTracker, ActionWithoutSampleAndIncidentChangesNothing)
+{
+    DashboardIncidentTracker tracker;
+    tracker.recordAction(task("make"), std::nullopt, at(1.0), nullptr);
+    EXPECT_EQ(tracker, DashboardIncidentTracker());
+
+    // With one closed incident in the log, the action doesn't touch it either.
+    const DashboardTask make = task("make", 80.0);
+    tracker.observe(sampleAt(hotTick(2.0)), &make);
+    tracker.observe(sampleAt(calmTick(4.0)), &make);
+    const DashboardIncidentTracker before = tracker;
+    tracker.recordAction(make, std::nullopt, at(5.0), nullptr);
+    EXPECT_EQ(tracker, before);
+}
+
+TEST(DashboardIncidentTracker, ActionOnActiveIncidentOverwritesEarlierActionAndKeepsStatus)
+{
+    DashboardIncidentTracker tracker;
+    const DashboardTask cargo = task("cargo", 90.0, TaskKind::build);
+    tracker.observe(sampleAt(hotTick(0.0)), &cargo);
+    const SystemMetricSample later = sampleAt(hotTick(3.0));
+
+    tracker.recordAction(cargo, QStringLiteral("rustc"), at(3.0), &later);
+    tracker.recordAction(cargo, std::nullopt, at(7.0), &later);
+    ASSERT_EQ(tracker.incidents().size(), 1u); // no second incident while one is active
+    const DashboardIncident &incident = tracker.incidents().front();
+    EXPECT_EQ(incident.action, QStringLiteral("结束 cargo 构建"));
+    EXPECT_EQ(incident.actionAt, at(7.0));
+    EXPECT_EQ(incident.status, Status::observing);
+    EXPECT_EQ(incident.points.size(), 1u); // an action adds no point
+}
+
+TEST(DashboardIncidentTracker, ActionTextNamesProcessThenBuildThenTask)
+{
+    struct Row {
+        TaskKind kind;
+        std::optional<QString> processName;
+        QString expected;
+    };
+    const Row rows[] = {
+        {TaskKind::build, QStringLiteral("cc1plus"), QStringLiteral("结束 cc1plus 子进程")},
+        {TaskKind::test, QStringLiteral("node"), QStringLiteral("结束 node 子进程")},
+        {TaskKind::build, std::nullopt, QStringLiteral("结束 Gradle 构建")},
+        {TaskKind::test, std::nullopt, QStringLiteral("结束 Gradle 任务")},
+        {TaskKind::unknown, std::nullopt, QStringLiteral("结束 Gradle 任务")},
+        // A name holding a placeholder is inserted as it stands.
+        {TaskKind::unknown, QStringLiteral("a%1b"), QStringLiteral("结束 a%1b 子进程")},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.expected.toStdString());
+        EXPECT_EQ(incidentActionText(task("Gradle", 1.0, row.kind), row.processName),
+                  row.expected);
+    }
+}
+
+TEST(DashboardIncidentTracker, VerdictClosesActiveIncidentWithItsStatus)
+{
+    using Recovery = DashboardRecoveryState;
+    struct Row {
+        Recovery state;
+        std::optional<Status> closesAs; // absent: stays open
+    };
+    const Row rows[] = {
+        {Recovery::idle, std::nullopt},
+        {Recovery::recovering, std::nullopt},
+        {Recovery::recovered, Status::improved},
+        {Recovery::noImprovement, Status::noImprovement},
+        {Recovery::insufficientData, Status::insufficientData},
+        {Recovery::terminationFailed, Status::actionFailed},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(dashboardRecoveryStateName(row.state).toStdString());
+        DashboardIncidentTracker tracker;
+        const DashboardTask node = task("node", 60.0);
+        tracker.observe(sampleAt(hotTick(0.0)), &node);
+        tracker.finishActiveIncident(row.state, at(9.0));
+        const DashboardIncident &incident = tracker.incidents().front();
+        if (row.closesAs) {
+            EXPECT_EQ(incident.status, *row.closesAs);
+            EXPECT_EQ(incident.endedAt, at(9.0));
+            EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
+        } else {
+            EXPECT_EQ(incident.status, Status::observing);
+            EXPECT_EQ(incident.endedAt, std::nullopt);
+            EXPECT_EQ(tracker.activeIncidentID(), incident.id);
+            // Still open: the next hot sample adds to it.
+            tracker.observe(sampleAt(hotTick(2.0)), &node);
+            EXPECT_EQ(tracker.incidents().size(), 1u);
+            EXPECT_EQ(tracker.incidents().front().points.size(), 2u);
+        }
+    }
+}
+
+TEST(DashboardIncidentTracker, VerdictAfterIncidentAlreadyClosedChangesNothing)
+{
+    DashboardIncidentTracker tracker;
+    const DashboardTask swift = task("swift", 70.0);
+    tracker.observe(sampleAt(hotTick(0.0)), &swift);
+    const SystemMetricSample actionSample = sampleAt(hotTick(2.0));
+    tracker.recordAction(swift, std::nullopt, at(2.0), &actionSample);
+    tracker.observe(sampleAt(calmTick(4.0)), &swift); // cooled before the verdict
+
+    const DashboardIncidentTracker closed = tracker;
+    tracker.finishActiveIncident(DashboardRecoveryState::recovered, at(122.0));
+    EXPECT_EQ(tracker, closed);
+    EXPECT_EQ(tracker.incidents().front().status, Status::recoveredWithoutAction);
+    EXPECT_EQ(tracker.incidents().front().action, QStringLiteral("结束 swift 任务"));
+}
+
+TEST(DashboardIncidentTracker, ClearWhileActiveDropsEverythingAndStartsAnew)
+{
+    DashboardIncidentTracker tracker;
+    const DashboardTask docker = task("docker", 80.0, TaskKind::container);
+    tracker.observe(sampleAt(hotTick(0.0)), &docker);
+    tracker.observe(sampleAt(calmTick(2.0)), &docker);
+    tracker.observe(sampleAt(hotTick(4.0)), &docker);
+    ASSERT_EQ(tracker.incidents().size(), 2u);
+    const QUuid dropped = *tracker.activeIncidentID();
+
+    tracker = DashboardIncidentTracker();
+    EXPECT_TRUE(tracker.incidents().empty());
+    EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
+    tracker.finishActiveIncident(DashboardRecoveryState::terminationFailed, at(5.0));
+    EXPECT_TRUE(tracker.incidents().empty());
+
+    tracker.observe(sampleAt(hotTick(6.0)), &docker);
+    ASSERT_EQ(tracker.incidents().size(), 1u);
+    EXPECT_NE(tracker.incidents().front().id, dropped);
+    EXPECT_EQ(tracker.incidents().front().startedAt, at(6.0));
+    EXPECT_EQ(tracker.incidents().front().points.size(), 1u);
+}
+
+TEST(DashboardIncidentTracker, NewestFirstAfterTwoActions)
+{
+    DashboardIncidentTracker tracker;
+    const SystemMetricSample first = sampleAt(calmTick(10.0));
+    const SystemMetricSample second = sampleAt(calmTick(20.0));
+
+    tracker.recordAction(task("pytest", 5.0, TaskKind::test), std::nullopt, at(10.0), &first);
+    // The ending failed: the incident closes at once, and the next action opens another.
+    tracker.finishActiveIncident(DashboardRecoveryState::terminationFailed, at(11.0));
+    tracker.recordAction(task("webpack", 5.0, TaskKind::build), std::nullopt, at(20.0),
+                         &second);
+
+    ASSERT_EQ(tracker.incidents().size(), 2u);
+    EXPECT_EQ(tracker.incidents()[0].application, "webpack");
+    EXPECT_EQ(tracker.incidents()[0].action, QStringLiteral("结束 webpack 构建"));
+    EXPECT_EQ(tracker.activeIncidentID(), tracker.incidents()[0].id);
+    EXPECT_EQ(tracker.incidents()[1].application, "pytest");
+    EXPECT_EQ(tracker.incidents()[1].status, Status::actionFailed);
+    EXPECT_EQ(tracker.incidents()[1].endedAt, at(11.0));
+}
+
+} // namespace

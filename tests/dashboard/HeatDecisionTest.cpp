@@ -1,0 +1,143 @@
+// The heat test of the incident log and the menu bar's state decision: their
+// boundaries, and that the two agree on every sample.
+
+#include "dashboard/HeatTest.h"
+#include "dashboard/MenuBarPresentation.h"
+#include "support/StoreTesting.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+
+namespace {
+
+using State = MenuBarPresentationState;
+using Thermal = SystemThermalState;
+
+struct HeatRow {
+    const char *name;
+    Thermal thermal;
+    std::optional<double> temperature; // absent: not readable
+    std::optional<double> systemCPU;   // absent: not readable
+    std::optional<double> taskCPU;     // absent: no task
+    bool hot;
+    State state;
+};
+
+SystemMetricSample sampleFor(Thermal thermal, std::optional<double> temperature,
+                             std::optional<double> systemCPU)
+{
+    SystemMetricSample sample = makeSample(1000.0);
+    sample.thermalState = thermal;
+    if (temperature)
+        sample.temperatureCelsius = SensorReading<double>::available(*temperature, "test");
+    else
+        sample.temperatureCelsius = SensorReading<double>::unsupported("no sensor");
+    if (systemCPU)
+        sample.cpuUsage = SensorReading<double>::available(*systemCPU, "test");
+    return sample;
+}
+
+const HeatRow kHeatRows[] = {
+    // The system's own pressure is enough by itself.
+    {"fairCoolIdle", Thermal::fair, 40.0, 0.0, std::nullopt, true, State::highLoad},
+    {"fairNoReadings", Thermal::fair, std::nullopt, std::nullopt, std::nullopt, true,
+     State::highLoad},
+    {"seriousCoolIdle", Thermal::serious, 40.0, 0.0, std::nullopt, true,
+     State::actionRecommended},
+    {"criticalNoReadings", Thermal::critical, std::nullopt, std::nullopt, std::nullopt, true,
+     State::actionRecommended},
+    // Temperature and load together, both inclusive.
+    {"atBothThresholds", Thermal::nominal, 75.0, 30.0, std::nullopt, true, State::highLoad},
+    {"temperatureJustBelow", Thermal::nominal, 74.9, 30.0, std::nullopt, false, State::normal},
+    {"cpuJustBelow", Thermal::nominal, 75.0, 29.9, std::nullopt, false, State::normal},
+    {"taskCarriesTheLoad", Thermal::nominal, 75.0, 10.0, 30.0, true, State::highLoad},
+    {"taskJustBelow", Thermal::nominal, 75.0, 10.0, 29.9, false, State::normal},
+    {"taskAboveSystem", Thermal::nominal, 80.0, 10.0, 120.0, true, State::highLoad},
+    {"systemAboveTask", Thermal::nominal, 80.0, 50.0, 1.0, true, State::highLoad},
+    {"noTaskCpuUnreadable", Thermal::nominal, 80.0, std::nullopt, std::nullopt, false,
+     State::normal},
+    {"cpuUnreadableTaskLoaded", Thermal::nominal, 80.0, std::nullopt, 45.0, true,
+     State::highLoad},
+    // An unreadable temperature never makes a sample hot.
+    {"noTemperatureFullLoad", Thermal::nominal, std::nullopt, 100.0, 100.0, false,
+     State::normal},
+    // `unknown` is no pressure: it falls through to the readings.
+    {"unknownHotLoaded", Thermal::unknown, 90.0, 50.0, std::nullopt, true,
+     State::actionRecommended},
+    {"unknownWarmLoaded", Thermal::unknown, 80.0, 50.0, std::nullopt, true, State::highLoad},
+    {"unknownCool", Thermal::unknown, 40.0, 90.0, std::nullopt, false, State::observing},
+    {"unknownNoReadings", Thermal::unknown, std::nullopt, std::nullopt, std::nullopt, false,
+     State::observing},
+    // 90 degrees recommends action without load, yet opens no incident.
+    {"ninetyIdle", Thermal::nominal, 90.0, 0.0, std::nullopt, false, State::actionRecommended},
+    {"justBelowNinetyIdle", Thermal::nominal, 89.9, 0.0, std::nullopt, false, State::normal},
+    {"justBelowNinetyLoaded", Thermal::nominal, 89.9, 30.0, std::nullopt, true,
+     State::highLoad},
+    {"nominalCool", Thermal::nominal, 40.0, 95.0, 95.0, false, State::normal},
+};
+
+void PrintTo(const HeatRow &row, std::ostream *out) { *out << row.name; }
+
+class HeatDecision : public testing::TestWithParam<HeatRow> {};
+
+TEST_P(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
+{
+    const HeatRow &row = GetParam();
+    const SystemMetricSample sample = sampleFor(row.thermal, row.temperature, row.systemCPU);
+    EXPECT_EQ(isSampleHot(sample, row.taskCPU), row.hot);
+    EXPECT_EQ(menuBarState(&sample, row.taskCPU), row.state)
+        << menuBarPresentationStateName(menuBarState(&sample, row.taskCPU)).toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, HeatDecision, testing::ValuesIn(kHeatRows),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST(HeatDecision, NoSampleIsCollecting)
+{
+    EXPECT_EQ(menuBarState(nullptr, std::nullopt), State::collecting);
+    EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
+}
+
+// Over every combination around the thresholds: the menu bar is abnormal on
+// every hot sample, and outside the action-recommended conditions it shows
+// high load exactly on the hot ones.
+TEST(HeatDecision, MenuBarTurnsAbnormalOnExactlyTheHotSamples)
+{
+    const std::array thermals = {Thermal::nominal, Thermal::fair, Thermal::serious,
+                                 Thermal::critical, Thermal::unknown};
+    const std::array<std::optional<double>, 6> temperatures = {std::nullopt, 40.0, 74.9,
+                                                               75.0,         89.9, 90.0};
+    const std::array<std::optional<double>, 4> cpus = {std::nullopt, 0.0, 29.9, 30.0};
+    const std::array<std::optional<double>, 4> taskCPUs = {std::nullopt, 0.0, 29.9, 120.0};
+    int hotCount = 0;
+    for (Thermal thermal : thermals) {
+        for (const auto &temperature : temperatures) {
+            for (const auto &cpu : cpus) {
+                for (const auto &taskCPU : taskCPUs) {
+                    const SystemMetricSample sample = sampleFor(thermal, temperature, cpu);
+                    const bool hot = isSampleHot(sample, taskCPU);
+                    const State state = menuBarState(&sample, taskCPU);
+                    const bool recommendsAction = thermal == Thermal::serious ||
+                                                  thermal == Thermal::critical ||
+                                                  (temperature && *temperature >= 90.0);
+                    SCOPED_TRACE(testing::Message()
+                                 << systemThermalStateRawText(thermal).toStdString() << " t="
+                                 << temperature.value_or(-1) << " cpu=" << cpu.value_or(-1)
+                                 << " task=" << taskCPU.value_or(-1));
+                    if (hot) {
+                        ++hotCount;
+                        EXPECT_TRUE(isAbnormalMenuBarState(state));
+                    }
+                    if (!recommendsAction) {
+                        EXPECT_EQ(state == State::highLoad, hot);
+                    }
+                }
+            }
+        }
+    }
+    EXPECT_GT(hotCount, 0);
+}
+
+} // namespace

@@ -1,0 +1,333 @@
+// The menu bar's presentation: titles per state, metrics, the task to name,
+// and the texts that depend on the user's locale.
+
+#include "dashboard/MenuBarPresentation.h"
+#include "support/StoreTesting.h"
+
+#include <QLocale>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+using State = MenuBarPresentationState;
+using Thermal = SystemThermalState;
+
+// Sets the process-wide default locale for one test and puts the old one back.
+class DefaultLocaleScope {
+public:
+    explicit DefaultLocaleScope(const QLocale &locale) { QLocale::setDefault(locale); }
+    ~DefaultLocaleScope() { QLocale::setDefault(m_saved); }
+    DefaultLocaleScope(const DefaultLocaleScope &) = delete;
+    DefaultLocaleScope &operator=(const DefaultLocaleScope &) = delete;
+
+private:
+    QLocale m_saved;
+};
+
+QLocale chinese() { return QLocale(QLocale::Chinese, QLocale::China); }
+QLocale german() { return QLocale(QLocale::German, QLocale::Germany); }
+
+SystemMetricSample sampleWith(double time, Thermal thermal, std::optional<double> temperature,
+                              std::optional<double> cpu = std::nullopt)
+{
+    SystemMetricSample sample = makeSample(time);
+    sample.thermalState = thermal;
+    if (temperature)
+        sample.temperatureCelsius = SensorReading<double>::available(*temperature, "test");
+    else
+        sample.temperatureCelsius = SensorReading<double>::unsupported("none");
+    if (cpu)
+        sample.cpuUsage = SensorReading<double>::available(*cpu, "test");
+    return sample;
+}
+
+DashboardTask task(const QString &application, double cpu, ResourceImpact energy)
+{
+    DashboardTask made;
+    made.id = application;
+    made.application = application;
+    made.cpu = cpu;
+    made.energy = energy;
+    made.duration = QStringLiteral("3 分钟");
+    return made;
+}
+
+TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
+{
+    struct Row {
+        double value;
+        const char *c;
+        const char *chinese;
+        const char *german;
+    };
+    const Row rows[] = {
+        {74.96, "74.9", "74.9", "74,9"}, // cut, not rounded up to 75
+        {74.99, "74.9", "74.9", "74,9"},
+        {74.0, "74", "74", "74"},        // a whole cut drops the fraction
+        {74.04, "74", "74", "74"},
+        {74.5, "74.5", "74.5", "74,5"},
+        {75.0, "75", "75", "75"},
+        {75.4, "75", "75", "75"},
+        {73.6, "74", "74", "74"},        // below the band: ordinary rounding
+        {89.96, "89.9", "89.9", "89,9"},
+        {89.0, "89", "89", "89"},
+        {90.0, "90", "90", "90"},
+        {90.4, "90", "90", "90"},
+        {40.0, "40", "40", "40"},
+        {-3.0, "-3", "-3", "-3"},
+        {1234.0, "1234", "1,234", "1.234"}, // grouping follows the locale
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.value);
+        {
+            DefaultLocaleScope scope(QLocale::c());
+            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.c));
+        }
+        {
+            DefaultLocaleScope scope(chinese());
+            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.chinese));
+        }
+        {
+            DefaultLocaleScope scope(german());
+            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.german));
+        }
+    }
+}
+
+TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
+{
+    struct Row {
+        std::optional<double> secondsBeforeSample; // absent: no start time
+        const char *c;
+        const char *chinese;
+    };
+    const Row rows[] = {
+        {std::nullopt, "刚刚出现", "刚刚出现"},
+        {0.0, "刚刚出现", "刚刚出现"},
+        {59.9, "刚刚出现", "刚刚出现"},
+        {60.0, "已持续 1 分钟", "已持续 1 分钟"},
+        {119.9, "已持续 1 分钟", "已持续 1 分钟"},
+        {120.0, "已持续 2 分钟", "已持续 2 分钟"},
+        {-5.0, "刚刚出现", "刚刚出现"}, // start after the sample
+        {60'000.0, "已持续 1000 分钟", "已持续 1,000 分钟"},
+    };
+    const double sampleTime = 1'700'000'000.0;
+    const SystemMetricSample hot = sampleWith(sampleTime, Thermal::fair, 40.0);
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.secondsBeforeSample.value_or(-1.0));
+        std::optional<TimePoint> start;
+        if (row.secondsBeforeSample)
+            start = TimePoint::fromSecondsSince1970(sampleTime - *row.secondsBeforeSample);
+        {
+            DefaultLocaleScope scope(QLocale::c());
+            EXPECT_EQ(makePresentation(&hot, {}, start).durationText, QString::fromUtf8(row.c));
+        }
+        {
+            DefaultLocaleScope scope(chinese());
+            EXPECT_EQ(makePresentation(&hot, {}, start).durationText,
+                      QString::fromUtf8(row.chinese));
+        }
+    }
+}
+
+TEST(MenuBarDurationText, AbsentOutsideAbnormalStatesOrWithoutSample)
+{
+    const auto longAgo = TimePoint::fromSecondsSince1970(0.0);
+    const SystemMetricSample calm = sampleWith(1000.0, Thermal::nominal, 50.0, 10.0);
+    const SystemMetricSample unknown = sampleWith(1000.0, Thermal::unknown, 50.0, 10.0);
+    EXPECT_EQ(makePresentation(&calm, {}, longAgo).durationText, std::nullopt);
+    EXPECT_EQ(makePresentation(&unknown, {}, longAgo).durationText, std::nullopt);
+    EXPECT_EQ(makePresentation(nullptr, {}, longAgo).durationText, std::nullopt);
+    const SystemMetricSample critical = sampleWith(1000.0, Thermal::critical, std::nullopt);
+    EXPECT_EQ(makePresentation(&critical, {}, longAgo).durationText,
+              QStringLiteral("已持续 16 分钟"));
+}
+
+struct StateRow {
+    const char *name;
+    Thermal thermal;
+    std::optional<double> temperature;
+    std::optional<double> cpu;
+    std::optional<double> firstTaskCPU; // absent: no tasks
+    State state;
+    const char *menuTitle;
+    const char *headline;
+    const char *symbol;
+    const char *statusMessage; // null: absent
+};
+
+const StateRow kStateRows[] = {
+    {"fairCool", Thermal::fair, 40.0, std::nullopt, std::nullopt, State::highLoad,
+     "负载高 · 40°", "负载高", "exclamationmark.triangle.fill", nullptr},
+    {"criticalNoTemperature", Thermal::critical, std::nullopt, std::nullopt, std::nullopt,
+     State::actionRecommended, "建议处理", "建议处理", "exclamationmark.octagon.fill", nullptr},
+    {"justBelowNinety", Thermal::nominal, 89.96, 10.0, std::nullopt, State::normal, "89.9°",
+     "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
+    {"ninety", Thermal::nominal, 90.0, 10.0, std::nullopt, State::actionRecommended,
+     "建议处理 · 90°", "建议处理", "exclamationmark.octagon.fill", nullptr},
+    {"warmLightLoad", Thermal::nominal, 75.0, 29.9, std::nullopt, State::normal, "75°",
+     "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
+    {"warmTaskLoad", Thermal::nominal, 75.0, 29.9, 30.0, State::highLoad, "负载高 · 75°",
+     "负载高", "exclamationmark.triangle.fill", nullptr},
+    {"unknownCool", Thermal::unknown, 40.0, 10.0, std::nullopt, State::observing,
+     "观察中 · 40°", "观察中", "eye", "正在观察系统状态"},
+    {"unknownNoTemperature", Thermal::unknown, std::nullopt, 10.0, std::nullopt,
+     State::observing, "观察中", "观察中", "eye", "正在观察系统状态"},
+    {"unknownVeryHot", Thermal::unknown, 95.0, 10.0, std::nullopt, State::actionRecommended,
+     "建议处理 · 95°", "建议处理", "exclamationmark.octagon.fill", nullptr},
+    {"normalNoTemperature", Thermal::nominal, std::nullopt, 90.0, 90.0, State::normal, "正常",
+     "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
+};
+
+void PrintTo(const StateRow &row, std::ostream *out) { *out << row.name; }
+
+class MenuBarStateTexts : public testing::TestWithParam<StateRow> {};
+
+TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
+{
+    const StateRow &row = GetParam();
+    DefaultLocaleScope scope(QLocale::c());
+    const SystemMetricSample sample = sampleWith(500.0, row.thermal, row.temperature, row.cpu);
+    std::vector<DashboardTask> tasks;
+    if (row.firstTaskCPU)
+        tasks.push_back(task("first", *row.firstTaskCPU, ResourceImpact::low));
+
+    const MenuBarPresentation presentation = makePresentation(&sample, tasks, std::nullopt);
+    EXPECT_EQ(presentation.state, row.state);
+    EXPECT_EQ(presentation.menuTitle, QString::fromUtf8(row.menuTitle));
+    EXPECT_EQ(presentation.headline, QString::fromUtf8(row.headline));
+    EXPECT_EQ(presentation.symbolName, QString::fromUtf8(row.symbol));
+    if (row.statusMessage)
+        EXPECT_EQ(presentation.statusMessage, QString::fromUtf8(row.statusMessage));
+    else
+        EXPECT_EQ(presentation.statusMessage, std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, MenuBarStateTexts, testing::ValuesIn(kStateRows),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST(MenuBarPresentation, WithoutSampleEverythingIsCollecting)
+{
+    const MenuBarPresentation presentation = makePresentation(
+        nullptr, {task("busy", 300.0, ResourceImpact::high)}, TimePoint::fromSecondsSince1970(1));
+    const MenuBarPresentation expected{
+        .state = State::collecting,
+        .menuTitle = QStringLiteral("KilnWarden"),
+        .headline = QStringLiteral("正在采集系统状态"),
+        .durationText = std::nullopt,
+        .symbolName = QStringLiteral("waveform.path.ecg"),
+        .cpu = {QStringLiteral("cpu"), QStringLiteral("CPU"), QStringLiteral("采集中"),
+                std::nullopt},
+        .temperature = {QStringLiteral("temperature"), QStringLiteral("温度"),
+                        QStringLiteral("采集中"), std::nullopt},
+        .fan = {QStringLiteral("fan"), QStringLiteral("风扇"), QStringLiteral("采集中"),
+                std::nullopt},
+        .statusMessage = QStringLiteral("正在采集系统状态"),
+        .primaryTask = std::nullopt,
+        .remainingAttentionTaskCount = 0,
+    };
+    EXPECT_EQ(presentation, expected);
+}
+
+TEST(MenuBarPresentation, MetricValuesPerReadingCase)
+{
+    using Reading = SensorReading<double>;
+    struct Row {
+        const char *name;
+        Reading cpu;
+        Reading temperature;
+        Reading fan;
+        const char *cpuValue;
+        const char *temperatureValue;
+        const char *fanValue;
+        std::optional<QString> spoken; // the same for all three in each row
+    };
+    const Row rows[] = {
+        {"available", Reading::available(42.4, "t"), Reading::available(74.96, "t"),
+         Reading::available(1234.6, "t"), "42%", "74.9°C", "1235 RPM", std::nullopt},
+        {"denied", Reading::permissionDenied("x"), Reading::permissionDenied("x"),
+         Reading::permissionDenied("x"), "受限", "受限", "受限", QStringLiteral("权限受限")},
+        {"unsupported", Reading::unsupported("x"), Reading::unsupported("x"),
+         Reading::unsupported("x"), "不可用", "不可用", "不可用", std::nullopt},
+        {"unavailable", Reading::temporarilyUnavailable("x"),
+         Reading::temporarilyUnavailable("x"), Reading::temporarilyUnavailable("x"), "不可用",
+         "不可用", "不可用", std::nullopt},
+        {"warmingUp", Reading::warmingUp(), Reading::warmingUp(), Reading::warmingUp(), "采集中",
+         "采集中", "采集中", std::nullopt},
+    };
+    DefaultLocaleScope scope(QLocale::c());
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        SystemMetricSample sample = makeSample(10.0);
+        sample.cpuUsage = row.cpu;
+        sample.temperatureCelsius = row.temperature;
+        sample.fanRPM = row.fan;
+        const MenuBarPresentation presentation = makePresentation(&sample, {}, std::nullopt);
+        EXPECT_EQ(presentation.cpu.value, QString::fromUtf8(row.cpuValue));
+        EXPECT_EQ(presentation.temperature.value, QString::fromUtf8(row.temperatureValue));
+        EXPECT_EQ(presentation.fan.value, QString::fromUtf8(row.fanValue));
+        EXPECT_EQ(presentation.cpu.accessibilityValue, row.spoken);
+        EXPECT_EQ(presentation.temperature.accessibilityValue, row.spoken);
+        EXPECT_EQ(presentation.fan.accessibilityValue, row.spoken);
+        EXPECT_EQ(presentation.cpu.id, "cpu");
+        EXPECT_EQ(presentation.temperature.id, "temperature");
+        EXPECT_EQ(presentation.fan.id, "fan");
+    }
+}
+
+TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
+{
+    const SystemMetricSample hot = sampleWith(10.0, Thermal::fair, 70.0, 50.0);
+    const SystemMetricSample calm = sampleWith(10.0, Thermal::nominal, 50.0, 10.0);
+    const std::vector<DashboardTask> mixed = {
+        task("quiet", 1.0, ResourceImpact::low),   task("cargo", 187.6, ResourceImpact::high),
+        task("idle", 0.0, ResourceImpact::low),    task("vite", 40.0, ResourceImpact::medium),
+        task("other", 0.5, ResourceImpact::low),   // beyond the four live tasks from here
+        task("docker", 35.0, ResourceImpact::high),
+    };
+    const std::vector<DashboardTask> allLow = {task("quiet", 1.0, ResourceImpact::low),
+                                               task("idle", 0.0, ResourceImpact::low)};
+    struct Row {
+        const char *name;
+        const SystemMetricSample *sample;
+        const std::vector<DashboardTask> *tasks;
+        std::optional<MenuBarPresentationTask> primary;
+        qint64 remaining;
+    };
+    const MenuBarPresentationTask cargo{QStringLiteral("cargo"), QStringLiteral("188%"),
+                                        QStringLiteral("3 分钟")};
+    const Row rows[] = {
+        {"threeNeedAttention", &hot, &mixed, cargo, 2},
+        {"noneNeedsAttention", &hot, &allLow, std::nullopt, 0},
+        {"calmNamesNobody", &calm, &mixed, std::nullopt, 0},
+        {"noTasks", &hot, nullptr, std::nullopt, 0},
+    };
+    DefaultLocaleScope scope(QLocale::c());
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        const MenuBarPresentation presentation =
+            makePresentation(row.sample, row.tasks ? *row.tasks : std::vector<DashboardTask>{},
+                             std::nullopt);
+        EXPECT_EQ(presentation.primaryTask, row.primary);
+        EXPECT_EQ(presentation.remainingAttentionTaskCount, row.remaining);
+    }
+}
+
+TEST(MenuBarPresentation, TaskCpuTextFollowsTheLocale)
+{
+    const SystemMetricSample hot = sampleWith(10.0, Thermal::serious, 70.0, 50.0);
+    const std::vector<DashboardTask> tasks = {task("make", 1234.4, ResourceImpact::high)};
+    {
+        DefaultLocaleScope scope(QLocale::c());
+        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, "1234%");
+    }
+    {
+        DefaultLocaleScope scope(chinese());
+        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, "1,234%");
+    }
+}
+
+} // namespace
