@@ -91,13 +91,80 @@ QJsonObject sampleJson(const SystemMetricSample &sample)
         {QStringLiteral("processMetrics"), processes}};
 }
 
+namespace {
+
+QJsonValue optionalTimeJson(const std::optional<TimePoint> &time)
+{
+    return time ? timePointJson(*time) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonObject menuBarMetricJson(const MenuBarPresentationMetric &metric)
+{
+    return QJsonObject{{QStringLiteral("id"), metric.id},
+                       {QStringLiteral("title"), metric.title},
+                       {QStringLiteral("value"), metric.value},
+                       {QStringLiteral("accessibilityValue"), optionalJson(metric.accessibilityValue)}};
+}
+
+} // namespace
+
+QJsonObject menuBarPresentationJson(const MenuBarPresentation &presentation)
+{
+    QJsonValue primaryTask(QJsonValue::Null);
+    if (const auto &task = presentation.primaryTask) {
+        primaryTask = QJsonObject{{QStringLiteral("application"), task->application},
+                                  {QStringLiteral("cpuText"), task->cpuText},
+                                  {QStringLiteral("runningDuration"), task->runningDuration}};
+    }
+    return QJsonObject{
+        {QStringLiteral("state"), menuBarPresentationStateName(presentation.state)},
+        {QStringLiteral("menuTitle"), presentation.menuTitle},
+        {QStringLiteral("headline"), presentation.headline},
+        {QStringLiteral("durationText"), optionalJson(presentation.durationText)},
+        {QStringLiteral("symbolName"), presentation.symbolName},
+        {QStringLiteral("cpu"), menuBarMetricJson(presentation.cpu)},
+        {QStringLiteral("temperature"), menuBarMetricJson(presentation.temperature)},
+        {QStringLiteral("fan"), menuBarMetricJson(presentation.fan)},
+        {QStringLiteral("statusMessage"), optionalJson(presentation.statusMessage)},
+        {QStringLiteral("primaryTask"), primaryTask},
+        {QStringLiteral("remainingAttentionTaskCount"),
+         presentation.remainingAttentionTaskCount}};
+}
+
+QJsonObject incidentJson(const DashboardIncident &incident)
+{
+    QJsonArray points;
+    for (const DashboardIncidentPoint &point : incident.points) {
+        points.append(QJsonObject{{QStringLiteral("timestamp"), timePointJson(point.timestamp)},
+                                  {QStringLiteral("cpu"), optionalJson(point.cpu)},
+                                  {QStringLiteral("temperature"), optionalJson(point.temperature)},
+                                  {QStringLiteral("fanRPM"), optionalJson(point.fanRPM)}});
+    }
+    return QJsonObject{
+        {QStringLiteral("id"), incident.id.toString(QUuid::WithoutBraces)},
+        {QStringLiteral("startedAt"), timePointJson(incident.startedAt)},
+        {QStringLiteral("endedAt"), optionalTimeJson(incident.endedAt)},
+        {QStringLiteral("application"), incident.application},
+        {QStringLiteral("detail"), incident.detail},
+        {QStringLiteral("peakCPU"), incident.peakCPU},
+        {QStringLiteral("peakTemperature"), optionalJson(incident.peakTemperature)},
+        {QStringLiteral("status"), dashboardIncidentStatusName(incident.status)},
+        {QStringLiteral("action"), optionalJson(incident.action)},
+        {QStringLiteral("actionAt"), optionalTimeJson(incident.actionAt)},
+        {QStringLiteral("points"), points}};
+}
+
 QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
 {
-    Q_UNUSED(store);
     QJsonArray sampleArray;
     for (const SystemMetricSample &sample : samples)
         sampleArray.append(sampleJson(sample));
     QJsonObject report{{QStringLiteral("samples"), sampleArray}};
     // Each part of the dashboard's state adds its own section below.
+    report.insert(QStringLiteral("menuBar"), menuBarPresentationJson(store.menuBarPresentation()));
+    QJsonArray incidents;
+    for (const DashboardIncident &incident : store.incidents())
+        incidents.append(incidentJson(incident));
+    report.insert(QStringLiteral("incidents"), incidents);
     return report;
 }

@@ -16,3 +16,5 @@ QJsonObject processMetricJson(const ProcessMetric &process);
 QJsonValue optionalJson(const std::optional<QString> &text);
 QJsonValue optionalJson(const std::optional<double> &number);
 QJsonValue timePointJson(TimePoint time);
+QJsonObject menuBarPresentationJson(const MenuBarPresentation &presentation);
+QJsonObject incidentJson(const DashboardIncident &incident);

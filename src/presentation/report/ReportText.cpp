@@ -3,6 +3,7 @@
 #include "presentation/report/TextTable.h"
 #include "sampling/Text.h"
 
+#include <QDateTime>
 #include <QLocale>
 
 namespace {
@@ -60,11 +61,60 @@ QString readingsSection(const SystemMetricSample &sample)
     return table.render();
 }
 
+// The menu bar as one line: the item's title, then what its panel says.
+QString menuBarLine(const MenuBarPresentation &menuBar)
+{
+    const QString separator = QStringLiteral(" · ");
+    QStringList parts = {menuBar.headline};
+    if (menuBar.durationText)
+        parts << *menuBar.durationText;
+    for (const MenuBarPresentationMetric *metric : {&menuBar.cpu, &menuBar.temperature,
+                                                    &menuBar.fan})
+        parts << metric->title + QLatin1Char(' ') + metric->value;
+    if (const auto &task = menuBar.primaryTask) {
+        QString named = kwText("主要任务 %1 %2（%3）")
+                            .arg(task->application, task->cpuText, task->runningDuration);
+        if (menuBar.remainingAttentionTaskCount > 0) {
+            named += separator + kwText("另有 %1 个任务需要关注")
+                                     .arg(formatLocaleInteger(menuBar.remainingAttentionTaskCount));
+        }
+        parts << named;
+    }
+    return kwText("菜单栏：%1；面板：%2").arg(menuBar.menuTitle, parts.join(separator)) +
+           QLatin1Char('\n');
+}
+
+QString clockText(TimePoint time)
+{
+    return QDateTime::fromMSecsSinceEpoch(qint64(time.secondsSince1970 * 1000.0))
+        .toString(QStringLiteral("HH:mm:ss"));
+}
+
+QString incidentsSection(const std::vector<DashboardIncident> &incidents)
+{
+    if (incidents.empty())
+        return kwText("本次运行没有升温事件。") + QLatin1Char('\n');
+    TextTable table({kwText("开始"), kwText("结束"), kwText("来源"), kwText("状态"),
+                     kwText("峰值 CPU"), kwText("峰值温度"), kwText("处理"), kwText("点数")});
+    const QString none = QStringLiteral("—");
+    for (const DashboardIncident &incident : incidents) {
+        table.addRow({clockText(incident.startedAt),
+                      incident.endedAt ? clockText(*incident.endedAt) : none,
+                      incident.application, dashboardIncidentStatusName(incident.status),
+                      formatLocaleNumber(incident.peakCPU, 0) + QStringLiteral("%"),
+                      incident.peakTemperature
+                          ? formatLocaleNumber(*incident.peakTemperature, 1) + QStringLiteral("°C")
+                          : none,
+                      incident.action.value_or(none),
+                      formatLocaleInteger(static_cast<long long>(incident.points.size()))});
+    }
+    return kwText("本次运行的升温事件（最新在前）：") + QLatin1Char('\n') + table.render();
+}
+
 } // namespace
 
 QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
 {
-    Q_UNUSED(store);
     if (samples.empty())
         return kwText("没有采集到样本。") + QLatin1Char('\n');
     const SystemMetricSample &last = samples.back();
@@ -73,5 +123,7 @@ QString reportText(const DashboardStore &store, const std::vector<SystemMetricSa
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);
     // Each part of the dashboard's state adds its own section below.
+    out += QLatin1Char('\n') + menuBarLine(store.menuBarPresentation());
+    out += QLatin1Char('\n') + incidentsSection(store.incidents());
     return out;
 }
