@@ -3,6 +3,8 @@
 
 #include "support/StoreTesting.h"
 
+#include <QSignalSpy>
+
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -22,17 +24,6 @@ SystemMetricSample tick(double time, SystemThermalState thermal,
     if (cpu)
         sample.cpuUsage = SensorReading<double>::available(*cpu, "test");
     return sample;
-}
-
-struct NotificationCount {
-    int incidents = 0;
-    int any = 0;
-};
-
-void countNotifications(DashboardStore &store, NotificationCount &count)
-{
-    QObject::connect(&store, &DashboardStore::incidentsChanged, [&] { ++count.incidents; });
-    QObject::connect(&store, &DashboardStore::changed, [&] { ++count.any; });
 }
 
 TEST(DashboardStoreMenuBar, AbnormalTimeStartsOnceAndClearsOnOneCalmSample)
@@ -81,8 +72,8 @@ TEST(DashboardStoreMenuBar, AbnormalTimeStartsOnceAndClearsOnOneCalmSample)
 TEST(DashboardStoreIncidents, HotMachineWithoutTasksOpensNoIncident)
 {
     auto store = makeStoreForTesting();
-    NotificationCount count;
-    countNotifications(*store, count);
+    QSignalSpy incidentsChanged(store.get(), &DashboardStore::incidentsChanged);
+    QSignalSpy changed(store.get(), &DashboardStore::changed);
 
     // Hot by pressure and by temperature with load, but nothing of the user's
     // is ranked: there is no task to blame.
@@ -92,8 +83,8 @@ TEST(DashboardStoreIncidents, HotMachineWithoutTasksOpensNoIncident)
 
     EXPECT_TRUE(store->liveTasks().empty());
     EXPECT_TRUE(store->incidents().empty());
-    EXPECT_EQ(count.incidents, 0); // an equal list is not a change
-    EXPECT_EQ(count.any, 3);
+    EXPECT_EQ(incidentsChanged.count(), 0); // an equal list is not a change
+    EXPECT_EQ(changed.count(), 3);
     EXPECT_EQ(store->menuBarPresentation().primaryTask, std::nullopt);
 }
 
@@ -101,12 +92,10 @@ TEST(DashboardStoreIncidents, ClearingAnEmptyLogNotifiesNothing)
 {
     auto store = makeStoreForTesting();
     store->ingest(tick(10.0, SystemThermalState::fair, 60.0, 20.0));
-    NotificationCount count;
-    countNotifications(*store, count);
+    QSignalSpy changed(store.get(), &DashboardStore::changed);
     store->clearIncidents();
     EXPECT_TRUE(store->incidents().empty());
-    EXPECT_EQ(count.incidents, 0);
-    EXPECT_EQ(count.any, 0);
+    EXPECT_EQ(changed.count(), 0);
 }
 
 } // namespace
