@@ -151,11 +151,11 @@ private:
     void emitPending();
 
     void drainStream(quint64 generation);
+    void pruneRetiredStreams();
 
     void updateMenuBarAbnormalState(const SystemMetricSample &sample);
     // Copies the tracker's list to `incidents`; after every change to the tracker.
     void publishIncidents();
-    void pruneRetiredStreams();
 
     // Observed fields.
     bool m_isMonitoring = false;
