@@ -2,7 +2,9 @@
 
 #include "platform/linux/ProcMeminfoMemoryProbe.h"
 #include "platform/linux/ProcStatCPUUsageProbe.h"
+#include "platform/linux/ProcfsProcessMetricReader.h"
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
+#include "process/ProcessMetricsProbe.h"
 #include "sampling/Text.h"
 
 namespace {
@@ -38,9 +40,6 @@ struct NotConnectedNetworkProbe final : NetworkIOProbing {
         return SensorReading<NetworkThroughput>::unsupported(notConnected());
     }
 };
-struct NotConnectedProcessProbe final : ProcessMetricsProbing {
-    QList<ProcessMetric> sample(TimePoint) override { return {}; }
-};
 
 } // namespace
 
@@ -54,6 +53,7 @@ std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots
     probes.diskProbe = std::make_unique<NotConnectedDiskProbe>();
     probes.memoryProbe = std::make_unique<ProcMeminfoMemoryProbe>(roots.procRoot);
     probes.networkProbe = std::make_unique<NotConnectedNetworkProbe>();
-    probes.processProbe = std::make_unique<NotConnectedProcessProbe>();
+    probes.processProbe = std::make_unique<ProcessMetricsProbe>(
+        std::make_unique<ProcfsProcessMetricReader>(roots.procRoot));
     return std::make_shared<SystemMetricSampler>(std::move(probes));
 }
