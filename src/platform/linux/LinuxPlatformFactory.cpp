@@ -43,7 +43,7 @@ struct NotConnectedNetworkProbe final : NetworkIOProbing {
 
 } // namespace
 
-std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots)
+SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
 {
     SystemMetricSampler::Probes probes;
     probes.cpuProbe = std::make_unique<ProcStatCPUUsageProbe>(roots.procRoot);
@@ -55,5 +55,10 @@ std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots
     probes.networkProbe = std::make_unique<NotConnectedNetworkProbe>();
     probes.processProbe = std::make_unique<ProcessMetricsProbe>(
         std::make_unique<ProcfsProcessMetricReader>(roots.procRoot));
-    return std::make_shared<SystemMetricSampler>(std::move(probes));
+    return probes;
+}
+
+std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots)
+{
+    return std::make_shared<SystemMetricSampler>(makePlatformProbes(roots));
 }
