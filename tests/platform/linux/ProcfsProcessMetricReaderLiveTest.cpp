@@ -4,6 +4,7 @@
 #include "platform/linux/ProcfsProcessMetricReader.h"
 #include "process/ProcessMetricsProbe.h"
 #include "support/ProcessPrinting.h"
+#include "support/ShellChild.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,56 +21,27 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
-// A child of this test, killed and reaped when the handle goes.
-class OwnChild {
+// The writer child below, killed and reaped when the test ends.
+class ReapedChild {
 public:
-    explicit OwnChild(pid_t pid) : m_pid(pid) {}
-    OwnChild(const OwnChild &) = delete;
-    OwnChild &operator=(const OwnChild &) = delete;
-    ~OwnChild()
+    explicit ReapedChild(pid_t pid) : m_pid(pid) {}
+    ReapedChild(const ReapedChild &) = delete;
+    ReapedChild &operator=(const ReapedChild &) = delete;
+    ~ReapedChild()
     {
-        if (m_pid > 0) {
-            ::kill(m_pid, SIGKILL);
-            ::waitpid(m_pid, nullptr, 0);
-        }
+        ::kill(m_pid, SIGKILL);
+        ::waitpid(m_pid, nullptr, 0);
     }
-    pid_t pid() const { return m_pid; }
 
 private:
     pid_t m_pid;
 };
-
-// Starts `arguments` with /bin/sh as the program, in `directory`, and returns
-// once the exec has happened (the close-on-exec pipe reaches end of file).
-std::optional<pid_t> startShell(const QByteArray &directory, const std::vector<std::string> &arguments)
-{
-    std::vector<char *> argv;
-    for (const std::string &argument : arguments)
-        argv.push_back(const_cast<char *>(argument.c_str()));
-    argv.push_back(nullptr);
-    int execPipe[2];
-    if (::pipe2(execPipe, O_CLOEXEC) != 0)
-        return std::nullopt;
-    const pid_t pid = ::fork();
-    if (pid == 0) {
-        if (::chdir(directory.constData()) == 0)
-            ::execv("/bin/sh", argv.data());
-        ::_exit(127);
-    }
-    ::close(execPipe[1]);
-    char byte;
-    while (::read(execPipe[0], &byte, 1) < 0 && errno == EINTR) {
-    }
-    ::close(execPipe[0]);
-    if (pid < 0)
-        return std::nullopt;
-    return pid;
-}
 
 std::optional<RawProcessMetric> findProcess(const std::vector<RawProcessMetric> &records, pid_t pid)
 {
@@ -115,11 +87,9 @@ protected:
 
 TEST_F(LiveProcfsTest, SpinningChildComesBackRedactedWithItsProjectAndNearOneCore)
 {
-    const auto started = startShell(
-        m_project.path().toLocal8Bit(),
-        {"sh", "-c", "while :; do :; done", "kw-spinner", "test", "--token=abc123"});
-    ASSERT_TRUE(started);
-    const OwnChild child(*started);
+    const ShellChild child(m_project.path().toLocal8Bit(),
+                           spinningShellArguments({"test", "--token=abc123"}));
+    ASSERT_TRUE(child.started());
 
     ProcfsProcessMetricReader reader;
     const auto first = findProcess(reader.readMetrics(TimePoint::now()), child.pid());
@@ -176,6 +146,7 @@ TEST_F(LiveProcfsTest, ChildThatWritesAndSyncsShowsADiskRate)
     const pid_t pid = ::fork();
     ASSERT_GE(pid, 0);
     if (pid == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         // Only async-signal-safe calls between fork and exit.
         char byte;
         if (::read(go[0], &byte, 1) == 1) {
@@ -193,7 +164,7 @@ TEST_F(LiveProcfsTest, ChildThatWritesAndSyncsShowsADiskRate)
         }
         ::_exit(0);
     }
-    const OwnChild child(pid);
+    const ReapedChild child(pid);
     ::close(go[0]);
     ::close(done[1]);
 

@@ -1,4 +1,5 @@
 #include "platform/linux/ProcfsProcessMetricReader.h"
+#include "support/Fixtures.h"
 #include "support/ProcessPrinting.h"
 
 #include <QDir>
@@ -22,7 +23,7 @@ class FixtureProcRoot {
 public:
     explicit FixtureProcRoot(const QString &fixture)
     {
-        const QString source = QStringLiteral(KW_FIXTURES_DIR "/") + fixture;
+        const QString source = fixturePath(fixture);
         QDirIterator it(source, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (it.hasNext()) {
             const QString file = it.next();
