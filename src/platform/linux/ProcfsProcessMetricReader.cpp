@@ -91,6 +91,12 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     if (!directory)
         return std::nullopt;
 
+    // First, as it is the cheapest test that rules out kernel threads (about
+    // half of all pids on a desktop) and processes already gone.
+    const std::optional<QByteArray> exe = directory->readLink("exe");
+    if (!exe)
+        return std::nullopt;
+
     // Room for the longest stat line (52 fields of at most 20 digits and a
     // 64-byte name); statm and io are far shorter.
     char buffer[2048];
@@ -100,10 +106,6 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     const std::optional<ProcPidStat> stat = parseProcPidStat(std::string_view(buffer, *statLength));
     if (!stat)
         return std::nullopt;
-
-    const std::optional<QByteArray> exe = directory->readLink("exe");
-    if (!exe)
-        return std::nullopt; // kernel threads and processes already gone
 
     const auto statmLength = directory->readSmallFile("statm", buffer);
     if (!statmLength)

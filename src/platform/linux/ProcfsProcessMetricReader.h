@@ -11,7 +11,7 @@
 // The current user's processes from <procRoot>/<pid>. The owner test comes
 // first and costs one stat of the pid directory, so another user's process
 // costs nothing more; an owned one is then read through its open directory:
-// stat, exe, statm, io, cmdline, cwd. A process that vanishes or fails at any
+// exe, stat, statm, io, cmdline, cwd. A process that vanishes or fails at any
 // step is left out, except that an unreadable io counts 0 bytes, and an
 // unreadable cwd gives no project. The argument vector and the working
 // directory go only into the command redaction and end there.
