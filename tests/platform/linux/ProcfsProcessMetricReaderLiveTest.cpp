@@ -129,8 +129,9 @@ TEST_F(LiveProcfsTest, SpinningChildComesBackRedactedWithItsProjectAndNearOneCor
             (*scheduledAfter - *scheduledBefore) / end.secondsSince(start) / 1e7;
         EXPECT_NEAR(metric->cpuPercent, scheduledPercent, 15.0);
     }
-    if (::sysconf(_SC_NPROCESSORS_ONLN) > 2) // otherwise parallel builds may starve it
+    if (::sysconf(_SC_NPROCESSORS_ONLN) > 2) { // otherwise parallel builds may starve it
         EXPECT_GT(metric->cpuPercent, 60.0);
+    }
 }
 
 TEST_F(LiveProcfsTest, ChildThatWritesAndSyncsShowsADiskRate)
