@@ -60,6 +60,15 @@ QString readingsSection(const SystemMetricSample &sample)
     return table.render();
 }
 
+QString sensorTableSection(const DashboardStore &store)
+{
+    TextTable table({kwText("传感器"), kwText("来源"), kwText("当前值"), kwText("可用性")});
+    for (const DashboardSensorStatus &status : store.sensorStatuses())
+        table.addRow({status.title, status.source, status.currentValue,
+                      sensorAvailabilityName(status.availability)});
+    return table.render();
+}
+
 } // namespace
 
 QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
@@ -72,6 +81,7 @@ QString reportText(const DashboardStore &store, const std::vector<SystemMetricSa
                       .arg(formatLocaleInteger(static_cast<long long>(samples.size()))) +
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);
+    out += QLatin1Char('\n') + sensorTableSection(store);
     // Each part of the dashboard's state adds its own section below.
     return out;
 }
