@@ -7,8 +7,7 @@
 
 namespace {
 
-template <typename Value>
-std::optional<Value> availableValue(const SensorReading<Value> &reading)
+template <typename Value> std::optional<Value> availableValue(const SensorReading<Value> &reading)
 {
     return reading.isAvailable() ? reading.value() : std::nullopt;
 }
@@ -36,8 +35,7 @@ std::vector<Point> trendPoints(const MetricSampleHistory &history, double window
 
 // The reading's source when available, else its reason, else its short word
 // ("采集中" for a reading still warming up).
-template <typename Value>
-QString statusSource(const SensorReading<Value> &reading)
+template <typename Value> QString statusSource(const SensorReading<Value> &reading)
 {
     if (reading.isAvailable())
         return reading.sourceText();
@@ -48,9 +46,9 @@ template <typename Value>
 DashboardSensorStatus readingRow(const char *id, const char *title, const char *symbolName,
                                  const SensorReading<Value> &reading, QString currentValue)
 {
-    return {QString::fromLatin1(id), kwText(title), QString::fromLatin1(symbolName),
-            statusSource(reading), std::move(currentValue),
-            sensorAvailability(reading.readingCase())};
+    return {QString::fromLatin1(id),         kwText(title),
+            QString::fromLatin1(symbolName), statusSource(reading),
+            std::move(currentValue),         sensorAvailability(reading.readingCase())};
 }
 
 } // namespace
@@ -109,10 +107,10 @@ std::vector<HardwareTrendPoint> hardwareTrendPoints(const MetricSampleHistory &h
             point.cpu = availableValue(sample.cpuUsage);
             point.gpu = availableValue(sample.gpuUsage);
             if (const auto memory = availableValue(sample.memoryUsage)) {
-                point.memoryPercent = memory->totalBytes == 0
-                                          ? 0.0
-                                          : double(memory->usedBytes) /
-                                                double(memory->totalBytes) * 100.0;
+                point.memoryPercent =
+                    memory->totalBytes == 0
+                        ? 0.0
+                        : double(memory->usedBytes) / double(memory->totalBytes) * 100.0;
             }
             point.temperature = availableValue(sample.temperatureCelsius);
             point.fanRPM = availableValue(sample.fanRPM);
@@ -125,8 +123,8 @@ std::vector<HardwareTrendPoint> hardwareTrendPoints(const MetricSampleHistory &h
         });
 }
 
-std::vector<DashboardSensorStatus>
-sensorStatuses(const std::optional<SystemMetricSample> &latest, const QString &processesSource)
+std::vector<DashboardSensorStatus> sensorStatuses(const std::optional<SystemMetricSample> &latest,
+                                                  const QString &processesSource)
 {
     if (!latest) {
         return {{QStringLiteral("sampling"), kwText("本机传感器"),
@@ -145,10 +143,10 @@ sensorStatuses(const std::optional<SystemMetricSample> &latest, const QString &p
         readingRow("gpu", "GPU", "cpu", sample.gpuUsage,
                    sample.gpuUsage.displayText(QStringLiteral("%"), 0)),
         readingRow("memory", "内存", "memorychip", memory,
-                   memory.isAvailable() ? memoryText(memory.value()->usedBytes) +
-                                              QStringLiteral(" / ") +
-                                              memoryText(memory.value()->totalBytes)
-                                        : memory.statusText()),
+                   memory.isAvailable()
+                       ? memoryText(memory.value()->usedBytes) + QStringLiteral(" / ") +
+                             memoryText(memory.value()->totalBytes)
+                       : memory.statusText()),
         readingRow("disk", "磁盘", "externaldrive", disk,
                    disk.isAvailable() ? rateText(*disk.value()) : disk.displayText(QString(), 0)),
         readingRow("network", "网络", "network", network,

@@ -67,5 +67,5 @@ std::vector<HardwareTrendPoint> hardwareTrendPoints(const MetricSampleHistory &h
 // The sensor table of the latest sample: one "sampling" row before the first
 // sample, then the seven rows temperature, fan, gpu, memory, disk, network,
 // processes. `processesSource` names the platform's process reader.
-std::vector<DashboardSensorStatus>
-sensorStatuses(const std::optional<SystemMetricSample> &latest, const QString &processesSource);
+std::vector<DashboardSensorStatus> sensorStatuses(const std::optional<SystemMetricSample> &latest,
+                                                  const QString &processesSource);

@@ -42,8 +42,7 @@ SensorReading<double> temperatureReading(const TemperatureSurvey &survey,
     return SensorReading<double>::unsupported(texts.noChannel);
 }
 
-SensorReading<double> fanReading(const std::vector<SensorChannelValue> &fans,
-                                 const FanTexts &texts)
+SensorReading<double> fanReading(const std::vector<SensorChannelValue> &fans, const FanTexts &texts)
 {
     if (fans.empty())
         return SensorReading<double>::unsupported(texts.noFans);

@@ -20,8 +20,8 @@ inline constexpr std::string_view kAppleCPUDieChannelNames[] = {"tdie", "tcpu", 
 // Linux names channels "<hwmon name> <label>" or by thermal zone type; these
 // cover the Intel, AMD and ARM drivers' names for the die and the package.
 inline constexpr std::string_view kLinuxCPUDieChannelNames[] = {
-    "coretemp",     "k10temp",      "zenpower",    "cpu_thermal", "cpu-thermal",
-    "soc_thermal",  "x86_pkg_temp", "tdie",        "tctl",        "package id"};
+    "coretemp",    "k10temp",      "zenpower", "cpu_thermal", "cpu-thermal",
+    "soc_thermal", "x86_pkg_temp", "tdie",     "tctl",        "package id"};
 
 // True when the lower-cased name contains any of the substrings.
 bool channelNameMatches(QStringView name, std::span<const std::string_view> substrings);

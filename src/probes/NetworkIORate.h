@@ -25,7 +25,7 @@ struct NetworkCounters {
 struct NetworkInterfaceRecord {
     QString name;
     std::uint32_t flags = 0;
-    int family = 0;                         // address family of the record
+    int family = 0;                          // address family of the record
     std::optional<NetworkCounters> counters; // absent: the record carries none
 
     bool operator==(const NetworkInterfaceRecord &) const = default;

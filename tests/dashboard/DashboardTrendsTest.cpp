@@ -117,8 +117,8 @@ TEST(TrendPoints, GapsAreAbsentNeverZero)
         {warming.timestamp, 56.0, std::nullopt, std::nullopt, std::nullopt, 55.5, std::nullopt,
          std::nullopt, std::nullopt, std::nullopt},
         {full.timestamp, 58.0, 12.5, 30.0, 25.0, std::nullopt, 2400.0, 1500.0, 100.0, 50.0},
-        {zeroMemory.timestamp, 60.0, std::nullopt, std::nullopt, 0.0, std::nullopt,
-         std::nullopt, std::nullopt, std::nullopt, std::nullopt},
+        {zeroMemory.timestamp, 60.0, std::nullopt, std::nullopt, 0.0, std::nullopt, std::nullopt,
+         std::nullopt, std::nullopt, std::nullopt},
     };
     EXPECT_EQ(hardware, expectedHardware);
 }
@@ -139,9 +139,9 @@ TEST(SensorAvailability, MapsEveryReadingCase)
 
 TEST(SensorStatuses, BeforeTheFirstSampleOneSamplingRow)
 {
-    const std::vector<DashboardSensorStatus> expected = {
-        {"sampling", "本机传感器", "waveform.path.ecg", "正在建立数据源连接", "采集中",
-         SensorAvailability::warmingUp}};
+    const std::vector<DashboardSensorStatus> expected = {{"sampling", "本机传感器",
+                                                          "waveform.path.ecg", "正在建立数据源连接",
+                                                          "采集中", SensorAvailability::warmingUp}};
     EXPECT_EQ(sensorStatuses(std::nullopt, "procfs"), expected);
 }
 
@@ -166,13 +166,15 @@ TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
     bad.temperatureCelsius = Reading::unsupported("未发现可识别的 CPU 温度通道");
     bad.fanRPM = Reading::permissionDenied("无权读取 hwmon 风扇传感器");
     bad.gpuUsage = Reading::temporarilyUnavailable("gone");
-    bad.memoryUsage = SensorReading<SystemMemoryUsage>::temporarilyUnavailable("无法读取 /proc/meminfo");
+    bad.memoryUsage =
+        SensorReading<SystemMemoryUsage>::temporarilyUnavailable("无法读取 /proc/meminfo");
 
-    const DashboardSensorStatus processes{"processes", "进程采样", "waveform.path.ecg", "procfs",
-                                          "正常", SensorAvailability::available};
+    const DashboardSensorStatus processes{"processes", "进程采样", "waveform.path.ecg",
+                                          "procfs",    "正常",     SensorAvailability::available};
     using A = SensorAvailability;
     const Case cases[] = {
-        {"all available", good,
+        {"all available",
+         good,
          {{"temperature", "温度", "thermometer.medium", "Linux hwmon CPU sensors", "61.3°C",
            A::available},
           {"fan", "风扇", "fan", "Linux hwmon fan sensors", "2400 RPM", A::available},
@@ -181,7 +183,8 @@ TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
           {"disk", "磁盘", "externaldrive", "diskstats", "1.5 MB/s", A::available},
           {"network", "网络", "network", "getifaddrs", "2 KB/s", A::available},
           processes}},
-        {"failures and warm-up", bad,
+        {"failures and warm-up",
+         bad,
          {{"temperature", "温度", "thermometer.medium", "未发现可识别的 CPU 温度通道", "不可用",
            A::unavailable},
           {"fan", "风扇", "fan", "无权读取 hwmon 风扇传感器", "权限受限", A::unavailable},

@@ -79,7 +79,7 @@ TEST(SumNetworkCounters, CountsOnlyLiveNonLoopbackLinkRecordsWithCounters)
         link("lo", up | kInterfaceLoopbackFlag, 1'000'000, 1'000'000),
         link("eth0", up, 1000, 200),
         {"eth0", up, 2 /* an IPv4 address */, NetworkCounters{7777, 7777}},
-        link("wlan0", 0, 5555, 5555), // down
+        link("wlan0", 0, 5555, 5555),      // down
         {"tun0", up, kLink, std::nullopt}, // counters unreadable
         link("docker0", up | 0x1000, 10, 20),
     };
@@ -110,8 +110,7 @@ TEST(NetworkIORateTracker, FollowsTheSnapshotRulesTickByTick)
         {5.0, std::vector{link("eth0", up, 9000, 1000)},
          R::available({2000.0, 200.0}, "getifaddrs")}, // spans the failed tick
         {7.0, std::vector{link("eth0", up, 8000, 5000)}, R::temporarilyUnavailable(netUnchanged)},
-        {9.0, std::vector{link("eth0", up, 8200, 5000)},
-         R::available({100.0, 0.0}, "getifaddrs")},
+        {9.0, std::vector{link("eth0", up, 8200, 5000)}, R::available({100.0, 0.0}, "getifaddrs")},
         {9.0, std::vector{link("eth0", up, 8400, 5100)}, R::temporarilyUnavailable(netUnchanged)},
     };
     NetworkIORateTracker tracker(kLink, QStringLiteral("getifaddrs"));
@@ -143,10 +142,10 @@ TEST(GPUUsageReading, ClampsAndTakesTheLargestWithItsSource)
         {"above 100", {{130, "sysfs"}}, R::available(100, "sysfs")},
         {"below 0", {{-3, "sysfs"}}, R::available(0, "sysfs")},
         {"not a number", {{nan, "sysfs"}}, R::available(0, "sysfs")},
-        {"tie: the first route names it", {{37, "sysfs"}, {37, "nvml"}},
-         R::available(37, "sysfs")},
+        {"tie: the first route names it", {{37, "sysfs"}, {37, "nvml"}}, R::available(37, "sysfs")},
         {"clamped values tie too", {{100, "sysfs"}, {150, "nvml"}}, R::available(100, "sysfs")},
-        {"a clamped zero loses to a real value", {{-8, "sysfs"}, {3, "nvml"}},
+        {"a clamped zero loses to a real value",
+         {{-8, "sysfs"}, {3, "nvml"}},
          R::available(3, "nvml")},
     };
     for (const Case &c : cases)

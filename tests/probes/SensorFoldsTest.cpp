@@ -1,5 +1,5 @@
-#include "probes/ChipSensors.h"
 #include "probes/SensorFolds.h"
+#include "probes/ChipSensors.h"
 
 #include <gtest/gtest.h>
 
@@ -120,12 +120,15 @@ TEST(TemperatureReading, DecidesInTheOrderInterfaceValueRefusalNothing)
         {"no interface", {false, {}}, R::unsupported("no interface")},
         {"interface with no channels", {true, {}}, R::unsupported("no channel")},
         {"die channels folded",
-         {true, {{"coretemp Core 0", value(50)}, {"coretemp Core 1", value(60)}, {"acpitz", value(99)}}},
+         {true,
+          {{"coretemp Core 0", value(50)}, {"coretemp Core 1", value(60)}, {"acpitz", value(99)}}},
          R::available(55.0, "source")},
         {"only non-die channels", {true, {{"acpitz", value(45)}}}, R::unsupported("no channel")},
-        {"die channel out of range", {true, {{"k10temp Tctl", value(130)}}},
+        {"die channel out of range",
+         {true, {{"k10temp Tctl", value(130)}}},
          R::unsupported("no channel")},
-        {"everything refused", {true, {{"hwmon0 temp1", refused}, {"acpitz", refused}}},
+        {"everything refused",
+         {true, {{"hwmon0 temp1", refused}, {"acpitz", refused}}},
          R::permissionDenied("refused")},
         {"the die channel refused, another readable",
          {true, {{"coretemp Core 0", refused}, {"acpitz", value(45)}}},
@@ -137,7 +140,8 @@ TEST(TemperatureReading, DecidesInTheOrderInterfaceValueRefusalNothing)
          {true, {{"coretemp Core 0", refused}, {"coretemp Core 1", value(48)}}},
          R::available(48.0, "source")},
         {"vanished or junk files are no refusal",
-         {true, {{"coretemp Core 0", unreadable}}}, R::unsupported("no channel")},
+         {true, {{"coretemp Core 0", unreadable}}},
+         R::unsupported("no channel")},
     };
     for (const Case &c : cases)
         EXPECT_EQ(temperatureReading(c.survey, kLinuxCPUDieChannelNames, temperatureTexts),
@@ -160,7 +164,8 @@ TEST(FanReading, DecidesInTheOrderNoFansRefusalFold)
         {"stopped and turning", {value(0), value(1150)}, R::available(1150.0, "fan source")},
         {"all stopped", {value(0), value(0)}, R::available(0.0, "fan source")},
         {"only garbage", {value(25000), unreadable}, R::unsupported("no valid speed")},
-        {"refused beside garbage that was read", {refused, value(-1)},
+        {"refused beside garbage that was read",
+         {refused, value(-1)},
          R::unsupported("no valid speed")},
     };
     for (const Case &c : cases)

@@ -18,9 +18,9 @@ std::optional<std::vector<InterfaceAddress>> GetifaddrsListing::list()
     return addresses;
 }
 
-std::vector<NetworkInterfaceRecord> networkInterfaceRecords(
-    const std::vector<InterfaceAddress> &addresses, const QByteArray &sysRoot,
-    const KernelFileReader &read)
+std::vector<NetworkInterfaceRecord>
+networkInterfaceRecords(const std::vector<InterfaceAddress> &addresses, const QByteArray &sysRoot,
+                        const KernelFileReader &read)
 {
     std::vector<NetworkInterfaceRecord> records;
     records.reserve(addresses.size());

@@ -38,17 +38,17 @@ public:
 // {rx,tx}_bytes. The 32-bit counters in getifaddrs' ifa_data wrap at 4 GiB,
 // every few seconds on a fast link. Counters that cannot be read leave the
 // record without counters, so it does not count.
-std::vector<NetworkInterfaceRecord> networkInterfaceRecords(
-    const std::vector<InterfaceAddress> &addresses, const QByteArray &sysRoot,
-    const KernelFileReader &read);
+std::vector<NetworkInterfaceRecord>
+networkInterfaceRecords(const std::vector<InterfaceAddress> &addresses, const QByteArray &sysRoot,
+                        const KernelFileReader &read);
 
 // Received and sent rates over all live non-loopback interfaces.
 class GetifaddrsNetworkProbe final : public NetworkIOProbing {
 public:
-    explicit GetifaddrsNetworkProbe(QString sysRoot = QStringLiteral("/sys"),
-                                    std::unique_ptr<InterfaceAddressListing> listing =
-                                        std::make_unique<GetifaddrsListing>(),
-                                    KernelFileReader reader = systemFileReader());
+    explicit GetifaddrsNetworkProbe(
+        QString sysRoot = QStringLiteral("/sys"),
+        std::unique_ptr<InterfaceAddressListing> listing = std::make_unique<GetifaddrsListing>(),
+        KernelFileReader reader = systemFileReader());
     SensorReading<NetworkThroughput> sample(TimePoint now) override;
 
 private:

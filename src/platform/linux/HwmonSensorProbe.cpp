@@ -105,11 +105,12 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
 }
 
 HwmonSensorProbe::HwmonSensorProbe(QString sysRoot, KernelFileReader reader)
-    : m_sysRoot(sysRoot.toLocal8Bit()), m_read(std::move(reader)),
-      m_temperatureTexts{QStringLiteral("Linux hwmon CPU sensors"),
-                         kwText("当前系统没有可用的 hwmon 温度传感器接口"),
-                         kwText("无权读取 hwmon 温度传感器"),
-                         kwText("未发现可识别的 CPU 温度通道")},
+    : m_sysRoot(sysRoot.toLocal8Bit()),
+      m_read(std::move(reader)), m_temperatureTexts{QStringLiteral("Linux hwmon CPU sensors"),
+                                                    kwText(
+                                                        "当前系统没有可用的 hwmon 温度传感器接口"),
+                                                    kwText("无权读取 hwmon 温度传感器"),
+                                                    kwText("未发现可识别的 CPU 温度通道")},
       m_fanTexts{QStringLiteral("Linux hwmon fan sensors"),
                  kwText("系统没有可读取的风扇转速传感器"), kwText("无权读取 hwmon 风扇传感器"),
                  kwText("hwmon 未返回明确的风扇 RPM")}

@@ -3,8 +3,7 @@
 #include "probes/GPUUsage.h"
 #include "sampling/Text.h"
 
-std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot,
-                                           const KernelFileReader &read)
+std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const KernelFileReader &read)
 {
     std::vector<double> values;
     const QByteArray drmPath = sysRoot + "/class/drm/";

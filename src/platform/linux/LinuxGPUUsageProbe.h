@@ -13,8 +13,7 @@
 // gpu_busy_percent, in card order. Connector entries (card0-DP-1) and render
 // nodes are not cards. A file that is missing, unreadable or not a number
 // gives nothing for that card.
-std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot,
-                                           const KernelFileReader &read);
+std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const KernelFileReader &read);
 
 // GPU utilisation: amdgpu through sysfs and NVIDIA through NVML, the largest
 // value of all devices.

@@ -30,8 +30,8 @@ void NvmlLibrary::HandleCloser::operator()(void *handle) const
 
 std::unique_ptr<NvmlLibrary> NvmlLibrary::open(const QByteArray &libraryPath)
 {
-    std::unique_ptr<void, HandleCloser> handle(::dlopen(libraryPath.constData(),
-                                                        RTLD_NOW | RTLD_LOCAL));
+    std::unique_ptr<void, HandleCloser> handle(
+        ::dlopen(libraryPath.constData(), RTLD_NOW | RTLD_LOCAL));
     if (!handle)
         return nullptr;
     auto symbol = [&](const char *name) { return ::dlsym(handle.get(), name); };
@@ -43,8 +43,8 @@ std::unique_ptr<NvmlLibrary> NvmlLibrary::open(const QByteArray &libraryPath)
         reinterpret_cast<decltype(Functions::deviceCount)>(symbol("nvmlDeviceGetCount_v2"));
     functions->deviceHandle = reinterpret_cast<decltype(Functions::deviceHandle)>(
         symbol("nvmlDeviceGetHandleByIndex_v2"));
-    functions->utilization = reinterpret_cast<decltype(Functions::utilization)>(
-        symbol("nvmlDeviceGetUtilizationRates"));
+    functions->utilization =
+        reinterpret_cast<decltype(Functions::utilization)>(symbol("nvmlDeviceGetUtilizationRates"));
     functions->shutdown = reinterpret_cast<decltype(Functions::shutdown)>(symbol("nvmlShutdown"));
     if (!functions->init || !functions->deviceCount || !functions->deviceHandle ||
         !functions->utilization || !functions->shutdown)

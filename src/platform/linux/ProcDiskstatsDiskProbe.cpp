@@ -51,8 +51,8 @@ std::vector<DiskstatsLine> parseDiskstats(std::string_view text)
         const auto written = parseUnsignedDecimal(fields[9]);
         if (!read || !written)
             continue;
-        lines.push_back({QString::fromUtf8(fields[2].data(), qsizetype(fields[2].size())), *read,
-                         *written});
+        lines.push_back(
+            {QString::fromUtf8(fields[2].data(), qsizetype(fields[2].size())), *read, *written});
     }
     return lines;
 }

@@ -18,7 +18,8 @@ namespace {
 
 QString fixture(const char *machine, const char *root)
 {
-    return QStringLiteral(KW_FIXTURES_DIR "/%1/%2").arg(QLatin1String(machine), QLatin1String(root));
+    return QStringLiteral(KW_FIXTURES_DIR "/%1/%2")
+        .arg(QLatin1String(machine), QLatin1String(root));
 }
 
 TimePoint at(double seconds)
@@ -32,11 +33,11 @@ TEST(ParseDiskstats, TakesNameAndSectorFieldsAndSkipsBrokenLines)
 {
     const std::string_view text =
         " 254       0 vda 38069 8168 3200810 11774 12552 7704 1359296 3104 0 6584 16094\n"
-        "   8 0 sda 1 2 3 4 5 6\n"                      // too few fields
-        "   8 16 sdb 1 2 x 4 5 6 7 8 9 10 11\n"          // a sector count that is no number
-        "   8 32 sdc 1 2 -3 4 5 6 7 8 9 10 11\n"         // nor is a negative one
+        "   8 0 sda 1 2 3 4 5 6\n"               // too few fields
+        "   8 16 sdb 1 2 x 4 5 6 7 8 9 10 11\n"  // a sector count that is no number
+        "   8 32 sdc 1 2 -3 4 5 6 7 8 9 10 11\n" // nor is a negative one
         "\n"
-        "\t8\t48\tsdd\t1\t2\t30\t4\t5\t6\t70\t8"       // tabs, no newline at the end
+        "\t8\t48\tsdd\t1\t2\t30\t4\t5\t6\t70\t8" // tabs, no newline at the end
         ;
     const std::vector<DiskstatsLine> expected = {{"vda", 3200810, 1359296}, {"sdd", 30, 70}};
     EXPECT_EQ(parseDiskstats(text), expected);
@@ -46,12 +47,12 @@ TEST(ParseDiskstats, TakesNameAndSectorFieldsAndSkipsBrokenLines)
 
 TEST(WholeDiskCounters, KeepsOnlyWholeRealDisksInBytes)
 {
-    const std::vector<QByteArray> block = {"vda", "sda", "loop0", "zram0", "dm-0", "md127",
-                                           "ram0", "nvme0n1", "mmcblk0"};
+    const std::vector<QByteArray> block = {"vda",   "sda",  "loop0",   "zram0",  "dm-0",
+                                           "md127", "ram0", "nvme0n1", "mmcblk0"};
     const std::vector<DiskstatsLine> lines = {
-        {"vda", 10, 20},      {"vda1", 9, 19},  {"sda", 1, 1},      {"loop0", 100, 0},
-        {"zram0", 100, 100},  {"dm-0", 50, 50}, {"md127", 70, 70},  {"ram0", 1, 1},
-        {"nvme0n1", 0, 0},    {"nvme0n1p1", 1, 1}, {"mmcblk0", 2, 3}, {"sr0", 4, 4}};
+        {"vda", 10, 20},     {"vda1", 9, 19},     {"sda", 1, 1},     {"loop0", 100, 0},
+        {"zram0", 100, 100}, {"dm-0", 50, 50},    {"md127", 70, 70}, {"ram0", 1, 1},
+        {"nvme0n1", 0, 0},   {"nvme0n1p1", 1, 1}, {"mmcblk0", 2, 3}, {"sr0", 4, 4}};
     const std::vector<DiskDeviceCounters> expected = {
         {"vda", 5120, 10240}, {"sda", 512, 512}, {"nvme0n1", 0, 0}, {"mmcblk0", 1024, 1536}};
     EXPECT_EQ(wholeDiskCounters(lines, block), expected);
@@ -146,7 +147,8 @@ TEST(ProcDiskstatsDiskProbe, SeesAWriteOnThisMachine)
     ASSERT_EQ(::fsync(fd), 0);
     ::close(fd);
     const SensorReading<double> reading = probe.sample(start.addingSeconds(1.0));
-    ASSERT_TRUE(reading.isAvailable()) << reading.reasonText().value_or(reading.sourceText()).toStdString();
+    ASSERT_TRUE(reading.isAvailable())
+        << reading.reasonText().value_or(reading.sourceText()).toStdString();
     // 8 MiB in one (pretended) second; journal and metadata only add to it.
     EXPECT_GE(*reading.value(), 8.0 * (1 << 20));
     EXPECT_EQ(reading.sourceText(), QStringLiteral("Linux /proc/diskstats"));
@@ -172,12 +174,9 @@ constexpr std::uint32_t loopback = 0x8;
 TEST(NetworkInterfaceRecords, ReadsSixtyFourBitCountersOfLinkRecordsOnly)
 {
     const std::vector<InterfaceAddress> addresses = {
-        {"lo", up | loopback, AF_PACKET},
-        {"wlp3s0", up, AF_PACKET},
-        {"wlp3s0", up, AF_INET},
-        {"enp0s31f6", 0, AF_PACKET},
-        {"wwan0", up, AF_PACKET},       // listed, but gone from sysfs
-        {"../../block", up, AF_PACKET}, // not an interface name
+        {"lo", up | loopback, AF_PACKET}, {"wlp3s0", up, AF_PACKET}, {"wlp3s0", up, AF_INET},
+        {"enp0s31f6", 0, AF_PACKET},      {"wwan0", up, AF_PACKET}, // listed, but gone from sysfs
+        {"../../block", up, AF_PACKET},                             // not an interface name
     };
     const auto records = networkInterfaceRecords(
         addresses, fixture("intel-laptop", "sys").toLocal8Bit(), systemFileReader());
@@ -197,8 +196,8 @@ TEST(GetifaddrsNetworkProbe, RatesOverMadeUpInterfacesAndFixtureCounters)
     QTemporaryDir sys;
     ASSERT_TRUE(sys.isValid());
     auto setCounters = [&](const char *name, std::uint64_t received, std::uint64_t sent) {
-        const QString statistics = sys.path() + QStringLiteral("/class/net/%1/statistics/")
-                                                    .arg(QLatin1String(name));
+        const QString statistics =
+            sys.path() + QStringLiteral("/class/net/%1/statistics/").arg(QLatin1String(name));
         ASSERT_TRUE(QDir().mkpath(statistics));
         for (const auto &[file, value] : {std::pair{"rx_bytes", received}, {"tx_bytes", sent}}) {
             QFile out(statistics + QLatin1String(file));

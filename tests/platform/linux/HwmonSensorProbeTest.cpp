@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <string>
 
 namespace {
 
@@ -29,6 +30,7 @@ KernelFileReader failingReader(std::vector<QByteArray> endings, int error)
 using R = SensorReading<double>;
 
 struct MachineCase {
+    const char *label; // the test's name
     const char *machine;
     std::vector<QByteArray> refusedEndings;
     int error;
@@ -58,42 +60,73 @@ INSTANTIATE_TEST_SUITE_P(
         // coretemp package 52 and cores 50/49/53/48, x86_pkg_temp zone 52:
         // the median of 48 49 50 52 52 53. acpitz, nvme and thinkpad temp1
         // are not the die. The ThinkPad fan turns at 2400.
-        MachineCase{"intel-laptop", {}, 0, R::available(51.0, temperatureSource),
+        MachineCase{"IntelLaptop",
+                    "intel-laptop",
+                    {},
+                    0,
+                    R::available(51.0, temperatureSource),
                     R::available(2400.0, fanSource)},
         // k10temp Tctl 61.25 and Tccd1 58.5; nct6798 CPUTIN and amdgpu edge are
         // not the die. Fans 0 (nct), 1150 (nct), 0 (amdgpu): the turning one.
-        MachineCase{"amd-desktop", {}, 0, R::available(59.875, temperatureSource),
+        MachineCase{"AmdDesktop",
+                    "amd-desktop",
+                    {},
+                    0,
+                    R::available(59.875, temperatureSource),
                     R::available(1150.0, fanSource)},
-        MachineCase{"server-vm", {}, 0,
+        MachineCase{"ServerVm",
+                    "server-vm",
+                    {},
+                    0,
                     R::unsupported(QStringLiteral("当前系统没有可用的 hwmon 温度传感器接口")),
                     R::unsupported(QStringLiteral("系统没有可读取的风扇转速传感器"))},
         // Only the one good coretemp channel survives empty, junk, negative
         // and absurd files; no fan file holds a speed (65535 is the "no fan"
         // value of some Super I/O chips).
-        MachineCase{"broken-sensors", {}, 0, R::available(51.5, temperatureSource),
+        MachineCase{"BrokenSensors",
+                    "broken-sensors",
+                    {},
+                    0,
+                    R::available(51.5, temperatureSource),
                     R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
         // Every input and zone temperature refused.
-        MachineCase{"intel-laptop", {"_input", "/temp"}, EACCES,
+        MachineCase{"EverythingRefused",
+                    "intel-laptop",
+                    {"_input", "/temp"},
+                    EACCES,
                     R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
                     R::permissionDenied(QStringLiteral("无权读取 hwmon 风扇传感器"))},
         // Every die channel refused while acpitz, nvme and the ThinkPad still
         // read: the refusal is what hides the die, so it is what is reported.
-        MachineCase{"intel-laptop", {"hwmon10/temp1_input", "hwmon10/temp2_input",
-                                     "hwmon10/temp3_input", "hwmon10/temp4_input",
-                                     "hwmon10/temp5_input", "thermal_zone1/temp"},
-                    EACCES, R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
+        MachineCase{"DieChannelsRefused",
+                    "intel-laptop",
+                    {"hwmon10/temp1_input", "hwmon10/temp2_input", "hwmon10/temp3_input",
+                     "hwmon10/temp4_input", "hwmon10/temp5_input", "thermal_zone1/temp"},
+                    EACCES,
+                    R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
                     R::available(2400.0, fanSource)},
-        MachineCase{"intel-laptop", {"hwmon10/temp1_input", "hwmon10/temp2_input"}, EACCES,
-                    R::available(50.5, temperatureSource), R::available(2400.0, fanSource)},
+        MachineCase{"SomeCoresRefused",
+                    "intel-laptop",
+                    {"hwmon10/temp1_input", "hwmon10/temp2_input"},
+                    EACCES,
+                    R::available(50.5, temperatureSource),
+                    R::available(2400.0, fanSource)},
         // Files that vanish between listing and reading are no refusal.
-        MachineCase{"intel-laptop", {"_input", "/temp"}, ENOENT,
+        MachineCase{"InputsVanished",
+                    "intel-laptop",
+                    {"_input", "/temp"},
+                    ENOENT,
                     R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
                     R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
         // The names and labels vanish: channels fall back to "<hwmonN> temp<n>"
         // and the zone's directory name, none of which names the die.
-        MachineCase{"intel-laptop", {"/name", "_label", "/type"}, ENOENT,
+        MachineCase{"NamesVanished",
+                    "intel-laptop",
+                    {"/name", "_label", "/type"},
+                    ENOENT,
                     R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
-                    R::available(2400.0, fanSource)}));
+                    R::available(2400.0, fanSource)}),
+    [](const testing::TestParamInfo<MachineCase> &info) { return std::string(info.param.label); });
 
 TEST(ScanHwmonSensors, NamesChannelsByDeviceAndLabelInNumericOrder)
 {

@@ -49,9 +49,8 @@ TEST(AmdgpuBusyPercent, ReadsCardsAndSkipsConnectorsAndJunk)
         readAmdgpuBusyPercents(fixtureSys("broken-sensors").toLocal8Bit(), systemFileReader()),
         std::vector<double>{130.0});
     // An Intel card has no such file.
-    EXPECT_TRUE(
-        readAmdgpuBusyPercents(fixtureSys("intel-laptop").toLocal8Bit(), systemFileReader())
-            .empty());
+    EXPECT_TRUE(readAmdgpuBusyPercents(fixtureSys("intel-laptop").toLocal8Bit(), systemFileReader())
+                    .empty());
 }
 
 TEST(LinuxGPUUsageProbe, SysfsRoutesOnFixtures)
