@@ -16,7 +16,7 @@ struct NotConnectedProcessProbe final : ProcessMetricsProbing {
 
 } // namespace
 
-std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots)
+SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
 {
     SystemMetricSampler::Probes probes;
     probes.cpuProbe = std::make_unique<ProcStatCPUUsageProbe>(roots.procRoot);
@@ -27,5 +27,10 @@ std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots
     probes.memoryProbe = std::make_unique<ProcMeminfoMemoryProbe>(roots.procRoot);
     probes.networkProbe = std::make_unique<GetifaddrsNetworkProbe>(roots.sysRoot);
     probes.processProbe = std::make_unique<NotConnectedProcessProbe>();
-    return std::make_shared<SystemMetricSampler>(std::move(probes));
+    return probes;
+}
+
+std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots)
+{
+    return std::make_shared<SystemMetricSampler>(makePlatformProbes(roots));
 }
