@@ -113,11 +113,19 @@ QString processesSection(const SystemMetricSample &sample)
            table.render();
 }
 
+QString sensorTableSection(const DashboardStore &store)
+{
+    TextTable table({kwText("传感器"), kwText("来源"), kwText("当前值"), kwText("可用性")});
+    for (const DashboardSensorStatus &status : store.sensorStatuses())
+        table.addRow({status.title, status.source, status.currentValue,
+                      sensorAvailabilityName(status.availability)});
+    return table.render();
+}
+
 } // namespace
 
 QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
 {
-    Q_UNUSED(store);
     if (samples.empty())
         return kwText("没有采集到样本。") + QLatin1Char('\n');
     const SystemMetricSample &last = samples.back();
@@ -126,6 +134,7 @@ QString reportText(const DashboardStore &store, const std::vector<SystemMetricSa
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);
     out += QLatin1Char('\n') + processesSection(last);
+    out += QLatin1Char('\n') + sensorTableSection(store);
     // Each part of the dashboard's state adds its own section below.
     return out;
 }
