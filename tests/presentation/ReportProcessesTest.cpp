@@ -55,7 +55,10 @@ TEST_F(ReportProcessesTest, TextListsTheSpinningChildAmongTheTenBusiest)
 
     const qsizetype section = text.indexOf(QStringLiteral("最忙的进程"));
     ASSERT_GE(section, 0) << text.toStdString();
-    const QStringList lines = text.mid(section).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    // The section ends at the first blank line; other sections follow it.
+    const qsizetype end = text.indexOf(QStringLiteral("\n\n"), section);
+    const QStringList lines =
+        text.mid(section, end < 0 ? -1 : end - section).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     ASSERT_GE(lines.size(), 3);
     for (const char *title : {"进程", "PID", "CPU", "内存", "磁盘", "运行时长", "安全命令", "项目"})
         EXPECT_TRUE(lines[1].contains(QString::fromUtf8(title))) << title;
