@@ -42,6 +42,21 @@ QString lastComponent(const QString &path)
 
 } // namespace
 
+QString processDisplayName(const QString &comm, const QString &executablePath)
+{
+    const QString executableName = lastComponent(executablePath);
+    if (comm.isEmpty())
+        return executableName;
+    // The kernel keeps only the first 15 bytes of a name (TASK_COMM_LEN − 1):
+    // "kilnwarden-report" arrives as "kilnwarden-repo". When the executable's
+    // own name continues the cut name, show the whole one.
+    constexpr qsizetype kernelNameLimit = 15;
+    if (comm.toUtf8().size() == kernelNameLimit && executableName.size() > comm.size() &&
+        executableName.startsWith(comm))
+        return executableName;
+    return comm;
+}
+
 ProcfsProcessMetricReader::ProcfsProcessMetricReader(QString procRoot)
     : m_procRoot(procRoot.toLocal8Bit()),
       m_userID(::getuid()),
@@ -136,8 +151,7 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     record.parentPID = stat->parentPID;
     record.processGroupID = stat->processGroupID;
     record.userID = *owner;
-    record.name = stat->name.isEmpty() ? lastComponent(record.identity.executablePath)
-                                       : stat->name;
+    record.name = processDisplayName(stat->name, record.identity.executablePath);
     record.residentBytes = residentBytes;
     record.totalCPUNanoseconds = *cpuNanoseconds;
     record.diskBytes = diskBytes;

@@ -32,3 +32,8 @@ private:
     long m_clockTicksPerSecond;
     std::uint64_t m_pageSize;
 };
+
+// The process's short name: its comm, unless the kernel cut a longer
+// executable name to 15 bytes, or the comm is empty; then the executable's
+// last path component.
+QString processDisplayName(const QString &comm, const QString &executablePath);

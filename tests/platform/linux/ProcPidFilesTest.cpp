@@ -1,4 +1,5 @@
 #include "platform/linux/ProcPidFiles.h"
+#include "platform/linux/ProcfsProcessMetricReader.h"
 
 #include <gtest/gtest.h>
 
@@ -126,5 +127,28 @@ INSTANTIATE_TEST_SUITE_P(
                    "read_bytes: 18446744073709551615\nwrite_bytes: 2\n", 1},
         NumberCase{"malformed value", "read_bytes: lots\nwrite_bytes: 1\n", std::nullopt},
         NumberCase{"empty", "", std::nullopt}));
+
+} // namespace
+
+namespace {
+
+TEST(ProcessDisplayName, TheKernelsCutNameIsCompletedFromTheExecutable)
+{
+    struct Row {
+        const char *comm;
+        const char *executable;
+        const char *expected;
+    };
+    const std::vector<Row> rows = {
+        {"kilnwarden-repo", "/usr/bin/kilnwarden-report", "kilnwarden-report"},
+        {"bash", "/usr/bin/bash", "bash"},
+        {"pytest", "/usr/bin/python3.11", "pytest"}, // a renamed process keeps its own name
+        {"", "/usr/bin/node", "node"},
+        {"worker-pool-thr", "/usr/bin/python3", "worker-pool-thr"}, // 15 bytes, not a prefix
+        {"kilnwarden-repo", "/usr/bin/kilnwarden-repo", "kilnwarden-repo"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(processDisplayName(row.comm, row.executable), row.expected) << row.comm;
+}
 
 } // namespace
