@@ -3,6 +3,7 @@
 #include "dashboard/DashboardIncident.h"
 #include "dashboard/DashboardIncidentTracker.h"
 #include "dashboard/DashboardModel.h"
+#include "dashboard/DashboardTrends.h"
 #include "dashboard/MenuBarPresentation.h"
 #include "sampling/LiveSystemMonitor.h"
 #include "sampling/MetricSampleHistory.h"
@@ -62,6 +63,11 @@ public:
     }
     const MetricSampleHistory &sampleHistory() const { return m_sampleHistory; }
     const std::vector<DashboardIncident> &incidents() const { return m_incidents; }
+
+    // Chart points and the sensor table, computed afresh on each call.
+    std::vector<HeatTrendPoint> heatTrendPoints(double windowSeconds) const;
+    std::vector<HardwareTrendPoint> hardwareTrendPoints(double windowSeconds) const;
+    std::vector<DashboardSensorStatus> sensorStatuses() const;
 
     // When the menu bar state last turned abnormal; absent while it is calm.
     std::optional<TimePoint> menuBarAbnormalStartedAt() const
