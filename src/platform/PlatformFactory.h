@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sampling/SystemMetricSampler.h"
+#include "termination/ProcessTerminationController.h"
 
 #include <QString>
 
@@ -16,3 +17,7 @@ struct PlatformRoots {
 // of this platform behind their interfaces. Implemented once per platform
 // (platform/<os>/); nothing else in the program knows which platform it is on.
 std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots = {});
+
+// The termination controller of the running program: this platform's identity
+// reader and signal sender, the current user and this process.
+ProcessTerminationController makeProcessTerminationController(const PlatformRoots &roots = {});

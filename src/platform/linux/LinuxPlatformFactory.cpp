@@ -1,9 +1,13 @@
 #include "platform/PlatformFactory.h"
 
+#include "platform/linux/PidfdSignalSender.h"
 #include "platform/linux/ProcMeminfoMemoryProbe.h"
 #include "platform/linux/ProcStatCPUUsageProbe.h"
+#include "platform/linux/ProcfsProcessIdentityReader.h"
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
 #include "sampling/Text.h"
+
+#include <unistd.h>
 
 namespace {
 
@@ -56,4 +60,11 @@ std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots
     probes.networkProbe = std::make_unique<NotConnectedNetworkProbe>();
     probes.processProbe = std::make_unique<NotConnectedProcessProbe>();
     return std::make_shared<SystemMetricSampler>(std::move(probes));
+}
+
+ProcessTerminationController makeProcessTerminationController(const PlatformRoots &roots)
+{
+    return ProcessTerminationController(
+        std::make_shared<ProcfsProcessIdentityReader>(roots.procRoot),
+        std::make_shared<PidfdSignalSender>(), ::getuid(), ::getpid());
 }
