@@ -2,8 +2,11 @@
 
 #include <QMetaObject>
 
-DashboardStore::DashboardStore(LiveSystemMonitor monitor, QObject *parent)
-    : QObject(parent), m_monitor(std::move(monitor))
+DashboardStore::DashboardStore(LiveSystemMonitor monitor,
+                               ProcessTerminationController terminationController,
+                               QObject *parent)
+    : QObject(parent), m_monitor(std::move(monitor)),
+      m_terminationController(std::move(terminationController))
 {
 }
 
@@ -125,8 +128,13 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
     markChanged(Field::sampleHistory);
 
     // 3. Recovery verdict of an open verification.
+    [[maybe_unused]] const std::optional<DashboardRecoveryState> finishedRecovery =
+        applyRecoveryVerdict(sample);
+
     // 4.-6. Grouping, warm-up gate, ranking and stable targets.
     // 7. Termination targets.
+    rebuildTerminationTargets(sample);
+
     // 8.-9. Tasks and live tasks.
     // 10.-11. Selection of task and process.
     // 12. Menu bar abnormal time.

@@ -2,8 +2,13 @@
 
 #include "dashboard/DashboardIncident.h"
 #include "dashboard/DashboardModel.h"
+#include "dashboard/ProcessExitWaiter.h"
 #include "sampling/LiveSystemMonitor.h"
 #include "sampling/MetricSampleHistory.h"
+#include "termination/ProcessTerminationController.h"
+#include "termination/RecoveryEvaluator.h"
+
+#include <QHash>
 
 #include <QObject>
 #include <QString>
@@ -30,7 +35,8 @@ class DashboardStore final : public QObject {
     Q_OBJECT
 
 public:
-    explicit DashboardStore(LiveSystemMonitor monitor, QObject *parent = nullptr);
+    DashboardStore(LiveSystemMonitor monitor, ProcessTerminationController terminationController,
+                   QObject *parent = nullptr);
     ~DashboardStore() override;
 
     // Observed fields.
@@ -75,6 +81,43 @@ public:
     void ingest(const SystemMetricSample &sample);
 
     const LiveSystemMonitor &monitor() const { return m_monitor; }
+
+    // Termination (DashboardStoreTermination.cpp). One termination runs at a
+    // time from the user's view: the page offers the action only through
+    // `canTerminateSelectedProcess`.
+    //
+    // Records what the user saw of `process` and asks for confirmation; the
+    // mode is forced only after this same node ignored a graceful signal.
+    // Nothing happens for a node that the last sample offers no target for.
+    void requestTermination(const DashboardTask &task, const DashboardProcessNode &process);
+    // The safety check and one signal, then a wait of at most about 2 s for the
+    // exit. Returns at once: the wait runs off the store's thread, and ingest
+    // and user actions go on until its answer arrives as a queued call.
+    void confirmTermination();
+    // The dialog was dismissed: clears the pending request, nothing else.
+    void cancelTermination();
+    bool canTerminateSelectedProcess() const;
+    // The last attempt's status, when it is about the selected process.
+    std::optional<DashboardTerminationStatus> selectedTerminationStatus() const;
+
+    const ProcessTerminationController &terminationController() const
+    {
+        return m_terminationController;
+    }
+    // Which process nodes of the last sample may be ended, by node id.
+    const QHash<QString, ProcessTerminationTarget> &processTerminationTargets() const
+    {
+        return m_processTerminationTargets;
+    }
+    const std::optional<ProcessTerminationTarget> &pendingTerminationTarget() const
+    {
+        return m_pendingTerminationTarget;
+    }
+    // Present exactly while a verification of recovery is open.
+    const std::optional<RecoveryEvaluator> &recoveryEvaluator() const
+    {
+        return m_recoveryEvaluator;
+    }
 
 signals:
     void isMonitoringChanged();
@@ -136,6 +179,16 @@ private:
     void markChanged(Field which);
     void emitPending();
 
+    // Termination steps (DashboardStoreTermination.cpp).
+    std::optional<DashboardRecoveryState> applyRecoveryVerdict(const SystemMetricSample &sample);
+    void rebuildTerminationTargets(const SystemMetricSample &sample);
+    void finishTerminationWait(const DashboardPendingTermination &pending,
+                               const std::optional<SystemMetricSample> &baseline,
+                               bool stillRunning);
+    void recordTerminationFailure(const DashboardPendingTermination &pending);
+    void writeTerminationStatus(const DashboardPendingTermination &pending,
+                                DashboardTerminationPhase phase);
+
     void drainStream(quint64 generation);
     void pruneRetiredStreams();
 
@@ -164,6 +217,12 @@ private:
     std::vector<std::unique_ptr<SampleStream>> m_retiredStreams;
     // Tells the queued deliveries of a stopped stream from the current one's.
     quint64 m_streamGeneration = 0;
+    ProcessTerminationController m_terminationController;
+    std::optional<RecoveryEvaluator> m_recoveryEvaluator;
+    QHash<QString, ProcessTerminationTarget> m_processTerminationTargets;
+    std::optional<ProcessTerminationTarget> m_pendingTerminationTarget;
+    // Exit waits in progress; destroyed (cancelled and joined) with the store.
+    ProcessExitWaiter m_exitWaiter;
 
     int m_batchDepth = 0;
     std::bitset<static_cast<std::size_t>(Field::count)> m_pending;

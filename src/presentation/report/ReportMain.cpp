@@ -28,7 +28,8 @@ int main(int argc, char **argv)
         return 0;
     }
 
-    DashboardStore store(LiveSystemMonitor(makeSystemMetricSampler(), options.interval));
+    DashboardStore store(LiveSystemMonitor(makeSystemMetricSampler(), options.interval),
+                         makeProcessTerminationController());
     int received = 0;
     QObject::connect(&store, &DashboardStore::sampleHistoryChanged, &app, [&] {
         if (++received >= options.samples) {
