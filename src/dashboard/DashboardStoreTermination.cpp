@@ -5,12 +5,10 @@
 
 #include "dashboard/DashboardStore.h"
 
+#include "dashboard/RecoveryStart.h"
 #include "sampling/Text.h"
 
 namespace {
-
-// Written into both the recovery context and the evaluator.
-constexpr double kObservationWindowSeconds = 120.0;
 
 ProcessTerminationTarget targetOf(const ProcessMetric &process)
 {
@@ -159,23 +157,15 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
     write(m_terminationMessage, std::optional<QString>(message.arg(name)),
           Field::terminationMessage);
 
-    if (!baseline) {
-        // Nothing to compare with; and no incident action without a sample.
-        write(m_recoveryState, DashboardRecoveryState::insufficientData, Field::recoveryState);
+    RecoveryStart start = RecoveryStart::afterExit(pending, baseline);
+    if (!start.context) {
+        // Nothing to compare with, and no incident action without a sample.
+        write(m_recoveryState, start.state, Field::recoveryState);
         return;
     }
-
-    write(m_recoveryContext,
-          std::optional<DashboardRecoveryContext>(DashboardRecoveryContext{
-              pending.task.id, pending.task.application, pending.process.id, name,
-              pending.process.pid, baseline->timestamp, kObservationWindowSeconds,
-              DashboardRecoveryMetrics::fromSample(*baseline)}),
-          Field::recoveryContext);
-    // The window counts from the last sample before the signal, up to one
-    // tick before it, not from the exit.
-    m_recoveryEvaluator =
-        RecoveryEvaluator{*baseline, baseline->timestamp, kObservationWindowSeconds};
-    write(m_recoveryState, DashboardRecoveryState::recovering, Field::recoveryState);
+    write(m_recoveryContext, std::move(start.context), Field::recoveryContext);
+    m_recoveryEvaluator = std::move(start.evaluator);
+    write(m_recoveryState, start.state, Field::recoveryState);
 }
 
 void DashboardStore::recordTerminationFailure(const DashboardPendingTermination &)
