@@ -60,15 +60,15 @@ void DashboardStore::requestTermination(const DashboardTask &task,
         return;
     NotificationBatch batch(*this);
     // Forced only through a graceful signal that this same node ignored.
-    const bool ignoredGraceful = m_terminationStatus &&
-                                 m_terminationStatus->processNodeID == process.id &&
-                                 m_terminationStatus->phase ==
-                                     DashboardTerminationPhase::unresponsive;
+    const bool ignoredGraceful =
+        m_terminationStatus && m_terminationStatus->processNodeID == process.id &&
+        m_terminationStatus->phase == DashboardTerminationPhase::unresponsive;
     const ProcessTerminationSignal mode =
         ignoredGraceful ? ProcessTerminationSignal::forced : ProcessTerminationSignal::graceful;
     write(m_terminationMessage, std::optional<QString>(), Field::terminationMessage);
     write(m_pendingTermination,
-          std::optional<DashboardPendingTermination>(DashboardPendingTermination{task, process, mode}),
+          std::optional<DashboardPendingTermination>(
+              DashboardPendingTermination{task, process, mode}),
           Field::pendingTermination);
     // A copy of what the user saw, not of what a later tick finds.
     m_pendingTerminationTarget = *found;
@@ -145,7 +145,7 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
         writeTerminationStatus(pending, forced ? DashboardTerminationPhase::failed
                                                : DashboardTerminationPhase::unresponsive);
         const QString message = forced ? kwText("%1：强制结束后进程仍在运行。")
-                                        : kwText("%1：进程仍在运行，可尝试强制结束。");
+                                       : kwText("%1：进程仍在运行，可尝试强制结束。");
         write(m_terminationMessage, std::optional<QString>(message.arg(name)),
               Field::terminationMessage);
         recordTerminationFailure(pending);

@@ -35,8 +35,7 @@ ProcessTerminationController::checkRecord(const ProcessTerminationTarget &target
     return std::nullopt;
 }
 
-std::optional<ProcessTerminationRejection>
-ProcessTerminationController::checkCurrent(
+std::optional<ProcessTerminationRejection> ProcessTerminationController::checkCurrent(
     const ProcessTerminationTarget &target,
     const std::optional<ProcessTerminationTarget> &current) const
 {

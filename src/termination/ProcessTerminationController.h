@@ -26,11 +26,10 @@ public:
     // since most processes end within a fraction of a second.
     static std::vector<double> defaultExitVerificationIntervals();
 
-    ProcessTerminationController(std::shared_ptr<ProcessIdentityReading> identityReader,
-                                 std::shared_ptr<SignalSending> signalSender, uid_t currentUserID,
-                                 pid_t selfPID,
-                                 std::vector<double> exitVerificationIntervals =
-                                     defaultExitVerificationIntervals());
+    ProcessTerminationController(
+        std::shared_ptr<ProcessIdentityReading> identityReader,
+        std::shared_ptr<SignalSending> signalSender, uid_t currentUserID, pid_t selfPID,
+        std::vector<double> exitVerificationIntervals = defaultExitVerificationIntervals());
 
     uid_t currentUserID() const { return m_currentUserID; }
     pid_t selfPID() const { return m_selfPID; }

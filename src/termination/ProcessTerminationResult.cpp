@@ -7,12 +7,18 @@
 QString processTerminationRejectionName(ProcessTerminationRejection rejection)
 {
     switch (rejection) {
-    case ProcessTerminationRejection::notCurrentUser: return QStringLiteral("notCurrentUser");
-    case ProcessTerminationRejection::selfProcess: return QStringLiteral("selfProcess");
-    case ProcessTerminationRejection::systemCritical: return QStringLiteral("systemCritical");
-    case ProcessTerminationRejection::protectedProcess: return QStringLiteral("protectedProcess");
-    case ProcessTerminationRejection::alreadyExited: return QStringLiteral("alreadyExited");
-    case ProcessTerminationRejection::identityChanged: return QStringLiteral("identityChanged");
+    case ProcessTerminationRejection::notCurrentUser:
+        return QStringLiteral("notCurrentUser");
+    case ProcessTerminationRejection::selfProcess:
+        return QStringLiteral("selfProcess");
+    case ProcessTerminationRejection::systemCritical:
+        return QStringLiteral("systemCritical");
+    case ProcessTerminationRejection::protectedProcess:
+        return QStringLiteral("protectedProcess");
+    case ProcessTerminationRejection::alreadyExited:
+        return QStringLiteral("alreadyExited");
+    case ProcessTerminationRejection::identityChanged:
+        return QStringLiteral("identityChanged");
     case ProcessTerminationRejection::executableChanged:
         return QStringLiteral("executableChanged");
     }

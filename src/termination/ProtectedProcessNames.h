@@ -15,9 +15,9 @@
 // Both protected lists take these: the termination controller's and the
 // classification's shorter list that decides whether a task offers ending.
 inline constexpr std::array<std::string_view, 15> kLinuxProtectedProcessNames = {
-    "systemd",     "init",        "xorg",        "xwayland", "gnome-shell",
-    "kwin_wayland", "kwin_x11",   "plasmashell", "dbus-daemon", "dbus-broker",
-    "sshd",        "login",       "gdm",         "sddm",     "lightdm",
+    "systemd",      "init",     "xorg",        "xwayland",    "gnome-shell",
+    "kwin_wayland", "kwin_x11", "plasmashell", "dbus-daemon", "dbus-broker",
+    "sshd",         "login",    "gdm",         "sddm",        "lightdm",
 };
 
 // The termination controller's list: the processes of the macOS session that

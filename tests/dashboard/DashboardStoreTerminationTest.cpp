@@ -64,8 +64,10 @@ protected:
     }
 
     // What the fake reader shows at each call: the process, or nothing.
-    void keepsRunning(const ProcessMetric &process) { reader->setReading(process.identity.pid,
-                                                                         targetOf(process)); }
+    void keepsRunning(const ProcessMetric &process)
+    {
+        reader->setReading(process.identity.pid, targetOf(process));
+    }
     // Seen once more (by the safety check), then gone.
     void exitsOnSignal(const ProcessMetric &process)
     {
@@ -184,8 +186,8 @@ TEST_F(TerminationWorkflow, ForcedIsOfferedOnlyForTheNodeThatIgnoredTheGracefulS
     EXPECT_EQ(store->terminationStatus()->phase, Phase::failed);
     EXPECT_EQ(store->terminationStatus()->mode, Signal::forced);
     EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：强制结束后进程仍在运行。"));
-    EXPECT_EQ(sender->sent(), (std::vector<RecordingSignalSender::Sent>{
-                                  {101, Signal::graceful}, {101, Signal::forced}}));
+    EXPECT_EQ(sender->sent(), (std::vector<RecordingSignalSender::Sent>{{101, Signal::graceful},
+                                                                        {101, Signal::forced}}));
 }
 
 TEST_F(TerminationWorkflow, ForcedExitHasItsOwnMessage)
@@ -243,12 +245,12 @@ ProcessTerminationTarget reusedPid()
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, TerminationFailure,
-    ::testing::Values(
-        FailureCase{"Gone", std::nullopt, 0, "esbuild：任务已经结束，无需再次操作。", 0},
-        FailureCase{"PidReused", reusedPid(), 0,
-                    "esbuild：任务身份已经变化，为避免误伤未发送结束信号。", 0},
-        FailureCase{"NoPermission", makeTarget(202, QStringLiteral("esbuild")), EPERM,
-                    "esbuild：没有权限结束该任务，未进行重试。", 1}),
+    ::testing::Values(FailureCase{"Gone", std::nullopt, 0, "esbuild：任务已经结束，无需再次操作。",
+                                  0},
+                      FailureCase{"PidReused", reusedPid(), 0,
+                                  "esbuild：任务身份已经变化，为避免误伤未发送结束信号。", 0},
+                      FailureCase{"NoPermission", makeTarget(202, QStringLiteral("esbuild")), EPERM,
+                                  "esbuild：没有权限结束该任务，未进行重试。", 1}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(TerminationWorkflow, ExitStartsAVerificationJudgedByLaterSamples)
@@ -286,8 +288,7 @@ TEST_F(TerminationWorkflow, ConfirmWithoutARequestChangesNothing)
     EXPECT_TRUE(sender->pinned().empty());
 }
 
-class SecondTermination : public TerminationWorkflow,
-                          public ::testing::WithParamInterface<bool> {};
+class SecondTermination : public TerminationWorkflow, public ::testing::WithParamInterface<bool> {};
 
 // One termination at a time from the page's side, but a second one that the
 // store is asked for gives up the first verification as its signal goes out;
@@ -325,10 +326,9 @@ TEST_P(SecondTermination, DropsTheFirstVerificationWhenItsSignalGoesOut)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Outcomes, SecondTermination, ::testing::Bool(),
-                         [](const auto &info) {
-                             return std::string(info.param ? "SecondExits" : "SecondStays");
-                         });
+INSTANTIATE_TEST_SUITE_P(Outcomes, SecondTermination, ::testing::Bool(), [](const auto &info) {
+    return std::string(info.param ? "SecondExits" : "SecondStays");
+});
 
 class SlowExitCheck : public TerminationWorkflow {
 protected:
@@ -392,12 +392,12 @@ TEST(RecoveryStartAfterExit, WithoutASampleThereIsNothingToCompare)
     baseline.fanRPM = available(2400.0);
     const RecoveryStart start = RecoveryStart::afterExit(ended, baseline);
     EXPECT_EQ(start.state, State::recovering);
-    EXPECT_EQ(start.context,
-              (DashboardRecoveryContext{QStringLiteral("t"), QStringLiteral("Vite"),
-                                        QStringLiteral("7-1007.0"), QStringLiteral("vite"), 7,
-                                        baseline.timestamp, 120.0,
-                                        DashboardRecoveryMetrics{70.0, std::nullopt, 2400.0,
-                                                                 SystemThermalState::nominal}}));
+    EXPECT_EQ(
+        start.context,
+        (DashboardRecoveryContext{
+            QStringLiteral("t"), QStringLiteral("Vite"), QStringLiteral("7-1007.0"),
+            QStringLiteral("vite"), 7, baseline.timestamp, 120.0,
+            DashboardRecoveryMetrics{70.0, std::nullopt, 2400.0, SystemThermalState::nominal}}));
     EXPECT_EQ(start.evaluator, (RecoveryEvaluator{baseline, baseline.timestamp, 120.0}));
 }
 

@@ -84,8 +84,8 @@ bool ForkedChild::waitUntilZombie(double timeoutSeconds)
 {
     if (m_pid <= 0 || m_reaped)
         return false;
-    const auto deadline = std::chrono::steady_clock::now() +
-                          std::chrono::duration<double>(timeoutSeconds);
+    const auto deadline =
+        std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
     do {
         siginfo_t info{};
         if (::waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
@@ -102,8 +102,8 @@ bool ForkedChild::reap(double timeoutSeconds)
         return false;
     if (m_reaped)
         return true;
-    const auto deadline = std::chrono::steady_clock::now() +
-                          std::chrono::duration<double>(timeoutSeconds);
+    const auto deadline =
+        std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
     do {
         int status = 0;
         const pid_t result = ::waitpid(m_pid, &status, WNOHANG);

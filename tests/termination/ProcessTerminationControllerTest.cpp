@@ -96,8 +96,8 @@ INSTANTIATE_TEST_SUITE_P(
                    Rejection::protectedProcess},
         SafetyCase{"ProtectedLinuxName", withName(kSeen, QStringLiteral("GNOME-Shell")), kSeen,
                    Rejection::protectedProcess},
-        SafetyCase{"ProtectedNameBeforeExit", withName(kSeen, QStringLiteral("Xorg")),
-                   std::nullopt, Rejection::protectedProcess},
+        SafetyCase{"ProtectedNameBeforeExit", withName(kSeen, QStringLiteral("Xorg")), std::nullopt,
+                   Rejection::protectedProcess},
         // From here on the machine now.
         SafetyCase{"Gone", kSeen, std::nullopt, Rejection::alreadyExited},
         SafetyCase{"OwnerChangedSince", kSeen, withUser(kSeen, kOtherUser),
@@ -169,8 +169,8 @@ TEST(ProcessTermination, ReusedPidIsRefusedWithoutSignal)
     auto reader = std::make_shared<FakeProcessIdentityReader>();
     auto sender = std::make_shared<RecordingSignalSender>();
     const auto controller = makeFakeTerminationController(reader, sender);
-    reader->setReading(kPid, withExecutable(withStartTime(kSeen, 5000.0),
-                                            QStringLiteral("/usr/bin/bash")));
+    reader->setReading(
+        kPid, withExecutable(withStartTime(kSeen, 5000.0), QStringLiteral("/usr/bin/bash")));
 
     const ProcessTerminationResult result =
         controller.terminate(kSeen, ProcessTerminationSignal::graceful);

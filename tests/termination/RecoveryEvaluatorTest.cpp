@@ -54,38 +54,45 @@ INSTANTIATE_TEST_SUITE_P(
     Rows, RecoveryVerdict,
     ::testing::Values(
         // The window: a sample exactly at its end is judged, one before is not.
-        VerdictCase{"JustBeforeTheWindowEnds", {90, {}, {}}, {10, {}, {}}, 119.999,
-                    State::recovering},
+        VerdictCase{
+            "JustBeforeTheWindowEnds", {90, {}, {}}, {10, {}, {}}, 119.999, State::recovering},
         VerdictCase{"ExactlyAtTheWindowEnd", {90, {}, {}}, {10, {}, {}}, 120.0, State::recovered},
         VerdictCase{"NoSensorsBeforeTheWindowEnds", {}, {}, 60.0, State::recovering},
         // CPU: the larger of 10 points and a fifth of the baseline.
-        VerdictCase{"CPUDropOfAFifthAboveFifty", {60, {}, {}}, {48, {}, {}}, 120.0,
-                    State::recovered},
-        VerdictCase{"CPUDropJustShortOfAFifth", {60, {}, {}}, {48.1, {}, {}}, 120.0,
+        VerdictCase{
+            "CPUDropOfAFifthAboveFifty", {60, {}, {}}, {48, {}, {}}, 120.0, State::recovered},
+        VerdictCase{
+            "CPUDropJustShortOfAFifth", {60, {}, {}}, {48.1, {}, {}}, 120.0, State::noImprovement},
+        VerdictCase{"CPUDropBelowTenPointsThoughAboveAFifth",
+                    {30, {}, {}},
+                    {21, {}, {}},
+                    120.0,
                     State::noImprovement},
-        VerdictCase{"CPUDropBelowTenPointsThoughAboveAFifth", {30, {}, {}}, {21, {}, {}}, 120.0,
-                    State::noImprovement},
-        VerdictCase{"CPUDropOfTenPointsBelowFifty", {30, {}, {}}, {20, {}, {}}, 120.0,
-                    State::recovered},
+        VerdictCase{
+            "CPUDropOfTenPointsBelowFifty", {30, {}, {}}, {20, {}, {}}, 120.0, State::recovered},
         // Temperature: 2 degrees.
         VerdictCase{"TemperatureDropOfTwo", {{}, 80, {}}, {{}, 78, {}}, 120.0, State::recovered},
-        VerdictCase{"TemperatureDropOfOneAndAHalf", {{}, 80, {}}, {{}, 78.5, {}}, 120.0,
+        VerdictCase{"TemperatureDropOfOneAndAHalf",
+                    {{}, 80, {}},
+                    {{}, 78.5, {}},
+                    120.0,
                     State::noImprovement},
         // Fan: a tenth of a turning fan.
         VerdictCase{"FanDropOfATenth", {{}, {}, 3000}, {{}, {}, 2700}, 120.0, State::recovered},
-        VerdictCase{"StoppedFanStaysStopped", {{}, {}, 0}, {{}, {}, 0}, 120.0,
-                    State::noImprovement},
-        VerdictCase{"OnlyFanPairedAndNotFalling", {90, {}, 3000}, {{}, {}, 3000}, 120.0,
+        VerdictCase{
+            "StoppedFanStaysStopped", {{}, {}, 0}, {{}, {}, 0}, 120.0, State::noImprovement},
+        VerdictCase{"OnlyFanPairedAndNotFalling",
+                    {90, {}, 3000},
+                    {{}, {}, 3000},
+                    120.0,
                     State::noImprovement},
         // Pairs: both ends available, or the metric takes no part.
-        VerdictCase{"NoPairAnywhere", {90, {}, 3000}, {{}, 70, {}}, 120.0,
-                    State::insufficientData},
+        VerdictCase{"NoPairAnywhere", {90, {}, 3000}, {{}, 70, {}}, 120.0, State::insufficientData},
         VerdictCase{"NothingAvailable", {}, {}, 300.0, State::insufficientData},
         // One improvement is enough, whatever the others did.
-        VerdictCase{"CPURoseButTemperatureFell", {20, 80, {}}, {60, 78, {}}, 120.0,
-                    State::recovered},
-        VerdictCase{"EverythingRose", {20, 70, 2000}, {30, 75, 2500}, 120.0,
-                    State::noImprovement}),
+        VerdictCase{
+            "CPURoseButTemperatureFell", {20, 80, {}}, {60, 78, {}}, 120.0, State::recovered},
+        VerdictCase{"EverythingRose", {20, 70, 2000}, {30, 75, 2500}, 120.0, State::noImprovement}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST(RecoveryVerdict, IgnoresThermalStateAndOtherReadings)

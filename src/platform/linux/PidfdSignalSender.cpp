@@ -30,8 +30,7 @@ public:
 
     int send(ProcessTerminationSignal signal) override
     {
-        if (::syscall(SYS_pidfd_send_signal, m_pidfd.get(), signalNumber(signal), nullptr, 0) ==
-            0)
+        if (::syscall(SYS_pidfd_send_signal, m_pidfd.get(), signalNumber(signal), nullptr, 0) == 0)
             return 0;
         return errno;
     }

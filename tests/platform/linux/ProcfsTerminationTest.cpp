@@ -3,7 +3,6 @@
 // signals a process that the test did not fork.
 
 #include "platform/PlatformFactory.h"
-#include "support/StoreTesting.h"
 #include "platform/linux/PidfdSignalSender.h"
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcfsProcessIdentityReader.h"
@@ -11,6 +10,7 @@
 #include "support/FakeTermination.h"
 #include "support/Fixtures.h"
 #include "support/ForkedChild.h"
+#include "support/StoreTesting.h"
 
 #include <QTest>
 
