@@ -15,4 +15,5 @@ struct PlatformRoots {
 // The composition root of the machine-facing half: builds the concrete probes
 // of this platform behind their interfaces. Implemented once per platform
 // (platform/<os>/); nothing else in the program knows which platform it is on.
+SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots = {});
 std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots = {});

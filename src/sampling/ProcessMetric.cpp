@@ -17,9 +17,9 @@ std::size_t ProcessIdentityHash::operator()(const ProcessIdentity &identity) con
 QString formatStartTimeKey(TimePoint startTime)
 {
     char buffer[64];
-    // std::to_chars without a format gives the shortest round-trip form.
-    const auto result =
-        std::to_chars(buffer, buffer + sizeof buffer, startTime.secondsSince1970);
+    // Fixed notation, shortest digits that read back as the same double.
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer,
+                                      startTime.secondsSince1970, std::chars_format::fixed);
     std::string_view text(buffer, static_cast<std::size_t>(result.ptr - buffer));
     QString key = QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
     const bool plainNumber =

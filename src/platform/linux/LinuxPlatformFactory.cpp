@@ -44,7 +44,7 @@ struct NotConnectedProcessProbe final : ProcessMetricsProbing {
 
 } // namespace
 
-std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots)
+SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
 {
     SystemMetricSampler::Probes probes;
     probes.cpuProbe = std::make_unique<ProcStatCPUUsageProbe>(roots.procRoot);
@@ -55,5 +55,10 @@ std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots
     probes.memoryProbe = std::make_unique<ProcMeminfoMemoryProbe>(roots.procRoot);
     probes.networkProbe = std::make_unique<NotConnectedNetworkProbe>();
     probes.processProbe = std::make_unique<NotConnectedProcessProbe>();
-    return std::make_shared<SystemMetricSampler>(std::move(probes));
+    return probes;
+}
+
+std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots)
+{
+    return std::make_shared<SystemMetricSampler>(makePlatformProbes(roots));
 }

@@ -1,0 +1,37 @@
+# Shared by scripts/run and scripts/test. Installs only the Debian packages
+# that are missing, then configures a CMake preset once and builds it.
+
+KW_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+KW_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libgtest-dev libgmock-dev
+             libbenchmark-dev)
+
+kw_ensure_packages() {
+    local missing=()
+    local package
+    for package in "${KW_PACKAGES[@]}"; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+            missing+=("$package")
+        fi
+    done
+    if ((${#missing[@]} == 0)); then
+        return 0
+    fi
+    echo "Installing missing packages: ${missing[*]}" >&2
+    local sudo=()
+    if [[ $(id -u) -ne 0 ]]; then
+        sudo=(sudo)
+    fi
+    "${sudo[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >&2
+}
+
+# kw_build PRESET [TARGET...]: configure once, then build incrementally.
+kw_build() {
+    local preset="$1"
+    shift
+    if [[ ! -f "$KW_ROOT/build/$preset/build.ninja" ]]; then
+        cmake --preset "$preset" -S "$KW_ROOT" >&2
+    fi
+    cmake --build "$KW_ROOT/build/$preset" -- "$@" >&2
+}

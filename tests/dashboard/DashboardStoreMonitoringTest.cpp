@@ -1,0 +1,106 @@
+#include "support/StoreTesting.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Runs the event loop until `done` or the deadline.
+template <typename Predicate>
+bool processEventsUntil(Predicate done, int milliseconds = 5000)
+{
+    QDeadlineTimer deadline(milliseconds);
+    while (!done() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    return done();
+}
+
+void processEventsFor(int milliseconds)
+{
+    QDeadlineTimer deadline(milliseconds);
+    while (!deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+TEST(DashboardStoreMonitoring, StartsOnceStopsTwiceHarmlessly)
+{
+    auto log = std::make_shared<ProbeCallLog>();
+    auto store = makeStoreForTesting(makeFakeSampler(log), 30.0);
+    QSignalSpy monitoring(store.get(), &DashboardStore::isMonitoringChanged);
+    EXPECT_FALSE(store->isMonitoring());
+
+    store->startMonitoring();
+    store->startMonitoring();
+    EXPECT_TRUE(store->isMonitoring());
+    EXPECT_EQ(monitoring.count(), 1);
+    ASSERT_TRUE(processEventsUntil([&] { return store->latestSystemSample().has_value(); }));
+    processEventsFor(100);
+    EXPECT_EQ(log->count("process"), 1u); // one producer, one tick so far
+
+    store->stopMonitoring();
+    store->stopMonitoring();
+    EXPECT_FALSE(store->isMonitoring());
+    EXPECT_EQ(monitoring.count(), 2);
+
+    store->startMonitoring(); // a later start works
+    EXPECT_TRUE(store->isMonitoring());
+    ASSERT_TRUE(processEventsUntil([&] { return store->sampleHistory().samples().size() == 2; }));
+    // The rate probe was not warmed up again after the restart.
+    EXPECT_TRUE(store->latestSystemSample()->cpuUsage.isAvailable());
+}
+
+TEST(DashboardStoreMonitoring, SamplesArrivingAfterStopAreNeverIngested)
+{
+    auto log = std::make_shared<ProbeCallLog>();
+    auto store = makeStoreForTesting(makeFakeSampler(log), 0.005);
+    store->startMonitoring();
+    ASSERT_TRUE(processEventsUntil([&] { return store->sampleHistory().samples().size() >= 3; }));
+    // Let the producer queue more deliveries than the loop has taken, then stop.
+    std::this_thread::sleep_for(50ms);
+    store->stopMonitoring();
+    const auto kept = store->sampleHistory().samples().size();
+    processEventsFor(200);
+    EXPECT_EQ(store->sampleHistory().samples().size(), kept);
+    EXPECT_FALSE(store->isMonitoring());
+}
+
+TEST(DashboardStoreNotification, OnlyRealChangesNotifyAndOnlyAfterTheWholeIngest)
+{
+    auto store = makeStoreForTesting();
+    QSignalSpy range(store.get(), &DashboardStore::selectedTimeRangeChanged);
+    store->setSelectedTimeRange(DashboardTimeRange::fiveMinutes);
+    EXPECT_EQ(range.count(), 0);
+    store->setSelectedTimeRange(DashboardTimeRange::oneHour);
+    EXPECT_EQ(range.count(), 1);
+
+    // A view reacting to the first signal already sees the whole tick.
+    std::size_t historySizeSeenByView = 0;
+    QObject::connect(store.get(), &DashboardStore::latestSystemSampleChanged, store.get(),
+                     [&] { historySizeSeenByView = store->sampleHistory().samples().size(); });
+    QSignalSpy latest(store.get(), &DashboardStore::latestSystemSampleChanged);
+    QSignalSpy history(store.get(), &DashboardStore::sampleHistoryChanged);
+    QSignalSpy changed(store.get(), &DashboardStore::changed);
+    QSignalSpy tasks(store.get(), &DashboardStore::allTasksChanged);
+
+    store->ingest(makeSample(100.0));
+    EXPECT_EQ(historySizeSeenByView, 1u);
+    EXPECT_EQ(latest.count(), 1);
+    EXPECT_EQ(history.count(), 1);
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(tasks.count(), 0);
+
+    // An equal sample stores nothing new in `latestSystemSample`, but the
+    // history still grows and says so.
+    store->ingest(makeSample(100.0));
+    EXPECT_EQ(latest.count(), 1);
+    EXPECT_EQ(history.count(), 2);
+}
+
+} // namespace

@@ -1,0 +1,83 @@
+#include "platform/linux/FileReading.h"
+#include "platform/linux/ProcStat.h"
+#include "platform/linux/ProcStatCPUUsageProbe.h"
+#include "support/Fixtures.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ProcStatParser, FoldsTheKernelFieldsIntoFourCounters)
+{
+    struct Row {
+        const char *text;
+        std::optional<CPUTickSnapshot> expected;
+    };
+    const std::vector<Row> rows = {
+        // user nice system idle iowait irq softirq steal guest guest_nice
+        {"cpu  100 5 50 800 20 3 2 1 40 0\ncpu0 1 2 3 4\n",
+         CPUTickSnapshot{100, 50 + 3 + 2 + 1, 800 + 20, 5}},
+        {"cpu 10 0 20 30\n", CPUTickSnapshot{10, 20, 30, 0}}, // an old kernel's four fields
+        {"intr 1 2\ncpu  1 2 3 4 5 6 7 8 9 10\n", CPUTickSnapshot{1, 3 + 6 + 7 + 8, 4 + 5, 2}},
+        {"cpu  18446744073709551615 0 0 1\n", CPUTickSnapshot{1.8446744073709552e19, 0, 1, 0}},
+        {"cpu  1 2 3\n", std::nullopt},
+        {"cpu  1 2 x 4\n", std::nullopt},
+        {"cpu0 1 2 3 4\n", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(parseProcStatCPUTicks(row.text), row.expected) << row.text;
+}
+
+TEST(ProcStatParser, BootTime)
+{
+    EXPECT_EQ(parseProcStatBootTime("cpu 1 2 3 4\nbtime 1700000000\nprocesses 5\n"),
+              1700000000LL);
+    EXPECT_EQ(parseProcStatBootTime("btime\n"), std::nullopt);
+    EXPECT_EQ(parseProcStatBootTime("btime abc\n"), std::nullopt);
+    const FileReadResult real = readKernelFile(fixturePath("procstat-debian-vm"));
+    ASSERT_TRUE(real.bytes);
+    EXPECT_TRUE(parseProcStatBootTime(asView(*real.bytes)));
+    EXPECT_TRUE(parseProcStatCPUTicks(asView(*real.bytes)));
+}
+
+TEST(ProcStatCPUUsageProbe, ReadsAProcRootAndSaysWhyWhenItCannot)
+{
+    QTemporaryDir root;
+    auto writeStat = [&](const QByteArray &text) {
+        QFile file(root.filePath("stat"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(text);
+    };
+    ProcStatCPUUsageProbe probe(root.path());
+    EXPECT_EQ(probe.sample(), SensorReading<double>::temporarilyUnavailable("/proc/stat 读取失败"));
+    writeStat("cpu  100 0 100 800 0 0 0 0 0 0\n");
+    EXPECT_EQ(probe.sample(), SensorReading<double>::warmingUp());
+    writeStat("garbage\n");
+    EXPECT_EQ(probe.sample(), SensorReading<double>::temporarilyUnavailable("/proc/stat 读取失败"));
+    writeStat("cpu  150 0 150 900 0 0 0 0 0 0\n");
+    EXPECT_EQ(probe.sample(),
+              SensorReading<double>::available(50.0, "Linux /proc/stat CPU ticks"));
+}
+
+TEST(ProcStatCPUUsageProbe, TheRealMachineGivesAFigureOnTheSecondTick)
+{
+    ProcStatCPUUsageProbe probe;
+    EXPECT_EQ(probe.sample(), SensorReading<double>::warmingUp());
+    QThread::msleep(50);
+    const auto second = probe.sample();
+    // Two reads 50 ms apart may see no tick at all on an idle machine.
+    if (second.isAvailable()) {
+        EXPECT_GE(*second.value(), 0.0);
+        EXPECT_LE(*second.value(), 100.0);
+    } else {
+        EXPECT_EQ(second, SensorReading<double>::temporarilyUnavailable("CPU 计数器无有效增量"));
+    }
+}
+
+} // namespace

@@ -1,0 +1,102 @@
+#include "sampling/MetricSampleHistory.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+SystemMetricSample at(double seconds)
+{
+    SystemMetricSample sample;
+    sample.timestamp = TimePoint::fromSecondsSince1970(seconds);
+    return sample;
+}
+
+std::vector<double> times(const std::vector<SystemMetricSample> &samples)
+{
+    std::vector<double> result;
+    for (const auto &sample : samples)
+        result.push_back(sample.timestamp.secondsSince1970);
+    return result;
+}
+
+TEST(MetricSampleHistoryAppend, PrunesAgainstTheNewSampleTime)
+{
+    MetricSampleHistory history(3600.0);
+    history.append(at(1000.0));
+    history.append(at(4600.0)); // exactly 3600 s later: the first stays
+    EXPECT_EQ(history.samples().size(), 2u);
+    history.append(at(4600.001)); // now the first is 3600.001 s old
+    ASSERT_EQ(history.samples().size(), 2u);
+    EXPECT_EQ(history.samples().front().timestamp.secondsSince1970, 4600.0);
+}
+
+TEST(MetricSampleHistoryAppend, AClockJumpBeyondTheReachLeavesOnlyTheNewSample)
+{
+    MetricSampleHistory history(3600.0);
+    for (int i = 0; i < 10; ++i)
+        history.append(at(1000.0 + 2 * i));
+    history.append(at(1000.0 + 20 + 3601.0));
+    EXPECT_EQ(times({history.samples().begin(), history.samples().end()}),
+              std::vector<double>{4621.0});
+}
+
+TEST(MetricSampleHistoryAppend, AnHourOfTicksKeepsAtMostTheReach)
+{
+    MetricSampleHistory history(3600.0);
+    for (int i = 0; i < 2500; ++i)
+        history.append(at(2.0 * i));
+    const double span = history.samples().back().timestamp.secondsSince(
+        history.samples().front().timestamp);
+    EXPECT_LE(span, 3600.0);
+    EXPECT_EQ(history.samples().size(), 1801u);
+}
+
+struct ThinningCase {
+    int kept;
+    std::size_t expectedCount;
+    int expectedStride;
+};
+
+class MetricSampleHistoryThinning : public ::testing::TestWithParam<ThinningCase> {};
+
+TEST_P(MetricSampleHistoryThinning, PicksWholeSamplesAtAStrideAndKeepsTheLast)
+{
+    const ThinningCase row = GetParam();
+    MetricSampleHistory history(1e9);
+    for (int i = 0; i < row.kept; ++i)
+        history.append(at(i));
+    const auto result = history.recentSamples(1e8);
+    ASSERT_EQ(result.size(), row.expectedCount);
+    for (std::size_t i = 0; i + 1 < result.size(); ++i)
+        EXPECT_EQ(result[i].timestamp.secondsSince1970, double(i * row.expectedStride));
+    EXPECT_EQ(result.back().timestamp.secondsSince1970, row.kept - 1.0);
+    EXPECT_LE(result.size(), 361u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Strides, MetricSampleHistoryThinning,
+                         ::testing::Values(ThinningCase{1, 1, 1}, ThinningCase{360, 360, 1},
+                                           ThinningCase{361, 181, 2},
+                                           ThinningCase{1800, 361, 5},
+                                           ThinningCase{1801, 301, 6}));
+
+TEST(MetricSampleHistoryWindow, AnchoredOnTheNewestSampleNotThePresent)
+{
+    MetricSampleHistory history(3600.0);
+    for (int i = 0; i <= 100; ++i)
+        history.append(at(1000.0 + 2 * i)); // newest at 1200
+    const auto recent = history.recentSamples(60.0);
+    EXPECT_EQ(recent.front().timestamp.secondsSince1970, 1140.0); // at the start: kept
+    EXPECT_EQ(recent.back().timestamp.secondsSince1970, 1200.0);
+    EXPECT_EQ(recent.size(), 31u);
+}
+
+TEST(MetricSampleHistoryWindow, EmptyHistoryAndSingleSample)
+{
+    MetricSampleHistory history;
+    EXPECT_TRUE(history.recentSamples(60.0).empty());
+    history.append(at(5.0));
+    EXPECT_EQ(times(history.recentSamples(0.001)), std::vector<double>{5.0});
+    EXPECT_EQ(times(history.recentSamples(1e6)), std::vector<double>{5.0});
+}
+
+} // namespace

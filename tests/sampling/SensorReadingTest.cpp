@@ -1,0 +1,109 @@
+#include "sampling/SensorReading.h"
+#include "sampling/SystemThermalState.h"
+
+#include <QLocale>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Reading = SensorReading<double>;
+
+struct LocaleScope {
+    explicit LocaleScope(const QLocale &locale) { QLocale::setDefault(locale); }
+    ~LocaleScope() { QLocale::setDefault(QLocale::c()); }
+};
+
+struct TextCase {
+    const char *label;
+    Reading reading;
+    std::optional<QString> reason;
+    QString source;
+    QString status;
+    QString display; // with unit "°C" and 1 digit, C locale
+};
+
+TEST(SensorReadingText, EveryCaseHasItsWords)
+{
+    LocaleScope c(QLocale::c());
+    const std::vector<TextCase> cases = {
+        {"available", Reading::available(61.26, "IOHID"), std::nullopt, "IOHID", "可用", "61.3°C"},
+        {"unsupported", Reading::unsupported("没有"), QString("没有"), "不支持", "不可用", "不可用"},
+        {"permissionDenied", Reading::permissionDenied("拒绝"), QString("拒绝"), "权限受限",
+         "权限受限", "权限受限"},
+        {"temporarilyUnavailable", Reading::temporarilyUnavailable("失败"), QString("失败"),
+         "暂不可用", "不可用", "不可用"},
+        {"warmingUp", Reading::warmingUp(), std::nullopt, "采集中", "采集中", "采集中"},
+    };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.label);
+        EXPECT_EQ(row.reading.reasonText(), row.reason);
+        EXPECT_EQ(row.reading.sourceText(), row.source);
+        EXPECT_EQ(row.reading.statusText(), row.status);
+        EXPECT_EQ(row.reading.displayText("°C", 1), row.display);
+        EXPECT_EQ(row.reading.value().has_value(), row.reading.isAvailable());
+    }
+}
+
+TEST(SensorReadingText, DisplayUsesTheLocaleWithGroupingAndExactDigits)
+{
+    struct Row {
+        QLocale locale;
+        double value;
+        const char *unit;
+        int digits;
+        QString expected;
+    };
+    const std::vector<Row> rows = {
+        {QLocale::c(), 2400.4, " RPM", 0, "2400 RPM"},
+        {QLocale::c(), 0.5, "%", 0, "1%"},
+        {QLocale(QLocale::English, QLocale::UnitedStates), 12345.67, " RPM", 0, "12,346 RPM"},
+        {QLocale(QLocale::German, QLocale::Germany), 61.26, "°C", 1, "61,3°C"},
+        {QLocale(QLocale::Chinese, QLocale::China), 1234.0, "°C", 1, "1,234.0°C"},
+    };
+    for (const auto &row : rows) {
+        LocaleScope scope(row.locale);
+        SCOPED_TRACE(row.locale.name().toStdString());
+        EXPECT_EQ(Reading::available(row.value, "s").displayText(row.unit, row.digits),
+                  row.expected);
+    }
+}
+
+TEST(SensorReadingEquality, SameCaseAndPayload)
+{
+    EXPECT_EQ(Reading::available(1.0, "a"), Reading::available(1.0, "a"));
+    EXPECT_NE(Reading::available(1.0, "a"), Reading::available(1.0, "b"));
+    EXPECT_NE(Reading::available(1.0, "a"), Reading::available(2.0, "a"));
+    EXPECT_EQ(Reading::unsupported("x"), Reading::unsupported("x"));
+    EXPECT_NE(Reading::unsupported("x"), Reading::unsupported("y"));
+    EXPECT_NE(Reading::unsupported("x"), Reading::temporarilyUnavailable("x"));
+    EXPECT_NE(Reading::unsupported("x"), Reading::permissionDenied("x"));
+    EXPECT_EQ(Reading::warmingUp(), Reading());
+    EXPECT_NE(Reading::warmingUp(), Reading::unsupported(""));
+}
+
+TEST(SystemThermalStateText, RawValuesTextsAndLabels)
+{
+    struct Row {
+        std::uint64_t systemValue;
+        SystemThermalState state;
+        const char *raw;
+        const char *label;
+    };
+    const std::vector<Row> rows = {{0, SystemThermalState::nominal, "nominal", "正常"},
+                                   {1, SystemThermalState::fair, "fair", "尚可"},
+                                   {2, SystemThermalState::serious, "serious", "严重"},
+                                   {3, SystemThermalState::critical, "critical", "临界"},
+                                   {7, SystemThermalState::unknown, "unknown", "未知"}};
+    for (const auto &row : rows) {
+        EXPECT_EQ(systemThermalStateFromSystemValue(row.systemValue), row.state);
+        EXPECT_EQ(systemThermalStateRawText(row.state), row.raw);
+        EXPECT_EQ(systemThermalStateLabel(row.state), QString::fromUtf8(row.label));
+        EXPECT_EQ(systemThermalStateFromRawText(row.raw), row.state);
+    }
+    EXPECT_EQ(systemThermalStateFromRawText("Nominal"), std::nullopt);
+    EXPECT_EQ(systemThermalStateFromRawText(" fair"), std::nullopt);
+    EXPECT_EQ(systemThermalStateFromRawText(""), std::nullopt);
+}
+
+} // namespace

@@ -1,0 +1,12 @@
+// The test programs' entry: a QCoreApplication exists for every test, so
+// queued calls, timers and QLocale behave as in the program.
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
