@@ -1,5 +1,6 @@
 #include "presentation/report/ReportText.h"
 
+#include "presentation/report/ReportTasks.h"
 #include "presentation/report/TextTable.h"
 #include "sampling/Text.h"
 
@@ -64,7 +65,6 @@ QString readingsSection(const SystemMetricSample &sample)
 
 QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
 {
-    Q_UNUSED(store);
     if (samples.empty())
         return kwText("没有采集到样本。") + QLatin1Char('\n');
     const SystemMetricSample &last = samples.back();
@@ -72,6 +72,7 @@ QString reportText(const DashboardStore &store, const std::vector<SystemMetricSa
                       .arg(formatLocaleInteger(static_cast<long long>(samples.size()))) +
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);
+    out += QLatin1Char('\n') + loadSourcesSection(store);
     // Each part of the dashboard's state adds its own section below.
     return out;
 }
