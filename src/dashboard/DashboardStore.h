@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardIncident.h"
 #include "dashboard/DashboardModel.h"
+#include "dashboard/DashboardTrends.h"
 #include "dashboard/TaskRanking.h"
 #include "process/ApplicationLoad.h"
 #include "sampling/LiveSystemMonitor.h"
@@ -63,6 +64,11 @@ public:
     }
     const MetricSampleHistory &sampleHistory() const { return m_sampleHistory; }
     const std::vector<DashboardIncident> &incidents() const { return m_incidents; }
+
+    // Chart points and the sensor table, computed afresh on each call.
+    std::vector<HeatTrendPoint> heatTrendPoints(double windowSeconds) const;
+    std::vector<HardwareTrendPoint> hardwareTrendPoints(double windowSeconds) const;
+    std::vector<DashboardSensorStatus> sensorStatuses() const;
 
     // Written by views: the range of the diagnosis chart.
     void setSelectedTimeRange(DashboardTimeRange range);

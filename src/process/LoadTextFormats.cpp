@@ -5,30 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-QString memoryText(std::uint64_t bytes)
-{
-    const double value = static_cast<double>(bytes);
-    if (bytes >= 1'000'000'000)
-        return QString::asprintf("%.1f GB", value / 1e9);
-    if (bytes >= 1'000'000)
-        return QString::asprintf("%.0f MB", value / 1e6);
-    if (bytes >= 1'000)
-        return QString::asprintf("%.0f KB", value / 1e3);
-    return QString::number(bytes) + QStringLiteral(" B");
-}
-
-QString rateText(double bytesPerSecond)
-{
-    const double rate = std::isfinite(bytesPerSecond) && bytesPerSecond > 0 ? bytesPerSecond : 0.0;
-    if (rate >= 1e9)
-        return QString::asprintf("%.1f GB/s", rate / 1e9);
-    if (rate >= 1e6)
-        return QString::asprintf("%.1f MB/s", rate / 1e6);
-    if (rate >= 1e3)
-        return QString::asprintf("%.0f KB/s", rate / 1e3);
-    return QString::number(std::llround(rate)) + QStringLiteral(" B/s");
-}
-
 QString durationText(double seconds)
 {
     // Ten million years is far beyond any process and keeps llround defined.

@@ -5,6 +5,7 @@
 void MetricSampleHistory::append(SystemMetricSample sample)
 {
     const TimePoint cutoff = sample.timestamp.addingSeconds(-m_duration);
+    sample.processMetrics.clear();
     m_samples.push_back(std::move(sample));
     // A sample exactly at the cutoff stays. Samples normally arrive in time
     // order, so the old ones are at the front; a clock that went backwards can

@@ -8,6 +8,11 @@
 // The recent samples, in memory only, for the charts. Pruned on every append
 // against the new sample's own time (not a clock), so a reach of 3600 s holds
 // about 1800 samples at one per 2 seconds.
+//
+// The charts draw machine-wide readings only, so a kept sample holds every
+// reading but not the tick's process list: an hour of 600-process lists would
+// cost a couple of hundred megabytes and nothing reads them back. The newest
+// tick's processes live in the store's latest sample.
 class MetricSampleHistory {
 public:
     static constexpr int targetPointsPerQuery = 360;

@@ -12,28 +12,13 @@
 
 namespace {
 
-TEST(LoadTextFormatsTest, MemoryChangesUnitByInputNotByRoundedValue)
+TEST(LoadTextFormatsTest, ByteTextsOfExtremeAndBrokenInputs)
 {
-    const std::pair<std::uint64_t, const char *> rows[] = {
-        {0, "0 B"},           {999, "999 B"},          {1000, "1 KB"},
-        {999'999, "1000 KB"}, {1'000'000, "1 MB"},     {1'500'000, "2 MB"},
-        {999'999'999, "1000 MB"}, {1'500'000'000, "1.5 GB"},
-        {std::numeric_limits<std::uint64_t>::max(), "18446744073.7 GB"},
-    };
-    for (const auto &[bytes, text] : rows)
-        EXPECT_EQ(memoryText(bytes), QString::fromUtf8(text)) << bytes;
-}
-
-TEST(LoadTextFormatsTest, RatesHaveOneDecimalForMegabytes)
-{
-    const std::pair<double, const char *> rows[] = {
-        {0.0, "0 B/s"},          {0.4, "0 B/s"},         {999.4, "999 B/s"},
-        {999.5, "1000 B/s"},     {1000.0, "1 KB/s"},     {1'500'000.0, "1.5 MB/s"},
-        {2e9, "2.0 GB/s"},       {-5.0, "0 B/s"},
-        {std::numeric_limits<double>::quiet_NaN(), "0 B/s"},
-    };
-    for (const auto &[rate, text] : rows)
-        EXPECT_EQ(rateText(rate), QString::fromUtf8(text)) << rate;
+    EXPECT_EQ(memoryText(std::numeric_limits<std::uint64_t>::max()), QStringLiteral("18446744073.7 GB"));
+    EXPECT_EQ(rateText(0.4), QStringLiteral("0 B/s"));
+    EXPECT_EQ(rateText(-5.0), QStringLiteral("0 B/s"));
+    EXPECT_EQ(rateText(std::numeric_limits<double>::quiet_NaN()), QStringLiteral("0 B/s"));
+    EXPECT_EQ(rateText(2e9), QStringLiteral("2.0 GB/s"));
 }
 
 TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)

@@ -90,6 +90,19 @@ TEST(MetricSampleHistoryWindow, AnchoredOnTheNewestSampleNotThePresent)
     EXPECT_EQ(recent.size(), 31u);
 }
 
+TEST(MetricSampleHistoryAppend, KeepsEveryReadingButNotTheProcessList)
+{
+    MetricSampleHistory history;
+    SystemMetricSample sample = at(10.0);
+    sample.cpuUsage = SensorReading<double>::available(42.0, "cpu");
+    sample.memoryUsage = SensorReading<SystemMemoryUsage>::available({1, 2}, "mem");
+    sample.processMetrics.append(ProcessMetric{});
+    history.append(sample);
+    SystemMetricSample expected = sample;
+    expected.processMetrics.clear();
+    EXPECT_EQ(history.samples().back(), expected);
+}
+
 TEST(MetricSampleHistoryWindow, EmptyHistoryAndSingleSample)
 {
     MetricSampleHistory history;

@@ -92,11 +92,11 @@ bool Cancellation::sleepFor(double seconds)
         return false;
     }
 
-    itimerspec spec{};
-    spec.it_value = toTimespec(seconds);
-    if (spec.it_value.tv_sec == 0 && spec.it_value.tv_nsec == 0)
-        spec.it_value.tv_nsec = 1; // a zero value would disarm the timer
-    ::timerfd_settime(timer.get(), 0, &spec, nullptr);
+    itimerspec deadline{};
+    deadline.it_value = toTimespec(seconds);
+    if (deadline.it_value.tv_sec == 0 && deadline.it_value.tv_nsec == 0)
+        deadline.it_value.tv_nsec = 1; // a zero value would disarm the timer
+    ::timerfd_settime(timer.get(), 0, &deadline, nullptr);
 
     pollfd fds[2] = {{timer.get(), POLLIN, 0}, {m_state->wakeup.get(), POLLIN, 0}};
     for (;;) {

@@ -1,60 +1,29 @@
 #include "platform/PlatformFactory.h"
 
+#include "platform/linux/GetifaddrsNetworkProbe.h"
+#include "platform/linux/HwmonSensorProbe.h"
+#include "platform/linux/LinuxGPUUsageProbe.h"
+#include "platform/linux/ProcDiskstatsDiskProbe.h"
 #include "platform/linux/ProcMeminfoMemoryProbe.h"
 #include "platform/linux/ProcStatCPUUsageProbe.h"
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/ProcfsProcessMetricReader.h"
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
-#include "sampling/Text.h"
-
-namespace {
-
-// Sources whose Linux readers have not been built yet say so in their own words.
-QString notConnected()
-{
-    return kwText("尚未接入此数据源");
-}
-
-struct NotConnectedSensorProbe final : AppleSensorProbing {
-    AppleSensorReadings read() override
-    {
-        return {SensorReading<double>::unsupported(notConnected()),
-                SensorReading<double>::unsupported(notConnected())};
-    }
-};
-struct NotConnectedGPUProbe final : GPUUsageProbing {
-    SensorReading<double> sample() override
-    {
-        return SensorReading<double>::unsupported(notConnected());
-    }
-};
-struct NotConnectedDiskProbe final : DiskIOProbing {
-    SensorReading<double> sample(TimePoint) override
-    {
-        return SensorReading<double>::unsupported(notConnected());
-    }
-};
-struct NotConnectedNetworkProbe final : NetworkIOProbing {
-    SensorReading<NetworkThroughput> sample(TimePoint) override
-    {
-        return SensorReading<NetworkThroughput>::unsupported(notConnected());
-    }
-};
-struct NotConnectedProcessProbe final : ProcessMetricsProbing {
-    QList<ProcessMetric> sample(TimePoint) override { return {}; }
-};
-
-} // namespace
+#include "process/ProcessMetricsProbe.h"
 
 SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
 {
     SystemMetricSampler::Probes probes;
     probes.cpuProbe = std::make_unique<ProcStatCPUUsageProbe>(roots.procRoot);
     probes.thermalProbe = std::make_unique<ThermalZoneThermalStateProbe>(roots.sysRoot);
-    probes.sensorProbe = std::make_unique<NotConnectedSensorProbe>();
-    probes.gpuProbe = std::make_unique<NotConnectedGPUProbe>();
-    probes.diskProbe = std::make_unique<NotConnectedDiskProbe>();
+    probes.sensorProbe = std::make_unique<HwmonSensorProbe>(roots.sysRoot);
+    probes.gpuProbe = std::make_unique<LinuxGPUUsageProbe>(roots.sysRoot);
+    probes.diskProbe = std::make_unique<ProcDiskstatsDiskProbe>(roots.procRoot, roots.sysRoot);
     probes.memoryProbe = std::make_unique<ProcMeminfoMemoryProbe>(roots.procRoot);
-    probes.networkProbe = std::make_unique<NotConnectedNetworkProbe>();
-    probes.processProbe = std::make_unique<NotConnectedProcessProbe>();
+    probes.networkProbe = std::make_unique<GetifaddrsNetworkProbe>(roots.sysRoot);
+    probes.processProbe = std::make_unique<ProcessMetricsProbe>(
+        std::make_unique<ProcfsProcessMetricReader>(roots.procRoot,
+                                                    xdgDataDirectoriesFromEnvironment()));
     return probes;
 }
 

@@ -37,6 +37,20 @@ QJsonObject readingJson(const SensorReading<Value> &reading)
     return object;
 }
 
+QJsonArray sensorStatusesJson(const DashboardStore &store)
+{
+    QJsonArray rows;
+    for (const DashboardSensorStatus &status : store.sensorStatuses())
+        rows.append(QJsonObject{
+            {QStringLiteral("id"), status.id},
+            {QStringLiteral("title"), status.title},
+            {QStringLiteral("symbolName"), status.symbolName},
+            {QStringLiteral("source"), status.source},
+            {QStringLiteral("currentValue"), status.currentValue},
+            {QStringLiteral("availability"), sensorAvailabilityName(status.availability)}});
+    return rows;
+}
+
 } // namespace
 
 QJsonValue optionalJson(const std::optional<QString> &text)
@@ -101,6 +115,7 @@ QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetr
     for (const SystemMetricSample &sample : samples)
         sampleArray.append(sampleJson(sample));
     QJsonObject report{{QStringLiteral("samples"), sampleArray}};
+    report.insert(QStringLiteral("sensorStatuses"), sensorStatusesJson(store));
     addLoadSourcesJson(report, store);
     // Each part of the dashboard's state adds its own section below.
     return report;

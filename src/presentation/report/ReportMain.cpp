@@ -29,9 +29,13 @@ int main(int argc, char **argv)
     }
 
     DashboardStore store(LiveSystemMonitor(makeSystemMetricSampler(), options.interval));
-    int received = 0;
+    // The history keeps readings only, so the report keeps its own copies of
+    // the whole samples, processes included.
+    std::vector<SystemMetricSample> samples;
     QObject::connect(&store, &DashboardStore::sampleHistoryChanged, &app, [&] {
-        if (++received >= options.samples) {
+        if (store.latestSystemSample())
+            samples.push_back(*store.latestSystemSample());
+        if (static_cast<int>(samples.size()) >= options.samples) {
             store.stopMonitoring();
             app.quit();
         }
@@ -39,8 +43,6 @@ int main(int argc, char **argv)
     store.startMonitoring();
     app.exec();
 
-    const auto &history = store.sampleHistory().samples();
-    const std::vector<SystemMetricSample> samples(history.begin(), history.end());
     if (options.json) {
         const QByteArray json =
             QJsonDocument(reportJson(store, samples)).toJson(QJsonDocument::Compact);

@@ -6,6 +6,10 @@
 
 #include <QLocale>
 
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
 namespace {
 
 QString sourceOrReason(const auto &reading)
@@ -61,6 +65,64 @@ QString readingsSection(const SystemMetricSample &sample)
     return table.render();
 }
 
+// Hours, minutes and seconds, rounded to the second: long-lived processes
+// stay readable and the column needs no words.
+QString elapsedText(double seconds)
+{
+    const auto total = static_cast<long long>(std::llround(seconds > 0.0 ? seconds : 0.0));
+    return QStringLiteral("%1:%2:%3")
+        .arg(total / 3600)
+        .arg(total / 60 % 60, 2, 10, QLatin1Char('0'))
+        .arg(total % 60, 2, 10, QLatin1Char('0'));
+}
+
+// The ten busiest processes of the sample: by CPU, then disk rate, then
+// memory, so that an idle machine still lists its largest processes.
+QString processesSection(const SystemMetricSample &sample)
+{
+    constexpr std::size_t shown = 10;
+    std::vector<const ProcessMetric *> processes;
+    processes.reserve(static_cast<std::size_t>(sample.processMetrics.size()));
+    for (const ProcessMetric &process : sample.processMetrics)
+        processes.push_back(&process);
+    const auto busier = [](const ProcessMetric *a, const ProcessMetric *b) {
+        if (a->cpuPercent != b->cpuPercent)
+            return a->cpuPercent > b->cpuPercent;
+        if (a->diskBytesPerSecond != b->diskBytesPerSecond)
+            return a->diskBytesPerSecond > b->diskBytesPerSecond;
+        if (a->residentBytes != b->residentBytes)
+            return a->residentBytes > b->residentBytes;
+        return a->identity.pid < b->identity.pid;
+    };
+    const std::size_t count = std::min(shown, processes.size());
+    std::partial_sort(processes.begin(), processes.begin() + static_cast<std::ptrdiff_t>(count),
+                      processes.end(), busier);
+
+    TextTable table({kwText("进程"), QStringLiteral("PID"), QStringLiteral("CPU"), kwText("内存"),
+                     kwText("磁盘"), kwText("运行时长"), kwText("安全命令"), kwText("项目")});
+    for (std::size_t index = 0; index < count; ++index) {
+        const ProcessMetric &process = *processes[index];
+        table.addRow({process.name, QString::number(process.identity.pid),
+                      formatLocaleNumber(process.cpuPercent, 1) + QLatin1Char('%'),
+                      bytesText(process.residentBytes),
+                      bytesText(static_cast<std::uint64_t>(process.diskBytesPerSecond)) +
+                          QStringLiteral("/s"),
+                      elapsedText(process.duration), process.command.command,
+                      process.command.project.value_or(QStringLiteral("-"))});
+    }
+    return kwText("最忙的进程（最多 %1 个）").arg(formatLocaleInteger(shown)) + QLatin1Char('\n') +
+           table.render();
+}
+
+QString sensorTableSection(const DashboardStore &store)
+{
+    TextTable table({kwText("传感器"), kwText("来源"), kwText("当前值"), kwText("可用性")});
+    for (const DashboardSensorStatus &status : store.sensorStatuses())
+        table.addRow({status.title, status.source, status.currentValue,
+                      sensorAvailabilityName(status.availability)});
+    return table.render();
+}
+
 } // namespace
 
 QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
@@ -72,6 +134,8 @@ QString reportText(const DashboardStore &store, const std::vector<SystemMetricSa
                       .arg(formatLocaleInteger(static_cast<long long>(samples.size()))) +
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);
+    out += QLatin1Char('\n') + processesSection(last);
+    out += QLatin1Char('\n') + sensorTableSection(store);
     out += QLatin1Char('\n') + loadSourcesSection(store);
     // Each part of the dashboard's state adds its own section below.
     return out;

@@ -1,0 +1,159 @@
+#include "dashboard/DashboardTrends.h"
+
+#include "process/ByteTexts.h"
+#include "sampling/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+template <typename Value> std::optional<Value> availableValue(const SensorReading<Value> &reading)
+{
+    return reading.isAvailable() ? reading.value() : std::nullopt;
+}
+
+// The chart position of a sample: the newest at w, one exactly w older at 0.
+double elapsedInWindow(TimePoint timestamp, TimePoint end, double windowSeconds)
+{
+    return std::clamp(windowSeconds + timestamp.secondsSince(end), 0.0, windowSeconds);
+}
+
+template <typename Point, typename Build>
+std::vector<Point> trendPoints(const MetricSampleHistory &history, double windowSeconds,
+                               Build build)
+{
+    std::vector<Point> points;
+    if (history.samples().empty())
+        return points;
+    const TimePoint end = history.samples().back().timestamp;
+    const std::vector<SystemMetricSample> samples = history.recentSamples(windowSeconds);
+    points.reserve(samples.size());
+    for (const SystemMetricSample &sample : samples)
+        points.push_back(build(sample, elapsedInWindow(sample.timestamp, end, windowSeconds)));
+    return points;
+}
+
+// The reading's source when available, else its reason, else its short word
+// ("采集中" for a reading still warming up).
+template <typename Value> QString statusSource(const SensorReading<Value> &reading)
+{
+    if (reading.isAvailable())
+        return reading.sourceText();
+    return reading.reasonText().value_or(reading.sourceText());
+}
+
+template <typename Value>
+DashboardSensorStatus readingRow(const char *id, const char *title, const char *symbolName,
+                                 const SensorReading<Value> &reading, QString currentValue)
+{
+    return {QString::fromLatin1(id),         kwText(title),
+            QString::fromLatin1(symbolName), statusSource(reading),
+            std::move(currentValue),         sensorAvailability(reading.readingCase())};
+}
+
+} // namespace
+
+QString sensorAvailabilityName(SensorAvailability availability)
+{
+    switch (availability) {
+    case SensorAvailability::available:
+        return QStringLiteral("available");
+    case SensorAvailability::warmingUp:
+        return QStringLiteral("warmingUp");
+    case SensorAvailability::unavailable:
+        return QStringLiteral("unavailable");
+    }
+    return {};
+}
+
+SensorAvailability sensorAvailability(SensorReadingCase readingCase)
+{
+    switch (readingCase) {
+    case SensorReadingCase::available:
+        return SensorAvailability::available;
+    case SensorReadingCase::warmingUp:
+        return SensorAvailability::warmingUp;
+    case SensorReadingCase::unsupported:
+    case SensorReadingCase::permissionDenied:
+    case SensorReadingCase::temporarilyUnavailable:
+        break;
+    }
+    return SensorAvailability::unavailable;
+}
+
+std::vector<HeatTrendPoint> heatTrendPoints(const MetricSampleHistory &history,
+                                            double windowSeconds)
+{
+    return trendPoints<HeatTrendPoint>(
+        history, windowSeconds, [](const SystemMetricSample &sample, double elapsed) {
+            HeatTrendPoint point;
+            point.elapsedSeconds = elapsed;
+            point.cpu = availableValue(sample.cpuUsage);
+            point.temperature = availableValue(sample.temperatureCelsius);
+            point.fanRPM = availableValue(sample.fanRPM);
+            point.thermalState = sample.thermalState;
+            return point;
+        });
+}
+
+std::vector<HardwareTrendPoint> hardwareTrendPoints(const MetricSampleHistory &history,
+                                                    double windowSeconds)
+{
+    return trendPoints<HardwareTrendPoint>(
+        history, windowSeconds, [](const SystemMetricSample &sample, double elapsed) {
+            HardwareTrendPoint point;
+            point.timestamp = sample.timestamp;
+            point.elapsedSeconds = elapsed;
+            point.cpu = availableValue(sample.cpuUsage);
+            point.gpu = availableValue(sample.gpuUsage);
+            if (const auto memory = availableValue(sample.memoryUsage)) {
+                point.memoryPercent =
+                    memory->totalBytes == 0
+                        ? 0.0
+                        : double(memory->usedBytes) / double(memory->totalBytes) * 100.0;
+            }
+            point.temperature = availableValue(sample.temperatureCelsius);
+            point.fanRPM = availableValue(sample.fanRPM);
+            point.diskBytesPerSecond = availableValue(sample.diskBytesPerSecond);
+            if (const auto network = availableValue(sample.networkThroughput)) {
+                point.networkReceivedBytesPerSecond = network->receivedBytesPerSecond;
+                point.networkSentBytesPerSecond = network->sentBytesPerSecond;
+            }
+            return point;
+        });
+}
+
+std::vector<DashboardSensorStatus> sensorStatuses(const std::optional<SystemMetricSample> &latest,
+                                                  const QString &processesSource)
+{
+    if (!latest) {
+        return {{QStringLiteral("sampling"), kwText("本机传感器"),
+                 QStringLiteral("waveform.path.ecg"), kwText("正在建立数据源连接"),
+                 kwText("采集中"), SensorAvailability::warmingUp}};
+    }
+    const SystemMetricSample &sample = *latest;
+    const auto &memory = sample.memoryUsage;
+    const auto &disk = sample.diskBytesPerSecond;
+    const auto &network = sample.networkThroughput;
+    return {
+        readingRow("temperature", "温度", "thermometer.medium", sample.temperatureCelsius,
+                   sample.temperatureCelsius.displayText(QStringLiteral("°C"), 1)),
+        readingRow("fan", "风扇", "fan", sample.fanRPM,
+                   sample.fanRPM.displayText(QStringLiteral(" RPM"), 0)),
+        readingRow("gpu", "GPU", "cpu", sample.gpuUsage,
+                   sample.gpuUsage.displayText(QStringLiteral("%"), 0)),
+        readingRow("memory", "内存", "memorychip", memory,
+                   memory.isAvailable()
+                       ? memoryText(memory.value()->usedBytes) + QStringLiteral(" / ") +
+                             memoryText(memory.value()->totalBytes)
+                       : memory.statusText()),
+        readingRow("disk", "磁盘", "externaldrive", disk,
+                   disk.isAvailable() ? rateText(*disk.value()) : disk.displayText(QString(), 0)),
+        readingRow("network", "网络", "network", network,
+                   network.isAvailable() ? rateText(network.value()->receivedBytesPerSecond +
+                                                    network.value()->sentBytesPerSecond)
+                                         : network.statusText()),
+        {QStringLiteral("processes"), kwText("进程采样"), QStringLiteral("waveform.path.ecg"),
+         processesSource, kwText("正常"), SensorAvailability::available},
+    };
+}

@@ -1,0 +1,129 @@
+#include "platform/linux/HwmonSensorProbe.h"
+
+#include "sampling/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+// One hwmon device directory with its name and the numbered files in it.
+struct HwmonDevice {
+    QByteArray path; // ends with '/'
+    QString name;
+    std::vector<QByteArray> entries;
+};
+
+QString trimmedText(const FileReadResult &file)
+{
+    return file.bytes ? QString::fromUtf8(file.bytes->trimmed()) : QString();
+}
+
+// The devices of <sysRoot>/class/hwmon; absent when that class does not exist.
+std::optional<std::vector<HwmonDevice>> hwmonDevices(const QByteArray &sysRoot,
+                                                     const KernelFileReader &read)
+{
+    const QByteArray classPath = sysRoot + "/class/hwmon/";
+    const auto names = listDirectory(classPath);
+    if (!names)
+        return std::nullopt;
+    std::vector<HwmonDevice> devices;
+    for (const NumberedEntry &entry : numberedEntries(*names, "hwmon")) {
+        HwmonDevice device;
+        device.path = classPath + entry.name + '/';
+        auto entries = listDirectory(device.path);
+        if (!entries)
+            continue; // gone since the listing
+        device.entries = std::move(*entries);
+        device.name = trimmedText(read(device.path + "name"));
+        if (device.name.isEmpty())
+            device.name = QString::fromUtf8(entry.name); // a device without a readable name
+        devices.push_back(std::move(device));
+    }
+    return devices;
+}
+
+// The numbers n of "<prefix><n>_input" among the entries, ascending.
+std::vector<unsigned long long> inputNumbers(const std::vector<QByteArray> &entries,
+                                             std::string_view prefix)
+{
+    std::vector<unsigned long long> numbers;
+    for (const QByteArray &entry : entries) {
+        if (const auto number = numberBetween(asView(entry), prefix, "_input"))
+            numbers.push_back(*number);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+} // namespace
+
+SensorChannelValue sensorFileValue(const FileReadResult &file, double scale)
+{
+    if (!file.bytes)
+        return {std::nullopt, file.permissionDenied()};
+    const std::optional<long long> raw = parseDecimal(asView(*file.bytes));
+    if (!raw)
+        return {};
+    return {static_cast<double>(*raw) / scale, false};
+}
+
+HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileReader &read)
+{
+    HwmonSensorScan scan;
+    // Millidegrees Celsius in both hwmon and thermal zones (sysfs-class-hwmon).
+    constexpr double millidegrees = 1000.0;
+    const auto devices = hwmonDevices(sysRoot, read);
+    scan.temperatures.interfacePresent = devices.has_value();
+    for (const HwmonDevice &device : devices.value_or(std::vector<HwmonDevice>{})) {
+        for (const unsigned long long number : inputNumbers(device.entries, "temp")) {
+            const QByteArray stem = "temp" + QByteArray::number(number);
+            QString label = trimmedText(read(device.path + stem + "_label"));
+            if (label.isEmpty())
+                label = QString::fromLatin1(stem);
+            scan.temperatures.channels.push_back(
+                {device.name + QLatin1Char(' ') + label,
+                 sensorFileValue(read(device.path + stem + "_input"), millidegrees)});
+        }
+        for (const unsigned long long number : inputNumbers(device.entries, "fan")) {
+            const QByteArray path = device.path + "fan" + QByteArray::number(number) + "_input";
+            scan.fans.push_back(sensorFileValue(read(path), 1.0));
+        }
+    }
+    const QByteArray thermalPath = sysRoot + "/class/thermal/";
+    if (const auto names = listDirectory(thermalPath)) {
+        for (const NumberedEntry &zone : numberedEntries(*names, "thermal_zone")) {
+            const QByteArray zonePath = thermalPath + zone.name + '/';
+            scan.temperatures.interfacePresent = true;
+            QString type = trimmedText(read(zonePath + "type"));
+            if (type.isEmpty())
+                type = QString::fromUtf8(zone.name);
+            scan.temperatures.channels.push_back(
+                {type, sensorFileValue(read(zonePath + "temp"), millidegrees)});
+        }
+    }
+    return scan;
+}
+
+HwmonSensorProbe::HwmonSensorProbe(QString sysRoot, KernelFileReader reader)
+    : m_sysRoot(sysRoot.toLocal8Bit()),
+      m_read(std::move(reader)), m_temperatureTexts{QStringLiteral("Linux hwmon CPU sensors"),
+                                                    kwText(
+                                                        "当前系统没有可用的 hwmon 温度传感器接口"),
+                                                    kwText("无权读取 hwmon 温度传感器"),
+                                                    kwText("未发现可识别的 CPU 温度通道")},
+      m_fanTexts{QStringLiteral("Linux hwmon fan sensors"),
+                 kwText("系统没有可读取的风扇转速传感器"), kwText("无权读取 hwmon 风扇传感器"),
+                 kwText("hwmon 未返回明确的风扇 RPM")}
+{
+}
+
+AppleSensorReadings HwmonSensorProbe::read()
+{
+    // One walk serves both halves; the temperature is decided first.
+    const HwmonSensorScan scan = scanHwmonSensors(m_sysRoot, m_read);
+    AppleSensorReadings readings;
+    readings.temperature =
+        temperatureReading(scan.temperatures, kLinuxCPUDieChannelNames, m_temperatureTexts);
+    readings.fan = fanReading(scan.fans, m_fanTexts);
+    return readings;
+}

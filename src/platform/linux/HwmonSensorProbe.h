@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/linux/SysfsDirectory.h"
+#include "probes/ChipSensors.h"
+#include "sampling/Probing.h"
+
+#include <QString>
+
+#include <vector>
+
+// What one walk of <sysRoot> found.
+struct HwmonSensorScan {
+    // Each hwmon temp<n>_input, named "<hwmon name> <label>" (label from
+    // temp<n>_label, else "temp<n>"), then each thermal zone's temp, named by
+    // its type; millidegrees become degrees.
+    TemperatureSurvey temperatures;
+    // Each hwmon fan<n>_input (RPM).
+    std::vector<SensorChannelValue> fans;
+};
+
+// hwmon devices and their inputs go in the order of their numbers (hwmon2
+// before hwmon10), so the fold sees the same order on every tick.
+HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileReader &read);
+
+// One value of a sysfs sensor file: a decimal integer divided by `scale`.
+// Empty text, junk and failed reads give no value; a refused read is marked.
+SensorChannelValue sensorFileValue(const FileReadResult &file, double scale);
+
+// Chip temperature and fan speed from hwmon and the thermal zones, read afresh
+// on every call: sensors come and go with drivers and suspend, and a walk of a
+// few dozen small files costs less than keeping it right.
+class HwmonSensorProbe final : public AppleSensorProbing {
+public:
+    explicit HwmonSensorProbe(QString sysRoot = QStringLiteral("/sys"),
+                              KernelFileReader reader = systemFileReader());
+    AppleSensorReadings read() override;
+
+private:
+    QByteArray m_sysRoot;
+    KernelFileReader m_read;
+    TemperatureTexts m_temperatureTexts;
+    FanTexts m_fanTexts;
+};

@@ -1,0 +1,122 @@
+#include "platform/linux/ProcPidFiles.h"
+
+#include "platform/linux/FileReading.h"
+
+namespace {
+
+std::string_view nextToken(std::string_view &text)
+{
+    std::size_t start = 0;
+    while (start < text.size() && (text[start] == ' ' || text[start] == '\n'))
+        ++start;
+    std::size_t end = start;
+    while (end < text.size() && text[end] != ' ' && text[end] != '\n')
+        ++end;
+    const std::string_view token = text.substr(start, end - start);
+    text.remove_prefix(end);
+    return token;
+}
+
+} // namespace
+
+std::optional<std::uint64_t> parseProcPidStatmResidentPages(std::string_view text)
+{
+    if (nextToken(text).empty())
+        return std::nullopt;
+    const std::string_view resident = nextToken(text);
+    if (resident.empty())
+        return std::nullopt;
+    const auto pages = parseUnsignedDecimal(resident);
+    if (!pages)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(*pages);
+}
+
+std::optional<std::uint64_t> parseProcPidIoDiskBytes(std::string_view text)
+{
+    std::optional<unsigned long long> readBytes;
+    std::optional<unsigned long long> writeBytes;
+    while (!text.empty()) {
+        const std::size_t newline = text.find('\n');
+        const std::string_view line = text.substr(0, newline);
+        text.remove_prefix(newline == std::string_view::npos ? text.size() : newline + 1);
+        const std::size_t colon = line.find(':');
+        if (colon == std::string_view::npos)
+            continue;
+        const std::string_view key = line.substr(0, colon);
+        // Exact keys: "cancelled_write_bytes" must not pass for "write_bytes".
+        if (key == "read_bytes")
+            readBytes = parseUnsignedDecimal(line.substr(colon + 1));
+        else if (key == "write_bytes")
+            writeBytes = parseUnsignedDecimal(line.substr(colon + 1));
+    }
+    if (!readBytes || !writeBytes)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(*readBytes) + static_cast<std::uint64_t>(*writeBytes);
+}
+
+bool isValidUtf8(std::string_view bytes)
+{
+    std::size_t index = 0;
+    const std::size_t size = bytes.size();
+    while (index < size) {
+        const auto lead = static_cast<unsigned char>(bytes[index]);
+        if (lead < 0x80) {
+            ++index;
+            continue;
+        }
+        std::size_t length = 0;
+        unsigned char low = 0x80; // allowed range of the second byte
+        unsigned char high = 0xBF;
+        if (lead >= 0xC2 && lead <= 0xDF) {
+            length = 2;
+        } else if (lead >= 0xE0 && lead <= 0xEF) {
+            length = 3;
+            if (lead == 0xE0)
+                low = 0xA0; // overlong
+            else if (lead == 0xED)
+                high = 0x9F; // surrogates
+        } else if (lead >= 0xF0 && lead <= 0xF4) {
+            length = 4;
+            if (lead == 0xF0)
+                low = 0x90; // overlong
+            else if (lead == 0xF4)
+                high = 0x8F; // above U+10FFFF
+        } else {
+            return false;
+        }
+        if (size - index < length)
+            return false;
+        const auto second = static_cast<unsigned char>(bytes[index + 1]);
+        if (second < low || second > high)
+            return false;
+        for (std::size_t continuation = 2; continuation < length; ++continuation) {
+            const auto byte = static_cast<unsigned char>(bytes[index + continuation]);
+            if ((byte & 0xC0) != 0x80)
+                return false;
+        }
+        index += length;
+    }
+    return true;
+}
+
+QStringList parseProcPidCmdline(QByteArrayView bytes)
+{
+    QStringList arguments;
+    qsizetype position = 0;
+    const qsizetype size = bytes.size();
+    while (position < size) {
+        if (bytes[position] == '\0') {
+            ++position;
+            continue;
+        }
+        qsizetype end = position;
+        while (end < size && bytes[end] != '\0')
+            ++end;
+        const QByteArrayView argument = bytes.sliced(position, end - position);
+        if (isValidUtf8(std::string_view(argument.data(), static_cast<std::size_t>(argument.size()))))
+            arguments.append(QString::fromUtf8(argument));
+        position = end;
+    }
+    return arguments;
+}

@@ -1,0 +1,61 @@
+#include "probes/ChipSensors.h"
+
+#include "probes/SensorFolds.h"
+
+bool channelNameMatches(QStringView name, std::span<const std::string_view> substrings)
+{
+    const QString lowered = name.toString().toLower();
+    for (const std::string_view substring : substrings) {
+        const QLatin1String needle(substring.data(), static_cast<qsizetype>(substring.size()));
+        if (lowered.contains(needle))
+            return true;
+    }
+    return false;
+}
+
+SensorReading<double> temperatureReading(const TemperatureSurvey &survey,
+                                         std::span<const std::string_view> cpuDieNames,
+                                         const TemperatureTexts &texts)
+{
+    if (!survey.interfacePresent)
+        return SensorReading<double>::unsupported(texts.noInterface);
+    std::vector<double> dieValues;
+    bool anyValue = false;
+    bool anyRefused = false;
+    bool dieChannelRefused = false;
+    for (const TemperatureChannel &channel : survey.channels) {
+        const bool isDie = channelNameMatches(channel.name, cpuDieNames);
+        if (channel.reading.value) {
+            anyValue = true;
+            if (isDie)
+                dieValues.push_back(*channel.reading.value);
+        }
+        if (channel.reading.refused) {
+            anyRefused = true;
+            dieChannelRefused = dieChannelRefused || isDie;
+        }
+    }
+    if (const std::optional<double> folded = foldTemperature(dieValues))
+        return SensorReading<double>::available(*folded, texts.source);
+    if (anyRefused && (!anyValue || dieChannelRefused))
+        return SensorReading<double>::permissionDenied(texts.permissionDenied);
+    return SensorReading<double>::unsupported(texts.noChannel);
+}
+
+SensorReading<double> fanReading(const std::vector<SensorChannelValue> &fans, const FanTexts &texts)
+{
+    if (fans.empty())
+        return SensorReading<double>::unsupported(texts.noFans);
+    std::vector<double> values;
+    bool anyRefused = false;
+    for (const SensorChannelValue &fan : fans) {
+        if (fan.value)
+            values.push_back(*fan.value);
+        anyRefused = anyRefused || fan.refused;
+    }
+    if (values.empty() && anyRefused)
+        return SensorReading<double>::permissionDenied(texts.permissionDenied);
+    if (const std::optional<double> folded = foldFanSpeed(values))
+        return SensorReading<double>::available(*folded, texts.source);
+    return SensorReading<double>::unsupported(texts.noValidSpeed);
+}

@@ -1,0 +1,39 @@
+#include "process/ByteTexts.h"
+
+#include <cmath>
+
+namespace {
+
+// printf-style formatting with a point as the decimal mark in every locale.
+QString fixed(double value, int decimals)
+{
+    return QString::number(value, 'f', decimals);
+}
+
+} // namespace
+
+QString memoryText(std::uint64_t bytes)
+{
+    if (bytes >= 1'000'000'000)
+        return fixed(double(bytes) / 1e9, 1) + QStringLiteral(" GB");
+    if (bytes >= 1'000'000)
+        return fixed(double(bytes) / 1e6, 0) + QStringLiteral(" MB");
+    if (bytes >= 1'000)
+        return fixed(double(bytes) / 1e3, 0) + QStringLiteral(" KB");
+    return QString::number(bytes) + QStringLiteral(" B");
+}
+
+QString rateText(double bytesPerSecondReported)
+{
+    // A rate is never negative; a broken one reads as none rather than "nan".
+    const double bytesPerSecond =
+        std::isfinite(bytesPerSecondReported) && bytesPerSecondReported > 0 ? bytesPerSecondReported
+                                                                             : 0.0;
+    if (bytesPerSecond >= 1e9)
+        return fixed(bytesPerSecond / 1e9, 1) + QStringLiteral(" GB/s");
+    if (bytesPerSecond >= 1e6)
+        return fixed(bytesPerSecond / 1e6, 1) + QStringLiteral(" MB/s");
+    if (bytesPerSecond >= 1e3)
+        return fixed(bytesPerSecond / 1e3, 0) + QStringLiteral(" KB/s");
+    return fixed(std::round(bytesPerSecond), 0) + QStringLiteral(" B/s");
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "sampling/ProcessMetric.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// The one place where a process's argument vector and working directory are
+// reduced to something that may be shown. It works by allow-listing: nothing
+// of the vector survives but the executable's file name and at most one word
+// out of a fixed table of eight subcommands, and nothing of the directory but
+// its last component. There is deliberately no pattern that looks for
+// secrets, since no argument text other than a table word is ever kept.
+//
+// `arguments[0]` is the program's own argv[0] and is never looked at. The
+// result holds no reference into `arguments` or `workingDirectory`: the
+// subcommand is the table's own text and the project a fresh copy, so the
+// caller can drop the raw vector as soon as this returns.
+RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,
+                                                  const QStringList &arguments,
+                                                  const std::optional<QString> &workingDirectory);
+
+// The shown command alone: the executable's file name, then the first table
+// word among arguments[1...] (compared in lower case), joined by one blank;
+// "未知任务" when that is empty.
+QString redactedCommandText(const QString &executablePath, const QStringList &arguments);
+
+// The project named by a working directory: its last component after "." and
+// ".." are resolved, absent for "/", for a home directory or its parent
+// ("/Users/<name>", "/home/<name>", "/root") and for an empty directory.
+std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &workingDirectory);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "process/RawProcessMetric.h"
+#include "sampling/Probing.h"
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+// What is remembered of one process between two ticks.
+struct ProcessCounterSnapshot {
+    ProcessIdentity identity;
+    std::uint64_t totalCPUNanoseconds = 0;
+    std::uint64_t diskBytes = 0;
+
+    bool operator==(const ProcessCounterSnapshot &) const = default;
+};
+
+// Turns the reader's running counters into per-tick rates. Owned by the
+// sampler, which calls `sample` once per tick with that tick's time, so the
+// interval of a rate is the real time between two calls. Rates are 0 unless
+// the same process (pid, start time and executable) was seen on the previous
+// tick, time moved forward and neither counter went backwards: a new process,
+// a reused pid and a reset counter all rate 0 once and normally after that.
+class ProcessMetricsProbe final : public ProcessMetricsProbing {
+public:
+    explicit ProcessMetricsProbe(std::unique_ptr<RawProcessMetricReading> reader);
+
+    QList<ProcessMetric> sample(TimePoint now) override;
+
+private:
+    // The copy of `text` already held by the previous or this tick, so that an
+    // hour of samples keeps one shared copy of each name, path and command.
+    QString shared(const QString &text);
+    std::optional<QString> shared(const std::optional<QString> &text);
+
+    std::unique_ptr<RawProcessMetricReading> m_reader;
+    QHash<pid_t, ProcessCounterSnapshot> m_previousCounters;
+    std::optional<TimePoint> m_previousSampleTime;
+    QSet<QString> m_previousTexts;
+    QSet<QString> m_currentTexts;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "sampling/ProcessMetric.h"
+#include "sampling/TimePoint.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+// One process at one tick, before rates: a snapshot with running counters.
+// The argument vector and the working directory are already reduced to
+// `command`; nothing else of them is carried.
+struct RawProcessMetric {
+    ProcessIdentity identity;
+    pid_t parentPID = 0;
+    pid_t processGroupID = 0;
+    uid_t userID = 0;
+    bool isServiceManager = false;          // see ProcessMetric
+    QString name;                           // short name, else the executable's last component
+    std::optional<QString> applicationPath; // the application identity, when there is one
+    QString applicationName;                // the platform's name for it, when it has one
+    RedactedCommandSummary command;
+    std::uint64_t residentBytes = 0;
+    std::uint64_t totalCPUNanoseconds = 0; // user + system since the process started
+    std::uint64_t diskBytes = 0;           // read + written, wrapping
+    TimePoint sampledAt;                   // the tick's time passed to the reader
+
+    bool operator==(const RawProcessMetric &) const = default;
+};
+
+// Reads every visible process of the current user once.
+// Contract: called by ProcessMetricsProbe only, one tick at a time; never
+// throws and reports no failure: a process that cannot be read at any step is
+// simply absent. The records come in the order the platform lists the
+// processes, each pid at most once.
+class RawProcessMetricReading {
+public:
+    virtual ~RawProcessMetricReading() = default;
+    virtual std::vector<RawProcessMetric> readMetrics(TimePoint now) = 0;
+};

@@ -1,0 +1,220 @@
+#include "dashboard/DashboardTrends.h"
+
+#include "support/StoreTesting.h"
+
+#include <gtest/gtest.h>
+
+#include <QLocale>
+
+// Readable failure messages for the sensor table rows.
+void PrintTo(const DashboardSensorStatus &status, std::ostream *out)
+{
+    *out << "{" << status.id.toStdString() << ", " << status.title.toStdString() << ", "
+         << status.symbolName.toStdString() << ", " << status.source.toStdString() << ", "
+         << status.currentValue.toStdString() << ", "
+         << sensorAvailabilityName(status.availability).toStdString() << "}";
+}
+
+namespace {
+
+using Reading = SensorReading<double>;
+
+MetricSampleHistory historyOf(const std::vector<SystemMetricSample> &samples)
+{
+    MetricSampleHistory history(3600.0);
+    for (const SystemMetricSample &sample : samples)
+        history.append(sample);
+    return history;
+}
+
+// Samples every 2 s from `start` for `seconds`, with CPU and temperature
+// available.
+std::vector<SystemMetricSample> steadySamples(double start, double seconds)
+{
+    std::vector<SystemMetricSample> samples;
+    for (double t = start; t <= start + seconds + 1e-9; t += 2.0) {
+        SystemMetricSample sample = makeSample(t);
+        sample.cpuUsage = Reading::available(40.0, "cpu");
+        sample.temperatureCelsius = Reading::available(60.0, "temp");
+        samples.push_back(sample);
+    }
+    return samples;
+}
+
+TEST(TrendPoints, EmptyHistoryGivesNoPoints)
+{
+    const MetricSampleHistory empty(3600.0);
+    EXPECT_TRUE(heatTrendPoints(empty, 60.0).empty());
+    EXPECT_TRUE(hardwareTrendPoints(empty, 60.0).empty());
+}
+
+TEST(TrendPoints, PlaceSamplesOnTheWindowEndingAtTheNewest)
+{
+    struct Case {
+        const char *name;
+        double sampledSeconds;
+        double window;
+        double firstElapsed;
+        std::size_t count;
+    };
+    const Case cases[] = {
+        // 61 samples, 0..120 s, in a 60 s window: 31 points from 0 to 60.
+        {"a full minute", 120.0, 60.0, 0.0, 31},
+        // 10 minutes in a 30-minute window start at 1200 s.
+        {"window longer than the history", 600.0, 1800.0, 1200.0, 301},
+        {"a single sample sits at the window's end", 0.0, 60.0, 60.0, 1},
+    };
+    for (const Case &c : cases) {
+        const MetricSampleHistory history = historyOf(steadySamples(1000.0, c.sampledSeconds));
+        const auto heat = heatTrendPoints(history, c.window);
+        const auto hardware = hardwareTrendPoints(history, c.window);
+        ASSERT_EQ(heat.size(), c.count) << c.name;
+        ASSERT_EQ(hardware.size(), c.count) << c.name;
+        EXPECT_DOUBLE_EQ(heat.front().elapsedSeconds, c.firstElapsed) << c.name;
+        EXPECT_EQ(heat.back().elapsedSeconds, c.window) << c.name;
+        EXPECT_EQ(hardware.back().elapsedSeconds, c.window) << c.name;
+        EXPECT_EQ(hardware.back().timestamp, history.samples().back().timestamp) << c.name;
+    }
+}
+
+TEST(TrendPoints, ThinToAtMost361Points)
+{
+    const MetricSampleHistory history = historyOf(steadySamples(0.0, 3598.0)); // 1800 samples
+    EXPECT_EQ(heatTrendPoints(history, 3600.0).size(), 361u);
+    EXPECT_EQ(hardwareTrendPoints(history, 3600.0).size(), 361u);
+}
+
+TEST(TrendPoints, GapsAreAbsentNeverZero)
+{
+    SystemMetricSample warming = makeSample(100.0);
+    warming.temperatureCelsius = Reading::available(55.5, "temp");
+    warming.thermalState = SystemThermalState::fair;
+    SystemMetricSample full = makeSample(102.0);
+    full.cpuUsage = Reading::available(12.5, "cpu");
+    full.gpuUsage = Reading::available(30.0, "gpu");
+    full.fanRPM = Reading::available(2400.0, "fan");
+    full.diskBytesPerSecond = Reading::available(1500.0, "disk");
+    full.memoryUsage = SensorReading<SystemMemoryUsage>::available({250, 1000}, "mem");
+    full.networkThroughput = SensorReading<NetworkThroughput>::available({100.0, 50.0}, "net");
+    full.temperatureCelsius = Reading::unsupported("no sensor");
+    SystemMetricSample zeroMemory = makeSample(104.0);
+    zeroMemory.memoryUsage = SensorReading<SystemMemoryUsage>::available({0, 0}, "mem");
+    zeroMemory.gpuUsage = Reading::permissionDenied("refused");
+    zeroMemory.networkThroughput =
+        SensorReading<NetworkThroughput>::temporarilyUnavailable("no delta");
+
+    const MetricSampleHistory history = historyOf({warming, full, zeroMemory});
+    const auto heat = heatTrendPoints(history, 60.0);
+    const std::vector<HeatTrendPoint> expectedHeat = {
+        {56.0, std::nullopt, 55.5, std::nullopt, std::nullopt, SystemThermalState::fair},
+        {58.0, 12.5, std::nullopt, 2400.0, std::nullopt, SystemThermalState::nominal},
+        {60.0, std::nullopt, std::nullopt, std::nullopt, std::nullopt, SystemThermalState::nominal},
+    };
+    EXPECT_EQ(heat, expectedHeat);
+
+    const auto hardware = hardwareTrendPoints(history, 60.0);
+    const std::vector<HardwareTrendPoint> expectedHardware = {
+        {warming.timestamp, 56.0, std::nullopt, std::nullopt, std::nullopt, 55.5, std::nullopt,
+         std::nullopt, std::nullopt, std::nullopt},
+        {full.timestamp, 58.0, 12.5, 30.0, 25.0, std::nullopt, 2400.0, 1500.0, 100.0, 50.0},
+        {zeroMemory.timestamp, 60.0, std::nullopt, std::nullopt, 0.0, std::nullopt, std::nullopt,
+         std::nullopt, std::nullopt, std::nullopt},
+    };
+    EXPECT_EQ(hardware, expectedHardware);
+}
+
+TEST(SensorAvailability, MapsEveryReadingCase)
+{
+    const std::pair<SensorReadingCase, SensorAvailability> cases[] = {
+        {SensorReadingCase::available, SensorAvailability::available},
+        {SensorReadingCase::warmingUp, SensorAvailability::warmingUp},
+        {SensorReadingCase::unsupported, SensorAvailability::unavailable},
+        {SensorReadingCase::permissionDenied, SensorAvailability::unavailable},
+        {SensorReadingCase::temporarilyUnavailable, SensorAvailability::unavailable},
+    };
+    for (const auto &[readingCase, availability] : cases)
+        EXPECT_EQ(sensorAvailability(readingCase), availability)
+            << sensorReadingCaseName(readingCase).toStdString();
+}
+
+TEST(SensorStatuses, BeforeTheFirstSampleOneSamplingRow)
+{
+    const std::vector<DashboardSensorStatus> expected = {{"sampling", "本机传感器",
+                                                          "waveform.path.ecg", "正在建立数据源连接",
+                                                          "采集中", SensorAvailability::warmingUp}};
+    EXPECT_EQ(sensorStatuses(std::nullopt, "procfs"), expected);
+}
+
+TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
+{
+    struct Case {
+        const char *name;
+        SystemMetricSample sample;
+        std::vector<DashboardSensorStatus> expected;
+    };
+    SystemMetricSample good = makeSample(10.0);
+    good.temperatureCelsius = Reading::available(61.26, "Linux hwmon CPU sensors");
+    good.fanRPM = Reading::available(2400.0, "Linux hwmon fan sensors");
+    good.gpuUsage = Reading::available(37.0, "NVIDIA NVML");
+    good.memoryUsage =
+        SensorReading<SystemMemoryUsage>::available({1500000000, 17179869184}, "meminfo");
+    good.diskBytesPerSecond = Reading::available(1500000.0, "diskstats");
+    good.networkThroughput =
+        SensorReading<NetworkThroughput>::available({1000.0, 500.0}, "getifaddrs");
+
+    SystemMetricSample bad = makeSample(10.0); // disk and network still warming up
+    bad.temperatureCelsius = Reading::unsupported("未发现可识别的 CPU 温度通道");
+    bad.fanRPM = Reading::permissionDenied("无权读取 hwmon 风扇传感器");
+    bad.gpuUsage = Reading::temporarilyUnavailable("gone");
+    bad.memoryUsage =
+        SensorReading<SystemMemoryUsage>::temporarilyUnavailable("无法读取 /proc/meminfo");
+
+    const DashboardSensorStatus processes{"processes", "进程采样", "waveform.path.ecg",
+                                          "procfs",    "正常",     SensorAvailability::available};
+    using A = SensorAvailability;
+    const Case cases[] = {
+        {"all available",
+         good,
+         {{"temperature", "温度", "thermometer.medium", "Linux hwmon CPU sensors", "61.3°C",
+           A::available},
+          {"fan", "风扇", "fan", "Linux hwmon fan sensors", "2400 RPM", A::available},
+          {"gpu", "GPU", "cpu", "NVIDIA NVML", "37%", A::available},
+          {"memory", "内存", "memorychip", "meminfo", "1.5 GB / 17.2 GB", A::available},
+          {"disk", "磁盘", "externaldrive", "diskstats", "1.5 MB/s", A::available},
+          {"network", "网络", "network", "getifaddrs", "2 KB/s", A::available},
+          processes}},
+        {"failures and warm-up",
+         bad,
+         {{"temperature", "温度", "thermometer.medium", "未发现可识别的 CPU 温度通道", "不可用",
+           A::unavailable},
+          {"fan", "风扇", "fan", "无权读取 hwmon 风扇传感器", "权限受限", A::unavailable},
+          {"gpu", "GPU", "cpu", "gone", "不可用", A::unavailable},
+          {"memory", "内存", "memorychip", "无法读取 /proc/meminfo", "不可用", A::unavailable},
+          {"disk", "磁盘", "externaldrive", "采集中", "采集中", A::warmingUp},
+          {"network", "网络", "network", "采集中", "采集中", A::warmingUp},
+          processes}},
+    };
+    // Numbers follow the user's locale; the C locale writes them without grouping.
+    const QLocale previous;
+    QLocale::setDefault(QLocale::c());
+    for (const Case &c : cases)
+        EXPECT_EQ(sensorStatuses(c.sample, "procfs"), c.expected) << c.name;
+    QLocale::setDefault(previous);
+}
+
+TEST(DashboardStoreTrends, TheStoreDerivesFromItsOwnSamples)
+{
+    auto store = makeStoreForTesting();
+    ASSERT_EQ(store->sensorStatuses().size(), 1u);
+    EXPECT_TRUE(store->heatTrendPoints(60.0).empty());
+    SystemMetricSample sample = makeSample(50.0);
+    sample.cpuUsage = Reading::available(33.0, "cpu");
+    store->ingest(sample);
+    const auto statuses = store->sensorStatuses();
+    ASSERT_EQ(statuses.size(), 7u);
+    EXPECT_EQ(statuses.back().source, "procfs");
+    ASSERT_EQ(store->hardwareTrendPoints(60.0).size(), 1u);
+    EXPECT_EQ(store->hardwareTrendPoints(60.0).front().cpu, 33.0);
+}
+
+} // namespace

@@ -1,0 +1,70 @@
+// A stand-in for libnvidia-ml.so.1, built in three variants from this one
+// source, so the NVML route runs against something on machines without an
+// NVIDIA driver. Counts its init and shutdown calls for the tests to check.
+
+extern "C" {
+
+struct nvmlDevice_st {
+    unsigned int busyPercent;
+};
+struct nvmlUtilization_st {
+    unsigned int gpu;
+    unsigned int memory;
+};
+
+namespace {
+// Two working devices at 12 % and 37 %, and a third whose handle cannot be had.
+nvmlDevice_st devices[] = {{12}, {37}};
+constexpr unsigned int kDeviceCount = 3;
+int initCalls = 0;
+int shutdownCalls = 0;
+} // namespace
+
+int kwFakeNvmlInitCalls()
+{
+    return initCalls;
+}
+int kwFakeNvmlShutdownCalls()
+{
+    return shutdownCalls;
+}
+
+int nvmlInit_v2()
+{
+    ++initCalls;
+#ifdef KW_FAKE_NVML_INIT_FAILS
+    return 9; // NVML_ERROR_DRIVER_NOT_LOADED
+#else
+    return 0;
+#endif
+}
+
+int nvmlShutdown()
+{
+    ++shutdownCalls;
+    return 0;
+}
+
+int nvmlDeviceGetCount_v2(unsigned int *count)
+{
+    *count = kDeviceCount;
+    return 0;
+}
+
+int nvmlDeviceGetHandleByIndex_v2(unsigned int index, nvmlDevice_st **device)
+{
+    if (index >= sizeof devices / sizeof devices[0])
+        return 15; // NVML_ERROR_GPU_IS_LOST
+    *device = &devices[index];
+    return 0;
+}
+
+#ifndef KW_FAKE_NVML_MISSING_SYMBOL
+int nvmlDeviceGetUtilizationRates(nvmlDevice_st *device, nvmlUtilization_st *utilization)
+{
+    utilization->gpu = device->busyPercent;
+    utilization->memory = 5;
+    return 0;
+}
+#endif
+}

@@ -1,0 +1,258 @@
+#include "platform/linux/GetifaddrsNetworkProbe.h"
+#include "platform/linux/ProcDiskstatsDiskProbe.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+QString fixture(const char *machine, const char *root)
+{
+    return QStringLiteral(KW_FIXTURES_DIR "/%1/%2")
+        .arg(QLatin1String(machine), QLatin1String(root));
+}
+
+TimePoint at(double seconds)
+{
+    return TimePoint::fromSecondsSince1970(seconds);
+}
+
+// ---- /proc/diskstats ----
+
+TEST(ParseDiskstats, TakesNameAndSectorFieldsAndSkipsBrokenLines)
+{
+    const std::string_view text =
+        " 254       0 vda 38069 8168 3200810 11774 12552 7704 1359296 3104 0 6584 16094\n"
+        "   8 0 sda 1 2 3 4 5 6\n"               // too few fields
+        "   8 16 sdb 1 2 x 4 5 6 7 8 9 10 11\n"  // a sector count that is no number
+        "   8 32 sdc 1 2 -3 4 5 6 7 8 9 10 11\n" // nor is a negative one
+        "\n"
+        "\t8\t48\tsdd\t1\t2\t30\t4\t5\t6\t70\t8" // tabs, no newline at the end
+        ;
+    const std::vector<DiskstatsLine> expected = {{"vda", 3200810, 1359296}, {"sdd", 30, 70}};
+    EXPECT_EQ(parseDiskstats(text), expected);
+    EXPECT_TRUE(parseDiskstats("").empty());
+    EXPECT_TRUE(parseDiskstats("garbage\n\n\n").empty());
+}
+
+TEST(WholeDiskCounters, KeepsOnlyWholeRealDisksInBytes)
+{
+    const std::vector<QByteArray> block = {"vda",   "sda",  "loop0",   "zram0",  "dm-0",
+                                           "md127", "ram0", "nvme0n1", "mmcblk0"};
+    const std::vector<DiskstatsLine> lines = {
+        {"vda", 10, 20},     {"vda1", 9, 19},     {"sda", 1, 1},     {"loop0", 100, 0},
+        {"zram0", 100, 100}, {"dm-0", 50, 50},    {"md127", 70, 70}, {"ram0", 1, 1},
+        {"nvme0n1", 0, 0},   {"nvme0n1p1", 1, 1}, {"mmcblk0", 2, 3}, {"sr0", 4, 4}};
+    const std::vector<DiskDeviceCounters> expected = {
+        {"vda", 5120, 10240}, {"sda", 512, 512}, {"nvme0n1", 0, 0}, {"mmcblk0", 1024, 1536}};
+    EXPECT_EQ(wholeDiskCounters(lines, block), expected);
+    // Sector counts beyond what bytes can hold are capped, not wrapped.
+    const auto huge = wholeDiskCounters({{"vda", ~0ull, 1}}, {"vda"});
+    EXPECT_EQ(huge.front().bytesRead, ~0ull);
+}
+
+TEST(ProcDiskstatsDiskProbe, UsesTheLargestWholeDiskOfEachFixture)
+{
+    // Each fixture's diskstats is copied to a temporary /proc and the chosen
+    // disk's line is rewritten between the ticks; other lines stay.
+    struct Machine {
+        const char *name;
+        const char *disk;
+        std::uint64_t sectorsRead;
+        std::uint64_t sectorsWritten;
+    };
+    const Machine machines[] = {
+        // nvme0n1 beats loop0 and its own partitions.
+        {"intel-laptop", "nvme0n1", 12584466, 25718834},
+        // nvme0n1 beats sda; dm-0 (LVM on the nvme, larger still) and zram0 do not count.
+        {"amd-desktop", "nvme0n1", 40132962, 90122870},
+        {"server-vm", "vda", 3200810, 1359296},
+    };
+    for (const Machine &machine : machines) {
+        QTemporaryDir proc;
+        ASSERT_TRUE(proc.isValid());
+        QFile original(fixture(machine.name, "proc") + QStringLiteral("/diskstats"));
+        ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+        const QByteArray before = original.readAll();
+        auto write = [&](const QByteArray &text) {
+            QFile file(proc.filePath(QStringLiteral("diskstats")));
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            file.write(text);
+        };
+        write(before);
+        ProcDiskstatsDiskProbe probe(proc.path(), fixture(machine.name, "sys"));
+        EXPECT_EQ(probe.sample(at(100)), SensorReading<double>::warmingUp()) << machine.name;
+        // 2 seconds later, 4000 more sectors read and 2000 more written.
+        const QList<QByteArray> lines = before.split('\n');
+        QByteArray rewritten;
+        for (QByteArray line : lines) {
+            QList<QByteArray> fields = line.simplified().split(' ');
+            if (fields.size() > 9 && fields[2] == machine.disk) {
+                fields[5] = QByteArray::number(machine.sectorsRead + 4000);
+                fields[9] = QByteArray::number(machine.sectorsWritten + 2000);
+                line = fields.join(' ');
+            }
+            rewritten += line + '\n';
+        }
+        write(rewritten);
+        EXPECT_EQ(probe.sample(at(102)),
+                  SensorReading<double>::available(6000.0 * 512 / 2,
+                                                   QStringLiteral("Linux /proc/diskstats")))
+            << machine.name;
+        // The kernel's counters went back (a device was removed and came back).
+        write(before);
+        EXPECT_EQ(probe.sample(at(104)), SensorReading<double>::temporarilyUnavailable(
+                                             QStringLiteral("磁盘累计计数器无有效增量")))
+            << machine.name;
+    }
+}
+
+TEST(ProcDiskstatsDiskProbe, NoWholeDiskIsUnsupported)
+{
+    const SensorReading<double> none =
+        SensorReading<double>::unsupported(QStringLiteral("未发现系统磁盘累计读写计数器"));
+    // diskstats unreadable
+    ProcDiskstatsDiskProbe missing(QStringLiteral("/nonexistent"), fixture("server-vm", "sys"));
+    EXPECT_EQ(missing.sample(at(1)), none);
+    // no /sys/block to tell disks from partitions
+    ProcDiskstatsDiskProbe noSys(fixture("server-vm", "proc"), QStringLiteral("/nonexistent"));
+    EXPECT_EQ(noSys.sample(at(1)), none);
+}
+
+// A file written and flushed to the disk shows up in the disk rate. The
+// machine's own /proc and /sys, and a file of the test's own.
+TEST(ProcDiskstatsDiskProbe, SeesAWriteOnThisMachine)
+{
+    ProcDiskstatsDiskProbe probe;
+    const TimePoint start = TimePoint::now();
+    ASSERT_EQ(probe.sample(start), SensorReading<double>::warmingUp());
+    QTemporaryDir directory(QDir::currentPath() + QStringLiteral("/kw-disk-XXXXXX"));
+    ASSERT_TRUE(directory.isValid());
+    const QByteArray path = directory.filePath(QStringLiteral("block")).toLocal8Bit();
+    const int fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    ASSERT_GE(fd, 0);
+    const QByteArray chunk(1 << 20, 'k');
+    for (int i = 0; i < 8; ++i)
+        ASSERT_EQ(::write(fd, chunk.constData(), chunk.size()), chunk.size());
+    ASSERT_EQ(::fsync(fd), 0);
+    ::close(fd);
+    const SensorReading<double> reading = probe.sample(start.addingSeconds(1.0));
+    ASSERT_TRUE(reading.isAvailable())
+        << reading.reasonText().value_or(reading.sourceText()).toStdString();
+    // 8 MiB in one (pretended) second; journal and metadata only add to it.
+    EXPECT_GE(*reading.value(), 8.0 * (1 << 20));
+    EXPECT_EQ(reading.sourceText(), QStringLiteral("Linux /proc/diskstats"));
+}
+
+// ---- network ----
+
+class MadeUpListing final : public InterfaceAddressListing {
+public:
+    explicit MadeUpListing(std::optional<std::vector<InterfaceAddress>> addresses)
+        : m_addresses(std::move(addresses))
+    {
+    }
+    std::optional<std::vector<InterfaceAddress>> list() override { return m_addresses; }
+
+private:
+    std::optional<std::vector<InterfaceAddress>> m_addresses;
+};
+
+constexpr std::uint32_t up = 0x1;
+constexpr std::uint32_t loopback = 0x8;
+
+TEST(NetworkInterfaceRecords, ReadsSixtyFourBitCountersOfLinkRecordsOnly)
+{
+    const std::vector<InterfaceAddress> addresses = {
+        {"lo", up | loopback, AF_PACKET}, {"wlp3s0", up, AF_PACKET}, {"wlp3s0", up, AF_INET},
+        {"enp0s31f6", 0, AF_PACKET},      {"wwan0", up, AF_PACKET}, // listed, but gone from sysfs
+        {"../../block", up, AF_PACKET},                             // not an interface name
+    };
+    const auto records = networkInterfaceRecords(
+        addresses, fixture("intel-laptop", "sys").toLocal8Bit(), systemFileReader());
+    ASSERT_EQ(records.size(), addresses.size());
+    EXPECT_EQ(records[0].counters, (NetworkCounters{91234, 91234}));
+    EXPECT_EQ(records[1].counters, (NetworkCounters{123456789, 9876543}));
+    EXPECT_EQ(records[2].counters, std::nullopt); // not read for an address record
+    EXPECT_EQ(records[3].counters, (NetworkCounters{0, 0}));
+    EXPECT_EQ(records[4].counters, std::nullopt);
+    EXPECT_EQ(records[5].counters, std::nullopt);
+    EXPECT_EQ(records[1].flags, up);
+    EXPECT_EQ(records[2].family, AF_INET);
+}
+
+TEST(GetifaddrsNetworkProbe, RatesOverMadeUpInterfacesAndFixtureCounters)
+{
+    QTemporaryDir sys;
+    ASSERT_TRUE(sys.isValid());
+    auto setCounters = [&](const char *name, std::uint64_t received, std::uint64_t sent) {
+        const QString statistics =
+            sys.path() + QStringLiteral("/class/net/%1/statistics/").arg(QLatin1String(name));
+        ASSERT_TRUE(QDir().mkpath(statistics));
+        for (const auto &[file, value] : {std::pair{"rx_bytes", received}, {"tx_bytes", sent}}) {
+            QFile out(statistics + QLatin1String(file));
+            ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            out.write(QByteArray::number(qulonglong(value)) + '\n');
+        }
+    };
+    const std::vector<InterfaceAddress> addresses = {
+        {"lo", up | loopback, AF_PACKET}, {"eth0", up, AF_PACKET}, {"eth0", up, AF_INET6}};
+    GetifaddrsNetworkProbe probe(sys.path(), std::make_unique<MadeUpListing>(addresses));
+    // Beyond 4 GiB, where the 32-bit counters of ifa_data would have wrapped.
+    const std::uint64_t base = 6ull << 30;
+    setCounters("lo", 1, 1);
+    setCounters("eth0", base, 200);
+    EXPECT_EQ(probe.sample(at(10)), SensorReading<NetworkThroughput>::warmingUp());
+    setCounters("lo", 900000, 900000);
+    setCounters("eth0", base + 4000, 600);
+    EXPECT_EQ(probe.sample(at(12)), SensorReading<NetworkThroughput>::available(
+                                        {2000.0, 200.0}, QStringLiteral("getifaddrs")));
+    setCounters("eth0", 50, 700); // the driver reset its counters
+    EXPECT_EQ(probe.sample(at(14)), SensorReading<NetworkThroughput>::temporarilyUnavailable(
+                                        QStringLiteral("网络接口计数器无有效增量")));
+}
+
+TEST(GetifaddrsNetworkProbe, AnUnreadableOrEmptyListHasNoCounters)
+{
+    const auto unreadable = SensorReading<NetworkThroughput>::temporarilyUnavailable(
+        QStringLiteral("无法读取网络接口计数器"));
+    GetifaddrsNetworkProbe failed(fixture("server-vm", "sys"),
+                                  std::make_unique<MadeUpListing>(std::nullopt));
+    EXPECT_EQ(failed.sample(at(1)), unreadable);
+    GetifaddrsNetworkProbe empty(fixture("server-vm", "sys"),
+                                 std::make_unique<MadeUpListing>(std::vector<InterfaceAddress>{}));
+    EXPECT_EQ(empty.sample(at(1)), unreadable);
+}
+
+TEST(GetifaddrsNetworkProbe, ThisMachineGivesRatesFromTheSecondTick)
+{
+    GetifaddrsNetworkProbe probe;
+    EXPECT_EQ(probe.sample(at(1)), SensorReading<NetworkThroughput>::warmingUp());
+    const auto reading = probe.sample(at(3));
+    ASSERT_TRUE(reading.isAvailable());
+    EXPECT_GE(reading.value()->receivedBytesPerSecond, 0.0);
+    EXPECT_GE(reading.value()->sentBytesPerSecond, 0.0);
+    EXPECT_EQ(reading.sourceText(), QStringLiteral("getifaddrs"));
+}
+
+TEST(GetifaddrsListing, ListsThisMachinesLoopbackAsALinkRecord)
+{
+    const auto addresses = GetifaddrsListing().list();
+    ASSERT_TRUE(addresses.has_value());
+    const bool loopbackLink = std::any_of(addresses->begin(), addresses->end(), [](const auto &a) {
+        return a.name == "lo" && a.family == AF_PACKET && (a.flags & loopback) != 0;
+    });
+    EXPECT_TRUE(loopbackLink);
+}
+
+} // namespace

@@ -1,0 +1,195 @@
+#include "platform/linux/HwmonSensorProbe.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <string>
+
+namespace {
+
+QString fixtureSys(const char *machine)
+{
+    return QStringLiteral(KW_FIXTURES_DIR "/%1/sys").arg(QLatin1String(machine));
+}
+
+// The system reader, except that files whose path ends with one of `endings`
+// fail with `error`: EACCES for a refusal (root ignores mode 000, so the
+// refusal has to be made here), ENOENT for a file that vanished after the
+// directory was listed.
+KernelFileReader failingReader(std::vector<QByteArray> endings, int error)
+{
+    return [endings = std::move(endings), error](const QByteArray &path) {
+        for (const QByteArray &ending : endings) {
+            if (path.endsWith(ending))
+                return FileReadResult{std::nullopt, error};
+        }
+        return readKernelFile(path);
+    };
+}
+
+using R = SensorReading<double>;
+
+struct MachineCase {
+    const char *label; // the test's name
+    const char *machine;
+    std::vector<QByteArray> refusedEndings;
+    int error;
+    R temperature;
+    R fan;
+};
+
+class HwmonSensorProbeOnMachines : public testing::TestWithParam<MachineCase> {};
+
+TEST_P(HwmonSensorProbeOnMachines, ReadsTheFoldedTemperatureAndFan)
+{
+    const MachineCase &c = GetParam();
+    HwmonSensorProbe probe(fixtureSys(c.machine), failingReader(c.refusedEndings, c.error));
+    const AppleSensorReadings readings = probe.read();
+    EXPECT_EQ(readings.temperature, c.temperature);
+    EXPECT_EQ(readings.fan, c.fan);
+    // Nothing is kept: a second tick reads the same files again to the same end.
+    EXPECT_EQ(probe.read(), readings);
+}
+
+const QString temperatureSource = QStringLiteral("Linux hwmon CPU sensors");
+const QString fanSource = QStringLiteral("Linux hwmon fan sensors");
+
+INSTANTIATE_TEST_SUITE_P(
+    Fixtures, HwmonSensorProbeOnMachines,
+    testing::Values(
+        // coretemp package 52 and cores 50/49/53/48, x86_pkg_temp zone 52:
+        // the median of 48 49 50 52 52 53. acpitz, nvme and thinkpad temp1
+        // are not the die. The ThinkPad fan turns at 2400.
+        MachineCase{"IntelLaptop",
+                    "intel-laptop",
+                    {},
+                    0,
+                    R::available(51.0, temperatureSource),
+                    R::available(2400.0, fanSource)},
+        // k10temp Tctl 61.25 and Tccd1 58.5; nct6798 CPUTIN and amdgpu edge are
+        // not the die. Fans 0 (nct), 1150 (nct), 0 (amdgpu): the turning one.
+        MachineCase{"AmdDesktop",
+                    "amd-desktop",
+                    {},
+                    0,
+                    R::available(59.875, temperatureSource),
+                    R::available(1150.0, fanSource)},
+        MachineCase{"ServerVm",
+                    "server-vm",
+                    {},
+                    0,
+                    R::unsupported(QStringLiteral("当前系统没有可用的 hwmon 温度传感器接口")),
+                    R::unsupported(QStringLiteral("系统没有可读取的风扇转速传感器"))},
+        // Only the one good coretemp channel survives empty, junk, negative
+        // and absurd files; no fan file holds a speed (65535 is the "no fan"
+        // value of some Super I/O chips).
+        MachineCase{"BrokenSensors",
+                    "broken-sensors",
+                    {},
+                    0,
+                    R::available(51.5, temperatureSource),
+                    R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
+        // Every input and zone temperature refused.
+        MachineCase{"EverythingRefused",
+                    "intel-laptop",
+                    {"_input", "/temp"},
+                    EACCES,
+                    R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
+                    R::permissionDenied(QStringLiteral("无权读取 hwmon 风扇传感器"))},
+        // Every die channel refused while acpitz, nvme and the ThinkPad still
+        // read: the refusal is what hides the die, so it is what is reported.
+        MachineCase{"DieChannelsRefused",
+                    "intel-laptop",
+                    {"hwmon10/temp1_input", "hwmon10/temp2_input", "hwmon10/temp3_input",
+                     "hwmon10/temp4_input", "hwmon10/temp5_input", "thermal_zone1/temp"},
+                    EACCES,
+                    R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
+                    R::available(2400.0, fanSource)},
+        MachineCase{"SomeCoresRefused",
+                    "intel-laptop",
+                    {"hwmon10/temp1_input", "hwmon10/temp2_input"},
+                    EACCES,
+                    R::available(50.5, temperatureSource),
+                    R::available(2400.0, fanSource)},
+        // Files that vanish between listing and reading are no refusal.
+        MachineCase{"InputsVanished",
+                    "intel-laptop",
+                    {"_input", "/temp"},
+                    ENOENT,
+                    R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
+                    R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
+        // The names and labels vanish: channels fall back to "<hwmonN> temp<n>"
+        // and the zone's directory name, none of which names the die.
+        MachineCase{"NamesVanished",
+                    "intel-laptop",
+                    {"/name", "_label", "/type"},
+                    ENOENT,
+                    R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
+                    R::available(2400.0, fanSource)}),
+    [](const testing::TestParamInfo<MachineCase> &info) { return std::string(info.param.label); });
+
+TEST(ScanHwmonSensors, NamesChannelsByDeviceAndLabelInNumericOrder)
+{
+    const HwmonSensorScan scan =
+        scanHwmonSensors(fixtureSys("intel-laptop").toLocal8Bit(), systemFileReader());
+    QStringList names;
+    for (const TemperatureChannel &channel : scan.temperatures.channels)
+        names << channel.name;
+    // hwmon10 after hwmon3, crit and label files are not inputs, BAT0 has none.
+    EXPECT_EQ(names, (QStringList{"acpitz temp1", "nvme Composite", "thinkpad temp1",
+                                  "coretemp Package id 0", "coretemp Core 0", "coretemp Core 1",
+                                  "coretemp Core 2", "coretemp Core 3", "acpitz", "x86_pkg_temp"}));
+    EXPECT_EQ(scan.temperatures.channels[1].reading, (SensorChannelValue{38.85, false}));
+    EXPECT_TRUE(scan.temperatures.interfacePresent);
+}
+
+TEST(ScanHwmonSensors, KeepsBrokenFilesAsChannelsWithoutValues)
+{
+    const HwmonSensorScan scan =
+        scanHwmonSensors(fixtureSys("broken-sensors").toLocal8Bit(), systemFileReader());
+    ASSERT_EQ(scan.temperatures.channels.size(), 5u);
+    const std::vector<std::optional<double>> expected = {std::nullopt, std::nullopt, -5.0,
+                                                         999999.999, 51.5};
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(scan.temperatures.channels[i].reading.value, expected[i]) << i;
+    // The device with a name and no inputs adds nothing.
+    ASSERT_EQ(scan.fans.size(), 4u);
+    EXPECT_EQ(scan.fans[2].value, -1.0);
+}
+
+TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
+{
+    struct Case {
+        FileReadResult file;
+        SensorChannelValue expected;
+    };
+    const Case cases[] = {
+        {{QByteArray("52000\n"), 0}, {52.0, false}},
+        {{QByteArray("-7500"), 0}, {-7.5, false}},
+        {{QByteArray(""), 0}, {}},
+        {{QByteArray("52.0\n"), 0}, {}},
+        {{QByteArray("99999999999999999999999"), 0}, {}},
+        {{std::nullopt, EACCES}, {std::nullopt, true}},
+        {{std::nullopt, EPERM}, {std::nullopt, true}},
+        {{std::nullopt, ENOENT}, {}},
+        {{std::nullopt, ENXIO}, {}}, // a sensor whose chip does not answer
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(sensorFileValue(c.file, 1000.0), c.expected)
+            << (c.file.bytes ? c.file.bytes->constData() : "error");
+}
+
+TEST(HwmonSensorProbe, ThisMachineHasNoSensorInterface)
+{
+    // The test machine is a VM without hwmon and without thermal zones.
+    if (listDirectory("/sys/class/hwmon") ||
+        !listDirectory("/sys/class/thermal").value_or(std::vector<QByteArray>{}).empty())
+        GTEST_SKIP() << "this machine has sensors";
+    HwmonSensorProbe probe;
+    const AppleSensorReadings readings = probe.read();
+    EXPECT_EQ(readings.temperature,
+              R::unsupported(QStringLiteral("当前系统没有可用的 hwmon 温度传感器接口")));
+    EXPECT_EQ(readings.fan, R::unsupported(QStringLiteral("系统没有可读取的风扇转速传感器")));
+}
+
+} // namespace

@@ -1,0 +1,144 @@
+#include "platform/linux/LinuxGPUUsageProbe.h"
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+
+namespace {
+
+QString fixtureSys(const char *machine)
+{
+    return QStringLiteral(KW_FIXTURES_DIR "/%1/sys").arg(QLatin1String(machine));
+}
+
+using R = SensorReading<double>;
+const QString noGPU = QStringLiteral("未发现可读取的 GPU 利用率通道");
+const QByteArray noLibrary = "/nonexistent/libnvidia-ml.so.1";
+
+// The fake library's call counters, reached through a handle of our own: a
+// second dlopen of the same path shares the probe's copy of the library.
+class FakeNvmlCounters {
+public:
+    explicit FakeNvmlCounters(const char *path) : m_handle(::dlopen(path, RTLD_NOW | RTLD_LOCAL))
+    {
+        EXPECT_NE(m_handle, nullptr) << ::dlerror();
+    }
+    ~FakeNvmlCounters()
+    {
+        if (m_handle)
+            ::dlclose(m_handle);
+    }
+    int initCalls() const { return call("kwFakeNvmlInitCalls"); }
+    int shutdownCalls() const { return call("kwFakeNvmlShutdownCalls"); }
+
+private:
+    int call(const char *name) const
+    {
+        auto function = reinterpret_cast<int (*)()>(::dlsym(m_handle, name));
+        return function ? function() : -1;
+    }
+    void *m_handle;
+};
+
+TEST(AmdgpuBusyPercent, ReadsCardsAndSkipsConnectorsAndJunk)
+{
+    EXPECT_EQ(readAmdgpuBusyPercents(fixtureSys("amd-desktop").toLocal8Bit(), systemFileReader()),
+              std::vector<double>{23.0});
+    // card0 holds junk, card1 an out-of-range value that the fold clamps.
+    EXPECT_EQ(
+        readAmdgpuBusyPercents(fixtureSys("broken-sensors").toLocal8Bit(), systemFileReader()),
+        std::vector<double>{130.0});
+    // An Intel card has no such file.
+    EXPECT_TRUE(readAmdgpuBusyPercents(fixtureSys("intel-laptop").toLocal8Bit(), systemFileReader())
+                    .empty());
+}
+
+TEST(LinuxGPUUsageProbe, SysfsRoutesOnFixtures)
+{
+    struct Case {
+        const char *machine;
+        R expected;
+    };
+    const Case cases[] = {
+        {"amd-desktop", R::available(23.0, QStringLiteral("Linux GPU busy percent"))},
+        {"broken-sensors", R::available(100.0, QStringLiteral("Linux GPU busy percent"))},
+        {"intel-laptop", R::unsupported(noGPU)},
+        {"server-vm", R::unsupported(noGPU)},
+    };
+    for (const Case &c : cases) {
+        LinuxGPUUsageProbe probe(fixtureSys(c.machine), noLibrary);
+        EXPECT_EQ(probe.sample(), c.expected) << c.machine;
+    }
+}
+
+TEST(LinuxGPUUsageProbe, NvmlGivesTheBusiestDeviceAndKeepsItsSession)
+{
+    const FakeNvmlCounters counters(KW_FAKE_NVML_BUSY_PATH);
+    const int initBefore = counters.initCalls();
+    const int shutdownBefore = counters.shutdownCalls();
+    {
+        // Devices at 12 % and 37 %, and a third whose handle fails.
+        LinuxGPUUsageProbe probe(fixtureSys("server-vm"), KW_FAKE_NVML_BUSY_PATH);
+        for (int tick = 0; tick < 3; ++tick)
+            EXPECT_EQ(probe.sample(), R::available(37.0, QStringLiteral("NVIDIA NVML"))) << tick;
+        EXPECT_EQ(counters.initCalls() - initBefore, 1);
+        EXPECT_EQ(counters.shutdownCalls() - shutdownBefore, 0);
+    }
+    EXPECT_EQ(counters.shutdownCalls() - shutdownBefore, 1);
+}
+
+TEST(LinuxGPUUsageProbe, SysfsAndNvmlTogetherNameTheLargestSource)
+{
+    // amdgpu at 23 % beside NVML's 37 %.
+    LinuxGPUUsageProbe probe(fixtureSys("amd-desktop"), KW_FAKE_NVML_BUSY_PATH);
+    EXPECT_EQ(probe.sample(), R::available(37.0, QStringLiteral("NVIDIA NVML")));
+    // And the other way round: a card at 100 % (clamped from 130) wins.
+    LinuxGPUUsageProbe busyCard(fixtureSys("broken-sensors"), KW_FAKE_NVML_BUSY_PATH);
+    EXPECT_EQ(busyCard.sample(), R::available(100.0, QStringLiteral("Linux GPU busy percent")));
+}
+
+TEST(LinuxGPUUsageProbe, UnusableLibrariesGiveNoDeviceAndAreRetriedLater)
+{
+    struct Case {
+        const char *name;
+        QByteArray path;
+        bool initAttempted;
+    };
+    const Case cases[] = {
+        {"no library", noLibrary, false},
+        {"init fails", KW_FAKE_NVML_INIT_FAILS_PATH, true},
+        {"a function is missing", KW_FAKE_NVML_MISSING_SYMBOL_PATH, false},
+    };
+    for (const Case &c : cases) {
+        std::optional<FakeNvmlCounters> counters;
+        if (c.path != noLibrary)
+            counters.emplace(c.path.constData());
+        const int initBefore = counters ? counters->initCalls() : 0;
+        LinuxGPUUsageProbe probe(fixtureSys("server-vm"), c.path);
+        for (int tick = 0; tick < LinuxGPUUsageProbe::kTicksBetweenNvmlAttempts; ++tick)
+            EXPECT_EQ(probe.sample(), R::unsupported(noGPU)) << c.name << " tick " << tick;
+        if (counters) { // one attempt in the first window, then one more
+            EXPECT_EQ(counters->initCalls() - initBefore, c.initAttempted ? 1 : 0) << c.name;
+        }
+        EXPECT_EQ(probe.sample(), R::unsupported(noGPU)) << c.name;
+        if (counters) {
+            EXPECT_EQ(counters->initCalls() - initBefore, c.initAttempted ? 2 : 0) << c.name;
+            // A failed init is never shut down: there is no session to end.
+            EXPECT_EQ(counters->shutdownCalls(), 0) << c.name;
+        }
+    }
+}
+
+TEST(LinuxGPUUsageProbe, ThisMachineHasNoGPU)
+{
+    if (!listDirectory("/sys/class/drm").value_or(std::vector<QByteArray>{}).empty())
+        GTEST_SKIP() << "this machine has DRM devices";
+    LinuxGPUUsageProbe probe;
+    if (void *nvml = ::dlopen("libnvidia-ml.so.1", RTLD_NOW | RTLD_LOCAL)) {
+        ::dlclose(nvml);
+        GTEST_SKIP() << "this machine has NVML";
+    }
+    EXPECT_EQ(probe.sample(), R::unsupported(noGPU));
+}
+
+} // namespace

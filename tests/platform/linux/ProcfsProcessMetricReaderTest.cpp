@@ -1,0 +1,217 @@
+#include "platform/linux/ProcfsProcessMetricReader.h"
+#include "support/Fixtures.h"
+#include "support/ProcessPrinting.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <ostream>
+
+#include <unistd.h>
+
+namespace {
+
+// Copies a fixture /proc tree into a temporary directory; every "<name>.link"
+// file becomes the symbolic link <name> to the text it holds, since exe and cwd
+// are links and links are not kept in the repository.
+class FixtureProcRoot {
+public:
+    explicit FixtureProcRoot(const QString &fixture)
+    {
+        const QString source = fixturePath(fixture);
+        QDirIterator it(source, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            const QString file = it.next();
+            const QString relative = QDir(source).relativeFilePath(file);
+            const QString target = m_directory.filePath(relative);
+            QDir().mkpath(QFileInfo(target).path());
+            if (relative.endsWith(QStringLiteral(".link"))) {
+                QFile link(file);
+                link.open(QIODevice::ReadOnly);
+                const QByteArray linkTarget = link.readAll();
+                const QByteArray linkPath = target.chopped(5).toLocal8Bit();
+                m_ok = m_ok && ::symlink(linkTarget.constData(), linkPath.constData()) == 0;
+            } else {
+                m_ok = m_ok && QFile::copy(file, target);
+            }
+        }
+    }
+    bool isReady() const { return m_ok && m_directory.isValid(); }
+    QString path() const { return m_directory.path(); }
+
+private:
+    QTemporaryDir m_directory;
+    bool m_ok = true;
+};
+
+std::map<pid_t, RawProcessMetric> readByPid(const QString &root, TimePoint now)
+{
+    ProcfsProcessMetricReader reader(root);
+    std::map<pid_t, RawProcessMetric> byPid;
+    for (RawProcessMetric &record : reader.readMetrics(now)) {
+        const pid_t pid = record.identity.pid;
+        EXPECT_TRUE(byPid.emplace(pid, std::move(record)).second) << "pid " << pid << " twice";
+    }
+    return byPid;
+}
+
+constexpr long long bootTime = 1700000000;
+const TimePoint tickTime = TimePoint::fromSecondsSince1970(1700000500.0);
+
+struct OddProcessCase {
+    const char *description;
+    pid_t pid;
+    QString name;
+    QString executablePath;
+    RedactedCommandSummary command;
+    std::uint64_t diskBytes;
+};
+
+void PrintTo(const OddProcessCase &row, std::ostream *out)
+{
+    *out << row.description;
+}
+
+class ProcfsOddProcessTest : public testing::TestWithParam<OddProcessCase> {
+protected:
+    static void SetUpTestSuite()
+    {
+        s_root = new FixtureProcRoot(QStringLiteral("procfs-odd-processes"));
+        ASSERT_TRUE(s_root->isReady());
+        s_records = new std::map<pid_t, RawProcessMetric>(readByPid(s_root->path(), tickTime));
+    }
+    static void TearDownTestSuite()
+    {
+        delete s_records;
+        delete s_root;
+    }
+    static inline FixtureProcRoot *s_root = nullptr;
+    static inline std::map<pid_t, RawProcessMetric> *s_records = nullptr;
+};
+
+TEST_P(ProcfsOddProcessTest, GivesACorrectRecord)
+{
+    const OddProcessCase &row = GetParam();
+    ASSERT_EQ(s_records->count(row.pid), 1u);
+    const RawProcessMetric &record = s_records->at(row.pid);
+    EXPECT_EQ(record.name, row.name);
+    EXPECT_EQ(record.identity.executablePath, row.executablePath);
+    EXPECT_EQ(record.command, row.command);
+    EXPECT_EQ(record.diskBytes, row.diskBytes);
+    EXPECT_EQ(record.applicationPath, std::nullopt);
+    EXPECT_EQ(record.sampledAt, tickTime);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Fixture, ProcfsOddProcessTest,
+    testing::Values(
+        OddProcessCase{"ordinary process, secret argument dropped", 100, "node", "/usr/bin/node",
+                       {"node run", QString("site")}, 12288},
+        OddProcessCase{"name with blanks and parentheses, empty arguments, cwd root", 101,
+                       "a) b (c)", "/usr/bin/make", {"make test", std::nullopt}, 12288},
+        OddProcessCase{"invalid UTF-8 arguments left out, so a later one becomes argv0; cwd back to a home folder", 107,
+                       "python3", "/usr/bin/python3.11", {"python3.11 dev", std::nullopt}, 12288},
+        OddProcessCase{"last argument without NUL, cwd with trailing slash", 108, "npm",
+                       "/usr/lib/node/npm", {"npm start", QString("site")}, 12288},
+        OddProcessCase{"empty comm falls back to the executable, no io file", 109,
+                       "server (deleted)", "/opt/tools/bin/server (deleted)",
+                       {"server (deleted) watch", QString("tools")}, 0},
+        OddProcessCase{"malformed io counts no traffic", 110, "io-odd", "/usr/bin/io-odd",
+                       {"io-odd", QString("tmp")}, 0},
+        OddProcessCase{"empty cmdline and no cwd", 112, "bare", "/usr/bin/bare",
+                       {"bare", std::nullopt}, 12288},
+        OddProcessCase{"newline in the name, cwd back to a home", 115, "two\nlines",
+                       "/usr/bin/two", {"two serve", std::nullopt}, 12288}));
+
+TEST_F(ProcfsOddProcessTest, LeavesOutWhatCannotBeReadWhole)
+{
+    // 102 truncated stat, 103 empty stat, 104 gone before reading, 105 exe
+    // link gone, 106 exe not a link, 111 truncated statm, 114 CPU time beyond
+    // 64 bits of nanoseconds; "0", "01", "12a", "self" and "sys" are no pids.
+    std::vector<pid_t> pids;
+    for (const auto &entry : *s_records)
+        pids.push_back(entry.first);
+    EXPECT_EQ(pids, (std::vector<pid_t>{100, 101, 107, 108, 109, 110, 112, 115}));
+}
+
+TEST_F(ProcfsOddProcessTest, ReadsCountersAndLineage)
+{
+    const long ticksPerSecond = ::sysconf(_SC_CLK_TCK);
+    const long pageSize = ::sysconf(_SC_PAGESIZE);
+    const RawProcessMetric &node = s_records->at(100);
+    EXPECT_EQ(node.identity.startTime,
+              TimePoint::fromSecondsSince1970(double(bootTime) + 12300.0 / double(ticksPerSecond)));
+    EXPECT_EQ(node.parentPID, 1);
+    EXPECT_EQ(node.processGroupID, 99);
+    EXPECT_EQ(node.userID, ::getuid());
+    EXPECT_EQ(node.residentBytes, 250u * std::uint64_t(pageSize));
+    // utime 250 + stime 50 ticks.
+    EXPECT_EQ(node.totalCPUNanoseconds, 300u * 1000000000ULL / std::uint64_t(ticksPerSecond));
+    EXPECT_EQ(s_records->at(101).parentPID, 100);
+}
+
+TEST(ProcfsProcessMetricReaderTest, ReadsNothingWithoutABootTime)
+{
+    FixtureProcRoot root(QStringLiteral("procfs-odd-processes"));
+    ASSERT_TRUE(root.isReady());
+    QFile stat(root.path() + QStringLiteral("/stat"));
+    ASSERT_TRUE(stat.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    stat.write("cpu  1 2 3 4\n");
+    stat.close();
+    EXPECT_TRUE(readByPid(root.path(), tickTime).empty());
+    EXPECT_TRUE(readByPid(root.path() + QStringLiteral("/missing"), tickTime).empty());
+}
+
+TEST(ProcfsProcessMetricReaderTest, SkipsProcessesOfOtherUsers)
+{
+    if (::getuid() != 0)
+        GTEST_SKIP() << "giving a fixture directory to another user needs root";
+    FixtureProcRoot root(QStringLiteral("procfs-odd-processes"));
+    ASSERT_TRUE(root.isReady());
+    const QByteArray directory = (root.path() + QStringLiteral("/100")).toLocal8Bit();
+    ASSERT_EQ(::chown(directory.constData(), 65534, 65534), 0);
+    const auto records = readByPid(root.path(), tickTime);
+    EXPECT_EQ(records.count(100), 0u);
+    EXPECT_EQ(records.count(101), 1u);
+}
+
+TEST(ProcfsProcessMetricReaderTest, ReadsApplicationIdentityAndServiceManagers)
+{
+    FixtureProcRoot root(QStringLiteral("procfs-odd-processes"));
+    ASSERT_TRUE(root.isReady());
+    auto write = [&](const QString &relative, const QByteArray &bytes) {
+        QFile file(root.path() + QLatin1Char('/') + relative);
+        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+    };
+    // Pid 1 runs /usr/bin/make, as 101 does; 100 runs in Firefox's scope, 107
+    // in an application without a desktop entry, 108 in a login session.
+    ASSERT_TRUE(QDir().mkpath(root.path() + QStringLiteral("/1")));
+    ASSERT_EQ(::symlink("/usr/bin/make", (root.path() + QStringLiteral("/1/exe")).toLocal8Bit()), 0);
+    ASSERT_TRUE(write("100/cgroup", "0::/user.slice/user@1000.service/app.slice/"
+                                    "app-gnome-firefox-4242.scope\n"));
+    ASSERT_TRUE(write("107/cgroup", "0::/user.slice/user@1000.service/app.slice/"
+                                    "app-org.example.Editor-77.scope\n"));
+    ASSERT_TRUE(write("108/cgroup", "0::/user.slice/user-1000.slice/session-2.scope\n"));
+
+    const QString applications = fixturePath(QStringLiteral("xdg-desktop/usr/share"));
+    ProcfsProcessMetricReader reader(root.path(), {applications});
+    std::map<pid_t, RawProcessMetric> byPid;
+    for (RawProcessMetric &record : reader.readMetrics(tickTime))
+        byPid.emplace(record.identity.pid, std::move(record));
+
+    EXPECT_EQ(byPid.at(100).applicationPath, applications + "/applications/firefox.desktop");
+    EXPECT_EQ(byPid.at(100).applicationName, QStringLiteral("Firefox Web Browser"));
+    EXPECT_EQ(byPid.at(107).applicationPath, QStringLiteral("org.example.Editor"));
+    EXPECT_EQ(byPid.at(107).applicationName, QStringLiteral("Editor"));
+    EXPECT_EQ(byPid.at(108).applicationPath, std::nullopt);
+    EXPECT_EQ(byPid.at(112).applicationPath, std::nullopt); // no cgroup file at all
+    EXPECT_TRUE(byPid.at(101).isServiceManager);
+    EXPECT_FALSE(byPid.at(100).isServiceManager);
+}
+
+} // namespace

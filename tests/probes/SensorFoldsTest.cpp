@@ -1,0 +1,175 @@
+#include "probes/SensorFolds.h"
+#include "probes/ChipSensors.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double inf = std::numeric_limits<double>::infinity();
+
+struct FoldCase {
+    const char *name;
+    std::vector<double> values;
+    std::optional<double> expected;
+};
+
+TEST(MedianValue, TakesTheMiddleOrTheMeanOfTheTwoMiddles)
+{
+    const FoldCase cases[] = {
+        {"empty", {}, std::nullopt},
+        {"one", {7.0}, 7.0},
+        {"odd, unsorted", {90.0, 40.0, 50.0}, 50.0},
+        {"even", {40.0, 90.0, 60.0, 50.0}, 55.0},
+        {"repeats", {3.0, 3.0, 1.0, 3.0}, 3.0},
+    };
+    for (const FoldCase &c : cases)
+        EXPECT_EQ(medianValue(c.values), c.expected) << c.name;
+}
+
+TEST(FoldTemperature, KeepsFiniteValuesWithinTenToOneHundredTwentyFiveInclusive)
+{
+    const FoldCase cases[] = {
+        {"median of three", {40.0, 50.0, 90.0}, 50.0},
+        {"median of four", {40.0, 50.0, 60.0, 90.0}, 55.0},
+        {"9.9 is too cold", {9.9}, std::nullopt},
+        {"10.0 counts", {10.0}, 10.0},
+        {"125.0 counts", {125.0}, 125.0},
+        {"125.1 is too hot", {125.1}, std::nullopt},
+        {"out-of-range values do not shift the median", {9.9, 40.0, 125.1, 60.0}, 50.0},
+        {"not a number and infinity are dropped", {nan, inf, -inf, 42.0}, 42.0},
+        {"nothing plausible", {nan, 0.0, 200.0}, std::nullopt},
+        {"empty", {}, std::nullopt},
+    };
+    for (const FoldCase &c : cases)
+        EXPECT_EQ(foldTemperature(c.values), c.expected) << c.name;
+}
+
+TEST(FoldFanSpeed, MediansTurningFansAndReportsAllStoppedAsZero)
+{
+    const FoldCase cases[] = {
+        {"a stopped fan does not halve the figure", {0.0, 2400.0}, 2400.0},
+        {"all stopped is a reading", {0.0, 0.0}, 0.0},
+        {"median of turning fans", {1800.0, 2000.0, 2600.0}, 2000.0},
+        {"empty", {}, std::nullopt},
+        {"only an implausible speed", {25000.0}, std::nullopt},
+        {"the bound itself counts", {20000.0}, 20000.0},
+        {"negative, not-a-number and infinity are dropped", {-1.0, nan, inf, 1150.0}, 1150.0},
+        {"a stopped fan next to garbage is still zero", {0.0, 65535.0}, 0.0},
+    };
+    for (const FoldCase &c : cases)
+        EXPECT_EQ(foldFanSpeed(c.values), c.expected) << c.name;
+}
+
+TEST(ChannelNameFilter, MatchesLowerCasedSubstrings)
+{
+    struct Case {
+        const char *name;
+        bool linux;
+        bool apple;
+    };
+    const Case cases[] = {
+        {"coretemp Package id 0", true, false},
+        {"coretemp Core 3", true, false},
+        {"k10temp Tctl", true, false},
+        {"k10temp Tccd1", true, false},
+        {"zenpower Tdie", true, true},
+        {"x86_pkg_temp", true, false},
+        {"cpu-thermal", true, false},
+        {"cpu_thermal", true, false},
+        {"soc_thermal", true, false},
+        {"SOME PACKAGE ID 1", true, false},
+        {"PMU tdie1", true, true},
+        {"PMU TDEV3", false, true},
+        {"acpitz", false, false},
+        {"nvme Composite", false, false},
+        {"amdgpu edge", false, false},
+        {"nct6798 CPUTIN", false, false},
+        {"", false, false},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kLinuxCPUDieChannelNames), c.linux)
+            << c.name;
+        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kAppleCPUDieChannelNames), c.apple)
+            << c.name;
+    }
+}
+
+const TemperatureTexts temperatureTexts{"source", "no interface", "refused", "no channel"};
+const FanTexts fanTexts{"fan source", "no fans", "fans refused", "no valid speed"};
+
+SensorChannelValue value(double v)
+{
+    return {v, false};
+}
+const SensorChannelValue refused{std::nullopt, true};
+const SensorChannelValue unreadable{std::nullopt, false};
+
+TEST(TemperatureReading, DecidesInTheOrderInterfaceValueRefusalNothing)
+{
+    struct Case {
+        const char *name;
+        TemperatureSurvey survey;
+        SensorReading<double> expected;
+    };
+    using R = SensorReading<double>;
+    const Case cases[] = {
+        {"no interface", {false, {}}, R::unsupported("no interface")},
+        {"interface with no channels", {true, {}}, R::unsupported("no channel")},
+        {"die channels folded",
+         {true,
+          {{"coretemp Core 0", value(50)}, {"coretemp Core 1", value(60)}, {"acpitz", value(99)}}},
+         R::available(55.0, "source")},
+        {"only non-die channels", {true, {{"acpitz", value(45)}}}, R::unsupported("no channel")},
+        {"die channel out of range",
+         {true, {{"k10temp Tctl", value(130)}}},
+         R::unsupported("no channel")},
+        {"everything refused",
+         {true, {{"hwmon0 temp1", refused}, {"acpitz", refused}}},
+         R::permissionDenied("refused")},
+        {"the die channel refused, another readable",
+         {true, {{"coretemp Core 0", refused}, {"acpitz", value(45)}}},
+         R::permissionDenied("refused")},
+        {"a refused non-die channel beside a readable non-die channel",
+         {true, {{"nvme Composite", refused}, {"acpitz", value(45)}}},
+         R::unsupported("no channel")},
+        {"a refusal does not hide a figure that was read",
+         {true, {{"coretemp Core 0", refused}, {"coretemp Core 1", value(48)}}},
+         R::available(48.0, "source")},
+        {"vanished or junk files are no refusal",
+         {true, {{"coretemp Core 0", unreadable}}},
+         R::unsupported("no channel")},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(temperatureReading(c.survey, kLinuxCPUDieChannelNames, temperatureTexts),
+                  c.expected)
+            << c.name;
+}
+
+TEST(FanReading, DecidesInTheOrderNoFansRefusalFold)
+{
+    struct Case {
+        const char *name;
+        std::vector<SensorChannelValue> fans;
+        SensorReading<double> expected;
+    };
+    using R = SensorReading<double>;
+    const Case cases[] = {
+        {"no fans", {}, R::unsupported("no fans")},
+        {"all refused", {refused, refused}, R::permissionDenied("fans refused")},
+        {"one refused, one read", {refused, value(1500)}, R::available(1500.0, "fan source")},
+        {"stopped and turning", {value(0), value(1150)}, R::available(1150.0, "fan source")},
+        {"all stopped", {value(0), value(0)}, R::available(0.0, "fan source")},
+        {"only garbage", {value(25000), unreadable}, R::unsupported("no valid speed")},
+        {"refused beside garbage that was read",
+         {refused, value(-1)},
+         R::unsupported("no valid speed")},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(fanReading(c.fans, fanTexts), c.expected) << c.name;
+}
+
+} // namespace

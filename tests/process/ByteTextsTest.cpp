@@ -1,0 +1,27 @@
+#include "process/ByteTexts.h"
+
+#include <gtest/gtest.h>
+
+#include <QLocale>
+
+namespace {
+
+TEST(ByteTexts, ChooseTheUnitByTheInputAndAlwaysUseAPoint)
+{
+    // A locale with a decimal comma must not leak into these texts.
+    const QLocale previous;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    const std::pair<std::uint64_t, const char *> memory[] = {
+        {0, "0 B"},        {999, "999 B"},         {1000, "1 KB"},         {999999, "1000 KB"},
+        {1500000, "2 MB"}, {999999999, "1000 MB"}, {1000000000, "1.0 GB"}, {1500000000, "1.5 GB"}};
+    for (const auto &[bytes, text] : memory)
+        EXPECT_EQ(memoryText(bytes), QLatin1String(text)) << bytes;
+    const std::pair<double, const char *> rates[] = {
+        {0.0, "0 B/s"},     {999.4, "999 B/s"},      {999.5, "1000 B/s"},
+        {1000.0, "1 KB/s"}, {1500000.0, "1.5 MB/s"}, {2500000000.0, "2.5 GB/s"}};
+    for (const auto &[rate, text] : rates)
+        EXPECT_EQ(rateText(rate), QLatin1String(text)) << rate;
+    QLocale::setDefault(previous);
+}
+
+} // namespace

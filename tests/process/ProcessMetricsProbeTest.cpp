@@ -1,0 +1,279 @@
+#include "process/ProcessMetricsProbe.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <ostream>
+
+namespace {
+
+constexpr std::uint64_t second = 1000000000ULL;
+
+// Hands out one prepared list per call and records the times it was given.
+class ScriptedReader final : public RawProcessMetricReading {
+public:
+    explicit ScriptedReader(std::deque<std::vector<RawProcessMetric>> ticks)
+        : m_ticks(std::move(ticks))
+    {
+    }
+    std::vector<RawProcessMetric> readMetrics(TimePoint now) override
+    {
+        times.push_back(now);
+        if (m_ticks.empty())
+            return {};
+        std::vector<RawProcessMetric> tick = std::move(m_ticks.front());
+        m_ticks.pop_front();
+        return tick;
+    }
+    std::vector<TimePoint> times;
+
+private:
+    std::deque<std::vector<RawProcessMetric>> m_ticks;
+};
+
+RawProcessMetric process(pid_t pid, double startTime, std::uint64_t cpuNanoseconds,
+                         std::uint64_t diskBytes, const QString &executable = "/usr/bin/node")
+{
+    RawProcessMetric raw;
+    raw.identity = {pid, TimePoint::fromSecondsSince1970(startTime), executable};
+    raw.parentPID = 1;
+    raw.processGroupID = pid;
+    raw.userID = 1000;
+    raw.name = QString("node");
+    raw.command = {QString("node run"), QString("site")};
+    raw.residentBytes = 4096;
+    raw.totalCPUNanoseconds = cpuNanoseconds;
+    raw.diskBytes = diskBytes;
+    return raw;
+}
+
+struct Tick {
+    double now;
+    RawProcessMetric record;
+};
+
+struct RateCase {
+    const char *description;
+    Tick first;
+    Tick second;
+    double cpuPercent;
+    double diskBytesPerSecond;
+};
+
+void PrintTo(const RateCase &row, std::ostream *out)
+{
+    *out << row.description;
+}
+
+class ProcessRateTest : public testing::TestWithParam<RateCase> {};
+
+TEST_P(ProcessRateTest, RatesOnlyTheSameProcessOverForwardTime)
+{
+    const RateCase &row = GetParam();
+    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(
+        std::deque<std::vector<RawProcessMetric>>{{row.first.record}, {row.second.record}}));
+
+    const QList<ProcessMetric> first = probe.sample(TimePoint::fromSecondsSince1970(row.first.now));
+    ASSERT_EQ(first.size(), 1);
+    EXPECT_EQ(first[0].cpuPercent, 0.0);
+    EXPECT_EQ(first[0].diskBytesPerSecond, 0.0);
+
+    const QList<ProcessMetric> second =
+        probe.sample(TimePoint::fromSecondsSince1970(row.second.now));
+    ASSERT_EQ(second.size(), 1);
+    EXPECT_DOUBLE_EQ(second[0].cpuPercent, row.cpuPercent);
+    EXPECT_DOUBLE_EQ(second[0].diskBytesPerSecond, row.diskBytesPerSecond);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ticks, ProcessRateTest,
+    testing::Values(
+        RateCase{"half a core and 1 MB/s over two seconds",
+                 {100.0, process(7, 50.0, 10 * second, 1000000)},
+                 {102.0, process(7, 50.0, 11 * second, 3000000)},
+                 50.0,
+                 1000000.0},
+        RateCase{"many busy threads go above one core",
+                 {100.0, process(7, 50.0, 0, 0)},
+                 {102.0, process(7, 50.0, 7 * second, 0)},
+                 350.0,
+                 0.0},
+        RateCase{"same time twice",
+                 {100.0, process(7, 50.0, 0, 0)},
+                 {100.0, process(7, 50.0, second, 100)},
+                 0.0,
+                 0.0},
+        RateCase{"time going back",
+                 {100.0, process(7, 50.0, 0, 0)},
+                 {99.0, process(7, 50.0, second, 100)},
+                 0.0,
+                 0.0},
+        RateCase{"reused pid with another start time",
+                 {100.0, process(7, 50.0, 0, 0)},
+                 {102.0, process(7, 101.0, 5 * second, 100)},
+                 0.0,
+                 0.0},
+        RateCase{"same pid and start after an exec",
+                 {100.0, process(7, 50.0, 0, 0, "/usr/bin/sh")},
+                 {102.0, process(7, 50.0, second, 100, "/usr/bin/node")},
+                 0.0,
+                 0.0},
+        RateCase{"replaced binary counts as another executable",
+                 {100.0, process(7, 50.0, 0, 0, "/usr/bin/node")},
+                 {102.0, process(7, 50.0, second, 100, "/usr/bin/node (deleted)")},
+                 0.0,
+                 0.0},
+        RateCase{"CPU counter going back clears the disk rate too",
+                 {100.0, process(7, 50.0, 5 * second, 0)},
+                 {102.0, process(7, 50.0, 4 * second, 4000)},
+                 0.0,
+                 0.0},
+        RateCase{"disk counter going back clears the CPU rate too",
+                 {100.0, process(7, 50.0, 0, 4000)},
+                 {102.0, process(7, 50.0, second, 0)},
+                 0.0,
+                 0.0},
+        RateCase{"idle process",
+                 {100.0, process(7, 50.0, second, 10)},
+                 {102.0, process(7, 50.0, second, 10)},
+                 0.0,
+                 0.0}));
+
+TEST(ProcessMetricsProbeTest, FirstTickHasNoRatesButCorrectDurations)
+{
+    auto reader = std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
+        {process(3, 90.0, 50 * second, 900), process(9, 130.0, second, 0)}});
+    ScriptedReader *readerView = reader.get();
+    ProcessMetricsProbe probe(std::move(reader));
+
+    const QList<ProcessMetric> metrics = probe.sample(TimePoint::fromSecondsSince1970(100.0));
+
+    ASSERT_EQ(metrics.size(), 2);
+    ASSERT_EQ(readerView->times.size(), 1u);
+    EXPECT_EQ(readerView->times[0], TimePoint::fromSecondsSince1970(100.0));
+    EXPECT_EQ(metrics[0].identity.pid, 3);
+    EXPECT_EQ(metrics[0].duration, 10.0);
+    EXPECT_EQ(metrics[1].identity.pid, 9);
+    EXPECT_EQ(metrics[1].duration, 0.0) << "a start time in the future is no negative duration";
+    for (const ProcessMetric &metric : metrics) {
+        EXPECT_EQ(metric.cpuPercent, 0.0);
+        EXPECT_EQ(metric.diskBytesPerSecond, 0.0);
+    }
+}
+
+TEST(ProcessMetricsProbeTest, CarriesEveryFieldOfTheRawRecordInTheReadersOrder)
+{
+    RawProcessMetric raw = process(42, 10.0, 0, 0, "/opt/app/bin/app");
+    raw.parentPID = 41;
+    raw.processGroupID = 40;
+    raw.userID = 501;
+    raw.name = "app-helper";
+    raw.applicationPath = QString("/usr/share/applications/app.desktop");
+    raw.command = {"app serve", std::nullopt};
+    raw.residentBytes = 123456789;
+    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(
+        std::deque<std::vector<RawProcessMetric>>{{process(50, 10.0, 0, 0), raw}}));
+
+    const QList<ProcessMetric> metrics = probe.sample(TimePoint::fromSecondsSince1970(25.5));
+
+    ASSERT_EQ(metrics.size(), 2);
+    EXPECT_EQ(metrics[0].identity.pid, 50);
+    ProcessMetric expected;
+    expected.identity = raw.identity;
+    expected.parentPID = 41;
+    expected.processGroupID = 40;
+    expected.userID = 501;
+    expected.name = "app-helper";
+    expected.applicationPath = raw.applicationPath;
+    expected.command = raw.command;
+    expected.residentBytes = 123456789;
+    expected.duration = 15.5;
+    EXPECT_EQ(metrics[1], expected);
+}
+
+TEST(ProcessMetricsProbeTest, ForgetsVanishedProcessesAtOnce)
+{
+    // Tick 1 sees pid 7, tick 2 misses it, tick 3 sees the same process
+    // again: it has no counters of tick 2 to compare with, so it rates 0.
+    ProcessMetricsProbe probe(
+        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
+            {process(7, 50.0, 0, 0)},
+            {process(8, 50.0, 0, 0)},
+            {process(7, 50.0, 4 * second, 400), process(8, 50.0, second, 0)},
+            {process(7, 50.0, 6 * second, 600)}}));
+
+    probe.sample(TimePoint::fromSecondsSince1970(100.0));
+    probe.sample(TimePoint::fromSecondsSince1970(102.0));
+    const QList<ProcessMetric> third = probe.sample(TimePoint::fromSecondsSince1970(104.0));
+    ASSERT_EQ(third.size(), 2);
+    EXPECT_EQ(third[0].cpuPercent, 0.0);
+    EXPECT_EQ(third[0].diskBytesPerSecond, 0.0);
+    EXPECT_DOUBLE_EQ(third[1].cpuPercent, 50.0);
+
+    const QList<ProcessMetric> fourth = probe.sample(TimePoint::fromSecondsSince1970(106.0));
+    ASSERT_EQ(fourth.size(), 1);
+    EXPECT_DOUBLE_EQ(fourth[0].cpuPercent, 100.0);
+    EXPECT_DOUBLE_EQ(fourth[0].diskBytesPerSecond, 100.0);
+}
+
+TEST(ProcessMetricsProbeTest, ReusedPidRatesNormallyFromTheTickAfter)
+{
+    ProcessMetricsProbe probe(
+        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
+            {process(7, 50.0, 9 * second, 0)},
+            {process(7, 101.0, second, 0)},
+            {process(7, 101.0, 2 * second, 0)}}));
+
+    probe.sample(TimePoint::fromSecondsSince1970(100.0));
+    EXPECT_EQ(probe.sample(TimePoint::fromSecondsSince1970(102.0))[0].cpuPercent, 0.0);
+    EXPECT_DOUBLE_EQ(probe.sample(TimePoint::fromSecondsSince1970(104.0))[0].cpuPercent, 50.0);
+}
+
+TEST(ProcessMetricsProbeTest, RepeatedPidInOneTickKeepsBothRecordsAndTheFirstCounters)
+{
+    ProcessMetricsProbe probe(
+        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
+            {process(7, 50.0, 0, 0), process(7, 50.0, 10 * second, 0)},
+            {process(7, 50.0, 2 * second, 0)}}));
+
+    EXPECT_EQ(probe.sample(TimePoint::fromSecondsSince1970(100.0)).size(), 2);
+    const QList<ProcessMetric> second = probe.sample(TimePoint::fromSecondsSince1970(102.0));
+    ASSERT_EQ(second.size(), 1);
+    EXPECT_DOUBLE_EQ(second[0].cpuPercent, 100.0);
+}
+
+TEST(ProcessMetricsProbeTest, SamplesShareOneCopyOfEachText)
+{
+    // Every tick the reader builds fresh strings; across ticks and across
+    // processes equal texts must end up in one shared buffer.
+    auto fresh = [](pid_t pid, const char *project) {
+        RawProcessMetric raw = process(pid, 50.0, 0, 0, QString::fromUtf8("/usr/bin/node"));
+        raw.name = QString::fromUtf8("node");
+        raw.command = {QString::fromUtf8("node run"), QString::fromUtf8(project)};
+        raw.applicationPath = QString::fromUtf8("/usr/share/applications/code.desktop");
+        return raw;
+    };
+    ProcessMetricsProbe probe(
+        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
+            {fresh(7, "site")}, {fresh(7, "site"), fresh(8, "other")}, {fresh(8, "other")}}));
+
+    const QList<ProcessMetric> first = probe.sample(TimePoint::fromSecondsSince1970(100.0));
+    const QList<ProcessMetric> second = probe.sample(TimePoint::fromSecondsSince1970(102.0));
+    const QList<ProcessMetric> third = probe.sample(TimePoint::fromSecondsSince1970(104.0));
+
+    const auto sameBuffer = [](const QString &a, const QString &b) {
+        return a.constData() == b.constData();
+    };
+    EXPECT_TRUE(sameBuffer(first[0].name, second[0].name));
+    EXPECT_TRUE(sameBuffer(first[0].identity.executablePath, second[0].identity.executablePath));
+    EXPECT_TRUE(sameBuffer(first[0].command.command, second[0].command.command));
+    EXPECT_TRUE(sameBuffer(*first[0].command.project, *second[0].command.project));
+    EXPECT_TRUE(sameBuffer(*first[0].applicationPath, *second[0].applicationPath));
+    // Another process of the same program shares too.
+    EXPECT_TRUE(sameBuffer(second[0].name, second[1].name));
+    EXPECT_TRUE(sameBuffer(second[1].identity.executablePath, third[0].identity.executablePath));
+    EXPECT_TRUE(sameBuffer(*second[1].command.project, *third[0].command.project));
+    EXPECT_EQ(*third[0].command.project, "other");
+}
+
+} // namespace
