@@ -30,8 +30,9 @@ std::vector<ProcessStrings> makeStrings()
     std::vector<ProcessStrings> strings;
     for (int source = 0; source < kSources; ++source) {
         for (int member = 0; member < kProcessesPerSource; ++member) {
-            const QString name = member == 0 ? QStringLiteral("zsh")
-                                             : QStringLiteral("worker-%1-%2").arg(source).arg(member);
+            const QString name = member == 0
+                                     ? QStringLiteral("zsh")
+                                     : QStringLiteral("worker-%1-%2").arg(source).arg(member);
             strings.push_back({QStringLiteral("/usr/lib/toolchain/bin/") + name, name,
                                name + QStringLiteral(" run"),
                                QStringLiteral("project-%1").arg(source)});
@@ -50,7 +51,8 @@ QList<ProcessMetric> desktopTick(const std::vector<ProcessStrings> &strings, int
     for (int source = 0; source < kSources; ++source) {
         const pid_t shell = 10'000 + source * 100;
         for (int member = 0; member < kProcessesPerSource; ++member) {
-            const ProcessStrings &text = strings[std::size_t(source * kProcessesPerSource + member)];
+            const ProcessStrings &text =
+                strings[std::size_t(source * kProcessesPerSource + member)];
             ProcessMetric process;
             process.identity.pid = shell + member;
             process.identity.startTime = TimePoint::fromSecondsSince1970(1.7e9 + source);

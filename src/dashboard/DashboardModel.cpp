@@ -188,8 +188,9 @@ QString DashboardProcessNode::roleLabel() const
 {
     const QString text = (name + QLatin1Char(' ') + command).toLower();
     const auto holdsAny = [&](std::initializer_list<const char *> words) {
-        return std::any_of(words.begin(), words.end(),
-                           [&](const char *word) { return text.contains(QLatin1StringView(word)); });
+        return std::any_of(words.begin(), words.end(), [&](const char *word) {
+            return text.contains(QLatin1StringView(word));
+        });
     };
     if (holdsAny({"renderer"}))
         return kwText("渲染进程");

@@ -106,10 +106,11 @@ std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads
         if (!allowsRefresh) {
             const auto standingPID = state.stableTargetPIDs.find(load.id);
             if (standingPID != state.stableTargetPIDs.end()) {
-                const auto standing = std::find_if(
-                    load.processes.begin(), load.processes.end(), [&](const ProcessMetric &process) {
-                        return process.identity.pid == standingPID->second;
-                    });
+                const auto standing =
+                    std::find_if(load.processes.begin(), load.processes.end(),
+                                 [&](const ProcessMetric &process) {
+                                     return process.identity.pid == standingPID->second;
+                                 });
                 if (standing != load.processes.end())
                     load.target = *standing;
             }
@@ -151,8 +152,9 @@ QString keptTaskSelection(const QString &selectedTaskID, const std::vector<Dashb
 {
     if (findTask(allTasks, selectedTaskID))
         return selectedTaskID;
-    const auto firstBusy = std::find_if(loads.begin(), loads.end(),
-                                        [](const ApplicationLoad &load) { return loadScore(load) > 0; });
+    const auto firstBusy =
+        std::find_if(loads.begin(), loads.end(),
+                     [](const ApplicationLoad &load) { return loadScore(load) > 0; });
     return firstBusy == loads.end() ? QString() : firstBusy->id;
 }
 

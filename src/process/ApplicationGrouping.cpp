@@ -79,7 +79,7 @@ private:
 
 struct Group {
     QString key;
-    std::vector<qsizetype> members; // indices into the input, in input order
+    std::vector<qsizetype> members;   // indices into the input, in input order
     qsizetype applicationSource = -1; // the process whose identity keys an "app:" group
 };
 
@@ -192,8 +192,9 @@ std::vector<ApplicationLoad> groupApplicationLoads(const QList<ProcessMetric> &p
         if (source >= 0)
             load.applicationPath = processes[source].applicationPath;
 
-        const bool codex = std::any_of(group.members.begin(), group.members.end(),
-                                       [&](qsizetype index) { return mentionsCodex(processes[index]); });
+        const bool codex =
+            std::any_of(group.members.begin(), group.members.end(),
+                        [&](qsizetype index) { return mentionsCodex(processes[index]); });
         if (codex)
             load.application = QStringLiteral("Codex");
         else if (load.applicationPath)

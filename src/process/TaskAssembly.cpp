@@ -125,8 +125,8 @@ DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification
     task.application = load.application;
     task.kind = classification.kind;
     task.detail = classification.detail;
-    task.targetProcess = DashboardProcessSummary{target.name, target.identity.pid, target.cpuPercent,
-                                                 durationText(target.duration)};
+    task.targetProcess = DashboardProcessSummary{target.name, target.identity.pid,
+                                                 target.cpuPercent, durationText(target.duration)};
     task.relatedProcessCount = static_cast<qint64>(load.processes.size());
     task.processTree = assembleProcessTree(load.processes, target.identity.pid, order);
     task.cpu = cpu;

@@ -56,7 +56,8 @@ KindTexts kindTexts(TaskKind kind, const QString &application)
     case TaskKind::build:
         return {kwText("%1 正在编译项目。").arg(application),
                 kwText("编译通常会自行结束，建议先等待；确认卡住后再终止。"),
-                kwText("会中断当前编译，已生成的源文件不会被删除。"), QStringLiteral("hammer.fill")};
+                kwText("会中断当前编译，已生成的源文件不会被删除。"),
+                QStringLiteral("hammer.fill")};
     case TaskKind::indexing:
         return {kwText("%1 正在执行索引任务。").arg(application),
                 kwText("索引通常可等待完成；频繁重复时再检查项目或系统状态。"),
@@ -123,7 +124,8 @@ QString supportingFactsOf(const ApplicationLoad &load)
         cpu += process.cpuPercent;
         disk += process.diskBytesPerSecond;
     }
-    const long long roundedCPU = std::isfinite(cpu) ? std::llround(std::clamp(cpu, -1e15, 1e15)) : 0;
+    const long long roundedCPU =
+        std::isfinite(cpu) ? std::llround(std::clamp(cpu, -1e15, 1e15)) : 0;
     return kwText("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
         .arg(formatLocaleInteger(roundedCPU), durationText(loadDuration(load)), rateText(disk));
 }
@@ -157,9 +159,9 @@ TaskClassification TaskClassification::classify(const ApplicationLoad &load)
     TaskClassification result;
     result.kind = kind;
     result.detail = detailOf(load);
-    result.diagnosis = TaskDiagnosis{texts.title,
-                                     confidenceOf(kind, load.target.command.project.has_value()),
-                                     texts.recommendation, supportingFactsOf(load)};
+    result.diagnosis =
+        TaskDiagnosis{texts.title, confidenceOf(kind, load.target.command.project.has_value()),
+                      texts.recommendation, supportingFactsOf(load)};
     result.impact = texts.impact;
     result.canTerminate = kind != TaskKind::unknown && !isProtectedTarget(load.target.name);
     result.symbolName = texts.symbolName;

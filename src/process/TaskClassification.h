@@ -11,9 +11,9 @@
 // argument text ever reaches it.
 struct TaskClassification {
     TaskKind kind = TaskKind::unknown;
-    QString detail;          // command and project, or command and process count
+    QString detail; // command and project, or command and process count
     TaskDiagnosis diagnosis;
-    QString impact;          // what ending the task costs
+    QString impact; // what ending the task costs
     bool canTerminate = false;
     QString symbolName;
 

@@ -104,9 +104,10 @@ TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
     const QString pid = formatLocaleInteger(4321);
     EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("强制结束 pytest（PID %1）？").arg(pid));
     EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("强制结束"));
-    EXPECT_EQ(pending.confirmationMessage(),
-              QStringLiteral("进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
-                             "所属应用也可能自动重新启动它。"));
+    EXPECT_EQ(
+        pending.confirmationMessage(),
+        QStringLiteral("进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
+                       "所属应用也可能自动重新启动它。"));
 
     pending.mode = ProcessTerminationSignal::graceful;
     EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("结束 pytest（PID %1）？").arg(pid));
@@ -115,10 +116,12 @@ TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
 
     pending.process = node("p", 1, "sh", "", {node("a", 2, "a"), node("b", 3, "b")});
     EXPECT_EQ(pending.confirmationMessage(),
-              QStringLiteral("会结束这个进程，并可能中断它的 2 个直接子进程；所属应用也可能自动重新启动它。"));
+              QStringLiteral(
+                  "会结束这个进程，并可能中断它的 2 个直接子进程；所属应用也可能自动重新启动它。"));
     pending.process = node("p", 1, "sleep");
-    EXPECT_EQ(pending.confirmationMessage(),
-              QStringLiteral("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。"));
+    EXPECT_EQ(
+        pending.confirmationMessage(),
+        QStringLiteral("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。"));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "support/StoreTesting.h"
 
-
 #include <gtest/gtest.h>
 
 namespace {
@@ -8,8 +7,7 @@ namespace {
 // Counts emissions of one of the store's signals.
 struct SignalCount {
     int count = 0;
-    template <typename Signal>
-    SignalCount(DashboardStore &store, Signal signal)
+    template <typename Signal> SignalCount(DashboardStore &store, Signal signal)
     {
         QObject::connect(&store, signal, &store, [this] { ++count; });
     }
@@ -81,7 +79,8 @@ TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
     store->ingest(sampleAt(102, desk()));
     EXPECT_EQ(applicationsOf(store->allTasks()), names({"worker", "editor", "daemon"}));
     EXPECT_EQ(store->selectedTaskID(), idOf(*store, "worker"));
-    EXPECT_EQ(store->selectedProcessID(), processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
+    EXPECT_EQ(store->selectedProcessID(),
+              processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
     EXPECT_EQ(store->selectedDiagnosis().title, QStringLiteral("worker 存在未归因的持续负载。"));
     EXPECT_EQ(store->selectedProcess()->pid, 11);
 }
@@ -125,7 +124,8 @@ TEST(DashboardStoreTasksTest, LiveTasksAreTheFirstFour)
     for (int count : {3, 4, 5, 7}) {
         QList<ProcessMetric> processes;
         for (int index = 0; index < count; ++index)
-            processes.append(makeProcess(100 + index, 1, QStringLiteral("p%1").arg(index), 10.0 + index));
+            processes.append(
+                makeProcess(100 + index, 1, QStringLiteral("p%1").arg(index), 10.0 + index));
         auto store = makeStoreForTesting();
         store->ingest(sampleAt(100, processes));
         EXPECT_EQ(store->allTasks().size(), std::size_t(count));
@@ -163,7 +163,8 @@ TEST(DashboardStoreTasksTest, VanishedSelectedTaskMovesSelectionToFirstBusyInGro
     store->ingest(sampleAt(102, {makeProcess(10, 1, "zsh"), makeProcess(11, 10, "worker", 5.0),
                                  makeProcess(30, 1, "daemon", 40.0)}));
     EXPECT_EQ(store->selectedTaskID(), idOf(*store, "daemon"));
-    EXPECT_EQ(store->selectedProcessID(), processNodeKey(30, TimePoint::fromSecondsSince1970(1030)));
+    EXPECT_EQ(store->selectedProcessID(),
+              processNodeKey(30, TimePoint::fromSecondsSince1970(1030)));
 }
 
 TEST(DashboardStoreTasksTest, ExitedSelectedProcessMovesToTheTargetNode)
@@ -180,8 +181,9 @@ TEST(DashboardStoreTasksTest, ExitedSelectedProcessMovesToTheTargetNode)
 
     store->ingest(sampleAt(102, processes)); // still there: kept
     EXPECT_EQ(store->selectedProcessID(), helperNode);
-    store->ingest(sampleAt(104, desk()));    // gone: the target's node
-    EXPECT_EQ(store->selectedProcessID(), processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
+    store->ingest(sampleAt(104, desk())); // gone: the target's node
+    EXPECT_EQ(store->selectedProcessID(),
+              processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
 }
 
 TEST(DashboardStoreTasksTest, SelectionOperationsIgnoreWhatIsNotThere)
@@ -211,7 +213,8 @@ TEST(DashboardStoreTasksTest, VisibleTasksKeepTheSelectionOnTheList)
 {
     QList<ProcessMetric> processes;
     for (int index = 0; index < 6; ++index)
-        processes.append(makeProcess(100 + index, 1, QStringLiteral("p%1").arg(index), 60.0 - index));
+        processes.append(
+            makeProcess(100 + index, 1, QStringLiteral("p%1").arg(index), 60.0 - index));
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, processes));
     EXPECT_EQ(store->visibleTasks(), store->liveTasks());

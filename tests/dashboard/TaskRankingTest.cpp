@@ -91,7 +91,8 @@ TEST(TaskRankingTest, ReorderWaitsUntilEightSecondsAfterTheLast)
         Ranker ranker;
         // "b" is new on the second tick with a huge score: it joins at the end.
         ranker.tick(100, {loadWithScore("a", 10)});
-        const auto order = ranker.tick(row.secondTick, {loadWithScore("a", 10), loadWithScore("b", 500)});
+        const auto order =
+            ranker.tick(row.secondTick, {loadWithScore("a", 10), loadWithScore("b", 500)});
         EXPECT_EQ(order, row.reordered ? ids({"b", "a"}) : ids({"a", "b"})) << row.secondTick;
         EXPECT_EQ(ranker.state.lastTaskRankingUpdate, at(row.reordered ? row.secondTick : 100.0));
     }
@@ -105,13 +106,13 @@ TEST(TaskRankingTest, PassingNeedsALeadOfMoreThanFivePoints)
         bool passes;
     };
     // Equal raw and smoothed scores: each load keeps one score on both ticks.
-    const Row rows[] = {{66.0, 70.0, false}, {65.0, 70.0, false}, {64.9, 70.0, true},
-                        {70.0, 70.0, false}};
+    const Row rows[] = {
+        {66.0, 70.0, false}, {65.0, 70.0, false}, {64.9, 70.0, true}, {70.0, 70.0, false}};
     for (const Row &row : rows) {
         Ranker ranker;
         ranker.tick(0, {loadWithScore("front", row.front), loadWithScore("behind", row.behind)});
-        const auto order =
-            ranker.tick(8, {loadWithScore("front", row.front), loadWithScore("behind", row.behind)});
+        const auto order = ranker.tick(
+            8, {loadWithScore("front", row.front), loadWithScore("behind", row.behind)});
         EXPECT_EQ(order, row.passes ? ids({"behind", "front"}) : ids({"front", "behind"}))
             << row.front << " vs " << row.behind;
     }
@@ -131,8 +132,9 @@ TEST(TaskRankingTest, RisingTaskMovesToTheFrontInOneReorder)
     Ranker ranker;
     ranker.tick(0, {loadWithScore("a", 30), loadWithScore("b", 20), loadWithScore("c", 10)});
     // c jumps; after smoothing (0.35 * 200 + 0.65 * 10 = 76.5) it leads everyone.
-    EXPECT_EQ(ranker.tick(8, {loadWithScore("a", 30), loadWithScore("b", 20), loadWithScore("c", 200)}),
-              ids({"c", "a", "b"}));
+    EXPECT_EQ(
+        ranker.tick(8, {loadWithScore("a", 30), loadWithScore("b", 20), loadWithScore("c", 200)}),
+        ids({"c", "a", "b"}));
 }
 
 TEST(TaskRankingTest, TicksBetweenReordersStillFeedTheSmoothing)
@@ -176,7 +178,7 @@ TEST(TaskRankingTest, TargetsHoldForEightSecondsWhileTheirProcessLives)
     EXPECT_EQ(targetAt(2, loadWithTarget(3)), 2);    // held
     EXPECT_EQ(targetAt(7.99, loadWithTarget(3)), 2); // still held
     EXPECT_EQ(state.lastTargetRankingUpdate, at(0));
-    EXPECT_EQ(targetAt(8, loadWithTarget(3)), 3);    // refreshed
+    EXPECT_EQ(targetAt(8, loadWithTarget(3)), 3); // refreshed
     EXPECT_EQ(state.lastTargetRankingUpdate, at(8));
 
     // The standing process leaves the load: the new target is taken at once.
@@ -200,9 +202,9 @@ TEST(TaskRankingTest, SelectionFallsBackToTheFirstBusyLoadInGroupingOrder)
         const char *expected;
     };
     const Row rows[] = {
-        {"idle", loads, "idle"},       // still listed: kept, even at score 0
-        {"gone", loads, "busy"},       // grouping order, not score order
-        {"gone", {}, ""},              // nothing grouped
+        {"idle", loads, "idle"},                  // still listed: kept, even at score 0
+        {"gone", loads, "busy"},                  // grouping order, not score order
+        {"gone", {}, ""},                         // nothing grouped
         {"gone", {loadWithScore("idle", 0)}, ""}, // nothing busy
     };
     for (const Row &row : rows)

@@ -1,5 +1,5 @@
-#include "presentation/report/ReportJson.h"
 #include "presentation/report/ReportTasks.h"
+#include "presentation/report/ReportJson.h"
 #include "presentation/report/ReportText.h"
 #include "support/StoreTesting.h"
 
@@ -45,10 +45,10 @@ TEST(ReportTasksTest, TextAndJsonShowTheRankedSourcesAndTheSelection)
     store->ingest(second);
 
     const QString text = loadSourcesSection(*store);
-    for (const char *fragment : {"pytest", "test", "97.0%", "30 MB", "0 B/s", "10 秒",
-                                 "pytest（PID 11）", "pytest 正在运行测试任务。",
-                                 "测试仍在持续占用资源", "high", "idle", "unknown", "low",
-                                 "选中的任务：pytest"}) {
+    for (const char *fragment :
+         {"pytest", "test", "97.0%", "30 MB", "0 B/s", "10 秒", "pytest（PID 11）",
+          "pytest 正在运行测试任务。", "测试仍在持续占用资源", "high", "idle", "unknown", "low",
+          "选中的任务：pytest"}) {
         EXPECT_TRUE(text.contains(QString::fromUtf8(fragment))) << fragment << "\n"
                                                                 << text.toStdString();
     }

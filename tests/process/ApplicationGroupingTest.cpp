@@ -114,20 +114,23 @@ INSTANTIATE_TEST_SUITE_P(
                      {makeProcess(70, 1, "sh"), makeProcess(71, 70, "a", 10.0, 5.0),
                       makeProcess(72, 70, "b", 10.0, 9.0)},
                      {{"b", std::nullopt, {70, 71, 72}, 72}}},
-        GroupingCase{"CodexAnywhereInTheGroupNamesIt",
-                     {inApplication(makeProcess(80, 1, "Tool"), kTool),
-                      makeProcess(81, 80, "codex")},
-                     {{"Codex", kTool, {80, 81}, 81}}},
+        GroupingCase{
+            "CodexAnywhereInTheGroupNamesIt",
+            {inApplication(makeProcess(80, 1, "Tool"), kTool), makeProcess(81, 80, "codex")},
+            {{"Codex", kTool, {80, 81}, 81}}},
         GroupingCase{"PathWithoutExtensionKeepsItsNameWhole",
                      {inApplication(makeProcess(90, 1, "x"), QStringLiteral("/opt/My Tool"))},
                      {{"My Tool", QStringLiteral("/opt/My Tool"), {90}, 90}}},
-        GroupingCase{"PlatformNameOfTheIdentityWins",
-                     {inApplication(makeProcess(95, 1, "gnome-terminal-"),
-                                    QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
-                                    QStringLiteral("终端")),
-                      makeProcess(96, 95, "bash")},
-                     {{"终端", QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
-                       {95, 96}, 96}}},
+        GroupingCase{
+            "PlatformNameOfTheIdentityWins",
+            {inApplication(makeProcess(95, 1, "gnome-terminal-"),
+                           QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
+                           QStringLiteral("终端")),
+             makeProcess(96, 95, "bash")},
+            {{"终端",
+              QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
+              {95, 96},
+              96}}},
         GroupingCase{"ServiceManagerIsNobodysParent",
                      // systemd --user (100) starts two unrelated services; each
                      // is a lineage of its own, and the manager one of its own.
@@ -140,8 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
         GroupingCase{"ServiceManagerDoesNotCarryAnIdentityDownToItsChildren",
                      {serviceManager(inApplication(makeProcess(110, 1, "systemd"), kTool)),
                       makeProcess(111, 110, "daemon", 1.0)},
-                     {{"daemon", std::nullopt, {111}, 111},
-                      {"Tool", kTool, {110}, 110}}},
+                     {{"daemon", std::nullopt, {111}, 111}, {"Tool", kTool, {110}, 110}}},
         GroupingCase{"EqualScoresSortByNameInCodePointOrder",
                      {makeProcess(120, 1, "beta", 5.0), makeProcess(121, 1, "Zulu", 5.0),
                       makeProcess(122, 1, "alpha", 5.0), makeProcess(123, 1, "busy", 6.0)},
@@ -162,7 +164,8 @@ TEST(ApplicationGroupingTest, LoadScoreCapsDiskAtFiftyPoints)
         double disk;
         double score;
     };
-    const Row rows[] = {{0.0, 80e6, 50.0}, {0.0, 50e6, 50.0}, {10.0, 2e6, 12.0}, {150.0, 0.0, 150.0}};
+    const Row rows[] = {
+        {0.0, 80e6, 50.0}, {0.0, 50e6, 50.0}, {10.0, 2e6, 12.0}, {150.0, 0.0, 150.0}};
     for (const Row &row : rows) {
         ApplicationLoad load;
         load.processes = {makeProcess(1, 0, "a", row.cpu / 2, row.disk / 2),
@@ -198,7 +201,8 @@ TEST(ApplicationGroupingTest, IdsHashTheGroupKeyAndStayAcrossTicks)
     EXPECT_EQ(idByName[QStringLiteral("job")],
               QStringLiteral("task-") + QString::number(fnv1a64(QStringLiteral("lineage:10")), 16));
     EXPECT_EQ(idByName[QStringLiteral("Editor")],
-              QStringLiteral("task-") + QString::number(fnv1a64(QStringLiteral("app:") + kEditor), 16));
+              QStringLiteral("task-") +
+                  QString::number(fnv1a64(QStringLiteral("app:") + kEditor), 16));
 
     // Next tick: counters move, a child comes and goes; ids do not change.
     tick[1].cpuPercent = 1.0;
@@ -248,7 +252,8 @@ TEST(ApplicationGroupingTest, ApplicationNameFromPath)
         {"/usr/share/applications/firefox.desktop", "Firefox 网络浏览器", "Firefox 网络浏览器"},
     };
     for (const Row &row : rows)
-        EXPECT_EQ(applicationNameForPath(QString::fromUtf8(row.path), QString::fromUtf8(row.platformName)),
+        EXPECT_EQ(applicationNameForPath(QString::fromUtf8(row.path),
+                                         QString::fromUtf8(row.platformName)),
                   QString::fromUtf8(row.expected))
             << row.path;
 }

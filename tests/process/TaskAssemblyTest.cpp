@@ -1,6 +1,6 @@
+#include "process/TaskAssembly.h"
 #include "process/LoadTextFormats.h"
 #include "process/ProcessNameOrder.h"
-#include "process/TaskAssembly.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
@@ -14,7 +14,8 @@ namespace {
 
 TEST(LoadTextFormatsTest, ByteTextsOfExtremeAndBrokenInputs)
 {
-    EXPECT_EQ(memoryText(std::numeric_limits<std::uint64_t>::max()), QStringLiteral("18446744073.7 GB"));
+    EXPECT_EQ(memoryText(std::numeric_limits<std::uint64_t>::max()),
+              QStringLiteral("18446744073.7 GB"));
     EXPECT_EQ(rateText(0.4), QStringLiteral("0 B/s"));
     EXPECT_EQ(rateText(-5.0), QStringLiteral("0 B/s"));
     EXPECT_EQ(rateText(std::numeric_limits<double>::quiet_NaN()), QStringLiteral("0 B/s"));
@@ -24,9 +25,14 @@ TEST(LoadTextFormatsTest, ByteTextsOfExtremeAndBrokenInputs)
 TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)
 {
     const std::pair<double, const char *> rows[] = {
-        {0.0, "0 秒"},         {0.5, "1 秒"},        {59.4, "59 秒"},
-        {59.6, "1 分钟"},      {3599.4, "59 分钟"},  {3599.6, "1 小时 0 分钟"},
-        {3725.0, "1 小时 2 分钟"}, {-5.0, "0 秒"},
+        {0.0, "0 秒"},
+        {0.5, "1 秒"},
+        {59.4, "59 秒"},
+        {59.6, "1 分钟"},
+        {3599.4, "59 分钟"},
+        {3599.6, "1 小时 0 分钟"},
+        {3725.0, "1 小时 2 分钟"},
+        {-5.0, "0 秒"},
         {std::numeric_limits<double>::infinity(), "0 秒"},
     };
     for (const auto &[seconds, text] : rows)
@@ -41,8 +47,8 @@ TEST(LoadTextFormatsTest, ResourceImpactThresholdsAreInclusive)
         ResourceImpact impact;
     };
     const Row rows[] = {
-        {80.0, 0.0, ResourceImpact::high},     {79.9, 0.0, ResourceImpact::medium},
-        {0.0, 20e6, ResourceImpact::high},     {20.0, 0.0, ResourceImpact::medium},
+        {80.0, 0.0, ResourceImpact::high},        {79.9, 0.0, ResourceImpact::medium},
+        {0.0, 20e6, ResourceImpact::high},        {20.0, 0.0, ResourceImpact::medium},
         {19.9, 1'999'999.0, ResourceImpact::low}, {0.0, 2e6, ResourceImpact::medium},
     };
     for (const Row &row : rows)
@@ -58,10 +64,18 @@ TEST(ProcessNameOrderTest, DigitRunsSortByValueInTheCLocale)
         int expected;
     };
     const Row rows[] = {
-        {"a2", "a10", -1},   {"a10", "a2", 1},    {"node", "node", 0},  {"Zed", "alpha", 1},
-        {"a", "a1", -1},     {"x9y", "x10a", -1}, {"a002", "a2", -1},   {"a2", "a002", 1},
+        {"a2", "a10", -1},
+        {"a10", "a2", 1},
+        {"node", "node", 0},
+        {"Zed", "alpha", 1},
+        {"a", "a1", -1},
+        {"x9y", "x10a", -1},
+        {"a002", "a2", -1},
+        {"a2", "a002", 1},
         {"99999999999999999999", "100000000000000000000", -1},
-        {"worker-3", "worker-12", -1}, {"1", "a", -1}, {"A", "a", -1},
+        {"worker-3", "worker-12", -1},
+        {"1", "a", -1},
+        {"A", "a", -1},
     };
     for (const Row &row : rows)
         EXPECT_EQ(order.compare(QString::fromUtf8(row.left), QString::fromUtf8(row.right)),
@@ -113,25 +127,32 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         TreeCase{"OneProcessIsOneTargetRoot", {makeProcess(5, 1, "solo")}, 5, "solo(5)*"},
         TreeCase{"ParentInAnotherLoadMakesARoot",
-                 {makeProcess(7, 3, "child"), makeProcess(8, 7, "grandchild")}, 8,
+                 {makeProcess(7, 3, "child"), makeProcess(8, 7, "grandchild")},
+                 8,
                  "child(7)[grandchild(8)*]"},
         TreeCase{"SiblingsOfEqualNameStandInPidOrder",
                  {makeProcess(1, 0, "sh"), makeProcess(100, 1, "node"), makeProcess(20, 1, "node")},
-                 20, "sh(1)[node(20)* node(100)]"},
+                 20,
+                 "sh(1)[node(20)* node(100)]"},
         TreeCase{"NumericNamesInTheCLocale",
                  {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a10"), makeProcess(3, 1, "a2"),
                   makeProcess(4, 1, "B1")},
-                 3, "sh(1)[a2(3)* a10(2) B1(4)]"},
+                 3,
+                 "sh(1)[a2(3)* a10(2) B1(4)]"},
         TreeCase{"RootsAlsoStandInNameOrder",
-                 {makeProcess(9, 0, "zsh"), makeProcess(8, 0, "bash")}, 9, "bash(8) zsh(9)*"},
-        TreeCase{"TwoProcessesNamingEachOtherAppearThroughTheCycleSweep",
-                 // No root: the first in name order takes the other as child.
-                 {makeProcess(31, 30, "ping"), makeProcess(30, 31, "pong"),
-                  makeProcess(40, 0, "root")},
-                 30, "root(40) ping(31)[pong(30)*]"},
+                 {makeProcess(9, 0, "zsh"), makeProcess(8, 0, "bash")},
+                 9,
+                 "bash(8) zsh(9)*"},
+        TreeCase{
+            "TwoProcessesNamingEachOtherAppearThroughTheCycleSweep",
+            // No root: the first in name order takes the other as child.
+            {makeProcess(31, 30, "ping"), makeProcess(30, 31, "pong"), makeProcess(40, 0, "root")},
+            30,
+            "root(40) ping(31)[pong(30)*]"},
         TreeCase{"SelfParentAppearsOnce", {makeProcess(6, 6, "self")}, 6, "self(6)*"},
         TreeCase{"TargetMarkedDeep",
-                 {makeProcess(1, 0, "a"), makeProcess(2, 1, "b"), makeProcess(3, 2, "c")}, 3,
+                 {makeProcess(1, 0, "a"), makeProcess(2, 1, "b"), makeProcess(3, 2, "c")},
+                 3,
                  "a(1)[b(2)[c(3)*]]"}),
     [](const testing::TestParamInfo<TreeCase> &info) { return info.param.name; });
 
@@ -152,8 +173,8 @@ TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
     EXPECT_EQ(task.application, QStringLiteral("pytest"));
     EXPECT_EQ(task.kind, TaskKind::test);
     EXPECT_EQ(task.detail, classification.detail);
-    EXPECT_EQ(task.targetProcess,
-              (DashboardProcessSummary{QStringLiteral("pytest"), 11, 79.5, QStringLiteral("10 秒")}));
+    EXPECT_EQ(task.targetProcess, (DashboardProcessSummary{QStringLiteral("pytest"), 11, 79.5,
+                                                           QStringLiteral("10 秒")}));
     EXPECT_EQ(task.relatedProcessCount, 2);
     EXPECT_DOUBLE_EQ(task.cpu, 80.5);
     EXPECT_EQ(task.memory, QStringLiteral("20 MB"));

@@ -54,7 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
         KindCase{"TestAtTheVeryStartHasNoBlankBefore", loadOf("test", {makeProcess(1, 0, "x")}),
                  TaskKind::unknown},
         KindCase{"ClangIsABuild", loadOf("make", {makeProcess(1, 0, "clang")}), TaskKind::build},
-        KindCase{"CargoBuild", loadOf("cargo", {withCommand(makeProcess(1, 0, "cargo"), "cargo build")}),
+        KindCase{"CargoBuild",
+                 loadOf("cargo", {withCommand(makeProcess(1, 0, "cargo"), "cargo build")}),
                  TaskKind::build},
         KindCase{"IndexMatchesInsideAWord", loadOf("x", {makeProcess(1, 0, "reindexer")}),
                  TaskKind::indexing},
@@ -85,10 +86,12 @@ TEST(TaskClassificationTest, TextsOfATestWithProject)
     EXPECT_EQ(result.detail, QStringLiteral("python3 test · kiln"));
     EXPECT_EQ(result.diagnosis.title, QStringLiteral("pytest 正在运行测试任务。"));
     EXPECT_EQ(result.diagnosis.confidence, DiagnosisConfidence::high);
-    EXPECT_EQ(result.diagnosis.recommendation,
-              QStringLiteral("测试仍在持续占用资源；如确认不再需要，可结束目标进程，这会中断测试。"));
+    EXPECT_EQ(
+        result.diagnosis.recommendation,
+        QStringLiteral("测试仍在持续占用资源；如确认不再需要，可结束目标进程，这会中断测试。"));
     // 42.6 % rounds to 43; the longest member ran 125 s; 1500 B/s is 2 KB/s.
-    EXPECT_EQ(result.diagnosis.supportingFacts, QStringLiteral("CPU 43%  ·  已持续 2 分钟  ·  磁盘 2 KB/s"));
+    EXPECT_EQ(result.diagnosis.supportingFacts,
+              QStringLiteral("CPU 43%  ·  已持续 2 分钟  ·  磁盘 2 KB/s"));
     EXPECT_EQ(result.impact, QStringLiteral("会中断当前测试，不会删除项目文件。"));
     EXPECT_TRUE(result.canTerminate);
     EXPECT_EQ(result.symbolName, QStringLiteral("checkmark.circle"));
@@ -113,9 +116,10 @@ TEST(TaskClassificationTest, ConfidenceAndTermination)
          DiagnosisConfidence::medium, true},
         {"unknown is never offered", loadOf("x", {makeProcess(1, 0, "sleep")}),
          DiagnosisConfidence::low, false},
-        {"protected target in a known kind",
-         loadOf("chrome", {makeProcess(1, 0, "WindowServer")}), DiagnosisConfidence::medium, false},
-        {"launchd lower-cased", loadOf("x", {makeProcess(1, 0, "docker"), makeProcess(2, 1, "LaunchD")}),
+        {"protected target in a known kind", loadOf("chrome", {makeProcess(1, 0, "WindowServer")}),
+         DiagnosisConfidence::medium, false},
+        {"launchd lower-cased",
+         loadOf("x", {makeProcess(1, 0, "docker"), makeProcess(2, 1, "LaunchD")}),
          DiagnosisConfidence::medium, false},
     };
     for (const Row &row : rows) {
@@ -129,10 +133,11 @@ TEST(TaskClassificationTest, DetailByProjectAndCount)
 {
     EXPECT_EQ(TaskClassification::classify(loadOf("x", {makeProcess(1, 0, "cargo")})).detail,
               QStringLiteral("cargo"));
-    EXPECT_EQ(TaskClassification::classify(
-                  loadOf("x", {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a"), makeProcess(3, 1, "cargo")}))
-                  .detail,
-              QStringLiteral("cargo · 3 个进程"));
+    EXPECT_EQ(
+        TaskClassification::classify(loadOf("x", {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a"),
+                                                  makeProcess(3, 1, "cargo")}))
+            .detail,
+        QStringLiteral("cargo · 3 个进程"));
 }
 
 TEST(TaskClassificationTest, KindTextsUseTheSourceName)
@@ -152,7 +157,8 @@ TEST(TaskClassificationTest, KindTextsUseTheSourceName)
         {"sleep", "Src 存在未归因的持续负载。", "gearshape.2"},
     };
     for (const Row &row : rows) {
-        const auto result = TaskClassification::classify(loadOf("Src", {makeProcess(1, 0, row.process)}));
+        const auto result =
+            TaskClassification::classify(loadOf("Src", {makeProcess(1, 0, row.process)}));
         EXPECT_EQ(result.diagnosis.title, QString::fromUtf8(row.title)) << row.process;
         EXPECT_EQ(result.symbolName, QString::fromUtf8(row.symbol)) << row.process;
     }

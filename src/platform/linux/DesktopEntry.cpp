@@ -10,8 +10,7 @@ std::string_view trimmedBlanks(std::string_view text)
 {
     while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
         text.remove_prefix(1);
-    while (!text.empty() &&
-           (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
         text.remove_suffix(1);
     return text;
 }
@@ -24,12 +23,25 @@ QString unescapeValue(std::string_view value)
         if (value[index] == '\\' && index + 1 < value.size()) {
             const char code = value[++index];
             switch (code) {
-            case 's': bytes.append(' '); continue;
-            case 'n': bytes.append('\n'); continue;
-            case 't': bytes.append('\t'); continue;
-            case 'r': bytes.append('\r'); continue;
-            case '\\': bytes.append('\\'); continue;
-            default: bytes.append('\\'); bytes.append(code); continue;
+            case 's':
+                bytes.append(' ');
+                continue;
+            case 'n':
+                bytes.append('\n');
+                continue;
+            case 't':
+                bytes.append('\t');
+                continue;
+            case 'r':
+                bytes.append('\r');
+                continue;
+            case '\\':
+                bytes.append('\\');
+                continue;
+            default:
+                bytes.append('\\');
+                bytes.append(code);
+                continue;
             }
         }
         bytes.append(value[index]);

@@ -157,7 +157,8 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     record.parentPID = stat->parentPID;
     record.processGroupID = stat->processGroupID;
     record.userID = *owner;
-    record.isServiceManager = m_serviceManager->matches(pid, record.identity.executablePath, stat->name);
+    record.isServiceManager =
+        m_serviceManager->matches(pid, record.identity.executablePath, stat->name);
     record.name = processDisplayName(stat->name, record.identity.executablePath);
     if (const std::optional<QByteArray> cgroup = directory->readFile("cgroup")) {
         if (auto application = m_applications.identityForCgroup(*cgroup)) {

@@ -59,8 +59,8 @@ std::optional<QString> applicationIDOf(const std::vector<std::string_view> &rest
     if (rest.empty())
         return std::nullopt;
     const std::size_t first = rest.size() == 1 ? 0 : 1;
-    std::string_view whole(rest[first].data(),
-                           std::size_t(rest.back().data() + rest.back().size() - rest[first].data()));
+    std::string_view whole(rest[first].data(), std::size_t(rest.back().data() + rest.back().size() -
+                                                           rest[first].data()));
     if (whole.empty())
         return std::nullopt;
     for (std::string_view part : rest) {
@@ -170,7 +170,8 @@ std::optional<QString> applicationIDFromCgroup(std::string_view procPidCgroup)
             slash == std::string_view::npos ? remaining : remaining.substr(slash + 1);
         if (auto id = applicationIDFromUnitName(component))
             return id;
-        remaining = slash == std::string_view::npos ? std::string_view() : remaining.substr(0, slash);
+        remaining =
+            slash == std::string_view::npos ? std::string_view() : remaining.substr(0, slash);
     }
     return std::nullopt;
 }

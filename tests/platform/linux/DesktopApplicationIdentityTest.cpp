@@ -121,7 +121,11 @@ TEST(DesktopEntryTest, NamePrefersChineseInTheMainGroup)
         {"empty value is no name", "[Desktop Entry]\nName=\n"sv, std::nullopt},
         {"no group", "Name=Loose\n"sv, std::nullopt},
         {"empty file", ""sv, std::nullopt},
-        {"invalid UTF-8 is repaired", "[Desktop Entry]\nName=A\xff" "B\n"sv, "A\xef\xbf\xbd" "B"},
+        {"invalid UTF-8 is repaired",
+         "[Desktop Entry]\nName=A\xff"
+         "B\n"sv,
+         "A\xef\xbf\xbd"
+         "B"},
     };
     for (const Row &row : rows) {
         const auto name = parseDesktopEntryName(row.text);
@@ -164,8 +168,8 @@ TEST(DesktopApplicationIdentitiesTest, NamesFromTheEntryOrTheApplicationID)
         const char *name;
     };
     const Row rows[] = {
-        {"org.gnome.Terminal", kFixture + "/home/.local/share/applications/org.gnome.Terminal.desktop",
-         "终端"},
+        {"org.gnome.Terminal",
+         kFixture + "/home/.local/share/applications/org.gnome.Terminal.desktop", "终端"},
         {"firefox", kFixture + "/usr/share/applications/firefox.desktop", "Firefox Web Browser"},
         {"nameless", kFixture + "/usr/share/applications/nameless.desktop", "nameless"},
         {"org.example.NotInstalled", "org.example.NotInstalled", "NotInstalled"},
@@ -206,7 +210,8 @@ TEST(ServiceManagerRecognitionTest, MatchesPidOneAndItsExecutable)
 {
     const ServiceManagerIdentity byPath{QStringLiteral("/usr/lib/systemd/systemd"), {}};
     EXPECT_TRUE(byPath.matches(1, QStringLiteral("/anything"), QStringLiteral("x")));
-    EXPECT_TRUE(byPath.matches(900, QStringLiteral("/usr/lib/systemd/systemd"), QStringLiteral("systemd")));
+    EXPECT_TRUE(
+        byPath.matches(900, QStringLiteral("/usr/lib/systemd/systemd"), QStringLiteral("systemd")));
     EXPECT_TRUE(byPath.matches(900, QStringLiteral("/usr/lib/systemd/systemd (deleted)"), {}));
     EXPECT_FALSE(byPath.matches(900, QStringLiteral("/usr/bin/bash"), QStringLiteral("systemd")));
 

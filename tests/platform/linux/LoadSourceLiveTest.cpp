@@ -138,7 +138,8 @@ TEST(LoadSourceLiveTest, ShellWithASpinningTestRunnerRanksFirstAsATest)
     ShellGroup quiet("sleep 60 & wait", {});
     ASSERT_GT(busy.pid(), 0);
     ASSERT_GT(quiet.pid(), 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // let the shells start their children
+    std::this_thread::sleep_for(
+        std::chrono::milliseconds(300)); // let the shells start their children
 
     SystemMetricSampler::Probes probes = makePlatformProbes();
     probes.processProbe = std::make_unique<DescendantsOnly>(std::move(probes.processProbe));

@@ -186,12 +186,14 @@ TEST(ProcfsProcessMetricReaderTest, ReadsApplicationIdentityAndServiceManagers)
     ASSERT_TRUE(root.isReady());
     auto write = [&](const QString &relative, const QByteArray &bytes) {
         QFile file(root.path() + QLatin1Char('/') + relative);
-        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+               file.write(bytes) == bytes.size();
     };
     // Pid 1 runs /usr/bin/make, as 101 does; 100 runs in Firefox's scope, 107
     // in an application without a desktop entry, 108 in a login session.
     ASSERT_TRUE(QDir().mkpath(root.path() + QStringLiteral("/1")));
-    ASSERT_EQ(::symlink("/usr/bin/make", (root.path() + QStringLiteral("/1/exe")).toLocal8Bit()), 0);
+    const QByteArray pidOneExe = (root.path() + QStringLiteral("/1/exe")).toLocal8Bit();
+    ASSERT_EQ(::symlink("/usr/bin/make", pidOneExe.constData()), 0);
     ASSERT_TRUE(write("100/cgroup", "0::/user.slice/user@1000.service/app.slice/"
                                     "app-gnome-firefox-4242.scope\n"));
     ASSERT_TRUE(write("107/cgroup", "0::/user.slice/user@1000.service/app.slice/"
