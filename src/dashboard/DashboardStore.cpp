@@ -1,5 +1,7 @@
 #include "dashboard/DashboardStore.h"
 
+#include "process/ApplicationGrouping.h"
+
 #include <QMetaObject>
 
 DashboardStore::DashboardStore(LiveSystemMonitor monitor,
@@ -132,11 +134,15 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
         applyRecoveryVerdict(sample);
 
     // 4.-6. Grouping, warm-up gate, ranking and stable targets.
+    const std::vector<ApplicationLoad> loads = groupApplicationLoads(sample.processMetrics);
+    const std::vector<ApplicationLoad> rankedLoads = rankForTick(loads, sample.timestamp);
     // 7. Termination targets.
     rebuildTerminationTargets(sample);
 
     // 8.-9. Tasks and live tasks.
+    publishTasks(rankedLoads);
     // 10.-11. Selection of task and process.
+    keepSelectionValid(loads);
     // 12. Menu bar abnormal time.
     // 13.-15. Incident observation, verdict, publication.
 }

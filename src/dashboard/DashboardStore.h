@@ -4,6 +4,8 @@
 #include "dashboard/DashboardModel.h"
 #include "dashboard/DashboardTrends.h"
 #include "dashboard/ProcessExitWaiter.h"
+#include "dashboard/TaskRanking.h"
+#include "process/ApplicationLoad.h"
 #include "sampling/LiveSystemMonitor.h"
 #include "sampling/MetricSampleHistory.h"
 #include "termination/ProcessTerminationController.h"
@@ -15,6 +17,7 @@
 #include <QString>
 
 #include <bitset>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -87,6 +90,37 @@ public:
     void ingest(const SystemMetricSample &sample);
 
     const LiveSystemMonitor &monitor() const { return m_monitor; }
+
+    // Selection (user clicks). Selecting a task always moves the process
+    // selection to that task's target node; an id that is not listed, or a
+    // node of another task, changes nothing.
+    void selectTask(const QString &taskID);
+    void selectProcess(const QString &processNodeID);
+    // The selected node; with no process selected, the selected task's target.
+    std::optional<DashboardProcessNode> selectedProcess() const;
+    // The selected task's diagnosis, or the placeholder while none is selected.
+    TaskDiagnosis selectedDiagnosis() const;
+    // `liveTasks`, plus the selected task when it has fallen out of them.
+    std::vector<DashboardTask> visibleTasks() const;
+
+    // Working state of the ranking, readable for tools and tests.
+    const std::map<QString, double> &smoothedTaskScores() const
+    {
+        return m_taskOrder.smoothedTaskScores;
+    }
+    const std::optional<TimePoint> &lastTaskRankingUpdate() const
+    {
+        return m_taskOrder.lastTaskRankingUpdate;
+    }
+    const std::map<QString, pid_t> &stableTargetPIDs() const
+    {
+        return m_taskTargets.stableTargetPIDs;
+    }
+    const std::optional<TimePoint> &lastTargetRankingUpdate() const
+    {
+        return m_taskTargets.lastTargetRankingUpdate;
+    }
+    qint64 processMetricSampleCount() const { return m_processMetricSampleCount; }
 
     // Termination (DashboardStoreTermination.cpp). One termination runs at a
     // time from the user's view: the page offers the action only through
@@ -196,6 +230,13 @@ private:
                                 DashboardTerminationPhase phase);
 
     void drainStream(quint64 generation);
+
+    // Ingest, load sources: the warm-up gate, ranking and stable targets; the
+    // tasks; the selection kept valid (DashboardStoreRanking.cpp).
+    std::vector<ApplicationLoad> rankForTick(const std::vector<ApplicationLoad> &loads,
+                                             TimePoint timestamp);
+    void publishTasks(const std::vector<ApplicationLoad> &rankedLoads);
+    void keepSelectionValid(const std::vector<ApplicationLoad> &loads);
     void pruneRetiredStreams();
 
     // Observed fields.
@@ -223,6 +264,15 @@ private:
     std::vector<std::unique_ptr<SampleStream>> m_retiredStreams;
     // Tells the queued deliveries of a stopped stream from the current one's.
     quint64 m_streamGeneration = 0;
+    // Smoothed scores and the last reorder; standing targets and their last
+    // refresh (smoothedTaskScores, lastTaskRankingUpdate, stableTargetPIDs,
+    // lastTargetRankingUpdate).
+    TaskOrderState m_taskOrder;
+    TaskTargetState m_taskTargets;
+    // Samples seen so far whose grouping was not empty; the first one, when
+    // all its scores are 0 (rates need two readings), ranks nothing.
+    qint64 m_processMetricSampleCount = 0;
+
     ProcessTerminationController m_terminationController;
     std::optional<RecoveryEvaluator> m_recoveryEvaluator;
     QHash<QString, ProcessTerminationTarget> m_processTerminationTargets;

@@ -1,5 +1,6 @@
 #include "platform/PlatformFactory.h"
 
+#include "platform/linux/DesktopEntry.h"
 #include "platform/linux/GetifaddrsNetworkProbe.h"
 #include "platform/linux/HwmonSensorProbe.h"
 #include "platform/linux/LinuxGPUUsageProbe.h"
@@ -25,7 +26,8 @@ SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
     probes.memoryProbe = std::make_unique<ProcMeminfoMemoryProbe>(roots.procRoot);
     probes.networkProbe = std::make_unique<GetifaddrsNetworkProbe>(roots.sysRoot);
     probes.processProbe = std::make_unique<ProcessMetricsProbe>(
-        std::make_unique<ProcfsProcessMetricReader>(roots.procRoot));
+        std::make_unique<ProcfsProcessMetricReader>(roots.procRoot,
+                                                    xdgDataDirectoriesFromEnvironment()));
     return probes;
 }
 

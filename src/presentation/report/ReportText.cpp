@@ -1,5 +1,6 @@
 #include "presentation/report/ReportText.h"
 
+#include "presentation/report/ReportTasks.h"
 #include "presentation/report/TextTable.h"
 #include "sampling/Text.h"
 
@@ -135,6 +136,7 @@ QString reportText(const DashboardStore &store, const std::vector<SystemMetricSa
     out += readingsSection(last);
     out += QLatin1Char('\n') + processesSection(last);
     out += QLatin1Char('\n') + sensorTableSection(store);
+    out += QLatin1Char('\n') + loadSourcesSection(store);
     // Each part of the dashboard's state adds its own section below.
     return out;
 }
