@@ -2,6 +2,7 @@
 
 #include "process/LoadTextFormats.h"
 #include "sampling/Text.h"
+#include "termination/ProtectedProcessNames.h"
 
 #include <algorithm>
 #include <array>
@@ -34,9 +35,15 @@ constexpr std::array<KindKeywords, 7> kKindKeywords = {{
 bool isProtectedTarget(const QString &name)
 {
     const QString lowered = name.toLower();
-    return lowered == QLatin1StringView("kernel_task") || lowered == QLatin1StringView("launchd") ||
-           lowered == QLatin1StringView("loginwindow") ||
-           lowered == QLatin1StringView("windowserver");
+    if (lowered == QLatin1StringView("kernel_task") || lowered == QLatin1StringView("launchd") ||
+        lowered == QLatin1StringView("loginwindow") || lowered == QLatin1StringView("windowserver"))
+        return true;
+    // The Linux session's own processes, shared with the termination guard.
+    return std::any_of(kLinuxProtectedProcessNames.begin(), kLinuxProtectedProcessNames.end(),
+                       [&](std::string_view protectedName) {
+                           return lowered == QLatin1StringView(protectedName.data(),
+                                                               qsizetype(protectedName.size()));
+                       });
 }
 
 struct KindTexts {

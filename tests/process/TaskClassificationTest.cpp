@@ -118,6 +118,8 @@ TEST(TaskClassificationTest, ConfidenceAndTermination)
          DiagnosisConfidence::low, false},
         {"protected target in a known kind", loadOf("chrome", {makeProcess(1, 0, "WindowServer")}),
          DiagnosisConfidence::medium, false},
+        {"Linux session process in a known kind", loadOf("chrome", {makeProcess(1, 0, "Xwayland")}),
+         DiagnosisConfidence::medium, false},
         {"launchd lower-cased",
          loadOf("x", {makeProcess(1, 0, "docker"), makeProcess(2, 1, "LaunchD")}),
          DiagnosisConfidence::medium, false},
