@@ -6,6 +6,7 @@
 #include "dashboard/DashboardStore.h"
 
 #include "dashboard/RecoveryStart.h"
+#include "dashboard/TaskRanking.h"
 #include "sampling/Text.h"
 
 namespace {
@@ -172,4 +173,36 @@ void DashboardStore::recordTerminationFailure(const DashboardPendingTermination 
 {
     m_recoveryEvaluator.reset();
     write(m_recoveryState, DashboardRecoveryState::terminationFailed, Field::recoveryState);
+}
+
+bool DashboardStore::canTerminateSelectedProcess() const
+{
+    const DashboardTask *task = findTask(m_allTasks, m_selectedTaskID);
+    const std::optional<DashboardProcessNode> process = selectedProcess();
+    if (!task || !process || !m_processTerminationTargets.contains(process->id))
+        return false;
+    if (m_terminationStatus) {
+        // One termination at a time, whichever process it is for.
+        if (m_terminationStatus->phase == DashboardTerminationPhase::verifying)
+            return false;
+        if (m_terminationStatus->processNodeID == process->id) {
+            if (m_terminationStatus->phase == DashboardTerminationPhase::exited)
+                return false;
+            // Forced and still there: nothing further to try.
+            if (m_terminationStatus->phase == DashboardTerminationPhase::failed &&
+                m_terminationStatus->mode == ProcessTerminationSignal::forced)
+                return false;
+        }
+    }
+    // The classification speaks for the target only; another process of the
+    // tree may be ended whatever the task's kind.
+    return process->isTarget ? task->canTerminate : true;
+}
+
+std::optional<DashboardTerminationStatus> DashboardStore::selectedTerminationStatus() const
+{
+    const std::optional<DashboardProcessNode> process = selectedProcess();
+    if (m_terminationStatus && process && process->id == m_terminationStatus->processNodeID)
+        return m_terminationStatus;
+    return std::nullopt;
 }

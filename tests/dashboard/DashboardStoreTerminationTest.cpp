@@ -330,6 +330,83 @@ INSTANTIATE_TEST_SUITE_P(Outcomes, SecondTermination, ::testing::Bool(), [](cons
     return std::string(info.param ? "SecondExits" : "SecondStays");
 });
 
+// Over the real grouping and selection: "node" with its child "esbuild" is
+// one load of unknown kind, so the classification offers its target to no
+// one, while the other process of the tree may be ended.
+class SelectedProcessAction : public TerminationWorkflow {
+protected:
+    void SetUp() override
+    {
+        ingestAt(100.0);
+        ingestAt(102.0);
+        ASSERT_EQ(store->allTasks().size(), 1u);
+        shown = store->allTasks().front();
+        ASSERT_FALSE(shown.canTerminate);
+        const bool aIsTarget = shown.targetProcess.pid == processA.identity.pid;
+        target = aIsTarget ? processA : processB;
+        other = aIsTarget ? processB : processA;
+        const DashboardProcessNode &root = shown.processTree.front();
+        ASSERT_TRUE(root.nodeWithPID(target.identity.pid) && root.nodeWithPID(other.identity.pid));
+        targetNode = *root.nodeWithPID(target.identity.pid);
+        otherNode = *root.nodeWithPID(other.identity.pid);
+        ASSERT_TRUE(targetNode.isTarget);
+        ASSERT_EQ(store->selectedProcess(), targetNode);
+    }
+
+    DashboardTask shown;
+    ProcessMetric target;
+    ProcessMetric other;
+    DashboardProcessNode targetNode;
+    DashboardProcessNode otherNode;
+};
+
+TEST_F(SelectedProcessAction, FollowsTheSelectionAndOneRunAtATime)
+{
+    EXPECT_FALSE(store->canTerminateSelectedProcess()); // the target of an unknown kind
+    store->selectProcess(otherNode.id);
+    EXPECT_TRUE(store->canTerminateSelectedProcess()); // another process of its tree
+
+    // A run for the target (asked for directly) in `verifying` blocks the
+    // action for the other process too.
+    keepsRunning(target);
+    store->requestTermination(shown, targetNode);
+    store->confirmTermination();
+    EXPECT_FALSE(store->canTerminateSelectedProcess());
+    EXPECT_FALSE(store->selectedTerminationStatus().has_value()); // not the selected one's
+    ASSERT_TRUE(waitForOutcome());
+    EXPECT_TRUE(store->canTerminateSelectedProcess());
+
+    // It ignores the graceful signal: forced is still on offer; then the
+    // forced one fails too and nothing further is offered.
+    keepsRunning(other);
+    store->requestTermination(shown, otherNode);
+    store->confirmTermination();
+    ASSERT_TRUE(waitForOutcome());
+    EXPECT_EQ(store->selectedTerminationStatus()->phase, Phase::unresponsive);
+    EXPECT_TRUE(store->canTerminateSelectedProcess());
+    store->requestTermination(shown, otherNode);
+    store->confirmTermination();
+    ASSERT_TRUE(waitForOutcome());
+    EXPECT_EQ(store->selectedTerminationStatus()->mode, Signal::forced);
+    EXPECT_FALSE(store->canTerminateSelectedProcess());
+}
+
+TEST_F(SelectedProcessAction, ExitedIsNotOfferedAgainButAFailedGracefulAttemptIs)
+{
+    store->selectProcess(otherNode.id);
+    reader->setReading(other.identity.pid, std::nullopt); // gone: rejected, graceful
+    endProcess(otherNode);
+    EXPECT_EQ(store->selectedTerminationStatus()->phase, Phase::failed);
+    EXPECT_TRUE(store->canTerminateSelectedProcess());
+
+    exitsOnSignal(other);
+    store->requestTermination(shown, otherNode);
+    store->confirmTermination();
+    ASSERT_TRUE(waitForOutcome());
+    EXPECT_EQ(store->selectedTerminationStatus()->phase, Phase::exited);
+    EXPECT_FALSE(store->canTerminateSelectedProcess());
+}
+
 class SlowExitCheck : public TerminationWorkflow {
 protected:
     SlowExitCheck() : TerminationWorkflow({0.2, 0.2, 0.2}) {}
