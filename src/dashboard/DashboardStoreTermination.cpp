@@ -16,13 +16,6 @@ ProcessTerminationTarget targetOf(const ProcessMetric &process)
     return ProcessTerminationTarget{process.identity, process.userID, process.name};
 }
 
-// The incident names the process only when it is not the one that stands for
-// the task; the task's own kind names the action otherwise.
-std::optional<QString> actionProcessName(const DashboardProcessNode &process)
-{
-    return process.isTarget ? std::nullopt : std::optional<QString>(process.name);
-}
-
 } // namespace
 
 std::optional<DashboardRecoveryState>
