@@ -217,7 +217,8 @@ std::set<pid_t> DashboardTask::initiallyExpandedPIDs() const
 
 QString DashboardPendingTermination::confirmationTitle() const
 {
-    const QString pid = formatLocaleInteger(process.pid);
+    // A pid is an identifier, not a quantity: never grouped ("PID 3750").
+    const QString pid = QString::number(process.pid);
     return mode == ProcessTerminationSignal::forced
                ? kwText("强制结束 %1（PID %2）？").arg(process.name, pid)
                : kwText("结束 %1（PID %2）？").arg(process.name, pid);

@@ -100,9 +100,8 @@ TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
     pending.process = node("p", 4321, "pytest", "", {}, true);
 
     pending.mode = ProcessTerminationSignal::forced;
-    // The pid is a number of the text, in the user's locale (grouped in most).
-    const QString pid = formatLocaleInteger(4321);
-    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("强制结束 pytest（PID %1）？").arg(pid));
+    // A pid is an identifier and is never grouped, whatever the locale.
+    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("强制结束 pytest（PID 4321）？"));
     EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("强制结束"));
     EXPECT_EQ(
         pending.confirmationMessage(),
@@ -110,7 +109,7 @@ TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
                        "所属应用也可能自动重新启动它。"));
 
     pending.mode = ProcessTerminationSignal::graceful;
-    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("结束 pytest（PID %1）？").arg(pid));
+    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("结束 pytest（PID 4321）？"));
     EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("结束进程"));
     EXPECT_EQ(pending.confirmationMessage(), pending.task.terminationImpact);
 

@@ -44,7 +44,11 @@ QString lastComponent(const QString &path)
 
 QString processDisplayName(const QString &comm, const QString &executablePath)
 {
-    const QString executableName = lastComponent(executablePath);
+    // A replaced binary's link ends in " (deleted)": that belongs to the
+    // identity, not to the name shown.
+    QString executableName = lastComponent(executablePath);
+    if (executableName.endsWith(QLatin1String(" (deleted)")))
+        executableName.chop(10);
     if (comm.isEmpty())
         return executableName;
     // The kernel keeps only the first 15 bytes of a name (TASK_COMM_LEN − 1):

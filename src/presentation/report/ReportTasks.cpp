@@ -17,7 +17,7 @@ QString rankText(std::size_t index)
 
 QString targetText(const DashboardProcessSummary &target)
 {
-    return kwText("%1（PID %2）").arg(target.name, formatLocaleInteger(target.pid));
+    return kwText("%1（PID %2）").arg(target.name, QString::number(target.pid));
 }
 
 } // namespace
