@@ -42,13 +42,18 @@ QString lastComponent(const QString &path)
 
 } // namespace
 
-QString processDisplayName(const QString &comm, const QString &executablePath)
+QString executablePathShown(const QString &executablePath)
 {
     // A replaced binary's link ends in " (deleted)": that belongs to the
-    // identity, not to the name shown.
-    QString executableName = lastComponent(executablePath);
-    if (executableName.endsWith(QLatin1String(" (deleted)")))
-        executableName.chop(10);
+    // identity (a replaced binary is another executable), not to what is shown.
+    static const QLatin1String deleted(" (deleted)");
+    return executablePath.endsWith(deleted) ? executablePath.chopped(deleted.size())
+                                            : executablePath;
+}
+
+QString processDisplayName(const QString &comm, const QString &executablePath)
+{
+    const QString executableName = lastComponent(executablePathShown(executablePath));
     if (comm.isEmpty())
         return executableName;
     // The kernel keeps only the first 15 bytes of a name (TASK_COMM_LEN − 1):
@@ -184,7 +189,8 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
         const std::optional<QString> workingDirectory =
             cwd ? std::optional<QString>(QString::fromUtf8(*cwd)) : std::nullopt;
         record.command =
-            makeRedactedCommandSummary(record.identity.executablePath, arguments, workingDirectory);
+            makeRedactedCommandSummary(executablePathShown(record.identity.executablePath),
+                                       arguments, workingDirectory);
     }
     return record;
 }

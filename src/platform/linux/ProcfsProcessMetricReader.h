@@ -45,6 +45,9 @@ private:
     std::optional<ServiceManagerIdentity> m_serviceManager;
 };
 
+// The executable path without the " (deleted)" that marks a replaced binary.
+QString executablePathShown(const QString &executablePath);
+
 // The process's short name: its comm, unless the kernel cut a longer
 // executable name to 15 bytes, or the comm is empty; then the executable's
 // last path component.
