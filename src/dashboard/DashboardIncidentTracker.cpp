@@ -42,10 +42,9 @@ const DashboardIncident *DashboardIncidentTracker::activeIncident() const
 {
     if (!m_activeIncidentID)
         return nullptr;
-    const auto found = std::find_if(m_incidents.begin(), m_incidents.end(),
-                                    [&](const auto &incident) {
-                                        return incident.id == *m_activeIncidentID;
-                                    });
+    const auto found =
+        std::find_if(m_incidents.begin(), m_incidents.end(),
+                     [&](const auto &incident) { return incident.id == *m_activeIncidentID; });
     return found == m_incidents.end() ? nullptr : &*found;
 }
 
@@ -54,11 +53,9 @@ DashboardIncident *DashboardIncidentTracker::findActive()
     return const_cast<DashboardIncident *>(std::as_const(*this).activeIncident());
 }
 
-void DashboardIncidentTracker::observe(const SystemMetricSample &sample,
-                                       const DashboardTask *task)
+void DashboardIncidentTracker::observe(const SystemMetricSample &sample, const DashboardTask *task)
 {
-    const bool hot =
-        isSampleHot(sample, task ? std::optional<double>(task->cpu) : std::nullopt);
+    const bool hot = isSampleHot(sample, task ? std::optional<double>(task->cpu) : std::nullopt);
 
     if (DashboardIncident *active = findActive()) {
         active->points.push_back(pointFromSample(sample));

@@ -2,6 +2,9 @@
 
 #include "sampling/Text.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 QString taskKindName(TaskKind kind)
 {
     switch (kind) {
@@ -132,4 +135,109 @@ TaskDiagnosis placeholderDiagnosis(bool liveTasksEmpty)
                          kwText("采集两个样本后会按持续负载排序。"),
                          liveTasksEmpty ? kwText("暂未发现可展示的活动任务")
                                         : kwText("请选择任务查看详情")};
+}
+
+const DashboardProcessNode *DashboardProcessNode::nodeWithID(const QString &nodeID) const
+{
+    if (id == nodeID)
+        return this;
+    for (const DashboardProcessNode &child : children) {
+        if (const DashboardProcessNode *found = child.nodeWithID(nodeID))
+            return found;
+    }
+    return nullptr;
+}
+
+const DashboardProcessNode *DashboardProcessNode::nodeWithPID(pid_t processID) const
+{
+    if (pid == processID)
+        return this;
+    for (const DashboardProcessNode &child : children) {
+        if (const DashboardProcessNode *found = child.nodeWithPID(processID))
+            return found;
+    }
+    return nullptr;
+}
+
+bool DashboardProcessNode::matches(const QString &query) const
+{
+    const auto holds = [&](const QString &text) {
+        return text.contains(query, Qt::CaseInsensitive);
+    };
+    if (holds(name) || holds(formatLocaleInteger(pid)) || holds(command) ||
+        holds(project.value_or(QString())))
+        return true;
+    return std::any_of(children.begin(), children.end(),
+                       [&](const DashboardProcessNode &child) { return child.matches(query); });
+}
+
+std::optional<std::vector<pid_t>> DashboardProcessNode::pathToTarget() const
+{
+    if (isTarget)
+        return std::vector<pid_t>{};
+    for (const DashboardProcessNode &child : children) {
+        if (auto path = child.pathToTarget()) {
+            path->insert(path->begin(), pid);
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+QString DashboardProcessNode::roleLabel() const
+{
+    const QString text = (name + QLatin1Char(' ') + command).toLower();
+    const auto holdsAny = [&](std::initializer_list<const char *> words) {
+        return std::any_of(words.begin(), words.end(), [&](const char *word) {
+            return text.contains(QLatin1StringView(word));
+        });
+    };
+    if (holdsAny({"renderer"}))
+        return kwText("渲染进程");
+    if (holdsAny({"gpu"}))
+        return kwText("图形处理进程");
+    if (holdsAny({"helper", "service", "xpc"}))
+        return kwText("应用辅助服务");
+    if (holdsAny({"test", "pytest", "vitest", "jest"}))
+        return kwText("测试任务");
+    if (holdsAny({"build", "xcodebuild", "swiftc", "clang"}))
+        return kwText("构建任务");
+    return children.empty() ? kwText("工作进程") : kwText("父进程");
+}
+
+std::set<pid_t> DashboardTask::initiallyExpandedPIDs() const
+{
+    std::set<pid_t> expanded;
+    for (const DashboardProcessNode &root : processTree) {
+        if (const auto path = root.pathToTarget())
+            expanded.insert(path->begin(), path->end());
+    }
+    return expanded;
+}
+
+QString DashboardPendingTermination::confirmationTitle() const
+{
+    // A pid is an identifier, not a quantity: never grouped ("PID 3750").
+    const QString pid = QString::number(process.pid);
+    return mode == ProcessTerminationSignal::forced
+               ? kwText("强制结束 %1（PID %2）？").arg(process.name, pid)
+               : kwText("结束 %1（PID %2）？").arg(process.name, pid);
+}
+
+QString DashboardPendingTermination::confirmationActionTitle() const
+{
+    return mode == ProcessTerminationSignal::forced ? kwText("强制结束") : kwText("结束进程");
+}
+
+QString DashboardPendingTermination::confirmationMessage() const
+{
+    if (mode == ProcessTerminationSignal::forced)
+        return kwText("进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
+                      "所属应用也可能自动重新启动它。");
+    if (process.isTarget)
+        return task.terminationImpact;
+    if (!process.children.empty())
+        return kwText("会结束这个进程，并可能中断它的 %1 个直接子进程；所属应用也可能自动重新启动它。")
+            .arg(formatLocaleInteger(static_cast<long long>(process.children.size())));
+    return kwText("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。");
 }

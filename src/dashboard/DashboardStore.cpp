@@ -1,9 +1,14 @@
 #include "dashboard/DashboardStore.h"
 
+#include "process/ApplicationGrouping.h"
+
 #include <QMetaObject>
 
-DashboardStore::DashboardStore(LiveSystemMonitor monitor, QObject *parent)
-    : QObject(parent), m_monitor(std::move(monitor))
+DashboardStore::DashboardStore(LiveSystemMonitor monitor,
+                               ProcessTerminationController terminationController,
+                               QObject *parent)
+    : QObject(parent), m_monitor(std::move(monitor)),
+      m_terminationController(std::move(terminationController))
 {
 }
 
@@ -125,11 +130,18 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
     markChanged(Field::sampleHistory);
 
     // 3. Recovery verdict of an open verification.
-    std::optional<DashboardRecoveryState> finishedRecovery;
+    const std::optional<DashboardRecoveryState> finishedRecovery = applyRecoveryVerdict(sample);
+
     // 4.-6. Grouping, warm-up gate, ranking and stable targets.
+    const std::vector<ApplicationLoad> loads = groupApplicationLoads(sample.processMetrics);
+    const std::vector<ApplicationLoad> rankedLoads = rankForTick(loads, sample.timestamp);
     // 7. Termination targets.
+    rebuildTerminationTargets(sample);
+
     // 8.-9. Tasks and live tasks.
+    publishTasks(rankedLoads);
     // 10.-11. Selection of task and process.
+    keepSelectionValid(loads);
     // 12. Menu bar abnormal time.
     updateMenuBarAbnormalState(sample);
 

@@ -5,13 +5,21 @@
 #include "dashboard/DashboardModel.h"
 #include "dashboard/DashboardTrends.h"
 #include "dashboard/MenuBarPresentation.h"
+#include "dashboard/ProcessExitWaiter.h"
+#include "dashboard/TaskRanking.h"
+#include "process/ApplicationLoad.h"
 #include "sampling/LiveSystemMonitor.h"
 #include "sampling/MetricSampleHistory.h"
+#include "termination/ProcessTerminationController.h"
+#include "termination/RecoveryEvaluator.h"
+
+#include <QHash>
 
 #include <QObject>
 #include <QString>
 
 #include <bitset>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -33,7 +41,8 @@ class DashboardStore final : public QObject {
     Q_OBJECT
 
 public:
-    explicit DashboardStore(LiveSystemMonitor monitor, QObject *parent = nullptr);
+    DashboardStore(LiveSystemMonitor monitor, ProcessTerminationController terminationController,
+                   QObject *parent = nullptr);
     ~DashboardStore() override;
 
     // Observed fields.
@@ -96,6 +105,74 @@ public:
 
     const LiveSystemMonitor &monitor() const { return m_monitor; }
 
+    // Selection (user clicks). Selecting a task always moves the process
+    // selection to that task's target node; an id that is not listed, or a
+    // node of another task, changes nothing.
+    void selectTask(const QString &taskID);
+    void selectProcess(const QString &processNodeID);
+    // The selected node; with no process selected, the selected task's target.
+    std::optional<DashboardProcessNode> selectedProcess() const;
+    // The selected task's diagnosis, or the placeholder while none is selected.
+    TaskDiagnosis selectedDiagnosis() const;
+    // `liveTasks`, plus the selected task when it has fallen out of them.
+    std::vector<DashboardTask> visibleTasks() const;
+
+    // Working state of the ranking, readable for tools and tests.
+    const std::map<QString, double> &smoothedTaskScores() const
+    {
+        return m_taskOrder.smoothedTaskScores;
+    }
+    const std::optional<TimePoint> &lastTaskRankingUpdate() const
+    {
+        return m_taskOrder.lastTaskRankingUpdate;
+    }
+    const std::map<QString, pid_t> &stableTargetPIDs() const
+    {
+        return m_taskTargets.stableTargetPIDs;
+    }
+    const std::optional<TimePoint> &lastTargetRankingUpdate() const
+    {
+        return m_taskTargets.lastTargetRankingUpdate;
+    }
+    qint64 processMetricSampleCount() const { return m_processMetricSampleCount; }
+
+    // Termination (DashboardStoreTermination.cpp). One termination runs at a
+    // time from the user's view: the page offers the action only through
+    // `canTerminateSelectedProcess`.
+    //
+    // Records what the user saw of `process` and asks for confirmation; the
+    // mode is forced only after this same node ignored a graceful signal.
+    // Nothing happens for a node that the last sample offers no target for.
+    void requestTermination(const DashboardTask &task, const DashboardProcessNode &process);
+    // The safety check and one signal, then a wait of at most about 2 s for the
+    // exit. Returns at once: the wait runs off the store's thread, and ingest
+    // and user actions go on until its answer arrives as a queued call.
+    void confirmTermination();
+    // The dialog was dismissed: clears the pending request, nothing else.
+    void cancelTermination();
+    bool canTerminateSelectedProcess() const;
+    // The last attempt's status, when it is about the selected process.
+    std::optional<DashboardTerminationStatus> selectedTerminationStatus() const;
+
+    const ProcessTerminationController &terminationController() const
+    {
+        return m_terminationController;
+    }
+    // Which process nodes of the last sample may be ended, by node id.
+    const QHash<QString, ProcessTerminationTarget> &processTerminationTargets() const
+    {
+        return m_processTerminationTargets;
+    }
+    const std::optional<ProcessTerminationTarget> &pendingTerminationTarget() const
+    {
+        return m_pendingTerminationTarget;
+    }
+    // Present exactly while a verification of recovery is open.
+    const std::optional<RecoveryEvaluator> &recoveryEvaluator() const
+    {
+        return m_recoveryEvaluator;
+    }
+
 signals:
     void isMonitoringChanged();
     void selectedTimeRangeChanged();
@@ -156,7 +233,24 @@ private:
     void markChanged(Field which);
     void emitPending();
 
+    // Termination steps (DashboardStoreTermination.cpp).
+    std::optional<DashboardRecoveryState> applyRecoveryVerdict(const SystemMetricSample &sample);
+    void rebuildTerminationTargets(const SystemMetricSample &sample);
+    void finishTerminationWait(const DashboardPendingTermination &pending,
+                               const std::optional<SystemMetricSample> &baseline,
+                               bool stillRunning);
+    void recordTerminationFailure(const DashboardPendingTermination &pending);
+    void writeTerminationStatus(const DashboardPendingTermination &pending,
+                                DashboardTerminationPhase phase);
+
     void drainStream(quint64 generation);
+
+    // Ingest, load sources: the warm-up gate, ranking and stable targets; the
+    // tasks; the selection kept valid (DashboardStoreRanking.cpp).
+    std::vector<ApplicationLoad> rankForTick(const std::vector<ApplicationLoad> &loads,
+                                             TimePoint timestamp);
+    void publishTasks(const std::vector<ApplicationLoad> &rankedLoads);
+    void keepSelectionValid(const std::vector<ApplicationLoad> &loads);
     void pruneRetiredStreams();
 
     void updateMenuBarAbnormalState(const SystemMetricSample &sample);
@@ -188,6 +282,21 @@ private:
     std::vector<std::unique_ptr<SampleStream>> m_retiredStreams;
     // Tells the queued deliveries of a stopped stream from the current one's.
     quint64 m_streamGeneration = 0;
+    // Smoothed scores and the last reorder; standing targets and their last
+    // refresh (smoothedTaskScores, lastTaskRankingUpdate, stableTargetPIDs,
+    // lastTargetRankingUpdate).
+    TaskOrderState m_taskOrder;
+    TaskTargetState m_taskTargets;
+    // Samples seen so far whose grouping was not empty; the first one, when
+    // all its scores are 0 (rates need two readings), ranks nothing.
+    qint64 m_processMetricSampleCount = 0;
+
+    ProcessTerminationController m_terminationController;
+    std::optional<RecoveryEvaluator> m_recoveryEvaluator;
+    QHash<QString, ProcessTerminationTarget> m_processTerminationTargets;
+    std::optional<ProcessTerminationTarget> m_pendingTerminationTarget;
+    // Exit waits in progress; destroyed (cancelled and joined) with the store.
+    ProcessExitWaiter m_exitWaiter;
 
     // The incident log; `incidents` is its published copy.
     DashboardIncidentTracker m_incidentTracker;

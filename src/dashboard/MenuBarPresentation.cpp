@@ -8,11 +8,16 @@
 QString menuBarPresentationStateName(MenuBarPresentationState state)
 {
     switch (state) {
-    case MenuBarPresentationState::collecting: return QStringLiteral("collecting");
-    case MenuBarPresentationState::observing: return QStringLiteral("observing");
-    case MenuBarPresentationState::normal: return QStringLiteral("normal");
-    case MenuBarPresentationState::highLoad: return QStringLiteral("highLoad");
-    case MenuBarPresentationState::actionRecommended: return QStringLiteral("actionRecommended");
+    case MenuBarPresentationState::collecting:
+        return QStringLiteral("collecting");
+    case MenuBarPresentationState::observing:
+        return QStringLiteral("observing");
+    case MenuBarPresentationState::normal:
+        return QStringLiteral("normal");
+    case MenuBarPresentationState::highLoad:
+        return QStringLiteral("highLoad");
+    case MenuBarPresentationState::actionRecommended:
+        return QStringLiteral("actionRecommended");
     }
     return QStringLiteral("collecting");
 }
@@ -56,11 +61,16 @@ namespace {
 QString stateTitle(MenuBarPresentationState state)
 {
     switch (state) {
-    case MenuBarPresentationState::collecting: return QStringLiteral("KilnWarden");
-    case MenuBarPresentationState::observing: return kwText("观察中");
-    case MenuBarPresentationState::normal: return kwText("正常");
-    case MenuBarPresentationState::highLoad: return kwText("负载高");
-    case MenuBarPresentationState::actionRecommended: return kwText("建议处理");
+    case MenuBarPresentationState::collecting:
+        return QStringLiteral("KilnWarden");
+    case MenuBarPresentationState::observing:
+        return kwText("观察中");
+    case MenuBarPresentationState::normal:
+        return kwText("正常");
+    case MenuBarPresentationState::highLoad:
+        return kwText("负载高");
+    case MenuBarPresentationState::actionRecommended:
+        return kwText("建议处理");
     }
     return {};
 }
@@ -68,11 +78,16 @@ QString stateTitle(MenuBarPresentationState state)
 QString stateHeadline(MenuBarPresentationState state)
 {
     switch (state) {
-    case MenuBarPresentationState::collecting: return kwText("正在采集系统状态");
-    case MenuBarPresentationState::observing: return kwText("观察中");
-    case MenuBarPresentationState::normal: return kwText("系统状态正常");
-    case MenuBarPresentationState::highLoad: return kwText("负载高");
-    case MenuBarPresentationState::actionRecommended: return kwText("建议处理");
+    case MenuBarPresentationState::collecting:
+        return kwText("正在采集系统状态");
+    case MenuBarPresentationState::observing:
+        return kwText("观察中");
+    case MenuBarPresentationState::normal:
+        return kwText("系统状态正常");
+    case MenuBarPresentationState::highLoad:
+        return kwText("负载高");
+    case MenuBarPresentationState::actionRecommended:
+        return kwText("建议处理");
     }
     return {};
 }
@@ -80,9 +95,12 @@ QString stateHeadline(MenuBarPresentationState state)
 QString stateSymbol(MenuBarPresentationState state)
 {
     switch (state) {
-    case MenuBarPresentationState::collecting: return QStringLiteral("waveform.path.ecg");
-    case MenuBarPresentationState::observing: return QStringLiteral("eye");
-    case MenuBarPresentationState::normal: return QStringLiteral("checkmark.circle.fill");
+    case MenuBarPresentationState::collecting:
+        return QStringLiteral("waveform.path.ecg");
+    case MenuBarPresentationState::observing:
+        return QStringLiteral("eye");
+    case MenuBarPresentationState::normal:
+        return QStringLiteral("checkmark.circle.fill");
     case MenuBarPresentationState::highLoad:
         return QStringLiteral("exclamationmark.triangle.fill");
     case MenuBarPresentationState::actionRecommended:
@@ -94,9 +112,12 @@ QString stateSymbol(MenuBarPresentationState state)
 std::optional<QString> stateMessage(MenuBarPresentationState state)
 {
     switch (state) {
-    case MenuBarPresentationState::collecting: return kwText("正在采集系统状态");
-    case MenuBarPresentationState::observing: return kwText("正在观察系统状态");
-    case MenuBarPresentationState::normal: return kwText("当前未发现需要处理的持续高负载");
+    case MenuBarPresentationState::collecting:
+        return kwText("正在采集系统状态");
+    case MenuBarPresentationState::observing:
+        return kwText("正在观察系统状态");
+    case MenuBarPresentationState::normal:
+        return kwText("当前未发现需要处理的持续高负载");
     case MenuBarPresentationState::highLoad:
     case MenuBarPresentationState::actionRecommended:
         break;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sampling/SystemMetricSampler.h"
+#include "termination/ProcessTerminationController.h"
 
 #include <QString>
 
@@ -17,3 +18,7 @@ struct PlatformRoots {
 // (platform/<os>/); nothing else in the program knows which platform it is on.
 SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots = {});
 std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots = {});
+
+// The termination controller of the running program: this platform's identity
+// reader and signal sender, the current user and this process.
+ProcessTerminationController makeProcessTerminationController(const PlatformRoots &roots = {});

@@ -23,8 +23,12 @@ QString memoryText(std::uint64_t bytes)
     return QString::number(bytes) + QStringLiteral(" B");
 }
 
-QString rateText(double bytesPerSecond)
+QString rateText(double bytesPerSecondReported)
 {
+    // A rate is never negative; a broken one reads as none rather than "nan".
+    const double bytesPerSecond =
+        std::isfinite(bytesPerSecondReported) && bytesPerSecondReported > 0 ? bytesPerSecondReported
+                                                                             : 0.0;
     if (bytesPerSecond >= 1e9)
         return fixed(bytesPerSecond / 1e9, 1) + QStringLiteral(" GB/s");
     if (bytesPerSecond >= 1e6)

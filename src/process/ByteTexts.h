@@ -12,5 +12,5 @@
 QString memoryText(std::uint64_t bytes);
 
 // "1.5 GB/s", "1.5 MB/s", "1 KB/s", "1000 B/s" (below 1000 rounded half away
-// from zero).
+// from zero). A negative or non-finite rate reads "0 B/s".
 QString rateText(double bytesPerSecond);

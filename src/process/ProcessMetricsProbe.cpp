@@ -65,8 +65,10 @@ QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
         metric.parentPID = record.parentPID;
         metric.processGroupID = record.processGroupID;
         metric.userID = record.userID;
+        metric.isServiceManager = record.isServiceManager;
         metric.name = shared(record.name);
         metric.applicationPath = shared(record.applicationPath);
+        metric.applicationName = shared(record.applicationName);
         metric.command = {shared(record.command.command), shared(record.command.project)};
         metric.residentBytes = record.residentBytes;
 

@@ -15,8 +15,10 @@ struct RawProcessMetric {
     pid_t parentPID = 0;
     pid_t processGroupID = 0;
     uid_t userID = 0;
+    bool isServiceManager = false;          // see ProcessMetric
     QString name;                           // short name, else the executable's last component
     std::optional<QString> applicationPath; // the application identity, when there is one
+    QString applicationName;                // the platform's name for it, when it has one
     RedactedCommandSummary command;
     std::uint64_t residentBytes = 0;
     std::uint64_t totalCPUNanoseconds = 0; // user + system since the process started

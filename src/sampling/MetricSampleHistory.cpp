@@ -5,7 +5,10 @@
 void MetricSampleHistory::append(SystemMetricSample sample)
 {
     const TimePoint cutoff = sample.timestamp.addingSeconds(-m_duration);
-    sample.processMetrics.clear();
+    // Assigned, not cleared: clear() on a list shared with the caller's copy
+    // allocates an empty buffer of the same capacity, which would keep the
+    // whole cost of the list in every kept sample.
+    sample.processMetrics = QList<ProcessMetric>();
     m_samples.push_back(std::move(sample));
     // A sample exactly at the cutoff stays. Samples normally arrive in time
     // order, so the old ones are at the front; a clock that went backwards can

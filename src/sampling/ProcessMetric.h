@@ -38,10 +38,21 @@ struct ProcessMetric {
     pid_t parentPID = 0;
     pid_t processGroupID = 0;
     uid_t userID = 0;
+    // A service manager (launchd's role: pid 1, and on Linux every process that
+    // runs pid 1's executable, such as `systemd --user`) is nobody's parent for
+    // grouping: the processes it starts begin lineages of their own. Set by the
+    // platform reader; it sits in what would otherwise be padding.
+    bool isServiceManager = false;
     QString name;
     // The application identity that keys a load source: an application bundle
     // on macOS, a desktop entry path or application id on Linux.
     std::optional<QString> applicationPath;
+    // The platform's own display name for `applicationPath`, where it has one
+    // (Linux: the desktop entry's Name). Empty when it has none, and the
+    // grouping then names the source from the path (a bundle's file name). A
+    // plain text rather than an optional one: an hour of history holds a
+    // million of these records, and an empty QString allocates nothing.
+    QString applicationName;
     RedactedCommandSummary command;
     double cpuPercent = 0.0; // one core = 100, not capped
     std::uint64_t residentBytes = 0;

@@ -40,10 +40,12 @@ Tick hotTick(double time, double cpu = 50.0, double temperature = 80.0)
 {
     return {time, Thermal::nominal, cpu, temperature, 2000.0};
 }
-Tick calmTick(double time) { return {time, Thermal::nominal, 20.0, 50.0, 1200.0}; }
+Tick calmTick(double time)
+{
+    return {time, Thermal::nominal, 20.0, 50.0, 1200.0};
+}
 
-DashboardTask task(const QString &application, double cpu = 40.0,
-                   TaskKind kind = TaskKind::unknown)
+DashboardTask task(const QString &application, double cpu = 40.0, TaskKind kind = TaskKind::unknown)
 {
     DashboardTask made;
     made.id = QStringLiteral("id-") + application;
@@ -54,7 +56,10 @@ DashboardTask task(const QString &application, double cpu = 40.0,
     return made;
 }
 
-TimePoint at(double seconds) { return TimePoint::fromSecondsSince1970(seconds); }
+TimePoint at(double seconds)
+{
+    return TimePoint::fromSecondsSince1970(seconds);
+}
 
 TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSample)
 {
@@ -76,8 +81,7 @@ TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSa
     EXPECT_EQ(opened.status, Status::observing);
     EXPECT_EQ(opened.action, std::nullopt);
     ASSERT_EQ(opened.points.size(), 1u);
-    EXPECT_EQ(opened.points.front(),
-              (DashboardIncidentPoint{at(100.0), 10.0, 80.0, 2000.0}));
+    EXPECT_EQ(opened.points.front(), (DashboardIncidentPoint{at(100.0), 10.0, 80.0, 2000.0}));
 
     // Afterwards only the system's figure raises the peak: the task's 200 doesn't.
     const DashboardTask busier = task("vite", 200.0);
@@ -106,8 +110,8 @@ TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSa
     EXPECT_EQ(closed.status, Status::recoveredWithoutAction);
     EXPECT_EQ(closed.endedAt, at(110.0));
     ASSERT_EQ(closed.points.size(), 6u);
-    EXPECT_EQ(closed.points[2], (DashboardIncidentPoint{at(104.0), std::nullopt, std::nullopt,
-                                                        std::nullopt}));
+    EXPECT_EQ(closed.points[2],
+              (DashboardIncidentPoint{at(104.0), std::nullopt, std::nullopt, std::nullopt}));
     EXPECT_EQ(closed.points.back(), (DashboardIncidentPoint{at(110.0), 20.0, 50.0, 1200.0}));
 
     // A closed incident stays closed: the next hot sample opens a new one in front.
@@ -222,8 +226,7 @@ TEST(DashboardIncidentTracker, ActionTextNamesProcessThenBuildThenTask)
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.expected.toStdString());
-        EXPECT_EQ(incidentActionText(task("Gradle", 1.0, row.kind), row.processName),
-                  row.expected);
+        EXPECT_EQ(incidentActionText(task("Gradle", 1.0, row.kind), row.processName), row.expected);
     }
 }
 
@@ -313,8 +316,7 @@ TEST(DashboardIncidentTracker, NewestFirstAfterTwoActions)
     tracker.recordAction(task("pytest", 5.0, TaskKind::test), std::nullopt, at(10.0), &first);
     // The ending failed: the incident closes at once, and the next action opens another.
     tracker.finishActiveIncident(DashboardRecoveryState::terminationFailed, at(11.0));
-    tracker.recordAction(task("webpack", 5.0, TaskKind::build), std::nullopt, at(20.0),
-                         &second);
+    tracker.recordAction(task("webpack", 5.0, TaskKind::build), std::nullopt, at(20.0), &second);
 
     ASSERT_EQ(tracker.incidents().size(), 2u);
     EXPECT_EQ(tracker.incidents()[0].application, "webpack");

@@ -98,4 +98,42 @@ TEST(DashboardStoreIncidents, ClearingAnEmptyLogNotifiesNothing)
     EXPECT_EQ(changed.count(), 0);
 }
 
+TEST(DashboardStoreIncidents, HotSampleWithRankedProcessesOpensAnIncidentUntilACalmOne)
+{
+    auto store = makeStoreForTesting();
+    QSignalSpy incidentsChanged(store.get(), &DashboardStore::incidentsChanged);
+
+    // A lineage already loaded on its first sample passes the warm-up gate at once.
+    const QList<ProcessMetric> busy = {makeProcess(4100, 1, "cargo", 70.0),
+                                       makeProcess(4101, 4100, "rustc", 95.0)};
+    SystemMetricSample hot = tick(10.0, SystemThermalState::nominal, 82.0, 10.0);
+    hot.processMetrics = busy;
+    store->ingest(hot);
+
+    ASSERT_FALSE(store->liveTasks().empty());
+    const DashboardTask &top = store->liveTasks().front();
+    ASSERT_EQ(store->incidents().size(), 1u);
+    const DashboardIncident &opened = store->incidents().front();
+    EXPECT_EQ(opened.application, top.application);
+    EXPECT_EQ(opened.detail, top.detail);
+    EXPECT_EQ(opened.status, DashboardIncidentStatus::observing);
+    EXPECT_EQ(opened.peakCPU, top.cpu); // the source's sum, above the system's 10 %
+    EXPECT_EQ(opened.peakTemperature, 82.0);
+    EXPECT_EQ(incidentsChanged.count(), 1);
+    EXPECT_EQ(store->menuBarPresentation().state, State::highLoad);
+
+    SystemMetricSample calm = tick(12.0, SystemThermalState::nominal, 60.0, 10.0);
+    calm.processMetrics = busy;
+    store->ingest(calm);
+    ASSERT_EQ(store->incidents().size(), 1u);
+    EXPECT_EQ(store->incidents().front().status, DashboardIncidentStatus::recoveredWithoutAction);
+    EXPECT_EQ(store->incidents().front().endedAt, TimePoint::fromSecondsSince1970(12.0));
+    EXPECT_EQ(store->incidents().front().points.size(), 2u);
+    EXPECT_EQ(incidentsChanged.count(), 2);
+
+    store->clearIncidents();
+    EXPECT_TRUE(store->incidents().empty());
+    EXPECT_EQ(incidentsChanged.count(), 3);
+}
+
 } // namespace

@@ -44,8 +44,7 @@ const HeatRow kHeatRows[] = {
     {"fairCoolIdle", Thermal::fair, 40.0, 0.0, std::nullopt, true, State::highLoad},
     {"fairNoReadings", Thermal::fair, std::nullopt, std::nullopt, std::nullopt, true,
      State::highLoad},
-    {"seriousCoolIdle", Thermal::serious, 40.0, 0.0, std::nullopt, true,
-     State::actionRecommended},
+    {"seriousCoolIdle", Thermal::serious, 40.0, 0.0, std::nullopt, true, State::actionRecommended},
     {"criticalNoReadings", Thermal::critical, std::nullopt, std::nullopt, std::nullopt, true,
      State::actionRecommended},
     // Temperature and load together, both inclusive.
@@ -58,11 +57,9 @@ const HeatRow kHeatRows[] = {
     {"systemAboveTask", Thermal::nominal, 80.0, 50.0, 1.0, true, State::highLoad},
     {"noTaskCpuUnreadable", Thermal::nominal, 80.0, std::nullopt, std::nullopt, false,
      State::normal},
-    {"cpuUnreadableTaskLoaded", Thermal::nominal, 80.0, std::nullopt, 45.0, true,
-     State::highLoad},
+    {"cpuUnreadableTaskLoaded", Thermal::nominal, 80.0, std::nullopt, 45.0, true, State::highLoad},
     // An unreadable temperature never makes a sample hot.
-    {"noTemperatureFullLoad", Thermal::nominal, std::nullopt, 100.0, 100.0, false,
-     State::normal},
+    {"noTemperatureFullLoad", Thermal::nominal, std::nullopt, 100.0, 100.0, false, State::normal},
     // `unknown` is no pressure: it falls through to the readings.
     {"unknownHotLoaded", Thermal::unknown, 90.0, 50.0, std::nullopt, true,
      State::actionRecommended},
@@ -73,12 +70,14 @@ const HeatRow kHeatRows[] = {
     // 90 degrees recommends action without load, yet opens no incident.
     {"ninetyIdle", Thermal::nominal, 90.0, 0.0, std::nullopt, false, State::actionRecommended},
     {"justBelowNinetyIdle", Thermal::nominal, 89.9, 0.0, std::nullopt, false, State::normal},
-    {"justBelowNinetyLoaded", Thermal::nominal, 89.9, 30.0, std::nullopt, true,
-     State::highLoad},
+    {"justBelowNinetyLoaded", Thermal::nominal, 89.9, 30.0, std::nullopt, true, State::highLoad},
     {"nominalCool", Thermal::nominal, 40.0, 95.0, 95.0, false, State::normal},
 };
 
-void PrintTo(const HeatRow &row, std::ostream *out) { *out << row.name; }
+void PrintTo(const HeatRow &row, std::ostream *out)
+{
+    *out << row.name;
+}
 
 class HeatDecision : public testing::TestWithParam<HeatRow> {};
 
@@ -123,8 +122,8 @@ TEST(HeatDecision, MenuBarTurnsAbnormalOnExactlyTheHotSamples)
                                                   thermal == Thermal::critical ||
                                                   (temperature && *temperature >= 90.0);
                     SCOPED_TRACE(testing::Message()
-                                 << systemThermalStateRawText(thermal).toStdString() << " t="
-                                 << temperature.value_or(-1) << " cpu=" << cpu.value_or(-1)
+                                 << systemThermalStateRawText(thermal).toStdString()
+                                 << " t=" << temperature.value_or(-1) << " cpu=" << cpu.value_or(-1)
                                  << " task=" << taskCPU.value_or(-1));
                     if (hot) {
                         ++hotCount;

@@ -27,8 +27,14 @@ private:
     QLocale m_saved;
 };
 
-QLocale chinese() { return QLocale(QLocale::Chinese, QLocale::China); }
-QLocale german() { return QLocale(QLocale::German, QLocale::Germany); }
+QLocale chinese()
+{
+    return QLocale(QLocale::Chinese, QLocale::China);
+}
+QLocale german()
+{
+    return QLocale(QLocale::German, QLocale::Germany);
+}
 
 SystemMetricSample sampleWith(double time, Thermal thermal, std::optional<double> temperature,
                               std::optional<double> cpu = std::nullopt)
@@ -66,12 +72,12 @@ TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
     const Row rows[] = {
         {74.96, "74.9", "74.9", "74,9"}, // cut, not rounded up to 75
         {74.99, "74.9", "74.9", "74,9"},
-        {74.0, "74", "74", "74"},        // a whole cut drops the fraction
+        {74.0, "74", "74", "74"}, // a whole cut drops the fraction
         {74.04, "74", "74", "74"},
         {74.5, "74.5", "74.5", "74,5"},
         {75.0, "75", "75", "75"},
         {75.4, "75", "75", "75"},
-        {73.6, "74", "74", "74"},        // below the band: ordinary rounding
+        {73.6, "74", "74", "74"}, // below the band: ordinary rounding
         {89.96, "89.9", "89.9", "89,9"},
         {89.0, "89", "89", "89"},
         {90.0, "90", "90", "90"},
@@ -160,8 +166,8 @@ struct StateRow {
 };
 
 const StateRow kStateRows[] = {
-    {"fairCool", Thermal::fair, 40.0, std::nullopt, std::nullopt, State::highLoad,
-     "负载高 · 40°", "负载高", "exclamationmark.triangle.fill", nullptr},
+    {"fairCool", Thermal::fair, 40.0, std::nullopt, std::nullopt, State::highLoad, "负载高 · 40°",
+     "负载高", "exclamationmark.triangle.fill", nullptr},
     {"criticalNoTemperature", Thermal::critical, std::nullopt, std::nullopt, std::nullopt,
      State::actionRecommended, "建议处理", "建议处理", "exclamationmark.octagon.fill", nullptr},
     {"justBelowNinety", Thermal::nominal, 89.96, 10.0, std::nullopt, State::normal, "89.9°",
@@ -170,19 +176,22 @@ const StateRow kStateRows[] = {
      "建议处理 · 90°", "建议处理", "exclamationmark.octagon.fill", nullptr},
     {"warmLightLoad", Thermal::nominal, 75.0, 29.9, std::nullopt, State::normal, "75°",
      "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
-    {"warmTaskLoad", Thermal::nominal, 75.0, 29.9, 30.0, State::highLoad, "负载高 · 75°",
-     "负载高", "exclamationmark.triangle.fill", nullptr},
-    {"unknownCool", Thermal::unknown, 40.0, 10.0, std::nullopt, State::observing,
-     "观察中 · 40°", "观察中", "eye", "正在观察系统状态"},
-    {"unknownNoTemperature", Thermal::unknown, std::nullopt, 10.0, std::nullopt,
-     State::observing, "观察中", "观察中", "eye", "正在观察系统状态"},
+    {"warmTaskLoad", Thermal::nominal, 75.0, 29.9, 30.0, State::highLoad, "负载高 · 75°", "负载高",
+     "exclamationmark.triangle.fill", nullptr},
+    {"unknownCool", Thermal::unknown, 40.0, 10.0, std::nullopt, State::observing, "观察中 · 40°",
+     "观察中", "eye", "正在观察系统状态"},
+    {"unknownNoTemperature", Thermal::unknown, std::nullopt, 10.0, std::nullopt, State::observing,
+     "观察中", "观察中", "eye", "正在观察系统状态"},
     {"unknownVeryHot", Thermal::unknown, 95.0, 10.0, std::nullopt, State::actionRecommended,
      "建议处理 · 95°", "建议处理", "exclamationmark.octagon.fill", nullptr},
     {"normalNoTemperature", Thermal::nominal, std::nullopt, 90.0, 90.0, State::normal, "正常",
      "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
 };
 
-void PrintTo(const StateRow &row, std::ostream *out) { *out << row.name; }
+void PrintTo(const StateRow &row, std::ostream *out)
+{
+    *out << row.name;
+}
 
 class MenuBarStateTexts : public testing::TestWithParam<StateRow> {};
 
@@ -252,9 +261,8 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
          Reading::permissionDenied("x"), "受限", "受限", "受限", QStringLiteral("权限受限")},
         {"unsupported", Reading::unsupported("x"), Reading::unsupported("x"),
          Reading::unsupported("x"), "不可用", "不可用", "不可用", std::nullopt},
-        {"unavailable", Reading::temporarilyUnavailable("x"),
-         Reading::temporarilyUnavailable("x"), Reading::temporarilyUnavailable("x"), "不可用",
-         "不可用", "不可用", std::nullopt},
+        {"unavailable", Reading::temporarilyUnavailable("x"), Reading::temporarilyUnavailable("x"),
+         Reading::temporarilyUnavailable("x"), "不可用", "不可用", "不可用", std::nullopt},
         {"warmingUp", Reading::warmingUp(), Reading::warmingUp(), Reading::warmingUp(), "采集中",
          "采集中", "采集中", std::nullopt},
     };
@@ -283,9 +291,9 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
     const SystemMetricSample hot = sampleWith(10.0, Thermal::fair, 70.0, 50.0);
     const SystemMetricSample calm = sampleWith(10.0, Thermal::nominal, 50.0, 10.0);
     const std::vector<DashboardTask> mixed = {
-        task("quiet", 1.0, ResourceImpact::low),   task("cargo", 187.6, ResourceImpact::high),
-        task("idle", 0.0, ResourceImpact::low),    task("vite", 40.0, ResourceImpact::medium),
-        task("other", 0.5, ResourceImpact::low),   // beyond the four live tasks from here
+        task("quiet", 1.0, ResourceImpact::low),    task("cargo", 187.6, ResourceImpact::high),
+        task("idle", 0.0, ResourceImpact::low),     task("vite", 40.0, ResourceImpact::medium),
+        task("other", 0.5, ResourceImpact::low), // beyond the four live tasks from here
         task("docker", 35.0, ResourceImpact::high),
     };
     const std::vector<DashboardTask> allLow = {task("quiet", 1.0, ResourceImpact::low),
@@ -308,9 +316,8 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
     DefaultLocaleScope scope(QLocale::c());
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
-        const MenuBarPresentation presentation =
-            makePresentation(row.sample, row.tasks ? *row.tasks : std::vector<DashboardTask>{},
-                             std::nullopt);
+        const MenuBarPresentation presentation = makePresentation(
+            row.sample, row.tasks ? *row.tasks : std::vector<DashboardTask>{}, std::nullopt);
         EXPECT_EQ(presentation.primaryTask, row.primary);
         EXPECT_EQ(presentation.remainingAttentionTaskCount, row.remaining);
     }

@@ -77,16 +77,14 @@ TEST(ReportMenuBarJson, WritesStateAsCaseNameAndTheNamedTask)
     EXPECT_EQ(json.value("state").toString(), "actionRecommended");
     EXPECT_TRUE(json.value("durationText").isNull());
     EXPECT_TRUE(json.value("statusMessage").isNull());
-    EXPECT_EQ(json.value("fan").toObject(),
-              (QJsonObject{{"id", "fan"},
-                           {"title", "风扇"},
-                           {"value", "受限"},
-                           {"accessibilityValue", "权限受限"}}));
+    EXPECT_EQ(json.value("fan").toObject(), (QJsonObject{{"id", "fan"},
+                                                         {"title", "风扇"},
+                                                         {"value", "受限"},
+                                                         {"accessibilityValue", "权限受限"}}));
     EXPECT_TRUE(json.value("cpu").toObject().value("accessibilityValue").isNull());
-    EXPECT_EQ(json.value("primaryTask").toObject(),
-              (QJsonObject{{"application", "vite"},
-                           {"cpuText", "42%"},
-                           {"runningDuration", "3 分钟"}}));
+    EXPECT_EQ(
+        json.value("primaryTask").toObject(),
+        (QJsonObject{{"application", "vite"}, {"cpuText", "42%"}, {"runningDuration", "3 分钟"}}));
     EXPECT_EQ(json.value("remainingAttentionTaskCount").toInt(), 2);
 }
 
@@ -108,19 +106,26 @@ TEST(ReportText, ShowsTheMenuBarLineAndAnEmptyIncidentLog)
 
 TEST(ReportTool, RealRunCarriesTheMenuBarAndTheIncidentList)
 {
-    const QByteArray output = runReport(
-        {QStringLiteral("--json"), QStringLiteral("--samples"), QStringLiteral("1"),
-         QStringLiteral("--interval"), QStringLiteral("0.2")});
+    const QByteArray output =
+        runReport({QStringLiteral("--json"), QStringLiteral("--samples"), QStringLiteral("1"),
+                   QStringLiteral("--interval"), QStringLiteral("0.2")});
     QJsonParseError error;
     const QJsonObject report = QJsonDocument::fromJson(output, &error).object();
     ASSERT_EQ(error.error, QJsonParseError::NoError) << output.toStdString();
 
     EXPECT_TRUE(report.value("incidents").isArray());
     const QJsonObject menuBar = report.value("menuBar").toObject();
-    const QStringList fields = {"state",         "menuTitle",   "headline",
-                                "durationText",  "symbolName",  "cpu",
-                                "temperature",   "fan",         "statusMessage",
-                                "primaryTask",   "remainingAttentionTaskCount"};
+    const QStringList fields = {"state",
+                                "menuTitle",
+                                "headline",
+                                "durationText",
+                                "symbolName",
+                                "cpu",
+                                "temperature",
+                                "fan",
+                                "statusMessage",
+                                "primaryTask",
+                                "remainingAttentionTaskCount"};
     for (const QString &field : fields)
         EXPECT_TRUE(menuBar.contains(field)) << field.toStdString();
     // A sample arrived, so the menu bar is past collecting.
@@ -128,9 +133,9 @@ TEST(ReportTool, RealRunCarriesTheMenuBarAndTheIncidentList)
     EXPECT_TRUE(pastCollecting.contains(menuBar.value("state").toString()))
         << menuBar.value("state").toString().toStdString();
 
-    const QString text = QString::fromUtf8(runReport(
-        {QStringLiteral("--samples"), QStringLiteral("1"), QStringLiteral("--interval"),
-         QStringLiteral("0.2")}));
+    const QString text =
+        QString::fromUtf8(runReport({QStringLiteral("--samples"), QStringLiteral("1"),
+                                     QStringLiteral("--interval"), QStringLiteral("0.2")}));
     EXPECT_TRUE(text.contains(QStringLiteral("菜单栏："))) << text.toStdString();
     EXPECT_TRUE(text.contains(QStringLiteral("升温事件"))) << text.toStdString();
 }

@@ -102,9 +102,10 @@ TEST_F(ReportProcessesTest, JsonCarriesEveryProcessWithAllItsFields)
         for (const QJsonValue process : processes) {
             const QJsonObject object = process.toObject();
             EXPECT_EQ(object.keys(),
-                      (QStringList{"applicationPath", "command", "cpuPercent",
-                                   "diskBytesPerSecond", "duration", "identity", "name",
-                                   "parentPID", "processGroupID", "residentBytes", "userID"}));
+                      (QStringList{"applicationName", "applicationPath", "command",
+                                   "cpuPercent", "diskBytesPerSecond", "duration", "identity",
+                                   "isServiceManager", "name", "parentPID", "processGroupID",
+                                   "residentBytes", "userID"}));
             EXPECT_EQ(object[QStringLiteral("identity")].toObject().keys(),
                       (QStringList{"executablePath", "pid", "startTime"}));
             EXPECT_EQ(object[QStringLiteral("command")].toObject().keys(),

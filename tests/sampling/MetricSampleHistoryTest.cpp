@@ -101,6 +101,10 @@ TEST(MetricSampleHistoryAppend, KeepsEveryReadingButNotTheProcessList)
     SystemMetricSample expected = sample;
     expected.processMetrics.clear();
     EXPECT_EQ(history.samples().back(), expected);
+    // Nothing of the list stays behind, not even its buffer, though the
+    // caller's copy still shares it.
+    EXPECT_EQ(history.samples().back().processMetrics.capacity(), 0);
+    EXPECT_EQ(sample.processMetrics.size(), 1);
 }
 
 TEST(MetricSampleHistoryWindow, EmptyHistoryAndSingleSample)

@@ -2,12 +2,19 @@
 
 #include <unistd.h>
 
-std::unique_ptr<DashboardStore> makeStoreForTesting(std::shared_ptr<SystemMetricSampler> sampler,
-                                                    double intervalSeconds)
+std::unique_ptr<DashboardStore>
+makeStoreForTesting(std::shared_ptr<SystemMetricSampler> sampler, double intervalSeconds,
+                    std::optional<ProcessTerminationController> terminationController)
 {
     if (!sampler)
         sampler = makeFakeSampler(std::make_shared<ProbeCallLog>());
-    return std::make_unique<DashboardStore>(LiveSystemMonitor(std::move(sampler), intervalSeconds));
+    if (!terminationController) {
+        terminationController = makeFakeTerminationController(
+            std::make_shared<FakeProcessIdentityReader>(),
+            std::make_shared<RecordingSignalSender>());
+    }
+    return std::make_unique<DashboardStore>(LiveSystemMonitor(std::move(sampler), intervalSeconds),
+                                            std::move(*terminationController));
 }
 
 SystemMetricSample makeSample(double secondsSince1970)

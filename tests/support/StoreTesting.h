@@ -5,14 +5,18 @@
 
 #include "dashboard/DashboardStore.h"
 #include "support/FakeProbes.h"
+#include "support/FakeTermination.h"
 
 #include <memory>
 
 // A store whose monitor runs the given sampler (a fake one by default) every
-// `intervalSeconds`. Nothing starts until the test calls startMonitoring.
+// `intervalSeconds`. Nothing starts until the test calls startMonitoring. The
+// termination controller defaults to one over a fake reader that finds no
+// process and a sender that only records: no test store signals anything.
 std::unique_ptr<DashboardStore>
 makeStoreForTesting(std::shared_ptr<SystemMetricSampler> sampler = nullptr,
-                    double intervalSeconds = 2.0);
+                    double intervalSeconds = 2.0,
+                    std::optional<ProcessTerminationController> terminationController = {});
 
 // A sample at `secondsSince1970` with every reading `warmingUp`, thermal
 // state `nominal` and no processes; tests set what they need.

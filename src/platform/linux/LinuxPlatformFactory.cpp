@@ -1,14 +1,19 @@
 #include "platform/PlatformFactory.h"
 
+#include "platform/linux/DesktopEntry.h"
 #include "platform/linux/GetifaddrsNetworkProbe.h"
 #include "platform/linux/HwmonSensorProbe.h"
 #include "platform/linux/LinuxGPUUsageProbe.h"
+#include "platform/linux/PidfdSignalSender.h"
 #include "platform/linux/ProcDiskstatsDiskProbe.h"
 #include "platform/linux/ProcMeminfoMemoryProbe.h"
 #include "platform/linux/ProcStatCPUUsageProbe.h"
+#include "platform/linux/ProcfsProcessIdentityReader.h"
 #include "platform/linux/ProcfsProcessMetricReader.h"
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
 #include "process/ProcessMetricsProbe.h"
+
+#include <unistd.h>
 
 SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
 {
@@ -21,11 +26,19 @@ SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
     probes.memoryProbe = std::make_unique<ProcMeminfoMemoryProbe>(roots.procRoot);
     probes.networkProbe = std::make_unique<GetifaddrsNetworkProbe>(roots.sysRoot);
     probes.processProbe = std::make_unique<ProcessMetricsProbe>(
-        std::make_unique<ProcfsProcessMetricReader>(roots.procRoot));
+        std::make_unique<ProcfsProcessMetricReader>(roots.procRoot,
+                                                    xdgDataDirectoriesFromEnvironment()));
     return probes;
 }
 
 std::shared_ptr<SystemMetricSampler> makeSystemMetricSampler(const PlatformRoots &roots)
 {
     return std::make_shared<SystemMetricSampler>(makePlatformProbes(roots));
+}
+
+ProcessTerminationController makeProcessTerminationController(const PlatformRoots &roots)
+{
+    return ProcessTerminationController(
+        std::make_shared<ProcfsProcessIdentityReader>(roots.procRoot),
+        std::make_shared<PidfdSignalSender>(), ::getuid(), ::getpid());
 }

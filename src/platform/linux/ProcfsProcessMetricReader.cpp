@@ -42,9 +42,18 @@ QString lastComponent(const QString &path)
 
 } // namespace
 
+QString executablePathShown(const QString &executablePath)
+{
+    // A replaced binary's link ends in " (deleted)": that belongs to the
+    // identity (a replaced binary is another executable), not to what is shown.
+    static const QLatin1String deleted(" (deleted)");
+    return executablePath.endsWith(deleted) ? executablePath.chopped(deleted.size())
+                                            : executablePath;
+}
+
 QString processDisplayName(const QString &comm, const QString &executablePath)
 {
-    const QString executableName = lastComponent(executablePath);
+    const QString executableName = lastComponent(executablePathShown(executablePath));
     if (comm.isEmpty())
         return executableName;
     // The kernel keeps only the first 15 bytes of a name (TASK_COMM_LEN − 1):
@@ -57,10 +66,12 @@ QString processDisplayName(const QString &comm, const QString &executablePath)
     return comm;
 }
 
-ProcfsProcessMetricReader::ProcfsProcessMetricReader(QString procRoot)
+ProcfsProcessMetricReader::ProcfsProcessMetricReader(QString procRoot,
+                                                     QStringList applicationDataDirectories)
     : m_procRoot(procRoot.toLocal8Bit()),
       m_userID(::getuid()),
-      m_clockTicksPerSecond(systemClockTicksPerSecond())
+      m_clockTicksPerSecond(systemClockTicksPerSecond()),
+      m_applications(std::move(applicationDataDirectories))
 {
     const long pageSize = ::sysconf(_SC_PAGESIZE);
     m_pageSize = pageSize > 0 ? static_cast<std::uint64_t>(pageSize) : 4096;
@@ -80,6 +91,9 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
     const OpenDirectory directory(::opendir(m_procRoot.constData()));
     if (!directory)
         return {};
+    // Pid 1 does not change while the machine runs.
+    if (!m_serviceManager)
+        m_serviceManager = readServiceManagerIdentity(m_procRoot);
     std::vector<RawProcessMetric> records;
     while (const dirent *entry = ::readdir(directory.get())) {
         const std::optional<pid_t> pid = pidOfEntry(entry->d_name);
@@ -88,6 +102,7 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
         if (auto record = readProcess(*pid, *bootTime, now))
             records.push_back(std::move(*record));
     }
+    m_applications.finishTick();
     return records;
 }
 
@@ -151,7 +166,15 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     record.parentPID = stat->parentPID;
     record.processGroupID = stat->processGroupID;
     record.userID = *owner;
+    record.isServiceManager =
+        m_serviceManager->matches(pid, record.identity.executablePath, stat->name);
     record.name = processDisplayName(stat->name, record.identity.executablePath);
+    if (const std::optional<QByteArray> cgroup = directory->readFile("cgroup")) {
+        if (auto application = m_applications.identityForCgroup(*cgroup)) {
+            record.applicationPath = std::move(application->applicationPath);
+            record.applicationName = std::move(application->applicationName);
+        }
+    }
     record.residentBytes = residentBytes;
     record.totalCPUNanoseconds = *cpuNanoseconds;
     record.diskBytes = diskBytes;
@@ -166,7 +189,8 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
         const std::optional<QString> workingDirectory =
             cwd ? std::optional<QString>(QString::fromUtf8(*cwd)) : std::nullopt;
         record.command =
-            makeRedactedCommandSummary(record.identity.executablePath, arguments, workingDirectory);
+            makeRedactedCommandSummary(executablePathShown(record.identity.executablePath),
+                                       arguments, workingDirectory);
     }
     return record;
 }

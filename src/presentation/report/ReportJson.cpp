@@ -1,5 +1,7 @@
 #include "presentation/report/ReportJson.h"
 
+#include "presentation/report/ReportTasks.h"
+
 #include <QJsonArray>
 
 namespace {
@@ -79,7 +81,9 @@ QJsonObject processMetricJson(const ProcessMetric &process)
                        {QStringLiteral("processGroupID"), qint64(process.processGroupID)},
                        {QStringLiteral("userID"), qint64(process.userID)},
                        {QStringLiteral("name"), process.name},
+                       {QStringLiteral("isServiceManager"), process.isServiceManager},
                        {QStringLiteral("applicationPath"), optionalJson(process.applicationPath)},
+                       {QStringLiteral("applicationName"), process.applicationName},
                        {QStringLiteral("command"), command},
                        {QStringLiteral("cpuPercent"), process.cpuPercent},
                        {QStringLiteral("residentBytes"), qint64(process.residentBytes)},
@@ -175,6 +179,7 @@ QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetr
         sampleArray.append(sampleJson(sample));
     QJsonObject report{{QStringLiteral("samples"), sampleArray}};
     report.insert(QStringLiteral("sensorStatuses"), sensorStatusesJson(store));
+    addLoadSourcesJson(report, store);
     // Each part of the dashboard's state adds its own section below.
     report.insert(QStringLiteral("menuBar"), menuBarPresentationJson(store.menuBarPresentation()));
     QJsonArray incidents;

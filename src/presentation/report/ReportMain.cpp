@@ -28,7 +28,8 @@ int main(int argc, char **argv)
         return 0;
     }
 
-    DashboardStore store(LiveSystemMonitor(makeSystemMetricSampler(), options.interval));
+    DashboardStore store(LiveSystemMonitor(makeSystemMetricSampler(), options.interval),
+                         makeProcessTerminationController());
     // The history keeps readings only, so the report keeps its own copies of
     // the whole samples, processes included.
     std::vector<SystemMetricSample> samples;

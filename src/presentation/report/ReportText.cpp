@@ -1,6 +1,9 @@
 #include "presentation/report/ReportText.h"
 
+#include "presentation/report/ReportTasks.h"
 #include "presentation/report/TextTable.h"
+#include "process/ByteTexts.h"
+#include "process/LoadTextFormats.h"
 #include "sampling/Text.h"
 
 #include <QDateTime>
@@ -15,11 +18,6 @@ namespace {
 QString sourceOrReason(const auto &reading)
 {
     return reading.reasonText().value_or(reading.sourceText());
-}
-
-QString bytesText(std::uint64_t bytes)
-{
-    return QLocale().formattedDataSize(static_cast<qint64>(bytes), 1, QLocale::DataSizeSIFormat);
 }
 
 QString readingsSection(const SystemMetricSample &sample)
@@ -38,15 +36,14 @@ QString readingsSection(const SystemMetricSample &sample)
     {
         const auto &disk = sample.diskBytesPerSecond;
         const QString value =
-            disk.isAvailable() ? bytesText(std::uint64_t(*disk.value())) + QStringLiteral("/s")
-                               : disk.displayText(QString(), 0);
+            disk.isAvailable() ? rateText(*disk.value()) : disk.displayText(QString(), 0);
         table.addRow({kwText("磁盘"), value, sourceOrReason(disk)});
     }
     {
         const auto &memory = sample.memoryUsage;
         const QString value = memory.isAvailable()
-                                  ? bytesText(memory.value()->usedBytes) + QStringLiteral(" / ") +
-                                        bytesText(memory.value()->totalBytes)
+                                  ? memoryText(memory.value()->usedBytes) + QStringLiteral(" / ") +
+                                        memoryText(memory.value()->totalBytes)
                                   : memory.statusText();
         table.addRow({kwText("内存"), value, sourceOrReason(memory)});
     }
@@ -54,9 +51,9 @@ QString readingsSection(const SystemMetricSample &sample)
         const auto &network = sample.networkThroughput;
         const QString value =
             network.isAvailable()
-                ? QStringLiteral("↓ %1/s  ↑ %2/s")
-                      .arg(bytesText(std::uint64_t(network.value()->receivedBytesPerSecond)),
-                           bytesText(std::uint64_t(network.value()->sentBytesPerSecond)))
+                ? QStringLiteral("↓ %1  ↑ %2")
+                      .arg(rateText(network.value()->receivedBytesPerSecond),
+                           rateText(network.value()->sentBytesPerSecond))
                 : network.statusText();
         table.addRow({kwText("网络"), value, sourceOrReason(network)});
     }
@@ -115,17 +112,6 @@ QString incidentsSection(const std::vector<DashboardIncident> &incidents)
     return kwText("本次运行的升温事件（最新在前）：") + QLatin1Char('\n') + table.render();
 }
 
-// Hours, minutes and seconds, rounded to the second: long-lived processes
-// stay readable and the column needs no words.
-QString elapsedText(double seconds)
-{
-    const auto total = static_cast<long long>(std::llround(seconds > 0.0 ? seconds : 0.0));
-    return QStringLiteral("%1:%2:%3")
-        .arg(total / 3600)
-        .arg(total / 60 % 60, 2, 10, QLatin1Char('0'))
-        .arg(total % 60, 2, 10, QLatin1Char('0'));
-}
-
 // The ten busiest processes of the sample: by CPU, then disk rate, then
 // memory, so that an idle machine still lists its largest processes.
 QString processesSection(const SystemMetricSample &sample)
@@ -154,10 +140,8 @@ QString processesSection(const SystemMetricSample &sample)
         const ProcessMetric &process = *processes[index];
         table.addRow({process.name, QString::number(process.identity.pid),
                       formatLocaleNumber(process.cpuPercent, 1) + QLatin1Char('%'),
-                      bytesText(process.residentBytes),
-                      bytesText(static_cast<std::uint64_t>(process.diskBytesPerSecond)) +
-                          QStringLiteral("/s"),
-                      elapsedText(process.duration), process.command.command,
+                      memoryText(process.residentBytes), rateText(process.diskBytesPerSecond),
+                      durationText(process.duration), process.command.command,
                       process.command.project.value_or(QStringLiteral("-"))});
     }
     return kwText("最忙的进程（最多 %1 个）").arg(formatLocaleInteger(shown)) + QLatin1Char('\n') +
@@ -186,6 +170,7 @@ QString reportText(const DashboardStore &store, const std::vector<SystemMetricSa
     out += readingsSection(last);
     out += QLatin1Char('\n') + processesSection(last);
     out += QLatin1Char('\n') + sensorTableSection(store);
+    out += QLatin1Char('\n') + loadSourcesSection(store);
     // Each part of the dashboard's state adds its own section below.
     out += QLatin1Char('\n') + menuBarLine(store.menuBarPresentation());
     out += QLatin1Char('\n') + incidentsSection(store.incidents());

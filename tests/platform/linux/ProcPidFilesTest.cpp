@@ -146,6 +146,8 @@ TEST(ProcessDisplayName, TheKernelsCutNameIsCompletedFromTheExecutable)
         {"", "/usr/bin/node", "node"},
         {"worker-pool-thr", "/usr/bin/python3", "worker-pool-thr"}, // 15 bytes, not a prefix
         {"kilnwarden-repo", "/usr/bin/kilnwarden-repo", "kilnwarden-repo"},
+        {"", "/usr/bin/node (deleted)", "node"},
+        {"memfd:sealed-91", "/memfd:sealed-91173221a7ea (deleted)", "memfd:sealed-91173221a7ea"},
     };
     for (const auto &row : rows)
         EXPECT_EQ(processDisplayName(row.comm, row.executable), row.expected) << row.comm;

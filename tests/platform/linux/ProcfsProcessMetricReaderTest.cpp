@@ -119,8 +119,8 @@ INSTANTIATE_TEST_SUITE_P(
         OddProcessCase{"last argument without NUL, cwd with trailing slash", 108, "npm",
                        "/usr/lib/node/npm", {"npm start", QString("site")}, 12288},
         OddProcessCase{"empty comm falls back to the executable, no io file", 109,
-                       "server (deleted)", "/opt/tools/bin/server (deleted)",
-                       {"server (deleted) watch", QString("tools")}, 0},
+                       "server", "/opt/tools/bin/server (deleted)",
+                       {"server watch", QString("tools")}, 0},
         OddProcessCase{"malformed io counts no traffic", 110, "io-odd", "/usr/bin/io-odd",
                        {"io-odd", QString("tmp")}, 0},
         OddProcessCase{"empty cmdline and no cwd", 112, "bare", "/usr/bin/bare",
@@ -178,6 +178,42 @@ TEST(ProcfsProcessMetricReaderTest, SkipsProcessesOfOtherUsers)
     const auto records = readByPid(root.path(), tickTime);
     EXPECT_EQ(records.count(100), 0u);
     EXPECT_EQ(records.count(101), 1u);
+}
+
+TEST(ProcfsProcessMetricReaderTest, ReadsApplicationIdentityAndServiceManagers)
+{
+    FixtureProcRoot root(QStringLiteral("procfs-odd-processes"));
+    ASSERT_TRUE(root.isReady());
+    auto write = [&](const QString &relative, const QByteArray &bytes) {
+        QFile file(root.path() + QLatin1Char('/') + relative);
+        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+               file.write(bytes) == bytes.size();
+    };
+    // Pid 1 runs /usr/bin/make, as 101 does; 100 runs in Firefox's scope, 107
+    // in an application without a desktop entry, 108 in a login session.
+    ASSERT_TRUE(QDir().mkpath(root.path() + QStringLiteral("/1")));
+    const QByteArray pidOneExe = (root.path() + QStringLiteral("/1/exe")).toLocal8Bit();
+    ASSERT_EQ(::symlink("/usr/bin/make", pidOneExe.constData()), 0);
+    ASSERT_TRUE(write("100/cgroup", "0::/user.slice/user@1000.service/app.slice/"
+                                    "app-gnome-firefox-4242.scope\n"));
+    ASSERT_TRUE(write("107/cgroup", "0::/user.slice/user@1000.service/app.slice/"
+                                    "app-org.example.Editor-77.scope\n"));
+    ASSERT_TRUE(write("108/cgroup", "0::/user.slice/user-1000.slice/session-2.scope\n"));
+
+    const QString applications = fixturePath(QStringLiteral("xdg-desktop/usr/share"));
+    ProcfsProcessMetricReader reader(root.path(), {applications});
+    std::map<pid_t, RawProcessMetric> byPid;
+    for (RawProcessMetric &record : reader.readMetrics(tickTime))
+        byPid.emplace(record.identity.pid, std::move(record));
+
+    EXPECT_EQ(byPid.at(100).applicationPath, applications + "/applications/firefox.desktop");
+    EXPECT_EQ(byPid.at(100).applicationName, QStringLiteral("Firefox Web Browser"));
+    EXPECT_EQ(byPid.at(107).applicationPath, QStringLiteral("org.example.Editor"));
+    EXPECT_EQ(byPid.at(107).applicationName, QStringLiteral("Editor"));
+    EXPECT_EQ(byPid.at(108).applicationPath, std::nullopt);
+    EXPECT_EQ(byPid.at(112).applicationPath, std::nullopt); // no cgroup file at all
+    EXPECT_TRUE(byPid.at(101).isServiceManager);
+    EXPECT_FALSE(byPid.at(100).isServiceManager);
 }
 
 } // namespace

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "termination/SignalSending.h"
+
+// Sends termination signals through a pidfd (Linux 5.3 and later): `pin`
+// opens one on the pid with pidfd_open, and the signal goes through it with
+// pidfd_send_signal, so it reaches the pinned process or nobody; a pid reused
+// after the pin can never receive it. Where the kernel has no pidfd (ENOSYS)
+// the pin holds the bare pid and `send` falls back to kill.
+class PidfdSignalSender final : public SignalSending {
+public:
+    std::unique_ptr<PinnedProcess> pin(pid_t pid) override;
+};

@@ -1,0 +1,226 @@
+#include "process/ApplicationGrouping.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace {
+
+// The walks up the parent chain of one tick's list. Cycles of parent numbers
+// are possible (a pid reused between the kernel's reads of two processes), so
+// every walk marks what it has seen; a stamp per index makes that free of
+// allocation and linear in the chain's length.
+class AncestorWalks {
+public:
+    explicit AncestorWalks(const QList<ProcessMetric> &processes)
+        : m_processes(processes), m_stamps(std::size_t(processes.size()), 0)
+    {
+        m_byPID.reserve(std::size_t(processes.size()));
+        for (qsizetype index = 0; index < processes.size(); ++index) {
+            const ProcessMetric &process = processes[index];
+            if (!process.isServiceManager)
+                m_byPID.emplace(process.identity.pid, index); // the first record of a pid wins
+        }
+    }
+
+    // The index of the process whose `applicationPath` is the outermost one on
+    // the chain from `index` upward, or -1 when no process on it has one.
+    qsizetype outermostApplication(qsizetype index)
+    {
+        const unsigned stamp = nextStamp();
+        qsizetype found = -1;
+        for (qsizetype current = index; current >= 0; current = parentOf(current)) {
+            if (m_stamps[std::size_t(current)] == stamp)
+                break;
+            m_stamps[std::size_t(current)] = stamp;
+            if (m_processes[current].applicationPath)
+                found = current;
+        }
+        return found;
+    }
+
+    // The pid of the topmost ancestor reachable from `index` without repeating one.
+    pid_t lineageRoot(qsizetype index)
+    {
+        const unsigned stamp = nextStamp();
+        qsizetype current = index;
+        m_stamps[std::size_t(current)] = stamp;
+        for (qsizetype parent = parentOf(current);
+             parent >= 0 && m_stamps[std::size_t(parent)] != stamp; parent = parentOf(current)) {
+            m_stamps[std::size_t(parent)] = stamp;
+            current = parent;
+        }
+        return m_processes[current].identity.pid;
+    }
+
+private:
+    qsizetype parentOf(qsizetype index) const
+    {
+        const auto found = m_byPID.find(m_processes[index].parentPID);
+        return found == m_byPID.end() ? -1 : found->second;
+    }
+
+    unsigned nextStamp()
+    {
+        if (++m_stamp == 0) { // wrapped: old stamps could collide
+            std::fill(m_stamps.begin(), m_stamps.end(), 0u);
+            m_stamp = 1;
+        }
+        return m_stamp;
+    }
+
+    const QList<ProcessMetric> &m_processes;
+    std::unordered_map<pid_t, qsizetype> m_byPID;
+    std::vector<unsigned> m_stamps;
+    unsigned m_stamp = 0;
+};
+
+struct Group {
+    QString key;
+    std::vector<qsizetype> members;   // indices into the input, in input order
+    qsizetype applicationSource = -1; // the process whose identity keys an "app:" group
+};
+
+// The worker at the bottom of the group's tree: a member without children in
+// the group (all members when a cycle leaves none), busiest CPU first, then
+// disk, then the first in list order.
+qsizetype chooseTarget(const QList<ProcessMetric> &processes, const std::vector<qsizetype> &members)
+{
+    std::unordered_set<pid_t> parents;
+    parents.reserve(members.size());
+    for (qsizetype index : members)
+        parents.insert(processes[index].parentPID);
+    bool anyLeaf = false;
+    for (qsizetype index : members)
+        anyLeaf = anyLeaf || !parents.contains(processes[index].identity.pid);
+
+    qsizetype best = -1;
+    for (qsizetype index : members) {
+        const ProcessMetric &candidate = processes[index];
+        if (anyLeaf && parents.contains(candidate.identity.pid))
+            continue;
+        if (best < 0) {
+            best = index;
+            continue;
+        }
+        const ProcessMetric &current = processes[best];
+        if (candidate.cpuPercent > current.cpuPercent ||
+            (candidate.cpuPercent == current.cpuPercent &&
+             candidate.diskBytesPerSecond > current.diskBytesPerSecond))
+            best = index;
+    }
+    return best;
+}
+
+bool mentionsCodex(const ProcessMetric &process)
+{
+    const QLatin1StringView codex("codex");
+    return process.name.contains(codex, Qt::CaseInsensitive) ||
+           process.command.command.contains(codex, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+std::uint64_t fnv1a64(const QString &text)
+{
+    std::uint64_t hash = 0xcbf29ce484222325ULL;
+    const QByteArray bytes = text.toUtf8();
+    for (const char byte : bytes) {
+        hash ^= static_cast<unsigned char>(byte);
+        hash *= 0x100000001b3ULL;
+    }
+    return hash;
+}
+
+QString applicationNameForPath(const QString &applicationPath, const QString &platformName)
+{
+    if (!platformName.isEmpty())
+        return platformName;
+    QStringView path(applicationPath);
+    while (path.size() > 1 && path.endsWith(QLatin1Char('/')))
+        path.chop(1);
+    QStringView component = path.sliced(path.lastIndexOf(QLatin1Char('/')) + 1);
+    const qsizetype dot = component.lastIndexOf(QLatin1Char('.'));
+    if (dot > 0)
+        component = component.first(dot);
+    QString name = component.toString();
+    name.remove(QStringLiteral(" Helper"), Qt::CaseSensitive);
+    return name;
+}
+
+std::vector<ApplicationLoad> groupApplicationLoads(const QList<ProcessMetric> &processes)
+{
+    std::vector<ApplicationLoad> loads;
+    if (processes.isEmpty())
+        return loads;
+
+    AncestorWalks walks(processes);
+    std::vector<Group> groups;
+    QHash<QString, std::size_t> groupByKey;
+    std::vector<qsizetype> applicationSources(std::size_t(processes.size()), -1);
+    for (qsizetype index = 0; index < processes.size(); ++index) {
+        const qsizetype source = walks.outermostApplication(index);
+        applicationSources[std::size_t(index)] = source;
+        const QString key =
+            source >= 0 ? QStringLiteral("app:") + *processes[source].applicationPath
+                        : QStringLiteral("lineage:") + QString::number(walks.lineageRoot(index));
+        const auto found = groupByKey.constFind(key);
+        std::size_t groupIndex;
+        if (found == groupByKey.cend()) {
+            groupIndex = groups.size();
+            groupByKey.insert(key, groupIndex);
+            groups.push_back(Group{key, {}, source});
+        } else {
+            groupIndex = *found;
+        }
+        groups[groupIndex].members.push_back(index);
+    }
+
+    loads.reserve(groups.size());
+    for (const Group &group : groups) {
+        const qsizetype targetIndex = chooseTarget(processes, group.members);
+        ApplicationLoad load;
+        load.processes.reserve(group.members.size());
+        for (qsizetype index : group.members)
+            load.processes.push_back(processes[index]);
+        load.target = processes[targetIndex];
+        // The target's own walk names the identity; in an "app:" group every
+        // member's walk found the same path, though maybe on another process.
+        const qsizetype source = applicationSources[std::size_t(targetIndex)];
+        if (source >= 0)
+            load.applicationPath = processes[source].applicationPath;
+
+        const bool codex =
+            std::any_of(group.members.begin(), group.members.end(),
+                        [&](qsizetype index) { return mentionsCodex(processes[index]); });
+        if (codex)
+            load.application = QStringLiteral("Codex");
+        else if (load.applicationPath)
+            load.application =
+                applicationNameForPath(*load.applicationPath, processes[source].applicationName);
+        else
+            load.application = load.target.name;
+        load.id = QStringLiteral("task-") + QString::number(fnv1a64(group.key), 16);
+        loads.push_back(std::move(load));
+    }
+
+    std::vector<double> scores;
+    scores.reserve(loads.size());
+    for (const ApplicationLoad &load : loads)
+        scores.push_back(loadScore(load));
+    std::vector<std::size_t> order(loads.size());
+    for (std::size_t index = 0; index < order.size(); ++index)
+        order[index] = index;
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
+        if (scores[left] != scores[right])
+            return scores[left] > scores[right];
+        return loads[left].application < loads[right].application;
+    });
+    std::vector<ApplicationLoad> sorted;
+    sorted.reserve(loads.size());
+    for (std::size_t index : order)
+        sorted.push_back(std::move(loads[index]));
+    return sorted;
+}

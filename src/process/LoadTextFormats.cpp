@@ -1,0 +1,29 @@
+#include "process/LoadTextFormats.h"
+
+#include "sampling/Text.h"
+
+#include <algorithm>
+#include <cmath>
+
+QString durationText(double seconds)
+{
+    // Ten million years is far beyond any process and keeps llround defined.
+    constexpr double longest = 3.2e14;
+    const double clamped = std::isfinite(seconds) ? std::clamp(seconds, 0.0, longest) : 0.0;
+    const long long whole = std::llround(clamped);
+    if (whole >= 3600)
+        return kwText("%1 小时 %2 分钟")
+            .arg(formatLocaleInteger(whole / 3600), formatLocaleInteger(whole % 3600 / 60));
+    if (whole >= 60)
+        return kwText("%1 分钟").arg(formatLocaleInteger(whole / 60));
+    return kwText("%1 秒").arg(formatLocaleInteger(whole));
+}
+
+ResourceImpact resourceImpact(double cpuPercent, double diskBytesPerSecond)
+{
+    if (cpuPercent >= 80.0 || diskBytesPerSecond >= 20'000'000.0)
+        return ResourceImpact::high;
+    if (cpuPercent >= 20.0 || diskBytesPerSecond >= 2'000'000.0)
+        return ResourceImpact::medium;
+    return ResourceImpact::low;
+}

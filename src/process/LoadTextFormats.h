@@ -1,0 +1,19 @@
+#pragma once
+
+#include "dashboard/DashboardModel.h"
+#include "process/ByteTexts.h"
+
+#include <QString>
+
+#include <cstdint>
+
+// The display texts of a load source beside the byte texts (ByteTexts.h):
+// running times and the impact on the machine.
+
+// "1 小时 5 分钟", "3 分钟", "59 秒", rounded to whole seconds, halves away from
+// zero; negative and non-finite values read as 0. Numbers in the user's locale.
+QString durationText(double seconds);
+
+// How hard a process or a source works the machine: high at 80 % CPU or
+// 20 MB/s of disk, medium at 20 % or 2 MB/s, low below both.
+ResourceImpact resourceImpact(double cpuPercent, double diskBytesPerSecond);

@@ -1,0 +1,143 @@
+#include "process/TaskAssembly.h"
+
+#include "process/LoadTextFormats.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace {
+
+class TreeBuilder {
+public:
+    TreeBuilder(const std::vector<ProcessMetric> &processes, pid_t targetPID,
+                const ProcessNameOrder &order)
+        : m_processes(processes), m_targetPID(targetPID), m_order(order)
+    {
+        m_byPID.reserve(processes.size());
+        for (std::size_t index = 0; index < processes.size(); ++index)
+            m_byPID.emplace(processes[index].identity.pid, index);
+        for (std::size_t index = 0; index < processes.size(); ++index) {
+            const pid_t parent = processes[index].parentPID;
+            if (m_byPID.contains(parent))
+                m_children[parent].push_back(index);
+            else
+                m_roots.push_back(index);
+        }
+    }
+
+    std::vector<DashboardProcessNode> build()
+    {
+        std::vector<DashboardProcessNode> result;
+        sortInOrder(m_roots);
+        for (std::size_t index : m_roots) {
+            if (auto node = buildNode(index))
+                result.push_back(std::move(*node));
+        }
+        // What no root reached hangs in a cycle of parent numbers.
+        std::vector<std::size_t> everyone(m_processes.size());
+        for (std::size_t index = 0; index < everyone.size(); ++index)
+            everyone[index] = index;
+        sortInOrder(everyone);
+        for (std::size_t index : everyone) {
+            if (!m_visited.contains(m_processes[index].identity.pid)) {
+                if (auto node = buildNode(index))
+                    result.push_back(std::move(*node));
+            }
+        }
+        return result;
+    }
+
+private:
+    void sortInOrder(std::vector<std::size_t> &indices) const
+    {
+        std::stable_sort(indices.begin(), indices.end(), [&](std::size_t left, std::size_t right) {
+            const ProcessMetric &a = m_processes[left];
+            const ProcessMetric &b = m_processes[right];
+            return m_order.lessThan(a.name, a.identity.pid, b.name, b.identity.pid);
+        });
+    }
+
+    std::optional<DashboardProcessNode> buildNode(std::size_t index)
+    {
+        const ProcessMetric &process = m_processes[index];
+        if (!m_visited.insert(process.identity.pid).second)
+            return std::nullopt;
+        DashboardProcessNode node;
+        node.id = processNodeKey(process.identity.pid, process.identity.startTime);
+        node.name = process.name;
+        node.pid = process.identity.pid;
+        node.parentPID = process.parentPID;
+        node.cpu = process.cpuPercent;
+        node.memory = memoryText(process.residentBytes);
+        node.disk = rateText(process.diskBytesPerSecond);
+        node.energyImpact = resourceImpact(process.cpuPercent, process.diskBytesPerSecond);
+        node.duration = durationText(process.duration);
+        node.command = process.command.command;
+        node.project = process.command.project;
+        node.isTarget = process.identity.pid == m_targetPID;
+
+        const auto found = m_children.find(process.identity.pid);
+        if (found != m_children.end()) {
+            std::vector<std::size_t> children = found->second;
+            sortInOrder(children);
+            for (std::size_t child : children) {
+                if (auto childNode = buildNode(child))
+                    node.children.push_back(std::move(*childNode));
+            }
+        }
+        return node;
+    }
+
+    const std::vector<ProcessMetric> &m_processes;
+    pid_t m_targetPID;
+    const ProcessNameOrder &m_order;
+    std::unordered_map<pid_t, std::size_t> m_byPID;
+    std::unordered_map<pid_t, std::vector<std::size_t>> m_children;
+    std::vector<std::size_t> m_roots;
+    std::unordered_set<pid_t> m_visited;
+};
+
+} // namespace
+
+std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessMetric> &processes,
+                                                      pid_t targetPID,
+                                                      const ProcessNameOrder &order)
+{
+    return TreeBuilder(processes, targetPID, order).build();
+}
+
+DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
+                           const ProcessNameOrder &order)
+{
+    double cpu = 0.0;
+    double disk = 0.0;
+    std::uint64_t memory = 0;
+    for (const ProcessMetric &process : load.processes) {
+        cpu += process.cpuPercent;
+        disk += process.diskBytesPerSecond;
+        memory += process.residentBytes; // wraps only beyond 18 EB
+    }
+    const ProcessMetric &target = load.target;
+
+    DashboardTask task;
+    task.id = load.id;
+    task.application = load.application;
+    task.kind = classification.kind;
+    task.detail = classification.detail;
+    task.targetProcess = DashboardProcessSummary{target.name, target.identity.pid,
+                                                 target.cpuPercent, durationText(target.duration)};
+    task.relatedProcessCount = static_cast<qint64>(load.processes.size());
+    task.processTree = assembleProcessTree(load.processes, target.identity.pid, order);
+    task.cpu = cpu;
+    task.memory = memoryText(memory);
+    task.disk = rateText(disk);
+    task.energy = resourceImpact(cpu, disk);
+    task.duration = durationText(loadDuration(load));
+    task.symbolName = classification.symbolName;
+    task.diagnosis = classification.diagnosis;
+    task.canTerminate = classification.canTerminate;
+    task.terminationImpact = classification.impact;
+    task.isEnded = false;
+    return task;
+}

@@ -1,0 +1,176 @@
+#include "process/TaskClassification.h"
+
+#include "process/LoadTextFormats.h"
+#include "sampling/Text.h"
+#include "termination/ProtectedProcessNames.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+
+namespace {
+
+struct KindKeywords {
+    TaskKind kind;
+    std::array<std::string_view, 5> keywords; // empty entries are unused
+};
+
+// Order matters: "vitest" is tested before "vite", and a Chrome-based test
+// runner counts as a test. The leading blank in " test", " build", " dev",
+// " start" and " serve" makes them match a word that follows another word in
+// the haystack (as in "npm test") and not one glued to the word before it.
+constexpr std::array<KindKeywords, 7> kKindKeywords = {{
+    {TaskKind::test, {"vitest", "jest", "pytest", "playwright", " test"}},
+    {TaskKind::build, {"xcodebuild", "swiftc", "clang", " build", {}}},
+    {TaskKind::indexing, {"sourcekit", "mdworker", "spotlight", "index", {}}},
+    {TaskKind::container, {"docker", "containerd", "com.docker", {}, {}}},
+    {TaskKind::developmentServer, {" dev", " start", " serve", "vite", "next-server"}},
+    {TaskKind::browser, {"chrome", "safari", "renderer", "firefox", {}}},
+    {TaskKind::codex, {"codex", {}, {}, {}, {}}},
+}};
+
+// Processes that belong to the system itself are never offered for ending,
+// whatever the kind says.
+bool isProtectedTarget(const QString &name)
+{
+    const QString lowered = name.toLower();
+    if (lowered == QLatin1StringView("kernel_task") || lowered == QLatin1StringView("launchd") ||
+        lowered == QLatin1StringView("loginwindow") || lowered == QLatin1StringView("windowserver"))
+        return true;
+    // The Linux session's own processes, shared with the termination guard.
+    return std::any_of(kLinuxProtectedProcessNames.begin(), kLinuxProtectedProcessNames.end(),
+                       [&](std::string_view protectedName) {
+                           return lowered == QLatin1StringView(protectedName.data(),
+                                                               qsizetype(protectedName.size()));
+                       });
+}
+
+struct KindTexts {
+    QString title;
+    QString recommendation;
+    QString impact;
+    QString symbolName;
+};
+
+KindTexts kindTexts(TaskKind kind, const QString &application)
+{
+    switch (kind) {
+    case TaskKind::test:
+        return {kwText("%1 正在运行测试任务。").arg(application),
+                kwText("测试仍在持续占用资源；如确认不再需要，可结束目标进程，这会中断测试。"),
+                kwText("会中断当前测试，不会删除项目文件。"), QStringLiteral("checkmark.circle")};
+    case TaskKind::build:
+        return {kwText("%1 正在编译项目。").arg(application),
+                kwText("编译通常会自行结束，建议先等待；确认卡住后再终止。"),
+                kwText("会中断当前编译，已生成的源文件不会被删除。"),
+                QStringLiteral("hammer.fill")};
+    case TaskKind::indexing:
+        return {kwText("%1 正在执行索引任务。").arg(application),
+                kwText("索引通常可等待完成；频繁重复时再检查项目或系统状态。"),
+                kwText("终止可能让索引稍后重新开始。"), QStringLiteral("magnifyingglass")};
+    case TaskKind::container:
+        return {kwText("Docker 相关进程正在持续占用资源。"),
+                kwText("先检查正在运行的容器；不要直接结束整个 Docker 宿主。"),
+                kwText("可能中断关联容器或本地开发服务。"), QStringLiteral("shippingbox.fill")};
+    case TaskKind::developmentServer:
+        return {kwText("%1 正在运行本地开发服务。").arg(application),
+                kwText("仍在开发时保留；项目暂时不用时可以结束。"),
+                kwText("会停止本地开发服务，浏览器中的本地页面将无法访问。"),
+                QStringLiteral("network")};
+    case TaskKind::browser:
+        return {kwText("%1 的浏览器进程正在持续活跃。").arg(application),
+                kwText("先使用浏览器任务管理器定位页面，不建议直接退出整个浏览器。"),
+                kwText("可能关闭关联页面或扩展进程。"), QStringLiteral("globe")};
+    case TaskKind::codex:
+        return {kwText("Codex 正在执行持续计算任务。"),
+                kwText("如果任务仍在推进，建议等待；确认卡住后可结束目标子进程。"),
+                kwText("会中断当前 Codex 子任务，不会删除项目文件。"), QStringLiteral("terminal")};
+    case TaskKind::unknown:
+        break;
+    }
+    return {kwText("%1 存在未归因的持续负载。").arg(application),
+            kwText("先观察任务用途；证据不足时不建议直接结束。"), kwText("无法可靠判断终止影响。"),
+            QStringLiteral("gearshape.2")};
+}
+
+DiagnosisConfidence confidenceOf(TaskKind kind, bool hasProject)
+{
+    switch (kind) {
+    case TaskKind::test:
+    case TaskKind::build:
+    case TaskKind::developmentServer:
+    case TaskKind::codex:
+        return hasProject ? DiagnosisConfidence::high : DiagnosisConfidence::medium;
+    case TaskKind::indexing:
+    case TaskKind::container:
+    case TaskKind::browser:
+        return DiagnosisConfidence::medium;
+    case TaskKind::unknown:
+        break;
+    }
+    return DiagnosisConfidence::low;
+}
+
+QString detailOf(const ApplicationLoad &load)
+{
+    const RedactedCommandSummary &command = load.target.command;
+    if (command.project)
+        return command.command + QStringLiteral(" · ") + *command.project;
+    if (load.processes.size() < 2)
+        return command.command;
+    return kwText("%1 · %2 个进程")
+        .arg(command.command, formatLocaleInteger(static_cast<long long>(load.processes.size())));
+}
+
+QString supportingFactsOf(const ApplicationLoad &load)
+{
+    double cpu = 0.0;
+    double disk = 0.0;
+    for (const ProcessMetric &process : load.processes) {
+        cpu += process.cpuPercent;
+        disk += process.diskBytesPerSecond;
+    }
+    const long long roundedCPU =
+        std::isfinite(cpu) ? std::llround(std::clamp(cpu, -1e15, 1e15)) : 0;
+    return kwText("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
+        .arg(formatLocaleInteger(roundedCPU), durationText(loadDuration(load)), rateText(disk));
+}
+
+} // namespace
+
+TaskKind classifyTaskKind(const ApplicationLoad &load)
+{
+    QString haystack = load.application;
+    for (const ProcessMetric &process : load.processes) {
+        haystack += QLatin1Char(' ');
+        haystack += process.name;
+        haystack += QLatin1Char(' ');
+        haystack += process.command.command;
+    }
+    haystack = haystack.toLower();
+    for (const KindKeywords &entry : kKindKeywords) {
+        for (std::string_view keyword : entry.keywords) {
+            if (!keyword.empty() &&
+                haystack.contains(QLatin1StringView(keyword.data(), qsizetype(keyword.size()))))
+                return entry.kind;
+        }
+    }
+    return TaskKind::unknown;
+}
+
+TaskClassification TaskClassification::classify(const ApplicationLoad &load)
+{
+    const TaskKind kind = classifyTaskKind(load);
+    const KindTexts texts = kindTexts(kind, load.application);
+    TaskClassification result;
+    result.kind = kind;
+    result.detail = detailOf(load);
+    result.diagnosis =
+        TaskDiagnosis{texts.title, confidenceOf(kind, load.target.command.project.has_value()),
+                      texts.recommendation, supportingFactsOf(load)};
+    result.impact = texts.impact;
+    result.canTerminate = kind != TaskKind::unknown && !isProtectedTarget(load.target.name);
+    result.symbolName = texts.symbolName;
+    return result;
+}

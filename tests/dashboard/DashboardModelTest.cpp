@@ -1,0 +1,126 @@
+#include "dashboard/DashboardModel.h"
+#include "sampling/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+DashboardProcessNode node(const char *id, pid_t pid, const char *name, const char *command = "",
+                          std::vector<DashboardProcessNode> children = {}, bool isTarget = false)
+{
+    DashboardProcessNode result;
+    result.id = QString::fromUtf8(id);
+    result.pid = pid;
+    result.name = QString::fromUtf8(name);
+    result.command = QString::fromUtf8(command);
+    result.children = std::move(children);
+    result.isTarget = isTarget;
+    return result;
+}
+
+// sh(1) -> [make(2) -> [cc(3, target), cc(4, id "dup")], tail(5, id "dup")]
+DashboardProcessNode sampleTree()
+{
+    return node("n1", 1, "sh", "sh",
+                {node("n2", 2, "make", "make build",
+                      {node("n3", 3, "cc", "cc", {}, true), node("dup", 4, "cc", "cc")}),
+                 node("dup", 5, "tail", "tail")});
+}
+
+TEST(DashboardProcessNodeTest, SearchesDepthFirstAndTakesTheFirstHit)
+{
+    const DashboardProcessNode tree = sampleTree();
+    ASSERT_NE(tree.nodeWithID(QStringLiteral("n3")), nullptr);
+    EXPECT_EQ(tree.nodeWithID(QStringLiteral("n3"))->pid, 3);
+    EXPECT_EQ(tree.nodeWithID(QStringLiteral("dup"))->pid, 4); // deeper, but earlier
+    EXPECT_EQ(tree.nodeWithID(QStringLiteral("n1")), &tree);
+    EXPECT_EQ(tree.nodeWithID(QStringLiteral("none")), nullptr);
+    EXPECT_EQ(tree.nodeWithPID(5)->id, QStringLiteral("dup"));
+    EXPECT_EQ(tree.nodeWithPID(99), nullptr);
+}
+
+TEST(DashboardProcessNodeTest, PathToTargetListsTheAncestors)
+{
+    const DashboardProcessNode tree = sampleTree();
+    EXPECT_EQ(tree.pathToTarget(), (std::vector<pid_t>{1, 2}));
+    EXPECT_EQ(tree.children[0].children[0].pathToTarget(), std::vector<pid_t>{});
+    EXPECT_EQ(tree.children[1].pathToTarget(), std::nullopt);
+
+    DashboardTask task;
+    task.processTree = {tree, node("x", 9, "other")};
+    EXPECT_EQ(task.initiallyExpandedPIDs(), (std::set<pid_t>{1, 2}));
+    task.processTree = {node("t", 7, "solo", "", {}, true)};
+    EXPECT_TRUE(task.initiallyExpandedPIDs().empty()); // a root target opens nothing
+}
+
+TEST(DashboardProcessNodeTest, MatchesOnAnyFieldOrAnyChild)
+{
+    DashboardProcessNode tree = sampleTree();
+    tree.children[0].children[0].project = QStringLiteral("KilnProject");
+    const std::pair<const char *, bool> rows[] = {
+        {"SH", true},   {"Make B", true}, {"kilnproj", true}, {"4", true},
+        {"tail", true}, {"zzz", false},   {"", true},
+    };
+    for (const auto &[query, expected] : rows)
+        EXPECT_EQ(tree.matches(QString::fromUtf8(query)), expected) << query;
+    // Only through the child; an absent project does not match.
+    EXPECT_FALSE(tree.children[1].matches(QStringLiteral("kiln")));
+}
+
+TEST(DashboardProcessNodeTest, RoleLabelFirstHitDecides)
+{
+    struct Row {
+        const char *name;
+        const char *command;
+        bool hasChildren;
+        const char *label;
+    };
+    const Row rows[] = {
+        {"Editor Helper", "gpu renderer", false, "渲染进程"},
+        {"x", "gpu", false, "图形处理进程"},
+        {"Tool Helper", "x", false, "应用辅助服务"},
+        {"xpcproxy", "", false, "应用辅助服务"},
+        {"node", "vitest", false, "测试任务"},
+        {"clang", "", false, "构建任务"},
+        {"sh", "sh", true, "父进程"},
+        {"sleep", "sleep", false, "工作进程"},
+    };
+    for (const Row &row : rows) {
+        DashboardProcessNode subject = node("a", 1, row.name, row.command);
+        if (row.hasChildren)
+            subject.children.push_back(node("b", 2, "child"));
+        EXPECT_EQ(subject.roleLabel(), QString::fromUtf8(row.label)) << row.name;
+    }
+}
+
+TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
+{
+    DashboardPendingTermination pending;
+    pending.task.terminationImpact = QStringLiteral("会中断当前测试，不会删除项目文件。");
+    pending.process = node("p", 4321, "pytest", "", {}, true);
+
+    pending.mode = ProcessTerminationSignal::forced;
+    // A pid is an identifier and is never grouped, whatever the locale.
+    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("强制结束 pytest（PID 4321）？"));
+    EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("强制结束"));
+    EXPECT_EQ(
+        pending.confirmationMessage(),
+        QStringLiteral("进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
+                       "所属应用也可能自动重新启动它。"));
+
+    pending.mode = ProcessTerminationSignal::graceful;
+    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("结束 pytest（PID 4321）？"));
+    EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("结束进程"));
+    EXPECT_EQ(pending.confirmationMessage(), pending.task.terminationImpact);
+
+    pending.process = node("p", 1, "sh", "", {node("a", 2, "a"), node("b", 3, "b")});
+    EXPECT_EQ(pending.confirmationMessage(),
+              QStringLiteral(
+                  "会结束这个进程，并可能中断它的 2 个直接子进程；所属应用也可能自动重新启动它。"));
+    pending.process = node("p", 1, "sleep");
+    EXPECT_EQ(
+        pending.confirmationMessage(),
+        QStringLiteral("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。"));
+}
+
+} // namespace

@@ -1,0 +1,239 @@
+#include "platform/linux/DesktopApplicationIdentities.h"
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/ServiceManagerRecognition.h"
+#include "platform/linux/SystemdApplicationUnit.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+using namespace std::string_view_literals;
+
+namespace {
+
+const QString kFixture = QStringLiteral(KW_FIXTURES_DIR "/xdg-desktop");
+
+TEST(SystemdApplicationUnitTest, ApplicationIDOfEachUnitForm)
+{
+    struct Row {
+        std::string_view unit;
+        std::optional<const char *> id;
+    };
+    const Row rows[] = {
+        // Scopes: launcher optional, random part required.
+        {"app-gnome-org.gnome.Nautilus-3245.scope", "org.gnome.Nautilus"},
+        {"app-org.kde.konsole-5b1c1f0b.scope", "org.kde.konsole"},
+        {"app-flatpak-org.mozilla.firefox-12345.scope", "org.mozilla.firefox"},
+        {"app-gnome-firefox\\x2desr-4567.scope", "firefox-esr"},
+        {"app-firefox.scope", std::nullopt},
+        {"app-gnome-firefox-.scope", std::nullopt},
+        // Services: optional launcher, optional @instance, optional -autostart.
+        {"app-org.gnome.Evolution.service", "org.gnome.Evolution"},
+        {"app-gnome-org.gnome.Evolution@8f2a.service", "org.gnome.Evolution"},
+        {"app-gnome-xdg\\x2duser\\x2ddirs-autostart.service", "xdg-user-dirs"},
+        {"app-gnome-tracker@autostart.service", "tracker"},
+        // Slices: one level only.
+        {"app-org.gnome.Terminal.slice", "org.gnome.Terminal"},
+        {"app-gnome.slice", "gnome"},
+        {"app-gnome-nested.slice", std::nullopt},
+        // Not an application's unit.
+        {"app.slice", std::nullopt},
+        {"user@1000.service", std::nullopt},
+        {"session-2.scope", std::nullopt},
+        {"vte-spawn-1d2c.scope", std::nullopt},
+        {"app-.service", std::nullopt},
+        {"app--x-1.scope", std::nullopt},
+        {"app-foo.socket", std::nullopt},
+        {"", std::nullopt},
+        // A malformed escape stays as written; a non-UTF-8 byte is repaired.
+        {"app-bad\\x2g-1.scope", "bad\\x2g"},
+        {"app-caf\\xc3\\xa9-1.scope", "café"},
+    };
+    for (const Row &row : rows) {
+        const auto id = applicationIDFromUnitName(row.unit);
+        if (row.id)
+            EXPECT_EQ(id, QString::fromUtf8(*row.id)) << row.unit;
+        else
+            EXPECT_EQ(id, std::nullopt) << row.unit;
+    }
+}
+
+TEST(SystemdApplicationUnitTest, ApplicationIDFromCgroupFiles)
+{
+    struct Row {
+        const char *name;
+        std::string_view cgroup;
+        std::optional<const char *> id;
+    };
+    const Row rows[] = {
+        {"unified hierarchy, app scope",
+         "0::/user.slice/user-1000.slice/user@1000.service/app.slice/"
+         "app-gnome-org.gnome.Nautilus-3245.scope\n"sv,
+         "org.gnome.Nautilus"},
+        {"shell in a terminal: the terminal's slice encloses the shell's scope",
+         "0::/user.slice/user-1000.slice/user@1000.service/app.slice/"
+         "app-org.gnome.Terminal.slice/vte-spawn-5d4e.scope\n"sv,
+         "org.gnome.Terminal"},
+        {"innermost unit wins over an enclosing slice",
+         "0::/user.slice/user-1000.slice/user@1000.service/app.slice/app-outer.slice/"
+         "app-gnome-inner-77.scope\n"sv,
+         "inner"},
+        {"hybrid: the unified line is used",
+         "12:pids:/user.slice\n1:name=systemd:/user.slice/app-legacy-1.scope\n"
+         "0::/user.slice/user@1000.service/app.slice/app-unified-2.scope\n"sv,
+         "unified"},
+        {"legacy only",
+         "5:cpu,cpuacct:/\n1:name=systemd:/user.slice/user@1000.service/app-legacy-1.scope\n"sv,
+         "legacy"},
+        {"session process", "0::/user.slice/user-1000.slice/session-2.scope\n"sv, std::nullopt},
+        {"container root", "0::/\n"sv, std::nullopt},
+        {"system service", "0::/system.slice/cron.service\n"sv, std::nullopt},
+        {"empty", ""sv, std::nullopt},
+        {"garbage", "no colons here\n::\n0:x\n"sv, std::nullopt},
+        {"no trailing newline", "0::/app.slice/app-x-1.scope"sv, "x"},
+        {"colon inside the path", "0::/app.slice/app-a:b-1.scope\n"sv, "a:b"},
+    };
+    for (const Row &row : rows) {
+        const auto id = applicationIDFromCgroup(row.cgroup);
+        if (row.id)
+            EXPECT_EQ(id, QString::fromUtf8(*row.id)) << row.name;
+        else
+            EXPECT_EQ(id, std::nullopt) << row.name;
+    }
+}
+
+TEST(DesktopEntryTest, NamePrefersChineseInTheMainGroup)
+{
+    struct Row {
+        const char *name;
+        std::string_view text;
+        std::optional<const char *> expected;
+    };
+    const Row rows[] = {
+        {"chinese wins", "[Desktop Entry]\nName=Files\nName[zh_CN]=文件\n"sv, "文件"},
+        {"chinese before plain", "[Desktop Entry]\nName[zh_CN]=文件\nName=Files\n"sv, "文件"},
+        {"plain only", "[Desktop Entry]\nName=Files\nName[de]=Dateien\n"sv, "Files"},
+        {"blanks around the sign, escapes", "[Desktop Entry]\n Name = A\\sB\\\\C \r\n"sv, "A B\\C"},
+        {"action names do not count",
+         "[Desktop Entry]\nType=Application\n[Desktop Action x]\nName=Other\n"sv, std::nullopt},
+        {"a group before the main one is skipped",
+         "# comment\n[Other]\nName=No\n[Desktop Entry]\nName=Yes\n"sv, "Yes"},
+        {"empty value is no name", "[Desktop Entry]\nName=\n"sv, std::nullopt},
+        {"no group", "Name=Loose\n"sv, std::nullopt},
+        {"empty file", ""sv, std::nullopt},
+        {"invalid UTF-8 is repaired",
+         "[Desktop Entry]\nName=A\xff"
+         "B\n"sv,
+         "A\xef\xbf\xbd"
+         "B"},
+    };
+    for (const Row &row : rows) {
+        const auto name = parseDesktopEntryName(row.text);
+        if (row.expected)
+            EXPECT_EQ(name, QString::fromUtf8(*row.expected)) << row.name;
+        else
+            EXPECT_EQ(name, std::nullopt) << row.name;
+    }
+}
+
+TEST(DesktopEntryTest, DataDirectoriesFollowTheXDGDefaults)
+{
+    EXPECT_EQ(xdgDataDirectories({}, {}, QStringLiteral("/home/u")),
+              (QStringList{"/home/u/.local/share", "/usr/local/share", "/usr/share"}));
+    EXPECT_EQ(xdgDataDirectories(QStringLiteral("/data"), QStringLiteral("/a:relative::/b:/a"), {}),
+              (QStringList{"/data", "/a", "/b"}));
+    EXPECT_EQ(xdgDataDirectories({}, {}, {}), (QStringList{"/usr/local/share", "/usr/share"}));
+}
+
+TEST(DesktopEntryTest, FindsTheFirstDirectoryThatHasTheEntry)
+{
+    const QStringList directories = {kFixture + "/home/.local/share", kFixture + "/usr/local/share",
+                                     kFixture + "/usr/share", kFixture + "/missing"};
+    EXPECT_EQ(findDesktopEntry("org.gnome.Terminal", directories),
+              kFixture + "/home/.local/share/applications/org.gnome.Terminal.desktop");
+    EXPECT_EQ(findDesktopEntry("firefox", directories),
+              kFixture + "/usr/share/applications/firefox.desktop");
+    EXPECT_EQ(findDesktopEntry("absent", directories), std::nullopt);
+    EXPECT_EQ(findDesktopEntry("../applications/firefox", directories), std::nullopt);
+    EXPECT_EQ(findDesktopEntry("", directories), std::nullopt);
+}
+
+TEST(DesktopApplicationIdentitiesTest, NamesFromTheEntryOrTheApplicationID)
+{
+    DesktopApplicationIdentities identities(
+        {kFixture + "/home/.local/share", kFixture + "/usr/share"});
+    struct Row {
+        const char *id;
+        QString path;
+        const char *name;
+    };
+    const Row rows[] = {
+        {"org.gnome.Terminal",
+         kFixture + "/home/.local/share/applications/org.gnome.Terminal.desktop", "终端"},
+        {"firefox", kFixture + "/usr/share/applications/firefox.desktop", "Firefox Web Browser"},
+        {"nameless", kFixture + "/usr/share/applications/nameless.desktop", "nameless"},
+        {"org.example.NotInstalled", "org.example.NotInstalled", "NotInstalled"},
+        {"trailing.", "trailing.", "trailing."},
+    };
+    for (const Row &row : rows) {
+        const DesktopApplicationIdentity identity = identities.identityForApplicationID(row.id);
+        EXPECT_EQ(identity.applicationPath, row.path) << row.id;
+        EXPECT_EQ(identity.applicationName, QString::fromUtf8(row.name)) << row.id;
+    }
+}
+
+TEST(DesktopApplicationIdentitiesTest, CgroupAnswersAreSharedAcrossTicks)
+{
+    DesktopApplicationIdentities identities({kFixture + "/usr/share"});
+    const QByteArray firefox = "0::/user.slice/app.slice/app-gnome-firefox-99.scope\n";
+    const QByteArray session = "0::/user.slice/session-2.scope\n";
+
+    const auto first = identities.identityForCgroup(firefox);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->applicationName, QStringLiteral("Firefox Web Browser"));
+    EXPECT_EQ(identities.identityForCgroup(session), std::nullopt);
+    identities.finishTick();
+
+    // The next tick hands out the very same strings, not equal copies.
+    const auto second = identities.identityForCgroup(firefox);
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->applicationPath.constData(), first->applicationPath.constData());
+    EXPECT_EQ(second->applicationName.constData(), first->applicationName.constData());
+    identities.finishTick();
+    identities.finishTick(); // a tick without the process
+    const auto later = identities.identityForCgroup(firefox);
+    ASSERT_TRUE(later); // parsed again, same answer, still one shared entry per ID
+    EXPECT_EQ(later->applicationPath.constData(), first->applicationPath.constData());
+}
+
+TEST(ServiceManagerRecognitionTest, MatchesPidOneAndItsExecutable)
+{
+    const ServiceManagerIdentity byPath{QStringLiteral("/usr/lib/systemd/systemd"), {}};
+    EXPECT_TRUE(byPath.matches(1, QStringLiteral("/anything"), QStringLiteral("x")));
+    EXPECT_TRUE(
+        byPath.matches(900, QStringLiteral("/usr/lib/systemd/systemd"), QStringLiteral("systemd")));
+    EXPECT_TRUE(byPath.matches(900, QStringLiteral("/usr/lib/systemd/systemd (deleted)"), {}));
+    EXPECT_FALSE(byPath.matches(900, QStringLiteral("/usr/bin/bash"), QStringLiteral("systemd")));
+
+    const ServiceManagerIdentity byName{std::nullopt, QStringLiteral("systemd")};
+    EXPECT_TRUE(byName.matches(900, QStringLiteral("/x/systemd"), QStringLiteral("systemd")));
+    EXPECT_FALSE(byName.matches(900, QStringLiteral("/x/systemd"), QStringLiteral("bash")));
+    EXPECT_FALSE(ServiceManagerIdentity{}.matches(900, {}, {}));
+
+    EXPECT_EQ(firstArgument("/sbin/init\0splash\0"sv), QByteArray("/sbin/init"));
+    EXPECT_EQ(firstArgument("\0x\0"sv), std::nullopt);
+    EXPECT_EQ(firstArgument(""sv), std::nullopt);
+}
+
+TEST(ServiceManagerRecognitionTest, ReadsPidOneOfThisMachine)
+{
+    // Whatever runs as pid 1 here, it is recognised by itself.
+    const ServiceManagerIdentity identity = readServiceManagerIdentity("/proc");
+    EXPECT_TRUE(identity.executablePath || !identity.name.isEmpty());
+    if (identity.executablePath)
+        EXPECT_TRUE(identity.executablePath->startsWith(QLatin1Char('/')));
+    const ServiceManagerIdentity missing = readServiceManagerIdentity("/nonexistent-proc");
+    EXPECT_EQ(missing, ServiceManagerIdentity{});
+}
+
+} // namespace

@@ -1,0 +1,261 @@
+#include "process/ApplicationGrouping.h"
+#include "support/StoreTesting.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace {
+
+ProcessMetric inApplication(ProcessMetric process, const QString &path,
+                            const QString &platformName = {})
+{
+    process.applicationPath = path;
+    process.applicationName = platformName;
+    return process;
+}
+
+ProcessMetric serviceManager(ProcessMetric process)
+{
+    process.isServiceManager = true;
+    return process;
+}
+
+// What a grouping looks like from outside: per load, its name, its key path,
+// its members' pids and its target's pid.
+struct LoadShape {
+    QString application;
+    std::optional<QString> applicationPath;
+    std::vector<pid_t> members;
+    pid_t target = 0;
+
+    bool operator==(const LoadShape &) const = default;
+};
+
+void PrintTo(const LoadShape &shape, std::ostream *out)
+{
+    *out << shape.application.toStdString() << " members[";
+    for (pid_t pid : shape.members)
+        *out << pid << ' ';
+    *out << "] target " << shape.target;
+}
+
+std::vector<LoadShape> shapesOf(const std::vector<ApplicationLoad> &loads)
+{
+    std::vector<LoadShape> shapes;
+    for (const ApplicationLoad &load : loads) {
+        LoadShape shape{load.application, load.applicationPath, {}, load.target.identity.pid};
+        for (const ProcessMetric &process : load.processes)
+            shape.members.push_back(process.identity.pid);
+        shapes.push_back(shape);
+    }
+    return shapes;
+}
+
+struct GroupingCase {
+    const char *name;
+    QList<ProcessMetric> processes;
+    std::vector<LoadShape> expected; // in result order
+};
+
+class GroupingTest : public testing::TestWithParam<GroupingCase> {};
+
+TEST_P(GroupingTest, FoldsProcessesIntoLoadSources)
+{
+    EXPECT_EQ(shapesOf(groupApplicationLoads(GetParam().processes)), GetParam().expected);
+}
+
+const QString kEditor = QStringLiteral("/Applications/Editor.app");
+const QString kTool = QStringLiteral("/Applications/Tool.app");
+const QString kInner =
+    QStringLiteral("/Applications/Editor.app/Contents/Frameworks/Editor Helper (Renderer).app");
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, GroupingTest,
+    testing::Values(
+        GroupingCase{"EmptyListGivesNoLoads", {}, {}},
+        GroupingCase{"OrphanWithoutIdentityIsItsOwnLineage",
+                     {makeProcess(50, 1, "bash")},
+                     {{"bash", std::nullopt, {50}, 50}}},
+        GroupingCase{"ShellOfAnotherUserRootsALineageOfEverythingItStarts",
+                     // 1 (another user's) is not in the list: 10 is the root.
+                     {makeProcess(10, 1, "zsh"), makeProcess(11, 10, "make"),
+                      makeProcess(12, 11, "cc1", 90.0), makeProcess(13, 10, "sleep")},
+                     {{"cc1", std::nullopt, {10, 11, 12, 13}, 12}}},
+        GroupingCase{"TopmostApplicationWinsOverNestedOnes",
+                     // A (X) starts B (Y) starts C (none): all keyed by X.
+                     {inApplication(makeProcess(20, 1, "Tool"), kTool),
+                      inApplication(makeProcess(21, 20, "Editor"), kEditor),
+                      makeProcess(22, 21, "worker", 5.0)},
+                     {{"Tool", kTool, {20, 21, 22}, 22}}},
+        GroupingCase{"HelperBundleInsideItsOwnApplicationNamesWithoutHelper",
+                     {inApplication(makeProcess(30, 1, "Editor Helper (Renderer)"), kInner)},
+                     {{"Editor (Renderer)", kInner, {30}, 30}}},
+        GroupingCase{"CycleOfParentNumbersEndsBothWalks",
+                     // 40 and 41 name each other: each walk stops where it
+                     // would come round again, at the other process.
+                     {makeProcess(40, 41, "ping", 1.0), makeProcess(41, 40, "pong", 3.0)},
+                     {{"pong", std::nullopt, {41}, 41}, {"ping", std::nullopt, {40}, 40}}},
+        GroupingCase{"GroupOfParentsOnlyStillHasATarget",
+                     // Same application, naming each other: no leaf at all.
+                     {inApplication(makeProcess(42, 43, "a", 1.0), kTool),
+                      inApplication(makeProcess(43, 42, "b", 4.0), kTool),
+                      inApplication(makeProcess(44, 1, "c", 2.0), kEditor)},
+                     {{"Tool", kTool, {42, 43}, 43}, {"Editor", kEditor, {44}, 44}}},
+        GroupingCase{"SelfParentIsACycleOfOne",
+                     {makeProcess(45, 45, "ouroboros", 2.0)},
+                     {{"ouroboros", std::nullopt, {45}, 45}}},
+        GroupingCase{"AllIdleTargetIsTheFirstLeafInListOrder",
+                     {makeProcess(60, 1, "sh"), makeProcess(62, 60, "b"), makeProcess(61, 60, "a")},
+                     {{"b", std::nullopt, {60, 62, 61}, 62}}},
+        GroupingCase{"EqualCPUTargetGoesToTheHigherDiskRate",
+                     {makeProcess(70, 1, "sh"), makeProcess(71, 70, "a", 10.0, 5.0),
+                      makeProcess(72, 70, "b", 10.0, 9.0)},
+                     {{"b", std::nullopt, {70, 71, 72}, 72}}},
+        GroupingCase{
+            "CodexAnywhereInTheGroupNamesIt",
+            {inApplication(makeProcess(80, 1, "Tool"), kTool), makeProcess(81, 80, "codex")},
+            {{"Codex", kTool, {80, 81}, 81}}},
+        GroupingCase{"PathWithoutExtensionKeepsItsNameWhole",
+                     {inApplication(makeProcess(90, 1, "x"), QStringLiteral("/opt/My Tool"))},
+                     {{"My Tool", QStringLiteral("/opt/My Tool"), {90}, 90}}},
+        GroupingCase{
+            "PlatformNameOfTheIdentityWins",
+            {inApplication(makeProcess(95, 1, "gnome-terminal-"),
+                           QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
+                           QStringLiteral("终端")),
+             makeProcess(96, 95, "bash")},
+            {{"终端",
+              QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
+              {95, 96},
+              96}}},
+        GroupingCase{"ServiceManagerIsNobodysParent",
+                     // systemd --user (100) starts two unrelated services; each
+                     // is a lineage of its own, and the manager one of its own.
+                     {serviceManager(makeProcess(100, 1, "systemd")),
+                      makeProcess(101, 100, "pipewire", 2.0), makeProcess(102, 100, "tracker", 1.0),
+                      makeProcess(103, 102, "extract", 0.5)},
+                     {{"pipewire", std::nullopt, {101}, 101},
+                      {"extract", std::nullopt, {102, 103}, 103},
+                      {"systemd", std::nullopt, {100}, 100}}},
+        GroupingCase{"ServiceManagerDoesNotCarryAnIdentityDownToItsChildren",
+                     {serviceManager(inApplication(makeProcess(110, 1, "systemd"), kTool)),
+                      makeProcess(111, 110, "daemon", 1.0)},
+                     {{"daemon", std::nullopt, {111}, 111}, {"Tool", kTool, {110}, 110}}},
+        GroupingCase{"EqualScoresSortByNameInCodePointOrder",
+                     {makeProcess(120, 1, "beta", 5.0), makeProcess(121, 1, "Zulu", 5.0),
+                      makeProcess(122, 1, "alpha", 5.0), makeProcess(123, 1, "busy", 6.0)},
+                     {{"busy", std::nullopt, {123}, 123},
+                      {"Zulu", std::nullopt, {121}, 121},
+                      {"alpha", std::nullopt, {122}, 122},
+                      {"beta", std::nullopt, {120}, 120}}},
+        GroupingCase{"DiskCountsAMegabytePerSecondAsAPoint",
+                     // 30 MB/s (30 points) outranks 25 % CPU.
+                     {makeProcess(130, 1, "cpu", 25.0), makeProcess(131, 1, "disk", 0.0, 30e6)},
+                     {{"disk", std::nullopt, {131}, 131}, {"cpu", std::nullopt, {130}, 130}}}),
+    [](const testing::TestParamInfo<GroupingCase> &info) { return info.param.name; });
+
+TEST(ApplicationGroupingTest, LoadScoreCapsDiskAtFiftyPoints)
+{
+    struct Row {
+        double cpu;
+        double disk;
+        double score;
+    };
+    const Row rows[] = {
+        {0.0, 80e6, 50.0}, {0.0, 50e6, 50.0}, {10.0, 2e6, 12.0}, {150.0, 0.0, 150.0}};
+    for (const Row &row : rows) {
+        ApplicationLoad load;
+        load.processes = {makeProcess(1, 0, "a", row.cpu / 2, row.disk / 2),
+                          makeProcess(2, 0, "b", row.cpu / 2, row.disk / 2)};
+        EXPECT_DOUBLE_EQ(loadScore(load), row.score) << row.cpu << " " << row.disk;
+    }
+}
+
+TEST(ApplicationGroupingTest, LoadDurationIsTheLongestMember)
+{
+    ApplicationLoad load;
+    load.target = makeProcess(1, 0, "t");
+    load.target.duration = 7.0;
+    EXPECT_DOUBLE_EQ(loadDuration(load), 7.0); // no members: the target's
+    load.processes = {makeProcess(1, 0, "a"), makeProcess(2, 0, "b")};
+    load.processes[1].duration = 99.0;
+    EXPECT_DOUBLE_EQ(loadDuration(load), 99.0);
+}
+
+TEST(ApplicationGroupingTest, IdsHashTheGroupKeyAndStayAcrossTicks)
+{
+    // FNV-1a 64 reference values.
+    EXPECT_EQ(fnv1a64(QString()), 0xcbf29ce484222325ULL);
+    EXPECT_EQ(fnv1a64(QStringLiteral("a")), 0xaf63dc4c8601ec8cULL);
+    EXPECT_EQ(fnv1a64(QStringLiteral("foobar")), 0x85944171f73967e8ULL);
+
+    QList<ProcessMetric> tick = {makeProcess(10, 1, "sh"), makeProcess(11, 10, "job", 50.0),
+                                 inApplication(makeProcess(20, 1, "Editor"), kEditor)};
+    const auto first = groupApplicationLoads(tick);
+    std::map<QString, QString> idByName;
+    for (const auto &load : first)
+        idByName[load.application] = load.id;
+    EXPECT_EQ(idByName[QStringLiteral("job")],
+              QStringLiteral("task-") + QString::number(fnv1a64(QStringLiteral("lineage:10")), 16));
+    EXPECT_EQ(idByName[QStringLiteral("Editor")],
+              QStringLiteral("task-") +
+                  QString::number(fnv1a64(QStringLiteral("app:") + kEditor), 16));
+
+    // Next tick: counters move, a child comes and goes; ids do not change.
+    tick[1].cpuPercent = 1.0;
+    tick.append(makeProcess(12, 10, "extra", 9.0));
+    for (const auto &load : groupApplicationLoads(tick))
+        EXPECT_EQ(load.id, idByName[load.application == "extra" ? "job" : load.application]);
+}
+
+TEST(ApplicationGroupingTest, EveryProcessLandsInExactlyOneLoad)
+{
+    // A larger made-up desktop: a manager, chains, a cycle, repeats of names.
+    QList<ProcessMetric> processes;
+    processes.append(serviceManager(makeProcess(2, 1, "systemd")));
+    for (pid_t pid = 10; pid < 200; ++pid) {
+        const pid_t parent = pid % 7 == 0 ? 2 : pid - 1 - (pid % 3);
+        processes.append(makeProcess(pid, parent, QStringLiteral("p%1").arg(pid % 5), pid % 11));
+    }
+    processes.append(makeProcess(300, 301, "c"));
+    processes.append(makeProcess(301, 300, "d"));
+    std::multiset<pid_t> seen;
+    for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
+        for (const ProcessMetric &member : load.processes)
+            seen.insert(member.identity.pid);
+        EXPECT_TRUE(std::any_of(load.processes.begin(), load.processes.end(),
+                                [&](const ProcessMetric &p) { return p == load.target; }));
+    }
+    EXPECT_EQ(seen.size(), std::size_t(processes.size()));
+    for (const ProcessMetric &process : processes)
+        EXPECT_EQ(seen.count(process.identity.pid), 1u) << process.identity.pid;
+}
+
+TEST(ApplicationGroupingTest, ApplicationNameFromPath)
+{
+    struct Row {
+        const char *path;
+        const char *platformName;
+        const char *expected;
+    };
+    const Row rows[] = {
+        {"/Applications/Editor.app", "", "Editor"},
+        {"/Applications/Editor.app/", "", "Editor"},
+        {"/A.app/Contents/Frameworks/Editor Helper (GPU).app", "", "Editor (GPU)"},
+        {"/Applications/Foo Helper Helper.app", "", "Foo"},
+        {"/Applications/Foo.Bar.app", "", "Foo.Bar"},
+        {"/opt/NoExtension", "", "NoExtension"},
+        {"org.example.Thing", "Thing", "Thing"},
+        {"/usr/share/applications/firefox.desktop", "Firefox 网络浏览器", "Firefox 网络浏览器"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(applicationNameForPath(QString::fromUtf8(row.path),
+                                         QString::fromUtf8(row.platformName)),
+                  QString::fromUtf8(row.expected))
+            << row.path;
+}
+
+} // namespace

@@ -1,0 +1,205 @@
+#include "process/TaskAssembly.h"
+#include "process/LoadTextFormats.h"
+#include "process/ProcessNameOrder.h"
+#include "support/StoreTesting.h"
+
+#include <QLocale>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+TEST(LoadTextFormatsTest, ByteTextsOfExtremeAndBrokenInputs)
+{
+    EXPECT_EQ(memoryText(std::numeric_limits<std::uint64_t>::max()),
+              QStringLiteral("18446744073.7 GB"));
+    EXPECT_EQ(rateText(0.4), QStringLiteral("0 B/s"));
+    EXPECT_EQ(rateText(-5.0), QStringLiteral("0 B/s"));
+    EXPECT_EQ(rateText(std::numeric_limits<double>::quiet_NaN()), QStringLiteral("0 B/s"));
+    EXPECT_EQ(rateText(2e9), QStringLiteral("2.0 GB/s"));
+}
+
+TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)
+{
+    const std::pair<double, const char *> rows[] = {
+        {0.0, "0 秒"},
+        {0.5, "1 秒"},
+        {59.4, "59 秒"},
+        {59.6, "1 分钟"},
+        {3599.4, "59 分钟"},
+        {3599.6, "1 小时 0 分钟"},
+        {3725.0, "1 小时 2 分钟"},
+        {-5.0, "0 秒"},
+        {std::numeric_limits<double>::infinity(), "0 秒"},
+    };
+    for (const auto &[seconds, text] : rows)
+        EXPECT_EQ(durationText(seconds), QString::fromUtf8(text)) << seconds;
+}
+
+TEST(LoadTextFormatsTest, ResourceImpactThresholdsAreInclusive)
+{
+    struct Row {
+        double cpu;
+        double disk;
+        ResourceImpact impact;
+    };
+    const Row rows[] = {
+        {80.0, 0.0, ResourceImpact::high},        {79.9, 0.0, ResourceImpact::medium},
+        {0.0, 20e6, ResourceImpact::high},        {20.0, 0.0, ResourceImpact::medium},
+        {19.9, 1'999'999.0, ResourceImpact::low}, {0.0, 2e6, ResourceImpact::medium},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(resourceImpact(row.cpu, row.disk), row.impact) << row.cpu << " " << row.disk;
+}
+
+TEST(ProcessNameOrderTest, DigitRunsSortByValueInTheCLocale)
+{
+    const ProcessNameOrder order(QLocale::c());
+    struct Row {
+        const char *left;
+        const char *right;
+        int expected;
+    };
+    const Row rows[] = {
+        {"a2", "a10", -1},
+        {"a10", "a2", 1},
+        {"node", "node", 0},
+        {"Zed", "alpha", 1},
+        {"a", "a1", -1},
+        {"x9y", "x10a", -1},
+        {"a002", "a2", -1},
+        {"a2", "a002", 1},
+        {"99999999999999999999", "100000000000000000000", -1},
+        {"worker-3", "worker-12", -1},
+        {"1", "a", -1},
+        {"A", "a", -1},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(order.compare(QString::fromUtf8(row.left), QString::fromUtf8(row.right)),
+                  row.expected)
+            << row.left << " vs " << row.right;
+}
+
+TEST(ProcessNameOrderTest, DigitRunsSortByValueInARealLocale)
+{
+    const ProcessNameOrder order(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_LT(order.compare(u"a2", u"a10"), 0);
+    EXPECT_LT(order.compare(u"Äpfel", u"Birnen"), 0); // collated, not by code point
+    EXPECT_LT(order.compare(u"apfel", u"Birnen"), 0);
+}
+
+// The tree's shape as "name(pid)[children]" for compact expectations.
+QString shapeOf(const std::vector<DashboardProcessNode> &nodes)
+{
+    QStringList parts;
+    for (const DashboardProcessNode &node : nodes) {
+        QString part = node.name + QLatin1Char('(') + QString::number(node.pid) + QLatin1Char(')');
+        if (node.isTarget)
+            part += QLatin1Char('*');
+        if (!node.children.empty())
+            part += QLatin1Char('[') + shapeOf(node.children) + QLatin1Char(']');
+        parts << part;
+    }
+    return parts.join(QLatin1Char(' '));
+}
+
+struct TreeCase {
+    const char *name;
+    std::vector<ProcessMetric> processes;
+    pid_t target;
+    const char *shape;
+};
+
+class ProcessTreeTest : public testing::TestWithParam<TreeCase> {};
+
+TEST_P(ProcessTreeTest, BuildsTheForestInNameOrder)
+{
+    const ProcessNameOrder order(QLocale::c());
+    EXPECT_EQ(shapeOf(assembleProcessTree(GetParam().processes, GetParam().target, order)),
+              QString::fromUtf8(GetParam().shape));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ProcessTreeTest,
+    testing::Values(
+        TreeCase{"OneProcessIsOneTargetRoot", {makeProcess(5, 1, "solo")}, 5, "solo(5)*"},
+        TreeCase{"ParentInAnotherLoadMakesARoot",
+                 {makeProcess(7, 3, "child"), makeProcess(8, 7, "grandchild")},
+                 8,
+                 "child(7)[grandchild(8)*]"},
+        TreeCase{"SiblingsOfEqualNameStandInPidOrder",
+                 {makeProcess(1, 0, "sh"), makeProcess(100, 1, "node"), makeProcess(20, 1, "node")},
+                 20,
+                 "sh(1)[node(20)* node(100)]"},
+        TreeCase{"NumericNamesInTheCLocale",
+                 {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a10"), makeProcess(3, 1, "a2"),
+                  makeProcess(4, 1, "B1")},
+                 3,
+                 "sh(1)[a2(3)* a10(2) B1(4)]"},
+        TreeCase{"RootsAlsoStandInNameOrder",
+                 {makeProcess(9, 0, "zsh"), makeProcess(8, 0, "bash")},
+                 9,
+                 "bash(8) zsh(9)*"},
+        TreeCase{
+            "TwoProcessesNamingEachOtherAppearThroughTheCycleSweep",
+            // No root: the first in name order takes the other as child.
+            {makeProcess(31, 30, "ping"), makeProcess(30, 31, "pong"), makeProcess(40, 0, "root")},
+            30,
+            "root(40) ping(31)[pong(30)*]"},
+        TreeCase{"SelfParentAppearsOnce", {makeProcess(6, 6, "self")}, 6, "self(6)*"},
+        TreeCase{"TargetMarkedDeep",
+                 {makeProcess(1, 0, "a"), makeProcess(2, 1, "b"), makeProcess(3, 2, "c")},
+                 3,
+                 "a(1)[b(2)[c(3)*]]"}),
+    [](const testing::TestParamInfo<TreeCase> &info) { return info.param.name; });
+
+TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
+{
+    ApplicationLoad load;
+    load.id = QStringLiteral("task-abc");
+    load.application = QStringLiteral("pytest");
+    load.processes = {makeProcess(10, 1, "bash", 1.0, 500'000.0),
+                      makeProcess(11, 10, "pytest", 79.5, 1'500'000.0)};
+    load.processes[1].command.project = QStringLiteral("kiln");
+    load.processes[0].duration = 4000.0;
+    load.target = load.processes[1];
+    TaskClassification classification = TaskClassification::classify(load);
+
+    const DashboardTask task = assembleTask(load, classification, ProcessNameOrder(QLocale::c()));
+    EXPECT_EQ(task.id, load.id);
+    EXPECT_EQ(task.application, QStringLiteral("pytest"));
+    EXPECT_EQ(task.kind, TaskKind::test);
+    EXPECT_EQ(task.detail, classification.detail);
+    EXPECT_EQ(task.targetProcess, (DashboardProcessSummary{QStringLiteral("pytest"), 11, 79.5,
+                                                           QStringLiteral("10 秒")}));
+    EXPECT_EQ(task.relatedProcessCount, 2);
+    EXPECT_DOUBLE_EQ(task.cpu, 80.5);
+    EXPECT_EQ(task.memory, QStringLiteral("20 MB"));
+    EXPECT_EQ(task.disk, QStringLiteral("2.0 MB/s"));
+    EXPECT_EQ(task.energy, ResourceImpact::high); // the sum crosses 80, no member does
+    EXPECT_EQ(task.duration, QStringLiteral("1 小时 6 分钟"));
+    EXPECT_EQ(task.symbolName, classification.symbolName);
+    EXPECT_EQ(task.diagnosis, classification.diagnosis);
+    EXPECT_EQ(task.canTerminate, classification.canTerminate);
+    EXPECT_EQ(task.terminationImpact, classification.impact);
+    EXPECT_FALSE(task.isEnded);
+
+    ASSERT_EQ(task.processTree.size(), 1u);
+    const DashboardProcessNode &root = task.processTree[0];
+    EXPECT_EQ(root.id, QStringLiteral("10-1010.0"));
+    EXPECT_EQ(root.energyImpact, ResourceImpact::low);
+    ASSERT_EQ(root.children.size(), 1u);
+    const DashboardProcessNode &leaf = root.children[0];
+    EXPECT_EQ(leaf.id, processNodeKey(11, TimePoint::fromSecondsSince1970(1011.0)));
+    EXPECT_EQ(leaf.memory, QStringLiteral("10 MB"));
+    EXPECT_EQ(leaf.disk, QStringLiteral("1.5 MB/s"));
+    EXPECT_EQ(leaf.energyImpact, ResourceImpact::medium);
+    EXPECT_EQ(leaf.project, std::optional<QString>(QStringLiteral("kiln")));
+    EXPECT_TRUE(leaf.isTarget);
+    EXPECT_FALSE(root.isTarget);
+}
+
+} // namespace

@@ -1,0 +1,129 @@
+#include "support/FakeTermination.h"
+
+#include <unistd.h>
+
+void TerminationCallLog::record(std::string call)
+{
+    std::lock_guard lock(mutex);
+    calls.push_back(std::move(call));
+}
+
+std::vector<std::string> TerminationCallLog::snapshot()
+{
+    std::lock_guard lock(mutex);
+    return calls;
+}
+
+FakeProcessIdentityReader::FakeProcessIdentityReader(std::shared_ptr<TerminationCallLog> log)
+    : m_log(std::move(log))
+{
+}
+
+void FakeProcessIdentityReader::setReading(pid_t pid,
+                                           std::optional<ProcessTerminationTarget> reading)
+{
+    queueReadings(pid, {std::move(reading)});
+}
+
+void FakeProcessIdentityReader::queueReadings(
+    pid_t pid, std::vector<std::optional<ProcessTerminationTarget>> readings)
+{
+    std::lock_guard lock(m_mutex);
+    m_readings[pid] = {readings.begin(), readings.end()};
+}
+
+int FakeProcessIdentityReader::readCount(pid_t pid)
+{
+    std::lock_guard lock(m_mutex);
+    return m_readCounts[pid];
+}
+
+std::optional<ProcessTerminationTarget> FakeProcessIdentityReader::readIdentity(pid_t pid)
+{
+    if (m_log)
+        m_log->record("read " + std::to_string(pid));
+    std::lock_guard lock(m_mutex);
+    ++m_readCounts[pid];
+    auto found = m_readings.find(pid);
+    if (found == m_readings.end() || found->second.empty())
+        return std::nullopt;
+    std::deque<std::optional<ProcessTerminationTarget>> &queue = found->second;
+    std::optional<ProcessTerminationTarget> reading = queue.front();
+    if (queue.size() > 1)
+        queue.pop_front();
+    return reading;
+}
+
+class RecordingPinnedProcess final : public PinnedProcess {
+public:
+    RecordingPinnedProcess(RecordingSignalSender &sender, pid_t pid) : m_sender(sender), m_pid(pid)
+    {
+    }
+
+    int send(ProcessTerminationSignal signal) override
+    {
+        if (m_sender.m_log) {
+            m_sender.m_log->record("send " + std::to_string(m_pid) + " " +
+                                   (signal == ProcessTerminationSignal::forced ? "9" : "15"));
+        }
+        std::lock_guard lock(m_sender.m_mutex);
+        m_sender.m_sent.push_back({m_pid, signal});
+        return m_sender.m_sendError;
+    }
+
+private:
+    RecordingSignalSender &m_sender;
+    pid_t m_pid;
+};
+
+RecordingSignalSender::RecordingSignalSender(std::shared_ptr<TerminationCallLog> log)
+    : m_log(std::move(log))
+{
+}
+
+void RecordingSignalSender::setSendError(int error)
+{
+    std::lock_guard lock(m_mutex);
+    m_sendError = error;
+}
+
+std::vector<pid_t> RecordingSignalSender::pinned()
+{
+    std::lock_guard lock(m_mutex);
+    return m_pinned;
+}
+
+std::vector<RecordingSignalSender::Sent> RecordingSignalSender::sent()
+{
+    std::lock_guard lock(m_mutex);
+    return m_sent;
+}
+
+std::unique_ptr<PinnedProcess> RecordingSignalSender::pin(pid_t pid)
+{
+    if (m_log)
+        m_log->record("pin " + std::to_string(pid));
+    std::lock_guard lock(m_mutex);
+    m_pinned.push_back(pid);
+    return std::make_unique<RecordingPinnedProcess>(*this, pid);
+}
+
+ProcessTerminationController
+makeFakeTerminationController(std::shared_ptr<FakeProcessIdentityReader> reader,
+                              std::shared_ptr<RecordingSignalSender> sender,
+                              std::vector<double> intervals)
+{
+    return ProcessTerminationController(std::move(reader), std::move(sender), ::getuid(),
+                                        ::getpid(), std::move(intervals));
+}
+
+ProcessTerminationTarget makeTarget(pid_t pid, const QString &name)
+{
+    ProcessTerminationTarget target;
+    target.identity.pid = pid;
+    target.identity.startTime = TimePoint::fromSecondsSince1970(1000.0 + pid);
+    target.identity.executablePath = QStringLiteral("/usr/bin/") + name;
+    target.userID = ::getuid();
+    target.name = name;
+    return target;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+// Child processes that the test starts itself, for the few things that only
+// the kernel can show: signals, exits, identities. A test signals nothing but
+// these. The child dies with the test program (PR_SET_PDEATHSIG), and the
+// owner reaps it: an unreaped child's pid stays the child's, so the owner's
+// own clean-up kill can never reach another process.
+
+#include <optional>
+#include <sys/types.h>
+
+class ForkedChild {
+public:
+    enum class Behaviour {
+        waitsForSignals, // default dispositions: SIGTERM ends it
+        ignoresTerm,     // SIGTERM ignored: only SIGKILL ends it
+        exitsAfterDelay, // exits by itself after `delaySeconds`
+        exitsAtOnce,     // exits as soon as it starts
+    };
+
+    // Forks and waits until the child has set itself up (its dispositions are
+    // in place), or has exited.
+    explicit ForkedChild(Behaviour behaviour, double delaySeconds = 0.0);
+    ~ForkedChild(); // SIGKILL if still unreaped, then reap
+    ForkedChild(const ForkedChild &) = delete;
+    ForkedChild &operator=(const ForkedChild &) = delete;
+
+    pid_t pid() const { return m_pid; }
+    bool started() const { return m_pid > 0; }
+
+    // Waits until the child has exited but leaves it a zombie (not reaped).
+    bool waitUntilZombie(double timeoutSeconds);
+    // Reaps the child, waiting at most `timeoutSeconds`; true once reaped.
+    bool reap(double timeoutSeconds);
+    // After reaping: the signal that ended it, if one did.
+    std::optional<int> terminatingSignal() const { return m_terminatingSignal; }
+
+private:
+    pid_t m_pid = -1;
+    bool m_reaped = false;
+    std::optional<int> m_terminatingSignal;
+};

@@ -1,0 +1,290 @@
+#include "support/FakeTermination.h"
+
+#include "sampling/Cancellation.h"
+#include "termination/ProtectedProcessNames.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <thread>
+
+#include <unistd.h>
+
+namespace {
+
+using Rejection = ProcessTerminationRejection;
+
+constexpr pid_t kPid = 4242;
+
+ProcessTerminationTarget withPid(ProcessTerminationTarget target, pid_t pid)
+{
+    target.identity.pid = pid;
+    return target;
+}
+ProcessTerminationTarget withUser(ProcessTerminationTarget target, uid_t user)
+{
+    target.userID = user;
+    return target;
+}
+ProcessTerminationTarget withName(ProcessTerminationTarget target, const QString &name)
+{
+    target.name = name;
+    return target;
+}
+ProcessTerminationTarget withStartTime(ProcessTerminationTarget target, double seconds)
+{
+    target.identity.startTime = TimePoint::fromSecondsSince1970(seconds);
+    return target;
+}
+ProcessTerminationTarget withExecutable(ProcessTerminationTarget target, const QString &path)
+{
+    target.identity.executablePath = path;
+    return target;
+}
+
+struct SafetyCase {
+    const char *name;
+    ProcessTerminationTarget target;
+    std::optional<ProcessTerminationTarget> current;
+    std::optional<Rejection> expected;
+};
+
+class SafetyCheckOrder : public ::testing::TestWithParam<SafetyCase> {};
+
+// Every row is also run through `terminate`: a rejection sends nothing, an
+// accepted target gets exactly one signal.
+TEST_P(SafetyCheckOrder, FirstFailingTestDecides)
+{
+    const SafetyCase &row = GetParam();
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    auto sender = std::make_shared<RecordingSignalSender>();
+    const ProcessTerminationController controller = makeFakeTerminationController(reader, sender);
+    reader->setReading(row.target.identity.pid, row.current);
+
+    EXPECT_EQ(controller.check(row.target, row.current), row.expected);
+
+    const ProcessTerminationResult result =
+        controller.terminate(row.target, ProcessTerminationSignal::graceful);
+    if (row.expected) {
+        EXPECT_EQ(result, ProcessTerminationResult::rejected(*row.expected));
+        EXPECT_TRUE(sender->sent().empty());
+    } else {
+        EXPECT_EQ(result, ProcessTerminationResult::signalSent(ProcessTerminationSignal::graceful));
+        EXPECT_EQ(sender->sent(), (std::vector<RecordingSignalSender::Sent>{
+                                      {kPid, ProcessTerminationSignal::graceful}}));
+    }
+}
+
+const ProcessTerminationTarget kSeen = makeTarget(kPid, QStringLiteral("node"));
+const uid_t kOtherUser = ::getuid() + 1;
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SafetyCheckOrder,
+    ::testing::Values(
+        SafetyCase{"AcceptsTheSameProcess", kSeen, kSeen, std::nullopt},
+        // The record decides before the machine is looked at.
+        SafetyCase{"OtherUsersRecordWhateverTheReading", withUser(kSeen, kOtherUser), kSeen,
+                   Rejection::notCurrentUser},
+        SafetyCase{"OtherUsersRecordBeforePidOne", withUser(withPid(kSeen, 1), kOtherUser),
+                   std::nullopt, Rejection::notCurrentUser},
+        SafetyCase{"PidOne", withPid(kSeen, 1), std::nullopt, Rejection::systemCritical},
+        SafetyCase{"PidZero", withPid(kSeen, 0), std::nullopt, Rejection::systemCritical},
+        SafetyCase{"NegativePid", withPid(kSeen, -1), std::nullopt, Rejection::systemCritical},
+        SafetyCase{"ThisProgram", withPid(kSeen, ::getpid()), withPid(kSeen, ::getpid()),
+                   Rejection::selfProcess},
+        SafetyCase{"ProtectedMacName", withName(kSeen, QStringLiteral("WindowServer")), kSeen,
+                   Rejection::protectedProcess},
+        SafetyCase{"ProtectedLinuxName", withName(kSeen, QStringLiteral("GNOME-Shell")), kSeen,
+                   Rejection::protectedProcess},
+        SafetyCase{"ProtectedNameBeforeExit", withName(kSeen, QStringLiteral("Xorg")), std::nullopt,
+                   Rejection::protectedProcess},
+        // From here on the machine now.
+        SafetyCase{"Gone", kSeen, std::nullopt, Rejection::alreadyExited},
+        SafetyCase{"OwnerChangedSince", kSeen, withUser(kSeen, kOtherUser),
+                   Rejection::notCurrentUser},
+        SafetyCase{"OwnerChangedBeforeIdentity", kSeen,
+                   withStartTime(withUser(kSeen, kOtherUser), 99.0), Rejection::notCurrentUser},
+        SafetyCase{"NowProtectedName", kSeen, withName(kSeen, QStringLiteral("sshd")),
+                   Rejection::protectedProcess},
+        SafetyCase{"StartTimeOneMicrosecondLater", kSeen,
+                   withStartTime(kSeen, kSeen.identity.startTime.secondsSince1970 + 1e-6),
+                   Rejection::identityChanged},
+        SafetyCase{"OtherPidInReading", kSeen, withPid(kSeen, kPid + 1),
+                   Rejection::identityChanged},
+        SafetyCase{"StartTimeBeforeExecutable", kSeen,
+                   withExecutable(withStartTime(kSeen, 1.0), QStringLiteral("/usr/bin/other")),
+                   Rejection::identityChanged},
+        SafetyCase{"OtherExecutable", kSeen,
+                   withExecutable(kSeen, QStringLiteral("/usr/bin/node (deleted)")),
+                   Rejection::executableChanged},
+        // The name takes no part beyond the protected list.
+        SafetyCase{"RenamedButSameProcess", kSeen, withName(kSeen, QStringLiteral("node-worker")),
+                   std::nullopt}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(ProtectedProcessNames, EveryLinuxSessionNameIsProtectedInAnyCase)
+{
+    for (std::string_view name : kLinuxProtectedProcessNames) {
+        const QString text = QString::fromLatin1(name.data(), qsizetype(name.size()));
+        EXPECT_TRUE(isTerminationProtectedName(text)) << name;
+        EXPECT_TRUE(isTerminationProtectedName(text.toUpper())) << name;
+    }
+    for (const char *name : {"kernel_task", "launchd", "loginwindow", "SecurityAgent",
+                             "SystemUIServer", "WindowServer"})
+        EXPECT_TRUE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
+    // Exact match only: a prefix or a longer name is not protected.
+    for (const char *name : {"systemd-foo", "sshd-session", "gdm-x", "node", ""})
+        EXPECT_FALSE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
+}
+
+TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
+{
+    auto log = std::make_shared<TerminationCallLog>();
+    auto reader = std::make_shared<FakeProcessIdentityReader>(log);
+    auto sender = std::make_shared<RecordingSignalSender>(log);
+    reader->setReading(kPid, kSeen);
+    const auto controller = makeFakeTerminationController(reader, sender);
+
+    EXPECT_EQ(controller.terminate(kSeen, ProcessTerminationSignal::forced),
+              ProcessTerminationResult::signalSent(ProcessTerminationSignal::forced));
+    EXPECT_EQ(log->snapshot(), (std::vector<std::string>{"pin 4242", "read 4242", "send 4242 9"}));
+}
+
+TEST(ProcessTermination, RecordRejectionTouchesNoProcess)
+{
+    auto log = std::make_shared<TerminationCallLog>();
+    auto reader = std::make_shared<FakeProcessIdentityReader>(log);
+    auto sender = std::make_shared<RecordingSignalSender>(log);
+    const auto controller = makeFakeTerminationController(reader, sender);
+
+    EXPECT_EQ(controller.terminate(withPid(kSeen, 1), ProcessTerminationSignal::forced),
+              ProcessTerminationResult::rejected(Rejection::systemCritical));
+    EXPECT_TRUE(log->snapshot().empty());
+}
+
+// The pid was reused between the request and the confirmation: the reading
+// is a newer process on the same pid.
+TEST(ProcessTermination, ReusedPidIsRefusedWithoutSignal)
+{
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    auto sender = std::make_shared<RecordingSignalSender>();
+    const auto controller = makeFakeTerminationController(reader, sender);
+    reader->setReading(
+        kPid, withExecutable(withStartTime(kSeen, 5000.0), QStringLiteral("/usr/bin/bash")));
+
+    const ProcessTerminationResult result =
+        controller.terminate(kSeen, ProcessTerminationSignal::graceful);
+    EXPECT_EQ(result, ProcessTerminationResult::rejected(Rejection::identityChanged));
+    EXPECT_EQ(result.text(), QStringLiteral("任务身份已经变化，为避免误伤未发送结束信号。"));
+    EXPECT_TRUE(sender->sent().empty());
+}
+
+struct TextCase {
+    ProcessTerminationResult result;
+    const char *text;
+};
+
+TEST(ProcessTerminationResult, TextsOfEveryForm)
+{
+    using R = ProcessTerminationResult;
+    const TextCase rows[] = {
+        {R::signalSent(ProcessTerminationSignal::graceful), "已发送正常结束请求。"},
+        {R::signalSent(ProcessTerminationSignal::forced), "已发送强制结束请求。"},
+        {R::rejected(Rejection::notCurrentUser), "安全校验未通过：该进程不属于当前用户。"},
+        {R::rejected(Rejection::selfProcess), "安全校验未通过：KilnWarden 不能结束自身。"},
+        {R::rejected(Rejection::systemCritical), "安全校验未通过：系统关键进程不可结束。"},
+        {R::rejected(Rejection::protectedProcess), "安全校验未通过：该进程受保护。"},
+        {R::rejected(Rejection::alreadyExited), "任务已经结束，无需再次操作。"},
+        {R::rejected(Rejection::identityChanged), "任务身份已经变化，为避免误伤未发送结束信号。"},
+        {R::rejected(Rejection::executableChanged), "任务身份已经变化，为避免误伤未发送结束信号。"},
+        {R::signalFailed(EPERM), "没有权限结束该任务，未进行重试。"},
+        {R::signalFailed(EACCES), "没有权限结束该任务，未进行重试。"},
+        {R::signalFailed(ESRCH), "任务已经结束，未进行重试。"},
+        {R::signalFailed(EINVAL), "结束任务失败（系统错误 22），未进行重试。"},
+    };
+    for (const TextCase &row : rows)
+        EXPECT_EQ(row.result.text(), QString::fromUtf8(row.text));
+}
+
+// Gone between the check and the signal: the kernel's answer, not a retry.
+TEST(ProcessTermination, KernelFailureIsReportedOnceWithItsErrorNumber)
+{
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    auto sender = std::make_shared<RecordingSignalSender>();
+    sender->setSendError(ESRCH);
+    reader->setReading(kPid, kSeen);
+    const auto controller = makeFakeTerminationController(reader, sender);
+
+    EXPECT_EQ(controller.terminate(kSeen, ProcessTerminationSignal::graceful),
+              ProcessTerminationResult::signalFailed(ESRCH));
+    EXPECT_EQ(sender->sent().size(), 1u);
+}
+
+struct WaitCase {
+    const char *name;
+    std::vector<double> intervals;
+    int runningReadings; // readings that still show the target, then it has gone
+    bool expectedStillRunning;
+    int expectedReads;
+};
+
+class WaitForExitSchedule : public ::testing::TestWithParam<WaitCase> {};
+
+TEST_P(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
+{
+    const WaitCase &row = GetParam();
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    std::vector<std::optional<ProcessTerminationTarget>> readings(row.runningReadings, kSeen);
+    readings.push_back(std::nullopt);
+    reader->queueReadings(kPid, readings);
+    const auto controller = makeFakeTerminationController(
+        reader, std::make_shared<RecordingSignalSender>(), row.intervals);
+
+    Cancellation cancellation;
+    EXPECT_EQ(controller.waitForExit(kSeen, cancellation), row.expectedStillRunning);
+    EXPECT_EQ(reader->readCount(kPid), row.expectedReads);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, WaitForExitSchedule,
+    ::testing::Values(WaitCase{"GoneBeforeTheFirstCheck", {0.01, 0.01, 0.01}, 0, false, 1},
+                      WaitCase{"GoneAtTheSecondCheckPoint", {0.01, 0.01, 0.01}, 2, false, 3},
+                      WaitCase{"StillThereAfterAll", {0.01, 0.01, 0.01}, 10, true, 4},
+                      WaitCase{"EmptyScheduleRunning", {}, 10, true, 1},
+                      WaitCase{"EmptyScheduleGone", {}, 0, false, 1}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(WaitForExit, ReusedPidCountsAsExit)
+{
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    reader->setReading(kPid, withStartTime(kSeen, 9999.0));
+    const auto controller =
+        makeFakeTerminationController(reader, std::make_shared<RecordingSignalSender>());
+    Cancellation cancellation;
+    EXPECT_FALSE(controller.waitForExit(kSeen, cancellation));
+    // The name does not take part in "running".
+    reader->setReading(kPid, withName(kSeen, QStringLiteral("renamed")));
+    EXPECT_TRUE(controller.isRunning(kSeen));
+    reader->setReading(kPid, withUser(kSeen, kOtherUser));
+    EXPECT_FALSE(controller.isRunning(kSeen));
+}
+
+TEST(WaitForExit, CancelledSleepCountsAsRunning)
+{
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    reader->setReading(kPid, kSeen);
+    const auto controller = makeFakeTerminationController(
+        reader, std::make_shared<RecordingSignalSender>(), {30.0, 30.0});
+    Cancellation cancellation;
+    std::thread canceller([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        cancellation.cancel();
+    });
+    const double started = continuousClockSeconds();
+    EXPECT_TRUE(controller.waitForExit(kSeen, cancellation));
+    canceller.join();
+    EXPECT_LT(continuousClockSeconds() - started, 10.0); // the cancel ended the 30 s sleep
+    EXPECT_EQ(reader->readCount(kPid), 1);
+}
+
+} // namespace
