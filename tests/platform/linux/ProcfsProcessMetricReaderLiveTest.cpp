@@ -192,6 +192,12 @@ TEST_F(LiveProcfsTest, ChildThatWritesAndSyncsShowsADiskRate)
 
 TEST_F(LiveProcfsTest, ReaderSeesItsOwnProcessAndNoOtherUsers)
 {
+    // CPU time counts in 10 ms clock ticks; a freshly started test program
+    // may not have used one yet.
+    const auto spinUntil = std::chrono::steady_clock::now() + std::chrono::milliseconds(50);
+    volatile unsigned long spin = 0;
+    while (std::chrono::steady_clock::now() < spinUntil)
+        spin = spin + 1;
     ProcfsProcessMetricReader reader;
     const auto records = reader.readMetrics(TimePoint::now());
     const auto self = findProcess(records, ::getpid());
