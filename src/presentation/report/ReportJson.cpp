@@ -177,10 +177,10 @@ QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetr
     QJsonArray sampleArray;
     for (const SystemMetricSample &sample : samples)
         sampleArray.append(sampleJson(sample));
+    // The samples, then what the dashboard derived from the last of them.
     QJsonObject report{{QStringLiteral("samples"), sampleArray}};
     report.insert(QStringLiteral("sensorStatuses"), sensorStatusesJson(store));
     addLoadSourcesJson(report, store);
-    // Each part of the dashboard's state adds its own section below.
     report.insert(QStringLiteral("menuBar"), menuBarPresentationJson(store.menuBarPresentation()));
     QJsonArray incidents;
     for (const DashboardIncident &incident : store.incidents())
