@@ -82,7 +82,9 @@ QList<ProcessMetric> desktopTick(const std::vector<ProcessStrings> &strings, int
 
 std::unique_ptr<DashboardStore> makeStore()
 {
-    return std::make_unique<DashboardStore>(LiveSystemMonitor(makeSystemMetricSampler(), 2.0));
+    // Ingest never signals; the controller only decides which nodes could be offered.
+    return std::make_unique<DashboardStore>(LiveSystemMonitor(makeSystemMetricSampler(), 2.0),
+                                            makeProcessTerminationController());
 }
 
 SystemMetricSample sampleAt(int tick, QList<ProcessMetric> processes)
