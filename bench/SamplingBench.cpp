@@ -12,8 +12,10 @@ struct NoProcesses final : ProcessMetricsProbing {
     QList<ProcessMetric> sample(TimePoint) override { return {}; }
 };
 
-// CPU time of the calling thread per tick: the sampler runs every probe on
-// the thread that asks for the sample.
+// CPU time of the calling thread per tick of every machine-wide probe (CPU,
+// thermal state, sensors, GPU, disk, memory, network) through the sampler,
+// which runs them on the thread that asks for the sample. The process probe,
+// whose cost grows with the process count, has a benchmark of its own.
 void BM_SamplerTickWithoutProcesses(benchmark::State &state)
 {
     SystemMetricSampler::Probes probes = makePlatformProbes();
