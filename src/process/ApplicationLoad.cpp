@@ -2,15 +2,21 @@
 
 #include <algorithm>
 
+LoadTotals loadTotals(const ApplicationLoad &load)
+{
+    LoadTotals totals;
+    for (const ProcessMetric &process : load.processes) {
+        totals.cpuPercent += process.cpuPercent;
+        totals.diskBytesPerSecond += process.diskBytesPerSecond;
+        totals.residentBytes += process.residentBytes;
+    }
+    return totals;
+}
+
 double loadScore(const ApplicationLoad &load)
 {
-    double cpu = 0.0;
-    double disk = 0.0;
-    for (const ProcessMetric &process : load.processes) {
-        cpu += process.cpuPercent;
-        disk += process.diskBytesPerSecond;
-    }
-    return cpu + std::min(50.0, disk / 1'000'000.0);
+    const LoadTotals totals = loadTotals(load);
+    return totals.cpuPercent + std::min(50.0, totals.diskBytesPerSecond / 1'000'000.0);
 }
 
 double loadDuration(const ApplicationLoad &load)

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -21,6 +22,17 @@ struct ApplicationLoad {
 
 // Sum of CPU percent, plus one point per MB/s of disk, capped at 50 points, so
 // that a disk-bound source ranks without outweighing a busy CPU.
+// The members' figures added up: what the score, the supporting facts and
+// the task's own figures all start from.
+struct LoadTotals {
+    double cpuPercent = 0.0;
+    double diskBytesPerSecond = 0.0;
+    std::uint64_t residentBytes = 0; // wraps only beyond 18 EB
+
+    bool operator==(const LoadTotals &) const = default;
+};
+LoadTotals loadTotals(const ApplicationLoad &load);
+
 double loadScore(const ApplicationLoad &load);
 
 // The longest-running member's duration (the target's for an empty list).

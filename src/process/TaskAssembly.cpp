@@ -110,14 +110,9 @@ std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessM
 DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
                            const ProcessNameOrder &order)
 {
-    double cpu = 0.0;
-    double disk = 0.0;
-    std::uint64_t memory = 0;
-    for (const ProcessMetric &process : load.processes) {
-        cpu += process.cpuPercent;
-        disk += process.diskBytesPerSecond;
-        memory += process.residentBytes; // wraps only beyond 18 EB
-    }
+    const LoadTotals totals = loadTotals(load);
+    const double cpu = totals.cpuPercent;
+    const double disk = totals.diskBytesPerSecond;
     const ProcessMetric &target = load.target;
 
     DashboardTask task;
@@ -130,7 +125,7 @@ DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification
     task.relatedProcessCount = static_cast<qint64>(load.processes.size());
     task.processTree = assembleProcessTree(load.processes, target.identity.pid, order);
     task.cpu = cpu;
-    task.memory = memoryText(memory);
+    task.memory = memoryText(totals.residentBytes);
     task.disk = rateText(disk);
     task.energy = resourceImpact(cpu, disk);
     task.duration = durationText(loadDuration(load));

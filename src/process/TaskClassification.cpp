@@ -125,12 +125,9 @@ QString detailOf(const ApplicationLoad &load)
 
 QString supportingFactsOf(const ApplicationLoad &load)
 {
-    double cpu = 0.0;
-    double disk = 0.0;
-    for (const ProcessMetric &process : load.processes) {
-        cpu += process.cpuPercent;
-        disk += process.diskBytesPerSecond;
-    }
+    const LoadTotals totals = loadTotals(load);
+    const double cpu = totals.cpuPercent;
+    const double disk = totals.diskBytesPerSecond;
     const long long roundedCPU =
         std::isfinite(cpu) ? std::llround(std::clamp(cpu, -1e15, 1e15)) : 0;
     return kwText("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
