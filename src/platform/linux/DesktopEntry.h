@@ -6,8 +6,8 @@
 #include <optional>
 #include <string_view>
 
-// Desktop entries (freedesktop.org Desktop Entry Specification): the files
-// that name an application for menus and launchers.
+// Desktop entries (the freedesktop.org .desktop files): the files that name
+// an application for menus and launchers.
 
 // The display name of a desktop entry: the "Name[zh_CN]" key of its
 // [Desktop Entry] group, as the interface is Chinese, else "Name". Nothing
@@ -16,9 +16,9 @@
 std::optional<QString> parseDesktopEntryName(std::string_view text);
 
 // The XDG data directories in lookup order, from the values of XDG_DATA_HOME,
-// XDG_DATA_DIRS and HOME (empty when unset), with the specification's
+// XDG_DATA_DIRS and HOME (empty when unset), with the XDG base directory
 // defaults: ~/.local/share, then /usr/local/share and /usr/share. Relative
-// entries are ignored, as the specification requires.
+// entries are ignored, as XDG requires.
 QStringList xdgDataDirectories(const QString &dataHome, const QString &dataDirs,
                                const QString &home);
 
