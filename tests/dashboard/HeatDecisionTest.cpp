@@ -99,44 +99,4 @@ TEST(HeatDecision, NoSampleIsCollecting)
     EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
 }
 
-// Over every combination around the thresholds: the menu bar is abnormal on
-// every hot sample, and outside the action-recommended conditions it shows
-// high load exactly on the hot ones.
-TEST(HeatDecision, MenuBarTurnsAbnormalOnExactlyTheHotSamples)
-{
-    const std::array thermals = {Thermal::nominal, Thermal::fair, Thermal::serious,
-                                 Thermal::critical, Thermal::unknown};
-    const std::array<std::optional<double>, 6> temperatures = {std::nullopt, 40.0, 74.9,
-                                                               75.0,         89.9, 90.0};
-    const std::array<std::optional<double>, 4> cpus = {std::nullopt, 0.0, 29.9, 30.0};
-    const std::array<std::optional<double>, 4> taskCPUs = {std::nullopt, 0.0, 29.9, 120.0};
-    int hotCount = 0;
-    for (Thermal thermal : thermals) {
-        for (const auto &temperature : temperatures) {
-            for (const auto &cpu : cpus) {
-                for (const auto &taskCPU : taskCPUs) {
-                    const SystemMetricSample sample = sampleFor(thermal, temperature, cpu);
-                    const bool hot = isSampleHot(sample, taskCPU);
-                    const State state = menuBarState(&sample, taskCPU);
-                    const bool recommendsAction = thermal == Thermal::serious ||
-                                                  thermal == Thermal::critical ||
-                                                  (temperature && *temperature >= 90.0);
-                    SCOPED_TRACE(testing::Message()
-                                 << systemThermalStateRawText(thermal).toStdString()
-                                 << " t=" << temperature.value_or(-1) << " cpu=" << cpu.value_or(-1)
-                                 << " task=" << taskCPU.value_or(-1));
-                    if (hot) {
-                        ++hotCount;
-                        EXPECT_TRUE(isAbnormalMenuBarState(state));
-                    }
-                    if (!recommendsAction) {
-                        EXPECT_EQ(state == State::highLoad, hot);
-                    }
-                }
-            }
-        }
-    }
-    EXPECT_GT(hotCount, 0);
-}
-
 } // namespace
