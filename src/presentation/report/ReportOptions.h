@@ -6,8 +6,8 @@
 #include <optional>
 
 struct ReportOptions {
-    int samples = 2;         // at least 1
-    double interval = 2.0;   // seconds between ticks, above 0
+    int samples = 2;       // at least 1
+    double interval = 2.0; // seconds between ticks, above 0
     bool json = false;
     bool help = false;
 

@@ -49,16 +49,14 @@ QString readingsSection(const SystemMetricSample &sample)
     }
     {
         const auto &network = sample.networkThroughput;
-        const QString value =
-            network.isAvailable()
-                ? QStringLiteral("↓ %1  ↑ %2")
-                      .arg(rateText(network.value()->receivedBytesPerSecond),
-                           rateText(network.value()->sentBytesPerSecond))
-                : network.statusText();
+        const QString value = network.isAvailable()
+                                  ? QStringLiteral("↓ %1  ↑ %2")
+                                        .arg(rateText(network.value()->receivedBytesPerSecond),
+                                             rateText(network.value()->sentBytesPerSecond))
+                                  : network.statusText();
         table.addRow({kwText("网络"), value, sourceOrReason(network)});
     }
-    table.addRow({kwText("进程"), formatLocaleInteger(sample.processMetrics.size()),
-                  QString()});
+    table.addRow({kwText("进程"), formatLocaleInteger(sample.processMetrics.size()), QString()});
     return table.render();
 }
 
@@ -69,8 +67,8 @@ QString menuBarLine(const MenuBarPresentation &menuBar)
     QStringList parts = {menuBar.headline};
     if (menuBar.durationText)
         parts << *menuBar.durationText;
-    for (const MenuBarPresentationMetric *metric : {&menuBar.cpu, &menuBar.temperature,
-                                                    &menuBar.fan})
+    for (const MenuBarPresentationMetric *metric :
+         {&menuBar.cpu, &menuBar.temperature, &menuBar.fan})
         parts << metric->title + QLatin1Char(' ') + metric->value;
     if (const auto &task = menuBar.primaryTask) {
         QString named = kwText("主要任务 %1 %2（%3）")
@@ -100,8 +98,8 @@ QString incidentsSection(const std::vector<DashboardIncident> &incidents)
     const QString none = QStringLiteral("—");
     for (const DashboardIncident &incident : incidents) {
         table.addRow({clockText(incident.startedAt),
-                      incident.endedAt ? clockText(*incident.endedAt) : none,
-                      incident.application, dashboardIncidentStatusName(incident.status),
+                      incident.endedAt ? clockText(*incident.endedAt) : none, incident.application,
+                      dashboardIncidentStatusName(incident.status),
                       formatLocaleNumber(incident.peakCPU, 0) + QStringLiteral("%"),
                       incident.peakTemperature
                           ? formatLocaleNumber(*incident.peakTemperature, 1) + QStringLiteral("°C")

@@ -45,7 +45,8 @@ QString TextTable::render() const
         QString text;
         for (qsizetype i = 0; i < m_headers.size(); ++i) {
             const QString cell = i < cells.size() ? cells[i] : QString();
-            text += i + 1 == m_headers.size() ? cell : padded(cell, widths[i]) + QStringLiteral("  ");
+            text +=
+                i + 1 == m_headers.size() ? cell : padded(cell, widths[i]) + QStringLiteral("  ");
         }
         while (text.endsWith(QLatin1Char(' ')))
             text.chop(1);

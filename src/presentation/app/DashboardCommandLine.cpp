@@ -1,0 +1,49 @@
+#include "presentation/app/DashboardCommandLine.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string>
+
+namespace {
+
+// The whole text must be one decimal number: no white space around it, nothing
+// after it. A leading "+" is accepted, as by the usual number parsers.
+std::optional<double> wholeNumber(const QString &text)
+{
+    std::string bytes = text.toStdString();
+    std::string_view view = bytes;
+    if (!view.empty() && view.front() == '+')
+        view.remove_prefix(1);
+    if (view.empty())
+        return std::nullopt;
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(view.data(), view.data() + view.size(), value);
+    if (error != std::errc() || end != view.data() + view.size())
+        return std::nullopt;
+    return value;
+}
+
+} // namespace
+
+std::optional<QSizeF> parseDashboardSize(const QStringList &arguments)
+{
+    const qsizetype index = arguments.indexOf(QStringLiteral("--dashboard-size"));
+    if (index < 0 || index + 2 >= arguments.size())
+        return std::nullopt;
+    const std::optional<double> width = wholeNumber(arguments[index + 1]);
+    const std::optional<double> height = wholeNumber(arguments[index + 2]);
+    if (!width || !height || !std::isfinite(*width) || !std::isfinite(*height))
+        return std::nullopt;
+    if (!(*width > 0.0) || !(*height > 0.0))
+        return std::nullopt;
+    return QSizeF(std::max(*width, 960.0), std::max(*height, 640.0));
+}
+
+DashboardSection parseDashboardPage(const QStringList &arguments)
+{
+    const qsizetype index = arguments.indexOf(QStringLiteral("--dashboard-page"));
+    if (index < 0 || index + 1 >= arguments.size())
+        return DashboardSection::overview;
+    return dashboardSectionFromText(arguments[index + 1]).value_or(DashboardSection::overview);
+}

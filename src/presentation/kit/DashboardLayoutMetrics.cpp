@@ -1,0 +1,73 @@
+#include "presentation/kit/DashboardLayoutMetrics.h"
+
+#include <algorithm>
+#include <cmath>
+
+QString dashboardHorizontalSizeText(DashboardHorizontalSize size)
+{
+    switch (size) {
+    case DashboardHorizontalSize::compact:
+        return QStringLiteral("compact");
+    case DashboardHorizontalSize::standard:
+        return QStringLiteral("standard");
+    case DashboardHorizontalSize::spacious:
+        break;
+    }
+    return QStringLiteral("spacious");
+}
+
+double dashboardTypographyScale(double width)
+{
+    const double s = (width - 960.0) / 480.0;
+    if (!(s > 0.0))
+        return 0.84;
+    // 1 - 0.84 as a 64-bit float, so that the full width gives exactly 1.0.
+    return 0.84 + std::min(s, 1.0) * (1.0 - 0.84);
+}
+
+double dashboardScaledFontSize(double size, double typographyScale)
+{
+    return std::round(2.0 * size * typographyScale) / 2.0;
+}
+
+DashboardLayoutMetrics DashboardLayoutMetrics::forSize(double width, double height)
+{
+    struct Row {
+        double sidebar, header, padding, spacing, taskColumn, sensorColumn, eventColumn,
+            overviewPadding, overviewColumnPadding, heroTop, heroTitle, diagnosisChart,
+            hardwareChart;
+        bool labels;
+    };
+    static constexpr Row compact{76, 100, 20, 16, 286, 320, 300, 20, 20, 20, 27, 288, 250, false};
+    static constexpr Row standard{210, 108, 24, 20, 340, 360, 640, 24, 24, 22, 31, 300, 278, true};
+    static constexpr Row spacious{240, 116, 32, 24, 392, 392, 764, 32, 32, 24, 34, 300, 286, true};
+
+    DashboardLayoutMetrics metrics;
+    // NaN and negative sizes fall to the smallest class rather than to none.
+    metrics.horizontalSize = !(width >= 1120.0)   ? DashboardHorizontalSize::compact
+                             : !(width >= 1400.0) ? DashboardHorizontalSize::standard
+                                                  : DashboardHorizontalSize::spacious;
+    metrics.isShort = !(height >= 760.0);
+    const Row &row = metrics.horizontalSize == DashboardHorizontalSize::compact    ? compact
+                     : metrics.horizontalSize == DashboardHorizontalSize::standard ? standard
+                                                                                   : spacious;
+    metrics.sidebarWidth = row.sidebar;
+    metrics.headerHeight = row.header;
+    metrics.footerHeight = 0;
+    metrics.pageHorizontalPadding = row.padding;
+    metrics.contentSpacing = row.spacing;
+    metrics.taskColumnWidth = row.taskColumn;
+    metrics.sensorColumnWidth = row.sensorColumn;
+    metrics.eventColumnWidth = row.eventColumn;
+    metrics.overviewHorizontalPadding = row.overviewPadding;
+    metrics.overviewColumnPadding = row.overviewColumnPadding;
+    metrics.heroTopPadding = row.heroTop;
+    metrics.heroTitleSize = row.heroTitle;
+    metrics.diagnosisChartHeight = row.diagnosisChart;
+    metrics.hardwareChartHeight = row.hardwareChart;
+    metrics.typographyScale = dashboardTypographyScale(width);
+    metrics.showsSidebarLabels = row.labels;
+    metrics.showsPrivacyLabel = row.labels;
+    metrics.showsDetailedFooter = false;
+    return metrics;
+}

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QColor>
+#include <QPainterPath>
+#include <QPointF>
+#include <QString>
+#include <QWidget>
+
+#include <optional>
+#include <vector>
+
+// One chart widget for every trend of the dashboard: fixed x and y domains,
+// per series an optional area and a line through its points with a tensioned
+// cardinal spline, point marks on the last point, custom axis labels with grid
+// lines, a rounded plot background, and an overlay text while there is no data.
+// A gap in a series is a missing point (never a zero): the caller passes only
+// the points that have a value, and the curve joins their neighbours.
+
+// A cardinal spline through `points` (in order): each segment P1→P2 is a cubic
+// Bézier with control points P1 + k·(P2 − P0) and P2 − k·(P3 − P1), where
+// k = (1 − tension) / 6 and a missing neighbour at either end is the end point
+// itself. One point gives a path with only a move; none gives an empty path.
+QPainterPath cardinalSplinePath(const std::vector<QPointF> &points, double tension);
+
+struct TrendChartArea {
+    // The area is filled from this y value (the plot's lower bound, or a base
+    // value) up to the curve.
+    double baseValue = 0.0;
+    // Vertical gradient of the series colour, top to bottom of the area.
+    double topOpacity = 0.18;
+    double bottomOpacity = 0.01;
+
+    bool operator==(const TrendChartArea &) const = default;
+};
+
+struct TrendChartSeries {
+    QString name;                // for accessibility and the mark's description
+    std::vector<QPointF> points; // x ascending; only points that have a value
+    QColor color;
+    double lineWidth = 2.4;
+    bool drawsLine = true;
+    std::optional<TrendChartArea> area;
+    // The last point's mark, as a symbol area in square pixels (a mark of
+    // area A is a filled circle of diameter 2·sqrt(A/π)); absent for none.
+    std::optional<double> lastPointMarkArea;
+
+    bool operator==(const TrendChartSeries &) const = default;
+};
+
+struct TrendChartAxisLabel {
+    double value = 0.0;
+    QString text;
+
+    bool operator==(const TrendChartAxisLabel &) const = default;
+};
+
+struct TrendChartAxis {
+    double lowerBound = 0.0;
+    double upperBound = 100.0;
+    std::vector<TrendChartAxisLabel> labels; // positions of labels and grid lines
+    bool showsLabels = true;
+    bool showsGridLines = false;
+    QColor gridColor;
+    double gridWidth = 1.0;
+
+    bool operator==(const TrendChartAxis &) const = default;
+};
+
+struct TrendChartStyle {
+    QColor labelColor;
+    double labelFontSize = 10.0; // dashboard font size, scaled with the window
+    QColor plotBackground;
+    double plotCornerRadius = 12.0;
+    QString emptyText;   // shown centred when every series is empty
+    QString emptySymbol; // optional system symbol above the empty text
+    double emptyFontSize = 12.0;
+    QColor emptyColor;
+    double tension = 0.5;
+
+    bool operator==(const TrendChartStyle &) const = default;
+};
+
+struct TrendChartContent {
+    TrendChartAxis x;
+    TrendChartAxis y;
+    std::vector<TrendChartSeries> series; // areas of all, then lines, then marks
+    TrendChartStyle style;
+
+    bool operator==(const TrendChartContent &) const = default;
+    bool isEmpty() const;
+};
+
+class TrendChart : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TrendChart(QWidget *parent = nullptr);
+
+    // Repaints only when the content differs from what is shown.
+    void setContent(TrendChartContent content);
+    const TrendChartContent &content() const { return m_content; }
+
+    // The plot rectangle within the widget (the widget minus the axis labels);
+    // values map into it linearly, clamped to the domains' bounds.
+    QRectF plotRect() const;
+    QPointF mapToPlot(QPointF value) const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    TrendChartContent m_content;
+};

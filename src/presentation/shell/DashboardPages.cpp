@@ -1,0 +1,20 @@
+// Which widget shows which section. Each page's own folder adds its case here.
+#include "presentation/shell/DashboardPage.h"
+
+DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &store,
+                                   const DashboardPageActions &actions, QWidget *parent)
+{
+    Q_UNUSED(store);
+    Q_UNUSED(actions);
+    switch (section) {
+    case DashboardSection::overview:
+    case DashboardSection::liveDiagnosis:
+    case DashboardSection::hardwareMonitor:
+    case DashboardSection::eventHistory:
+    case DashboardSection::settings:
+        break;
+    }
+    // Until a section has its page, its place holds the page container alone,
+    // with the section's identifier and title: no made-up content.
+    return new DashboardPage(section, parent);
+}

@@ -1,0 +1,26 @@
+#include "presentation/snapshot/DashboardSnapshot.h"
+
+#include "presentation/shell/DashboardWindow.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+
+void settleEvents(int milliseconds)
+{
+    QDeadlineTimer deadline(milliseconds);
+    do {
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents(QEventLoop::AllEvents, 10);
+    } while (!deadline.hasExpired());
+}
+
+QImage renderDashboardSnapshot(DashboardStore &store, DashboardSection section, QSize size)
+{
+    DashboardWindow window(store, section, [] {});
+    window.resize(size);
+    window.show();
+    settleEvents();
+    const QImage image = window.grab().toImage();
+    window.hide();
+    return image;
+}

@@ -1,0 +1,109 @@
+// kilnwarden-snapshot: renders every page of the dashboard window at the three
+// size classes into PNG files, from a scripted store (the same pictures on
+// every run), from an empty store, or from this machine.
+//
+//   kilnwarden-snapshot [--out DIR] [--source scripted|empty|live]
+//                       [--live-seconds N] [--pages overview,settings,...]
+//                       [--sizes 960x640,1200x800,1440x900]
+//
+// Run it with QT_QPA_PLATFORM=offscreen where there is no display.
+
+#include "dashboard/DashboardStore.h"
+#include "platform/PlatformFactory.h"
+#include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardFonts.h"
+#include "presentation/snapshot/DashboardSnapshot.h"
+#include "presentation/snapshot/ScriptedStore.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+QString valueAfter(const QStringList &arguments, const QString &option, const QString &fallback)
+{
+    const qsizetype index = arguments.indexOf(option);
+    return index >= 0 && index + 1 < arguments.size() ? arguments[index + 1] : fallback;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
+        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    installDashboardApplicationFont();
+    installDashboardAccessibility();
+
+    const QStringList arguments = QApplication::arguments();
+    const QString outDirectory =
+        valueAfter(arguments, QStringLiteral("--out"), QStringLiteral("snapshots"));
+    const QString source =
+        valueAfter(arguments, QStringLiteral("--source"), QStringLiteral("scripted"));
+    const QStringList pageNames =
+        valueAfter(arguments, QStringLiteral("--pages"),
+                   QStringLiteral("overview,liveDiagnosis,hardwareMonitor,eventHistory,settings"))
+            .split(QLatin1Char(','), Qt::SkipEmptyParts);
+    const QStringList sizeNames = valueAfter(arguments, QStringLiteral("--sizes"),
+                                             QStringLiteral("960x640,1200x800,1440x900"))
+                                      .split(QLatin1Char(','), Qt::SkipEmptyParts);
+    QDir().mkpath(outDirectory);
+
+    std::unique_ptr<ScriptedStore> scripted;
+    std::unique_ptr<EmptyScriptedStore> empty;
+    std::unique_ptr<DashboardStore> live;
+    DashboardStore *store = nullptr;
+    if (source == QLatin1String("live")) {
+        live = std::make_unique<DashboardStore>(LiveSystemMonitor(makeSystemMetricSampler(), 2.0),
+                                                makeProcessTerminationController());
+        live->startMonitoring();
+        const int seconds =
+            valueAfter(arguments, QStringLiteral("--live-seconds"), QStringLiteral("7")).toInt();
+        settleEvents(std::max(1, seconds) * 1000);
+        store = live.get();
+    } else if (source == QLatin1String("empty")) {
+        empty = std::make_unique<EmptyScriptedStore>();
+        store = &empty->store();
+    } else {
+        scripted = std::make_unique<ScriptedStore>();
+        store = &scripted->store();
+    }
+
+    int written = 0;
+    for (const QString &pageName : pageNames) {
+        const std::optional<DashboardSection> section = dashboardSectionFromText(pageName);
+        if (!section) {
+            std::fprintf(stderr, "unknown page: %s\n", qPrintable(pageName));
+            return 2;
+        }
+        for (const QString &sizeName : sizeNames) {
+            const QStringList parts = sizeName.split(QLatin1Char('x'));
+            if (parts.size() != 2 || parts[0].toInt() <= 0 || parts[1].toInt() <= 0) {
+                std::fprintf(stderr, "bad size: %s\n", qPrintable(sizeName));
+                return 2;
+            }
+            const QSize size(parts[0].toInt(), parts[1].toInt());
+            QElapsedTimer timer;
+            timer.start();
+            const QImage image = renderDashboardSnapshot(*store, *section, size);
+            const QString path =
+                QStringLiteral("%1/%2-%3-%4.png").arg(outDirectory, source, pageName, sizeName);
+            if (!image.save(path)) {
+                std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+                return 1;
+            }
+            std::printf("%s (%lld ms)\n", qPrintable(path),
+                        static_cast<long long>(timer.elapsed()));
+            ++written;
+        }
+    }
+    if (live)
+        live->stopMonitoring();
+    return written > 0 ? 0 : 1;
+}
