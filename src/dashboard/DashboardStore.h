@@ -110,6 +110,9 @@ public:
     // node of another task, changes nothing.
     void selectTask(const QString &taskID);
     void selectProcess(const QString &processNodeID);
+    // The task of `selectedTaskID` among `allTasks`; null when none is selected
+    // or it is no longer listed. Valid until the next change of `allTasks`.
+    const DashboardTask *selectedTask() const;
     // The selected node; with no process selected, the selected task's target.
     std::optional<DashboardProcessNode> selectedProcess() const;
     // The selected task's diagnosis, or the placeholder while none is selected.
