@@ -183,6 +183,7 @@ const TrendChart::ChartGeometry &TrendChart::chartGeometry() const
     margin = std::min(std::ceil(margin + 0.5), std::min(plot.width(), plot.height()) / 4.0);
     g.values = plot.adjusted(margin, margin, -margin, -margin);
 
+    const double tension = std::isfinite(m_content.style.tension) ? m_content.style.tension : 0.5;
     g.series.clear();
     g.series.reserve(m_content.series.size());
     for (const TrendChartSeries &series : m_content.series) {
@@ -191,7 +192,7 @@ const TrendChart::ChartGeometry &TrendChart::chartGeometry() const
         for (QPointF &point : mapped)
             point = mapInto(g.values, point);
         if (mapped.size() >= 2) {
-            shape.line = cardinalSplinePath(mapped, m_content.style.tension);
+            shape.line = cardinalSplinePath(mapped, tension);
             if (series.area) {
                 // The area's top edge is the line's own curve, closed down to
                 // the base and back.

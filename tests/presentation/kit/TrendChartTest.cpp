@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <functional>
+#include <limits>
 
 namespace {
 
@@ -160,34 +161,53 @@ TEST(TrendChartDrawing, EmptySeriesShowTheOverlayInTheMiddle)
     EXPECT_EQ(inkIn(render(chart), QRect(int(centre.x()) - 60, int(centre.y()) - 10, 120, 20)), 0);
 }
 
-TEST(TrendChartDrawing, ValuesBeyondTheDomainStayInsideThePlot)
+TEST(TrendChartDrawing, NothingDrawsOutsideThePlot)
 {
     // Labels reserve room under and beside the plot but draw nothing visible,
-    // so any ink there is a curve that escaped.
-    TrendChartSeries wild = series({{0, 50}, {30, 120}, {60, -40}, {100, 180}});
-    wild.area = TrendChartArea{0.0, 1.0, 1.0};
-    wild.lineWidth = 4.0;
-    wild.lastPointMarkArea = 60.0;
-    TrendChartContent content = bareContent({wild});
-    content.x.showsLabels = true;
-    content.y.showsLabels = true;
-    content.x.labels = {{0, QStringLiteral("-60s")}, {100, QStringLiteral("现在")}};
-    content.y.labels = {{0, QStringLiteral("0")}, {100, QStringLiteral("100")}};
-    content.style.labelColor = Qt::transparent;
+    // so any ink there is a curve or mark that escaped.
+    const double nan = std::nan("");
+    const double inf = std::numeric_limits<double>::infinity();
+    const std::vector<std::vector<QPointF>> cases = {
+        {{0, 50}, {30, 120}, {60, -40}, {100, 180}}, // beyond the domain
+        {{-50, 10}, {0, 100}, {2, 0}, {4, 100}, {250, 100}},
+        {{0, 10}, {20, nan}, {inf, 40}, {60, -inf}, {80, 90}}, // absurd readings
+        {{100, 30}, {0, 90}, {50, 10}},                        // out of order
+    };
+    for (const auto &points : cases) {
+        TrendChartSeries wild = series(points);
+        wild.area = TrendChartArea{-30.0, 1.0, 1.0};
+        wild.lineWidth = 4.0;
+        wild.roundCapsAndJoins = true;
+        wild.lastPointMarkArea = 60.0;
+        TrendChartContent content = bareContent({wild});
+        content.x.showsLabels = true;
+        content.y.showsLabels = true;
+        content.x.labels = {{0, QStringLiteral("-60s")}, {100, QStringLiteral("现在")}};
+        content.y.labels = {{0, QStringLiteral("0")}, {100, QStringLiteral("100")}};
+        content.style.labelColor = Qt::transparent;
+        TrendChart chart;
+        chart.resize(300, 160);
+        chart.setContent(content);
+        const QImage image = render(chart);
+
+        const QRect plot = chart.plotRect().toAlignedRect();
+        ASSERT_LT(plot.bottom(), 150);
+        ASSERT_LT(plot.right(), 290);
+        EXPECT_GT(inkIn(image, plot), 500);
+        EXPECT_EQ(inkIn(image, QRect(0, plot.bottom() + 1, 300, 160)), 0);
+        EXPECT_EQ(inkIn(image, QRect(plot.right() + 1, 0, 300, 160)), 0);
+    }
+}
+
+TEST(TrendChartDrawing, ValuesBeyondTheDomainClampToItsEdge)
+{
+    TrendChartSeries high = series({{0, 50}, {30, 120}, {100, 50}});
     TrendChart chart;
     chart.resize(300, 160);
-    chart.setContent(content);
-    const QImage image = render(chart);
-
-    const QRect plot = chart.plotRect().toAlignedRect();
-    ASSERT_LT(plot.bottom(), 150);
-    ASSERT_LT(plot.right(), 290);
-    EXPECT_EQ(inkIn(image, QRect(0, plot.bottom() + 1, 300, 160)), 0);
-    EXPECT_EQ(inkIn(image, QRect(plot.right() + 1, 0, 300, 160)), 0);
-    // Clamped, not dropped: the 120 reaches the top of the value range.
+    chart.setContent(bareContent({high}));
     const QPointF peak = chart.mapToPlot({30, 120});
     EXPECT_NEAR(peak.y(), chart.valueRect().top(), kTolerance);
-    EXPECT_TRUE(hasInk(image, int(peak.x()), int(peak.y())));
+    EXPECT_TRUE(hasInk(render(chart), int(peak.x()), int(peak.y())));
 }
 
 TEST(TrendChartDrawing, AreaFillsBetweenTheCurveAndItsBase)
