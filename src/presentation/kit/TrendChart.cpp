@@ -68,6 +68,18 @@ bool inDomain(const TrendChartAxis &axis, double value)
            value <= std::max(axis.lowerBound, axis.upperBound);
 }
 
+// The labels within the axis's domain, in ascending value, the order in which
+// a label that runs into its predecessor is left out.
+std::vector<TrendChartAxisLabel> shownLabels(const TrendChartAxis &axis)
+{
+    std::vector<TrendChartAxisLabel> labels;
+    std::copy_if(axis.labels.begin(), axis.labels.end(), std::back_inserter(labels),
+                 [&](const TrendChartAxisLabel &label) { return inDomain(axis, label.value); });
+    std::stable_sort(labels.begin(), labels.end(),
+                     [](const auto &a, const auto &b) { return a.value < b.value; });
+    return labels;
+}
+
 QColor withOpacity(QColor color, double opacity)
 {
     color.setAlphaF(static_cast<float>(std::clamp(color.alphaF() * opacity, 0.0, 1.0)));
@@ -359,9 +371,7 @@ void TrendChart::paintEvent(QPaintEvent *)
     const double lineHeight = std::ceil(metrics.height());
     if (hasLabels(x)) {
         double end = -1e9;
-        for (const TrendChartAxisLabel &label : x.labels) {
-            if (!inDomain(x, label.value))
-                continue;
+        for (const TrendChartAxisLabel &label : shownLabels(x)) {
             const double textWidth = std::ceil(metrics.horizontalAdvance(label.text));
             const double centre = mapInto(g.values, {label.value, y.lowerBound}).x();
             const double left = std::clamp(centre - textWidth / 2.0, g.plot.left(),
@@ -377,14 +387,9 @@ void TrendChart::paintEvent(QPaintEvent *)
         const bool leading = y.labelEdge == TrendChartLabelEdge::leading;
         const double columnWidth = leading ? g.plot.left() : width() - g.plot.right();
         const double left = leading ? 0.0 : g.plot.right() + kLabelGap;
-        std::vector<TrendChartAxisLabel> labels;
-        std::copy_if(y.labels.begin(), y.labels.end(), std::back_inserter(labels),
-                     [&](const TrendChartAxisLabel &label) { return inDomain(y, label.value); });
         // From the bottom up, so the lower bound's label is the one that stays.
-        std::sort(labels.begin(), labels.end(),
-                  [](const auto &a, const auto &b) { return a.value < b.value; });
         double top = 1e9;
-        for (const TrendChartAxisLabel &label : labels) {
+        for (const TrendChartAxisLabel &label : shownLabels(y)) {
             const double centre = mapInto(g.values, {x.lowerBound, label.value}).y();
             const double at =
                 std::clamp(centre - lineHeight / 2.0, 0.0, std::max(0.0, height() - lineHeight));

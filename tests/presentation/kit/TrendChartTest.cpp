@@ -237,6 +237,41 @@ TEST(TrendChartDrawing, AreaFillsBetweenTheCurveAndItsBase)
     }
 }
 
+TEST(TrendChartLayout, LabelsTakeTheirRoomBesideThePlot)
+{
+    struct Case {
+        bool xLabels;
+        bool yLabels;
+        TrendChartLabelEdge edge;
+        bool roomBelow;
+        bool roomLeading;
+        bool roomTrailing;
+    };
+    const Case cases[] = {
+        {false, false, TrendChartLabelEdge::trailing, false, false, false},
+        {true, false, TrendChartLabelEdge::trailing, true, false, false},
+        {true, true, TrendChartLabelEdge::trailing, true, false, true},
+        {false, true, TrendChartLabelEdge::leading, false, true, false},
+    };
+    for (const Case &c : cases) {
+        TrendChartContent content = bareContent({series({{0, 0}, {100, 100}})});
+        content.x.showsLabels = c.xLabels;
+        content.y.showsLabels = c.yLabels;
+        content.y.labelEdge = c.edge;
+        content.x.labels = {{0, QStringLiteral("-30 分钟")}, {100, QStringLiteral("现在")}};
+        content.y.labels = {{0, QStringLiteral("0")}, {100, QStringLiteral("6,000")}};
+        TrendChart chart;
+        chart.resize(300, 160);
+        chart.setContent(content);
+        const QRectF plot = chart.plotRect();
+        EXPECT_EQ(plot.bottom() < 150, c.roomBelow);
+        EXPECT_EQ(plot.left() > 10, c.roomLeading);
+        EXPECT_EQ(plot.right() < 290, c.roomTrailing);
+        EXPECT_TRUE(QRectF(chart.rect()).contains(plot));
+        EXPECT_TRUE(plot.contains(chart.valueRect()));
+    }
+}
+
 TEST(TrendChartAccessibility, ValueReadsTheLastValueOfEachSeries)
 {
     installDashboardAccessibility();
