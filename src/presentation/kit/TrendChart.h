@@ -29,7 +29,8 @@ struct TrendChartArea {
     // The area is filled from this y value (the plot's lower bound, or a base
     // value) up to the curve.
     double baseValue = 0.0;
-    // Vertical gradient of the series colour, top to bottom of the area.
+    // Vertical gradient of the series colour from the top of the plot to its
+    // bottom (not of the area's own bounds), so equal heights look alike.
     double topOpacity = 0.18;
     double bottomOpacity = 0.01;
 
@@ -37,8 +38,10 @@ struct TrendChartArea {
 };
 
 struct TrendChartSeries {
-    QString name;                // for accessibility and the mark's description
-    std::vector<QPointF> points; // x ascending; only points that have a value
+    QString name; // for accessibility and the mark's description
+    // x ascending; only points that have a value. One point draws only its
+    // mark: neither line nor area.
+    std::vector<QPointF> points;
     QColor color;
     double lineWidth = 2.4;
     bool drawsLine = true;
