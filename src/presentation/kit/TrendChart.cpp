@@ -118,8 +118,10 @@ QPainterPath cardinalSplinePath(const std::vector<QPointF> &points, double tensi
 
 bool TrendChartContent::isEmpty() const
 {
-    return std::all_of(series.begin(), series.end(),
-                       [](const TrendChartSeries &s) { return s.points.empty(); });
+    // A series of nothing but absurd readings has nothing to draw either.
+    return std::none_of(series.begin(), series.end(), [](const TrendChartSeries &s) {
+        return std::any_of(s.points.begin(), s.points.end(), isFinite);
+    });
 }
 
 TrendChart::TrendChart(QWidget *parent) : QWidget(parent)

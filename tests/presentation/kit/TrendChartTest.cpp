@@ -141,7 +141,7 @@ TEST(TrendChartDrawing, OnePointDrawsOnlyItsMark)
 
 TEST(TrendChartDrawing, EmptySeriesShowTheOverlayInTheMiddle)
 {
-    TrendChartContent content = bareContent({series({}), series({})});
+    TrendChartContent content = bareContent({series({}), series({{0, std::nan("")}})});
     content.style.emptyText = QStringLiteral("正在采集系统趋势…");
     content.style.emptyColor = Qt::black;
     TrendChart chart;
