@@ -1,0 +1,140 @@
+#include "presentation/kit/SystemSymbols.h"
+#include "presentation/snapshot/ScriptedStore.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QSet>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Every glyph is drawn into a box inset by this much from the image's edge,
+// so ink that leaves the box can be seen.
+constexpr int margin = 4;
+
+QImage render(const QString &name, int size, SymbolWeight weight = SymbolWeight::regular)
+{
+    QImage image(size + 2 * margin, size + 2 * margin, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paintSystemSymbol(painter, name, QRectF(margin, margin, size, size), Qt::black, weight);
+    return image;
+}
+
+struct Ink {
+    qint64 inside = 0; // summed alpha within the box
+    qint64 outside = 0;
+};
+
+Ink inkOf(const QImage &image)
+{
+    Ink ink;
+    const QRect box = image.rect().adjusted(margin, margin, -margin, -margin);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const int alpha = qAlpha(image.pixel(x, y));
+            (box.contains(x, y) ? ink.inside : ink.outside) += alpha;
+        }
+    }
+    return ink;
+}
+
+TEST(SystemSymbols, everyNameDrawsInsideItsBoxAtEveryWeight)
+{
+    const QString unknown = QStringLiteral("no.such.symbol");
+    const QStringList names = systemSymbolNames() << unknown;
+    for (const QString &name : names) {
+        for (const int size : {16, 48}) {
+            for (const SymbolWeight weight : {SymbolWeight::regular, SymbolWeight::bold}) {
+                const Ink ink = inkOf(render(name, size, weight));
+                SCOPED_TRACE(qPrintable(QStringLiteral("%1 at %2").arg(name).arg(size)));
+                // At least a twentieth of the box, as a thin glyph covers.
+                EXPECT_GT(ink.inside, 255LL * size * size / 20);
+                EXPECT_EQ(ink.outside, 0);
+            }
+        }
+    }
+    EXPECT_FALSE(hasSystemSymbol(unknown));
+}
+
+TEST(SystemSymbols, namesAreUniqueAndGlyphsDistinct)
+{
+    QStringList names = systemSymbolNames();
+    EXPECT_EQ(QSet<QString>(names.begin(), names.end()).size(), names.size());
+    names << QStringLiteral("no.such.symbol");
+    std::vector<QImage> images;
+    for (const QString &name : names)
+        images.push_back(render(name, 48));
+    for (size_t first = 0; first < images.size(); ++first) {
+        for (size_t second = first + 1; second < images.size(); ++second)
+            EXPECT_NE(images[first], images[second])
+                << qPrintable(names[int(first)]) << " and " << qPrintable(names[int(second)]);
+    }
+}
+
+TEST(SystemSymbols, filledVariantsCarryMoreInkThanTheirOutlines)
+{
+    int pairs = 0;
+    for (const QString &outline : systemSymbolNames()) {
+        const QString filled = outline + QStringLiteral(".fill");
+        if (!hasSystemSymbol(filled))
+            continue;
+        ++pairs;
+        for (const int size : {16, 48}) {
+            SCOPED_TRACE(qPrintable(filled));
+            EXPECT_GT(inkOf(render(filled, size)).inside, inkOf(render(outline, size)).inside);
+        }
+    }
+    EXPECT_GE(pairs, 2); // checkmark.circle and fan at least
+}
+
+TEST(SystemSymbols, heavierWeightsCarryMoreInk)
+{
+    for (const QString &name : {QStringLiteral("cpu"), QStringLiteral("chevron.down")}) {
+        qint64 previous = 0;
+        for (const SymbolWeight weight : {SymbolWeight::regular, SymbolWeight::medium,
+                                          SymbolWeight::semibold, SymbolWeight::bold}) {
+            const qint64 ink = inkOf(render(name, 48, weight)).inside;
+            EXPECT_GT(ink, previous) << qPrintable(name);
+            previous = ink;
+        }
+    }
+}
+
+// A translucent colour must not darken where strokes meet: the glyph is one
+// outline, filled once.
+TEST(SystemSymbols, translucentGlyphPaintsEachPixelOnce)
+{
+    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paintSystemSymbol(painter, QStringLiteral("network"), QRectF(0, 0, 48, 48),
+                      QColor(0, 0, 0, 100));
+    painter.end();
+    int maximum = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            maximum = std::max(maximum, qAlpha(image.pixel(x, y)));
+    }
+    EXPECT_EQ(maximum, 100);
+}
+
+// What the store hands the views must name a drawn glyph, not the placeholder.
+TEST(SystemSymbols, everyNameTheStoreUsesIsDrawn)
+{
+    ScriptedStore scripted;
+    EmptyScriptedStore empty;
+    QStringList used;
+    for (DashboardStore *store : {&scripted.store(), &empty.store()}) {
+        for (const DashboardSensorStatus &status : store->sensorStatuses())
+            used << status.symbolName;
+        for (const DashboardTask &task : store->allTasks())
+            used << task.symbolName;
+    }
+    EXPECT_GT(used.size(), 8);
+    for (const QString &name : used)
+        EXPECT_TRUE(hasSystemSymbol(name)) << qPrintable(name);
+}
+
+} // namespace
