@@ -119,6 +119,17 @@ QPainterPath arc(QPointF centre, double radius, double startDegrees, double swee
     return path;
 }
 
+// The union of two design-unit paths. Path operations flatten curves to a
+// number of segments that depends on their size, so they run on the
+// builder's finer grid and come back in design units.
+QPainterPath united(const QPainterPath &first, const QPainterPath &second)
+{
+    const double up = SymbolGlyphBuilder::unitsPerDesignUnit;
+    const QTransform toFine = QTransform::fromScale(up, up);
+    const QTransform back = QTransform::fromScale(1.0 / up, 1.0 / up);
+    return back.map(toFine.map(first).united(toFine.map(second)));
+}
+
 QPainterPath rotated(const QPainterPath &path, QPointF centre, double degrees)
 {
     QTransform transform;
@@ -164,19 +175,21 @@ void cutExclamation(SymbolGlyphBuilder &glyph, double top, double bottom, double
     glyph.cut(circle({12, dot}, glyph.stroke() * 0.72));
 }
 
-// The three blades of a fan around its hub, as one area.
+// The three blades of a fan around its hub, as one area. Each blade is swept:
+// a convex leading edge, a broad rounded tip and a hollow trailing edge, so
+// the fan reads as turning rather than as a clover.
 QPainterPath fanBlades()
 {
     QPainterPath blade;
-    blade.moveTo(10.4, 10.2);
-    blade.cubicTo(8.0, 8.4, 8.2, 3.0, 12.3, 2.6);
-    blade.cubicTo(16.4, 2.3, 17.6, 6.4, 14.0, 10.2);
+    blade.moveTo(10.2, 10.0);
+    blade.cubicTo(8.8, 7.6, 9.2, 3.0, 12.8, 2.5);
+    blade.cubicTo(15.6, 2.1, 18.2, 3.6, 17.6, 6.2);
+    blade.cubicTo(17.2, 7.8, 14.8, 8.4, 14.0, 10.6);
     blade.closeSubpath();
-    QPainterPath blades;
-    blades.setFillRule(Qt::WindingFill);
+    QPainterPath blades = circle({12, 12}, 3.2);
     for (int index = 0; index < 3; ++index)
-        blades = blades.united(rotated(blade, {12, 12}, index * 120.0));
-    return blades.united(circle({12, 12}, 3.4));
+        blades = united(blades, rotated(blade, {12, 12}, index * 120.0));
+    return blades;
 }
 
 // Drawings, alphabetical by nothing: in the order of the table below.
@@ -278,18 +291,19 @@ void checkmarkCircleFill(SymbolGlyphBuilder &glyph)
 
 void hammerFill(SymbolGlyphBuilder &glyph)
 {
-    // Drawn upright, head at the top, then laid on the diagonal.
-    QPainterPath head = roundedRect({8.2, 2.6, 10.8, 6.2}, 1.2);
-    head = head.united(polyline({{8.6, 3.3}, {3.6, 6.0}, {3.6, 7.6}, {8.6, 8.1}}, true));
-    QPainterPath handle = roundedRect({10.4, 8.0, 3.2, 15.0}, 1.6);
-    QPainterPath hammer = rotated(head.united(handle), {12, 12}, 45);
+    // Drawn upright, head at the top with its face to the right and its peen
+    // tapering to the left, then laid on the diagonal and fitted to the box.
+    const QPainterPath head =
+        polyline({{3.8, 4.9}, {7.6, 2.6}, {19.2, 2.6}, {19.2, 8.8}, {7.6, 8.8}, {3.8, 6.5}}, true);
+    const QPainterPath handle = roundedRect({10.3, 8.0, 3.4, 15.0}, 1.7);
+    const QPainterPath hammer = rotated(united(head, handle), {12, 12}, 45);
     const QRectF bounds = hammer.boundingRect();
-    const double scale = 19.6 / std::max(bounds.width(), bounds.height());
+    const double scale = 19.0 / std::max(bounds.width(), bounds.height());
     QTransform fit;
     fit.translate(12, 12);
     fit.scale(scale, scale);
     fit.translate(-bounds.center().x(), -bounds.center().y());
-    glyph.fillRounded(fit.map(hammer), 0.4);
+    glyph.fillRounded(fit.map(hammer), 0.6);
 }
 
 void magnifyingglass(SymbolGlyphBuilder &glyph)
@@ -344,7 +358,7 @@ void thermometerMedium(SymbolGlyphBuilder &glyph)
 {
     const double x = 10.2;
     QPainterPath body = roundedRect({x - 2.6, 2.4, 5.2, 14.0}, 2.6);
-    body = body.united(circle({x, 17.4}, 4.2));
+    body = united(body, circle({x, 17.4}, 4.2));
     glyph.stroke(body);
     glyph.fill(circle({x, 17.4}, 2.0));
     glyph.stroke(line({x, 17.4}, {x, 10.2}));
@@ -441,14 +455,14 @@ void chevronRight(SymbolGlyphBuilder &glyph)
 void point3ConnectedTrianglepathDotted(SymbolGlyphBuilder &glyph)
 {
     const QPointF nodes[] = {{12, 4.8}, {19.3, 18.4}, {4.7, 18.4}};
-    const double nodeRadius = 2.7;
+    const double nodeRadius = 2.4;
     for (int index = 0; index < 3; ++index) {
         const QPointF from = nodes[index];
         const QPointF to = nodes[(index + 1) % 3];
         const QPointF step = to - from;
         const double length = std::hypot(step.x(), step.y());
         // Three dots, evenly between the rims of the two nodes.
-        const double clear = nodeRadius + 1.2;
+        const double clear = nodeRadius + 2.0;
         for (int dot = 1; dot <= 3; ++dot) {
             const double at = clear + (length - 2 * clear) * (dot - 1) / 2.0;
             glyph.fill(circle(from + step * (at / length), glyph.stroke() * 0.62));
