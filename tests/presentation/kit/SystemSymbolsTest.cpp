@@ -1,4 +1,5 @@
 #include "presentation/kit/SystemSymbols.h"
+#include "presentation/kit/DashboardLayoutEnvironment.h"
 #include "presentation/snapshot/ScriptedStore.h"
 
 #include <QImage>
@@ -27,10 +28,10 @@ struct Ink {
     qint64 outside = 0;
 };
 
-Ink inkOf(const QImage &image)
+Ink inkOf(const QImage &image, int inset = margin)
 {
     Ink ink;
-    const QRect box = image.rect().adjusted(margin, margin, -margin, -margin);
+    const QRect box = image.rect().adjusted(inset, inset, -inset, -inset);
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
             const int alpha = qAlpha(image.pixel(x, y));
@@ -99,6 +100,72 @@ TEST(SystemSymbols, heavierWeightsCarryMoreInk)
             EXPECT_GT(ink, previous) << qPrintable(name);
             previous = ink;
         }
+    }
+}
+
+// Below about 14 pixels lines are held near one device pixel instead of
+// fading with the design width, so a small glyph is relatively heavier.
+TEST(SystemSymbols, smallGlyphsKeepTheirLinesNearOnePixel)
+{
+    for (const QString &name : {QStringLiteral("chevron.right"), QStringLiteral("globe")}) {
+        const double small = double(inkOf(render(name, 9)).inside) / (9 * 9);
+        const double large = double(inkOf(render(name, 48)).inside) / (48 * 48);
+        EXPECT_GT(small, 1.2 * large) << qPrintable(name);
+    }
+}
+
+TEST(SystemSymbols, pixmapsFollowTheDevicePixelRatio)
+{
+    const QPixmap single = systemSymbolPixmap(QStringLiteral("cpu"), 16, Qt::black);
+    const QPixmap doubled =
+        systemSymbolPixmap(QStringLiteral("cpu"), 16, Qt::black, SymbolWeight::regular, 2.0);
+    EXPECT_EQ(single.size(), QSize(16, 16));
+    EXPECT_EQ(doubled.size(), QSize(32, 32));
+    EXPECT_EQ(doubled.deviceIndependentSize(), QSizeF(16, 16));
+    // The same glyph, drawn over four times the pixels.
+    const double ratio = double(inkOf(doubled.toImage(), 0).inside + 1) /
+                         double(inkOf(single.toImage(), 0).inside + 1);
+    EXPECT_NEAR(ratio, 4.0, 0.6);
+    EXPECT_FALSE(systemSymbolIcon(QStringLiteral("fan"), Qt::black).isNull());
+}
+
+class ScaledHost : public QWidget, public DashboardLayoutHost {
+public:
+    explicit ScaledHost(double scale) { m_metrics.typographyScale = scale; }
+    const DashboardLayoutMetrics &layoutMetrics() const override { return m_metrics; }
+
+private:
+    DashboardLayoutMetrics m_metrics;
+};
+
+// The view draws its glyph centred, at the glyph size times the window's
+// typography scale unless told otherwise.
+TEST(SystemSymbols, viewCentresItsGlyphAndFollowsTheTextScale)
+{
+    ScaledHost host(1.5);
+    auto *view = new SymbolView(QStringLiteral("checkmark.circle.fill"), 16, Qt::black,
+                                SymbolWeight::regular, &host);
+    view->setFixedSize(40, 40);
+    const auto inkBounds = [&] {
+        const QImage image = view->grab().toImage();
+        QRect bounds;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qGray(image.pixel(x, y)) < 128) // black glyph on the window colour
+                    bounds |= QRect(x, y, 1, 1);
+            }
+        }
+        return bounds;
+    };
+    EXPECT_EQ(view->sizeHint(), QSize(24, 24));
+    const QRect scaled = inkBounds();
+    view->setScalesWithText(false);
+    EXPECT_EQ(view->sizeHint(), QSize(16, 16));
+    const QRect plain = inkBounds();
+    EXPECT_NEAR(double(scaled.width()) / plain.width(), 1.5, 0.15);
+    for (const QRect &bounds : {scaled, plain}) {
+        EXPECT_NEAR(bounds.center().x(), 19.5, 1.0);
+        EXPECT_NEAR(bounds.center().y(), 19.5, 1.0);
     }
 }
 
