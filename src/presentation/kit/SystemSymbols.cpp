@@ -91,7 +91,8 @@ void paintSystemSymbol(QPainter &painter, const QString &name, const QRectF &box
                        const QColor &color, SymbolWeight weight)
 {
     const double side = std::min(box.width(), box.height());
-    if (!(side > 0.0) || !std::isfinite(side))
+    if (!painter.isActive() || !(side > 0.0) || !std::isfinite(side) ||
+        !std::isfinite(box.center().x()) || !std::isfinite(box.center().y()))
         return;
     const QTransform &device = painter.deviceTransform();
     const double deviceScale = std::sqrt(std::abs(device.determinant()));
@@ -109,10 +110,18 @@ void paintSystemSymbol(QPainter &painter, const QString &name, const QRectF &box
 QPixmap systemSymbolPixmap(const QString &name, double size, const QColor &color,
                            SymbolWeight weight, qreal devicePixelRatio)
 {
-    const int pixels = std::max(1, static_cast<int>(std::ceil(size * devicePixelRatio)));
+    // An absurd size or ratio gives a small empty pixmap, never a huge one.
+    constexpr double largestPixels = 1024.0;
+    if (!(devicePixelRatio > 0.0) || !std::isfinite(devicePixelRatio))
+        devicePixelRatio = 1.0;
+    const double wanted = size * devicePixelRatio;
+    const bool drawable = wanted > 0.0 && wanted <= largestPixels;
+    const int pixels = drawable ? std::max(1, static_cast<int>(std::ceil(wanted))) : 1;
     QPixmap pixmap(pixels, pixels);
     pixmap.setDevicePixelRatio(devicePixelRatio);
     pixmap.fill(Qt::transparent);
+    if (!drawable)
+        return pixmap;
     QPainter painter(&pixmap);
     paintSystemSymbol(painter, name, QRectF(0, 0, size, size), color, weight);
     return pixmap;

@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QSet>
 
+#include <limits>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -127,6 +129,25 @@ TEST(SystemSymbols, pixmapsFollowTheDevicePixelRatio)
                          double(inkOf(single.toImage(), 0).inside + 1);
     EXPECT_NEAR(ratio, 4.0, 0.6);
     EXPECT_FALSE(systemSymbolIcon(QStringLiteral("fan"), Qt::black).isNull());
+}
+
+TEST(SystemSymbols, absurdBoxesAndSizesDrawNothing)
+{
+    QImage image(16, 16, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const QRectF &box : {QRectF(0, 0, 0, 16), QRectF(0, 0, -8, 8), QRectF(0, 0, nan, 8),
+                              QRectF(nan, 0, 8, 8), QRectF(0, 0, infinity, infinity)})
+        paintSystemSymbol(painter, QStringLiteral("cpu"), box, Qt::black);
+    painter.end();
+    EXPECT_EQ(inkOf(image, 0).inside, 0);
+    for (const double size : {nan, -4.0, 0.0, 1e9}) {
+        const QPixmap pixmap = systemSymbolPixmap(QStringLiteral("cpu"), size, Qt::black);
+        EXPECT_EQ(pixmap.size(), QSize(1, 1));
+        EXPECT_EQ(inkOf(pixmap.toImage(), 0).inside, 0);
+    }
 }
 
 class ScaledHost : public QWidget, public DashboardLayoutHost {
