@@ -99,9 +99,17 @@ void paintSystemSymbol(QPainter &painter, const QString &name, const QRectF &box
     const double pixelsPerUnit = side / 24.0 * (deviceScale > 0.0 ? deviceScale : 1.0);
     const QPainterPath outline = glyphOutline(name, strokeFor(weight, pixelsPerUnit));
     const double scale = side / (24.0 * SymbolGlyphBuilder::unitsPerDesignUnit);
+    QPointF origin(box.center().x() - side / 2.0, box.center().y() - side / 2.0);
+    // On an upright painter the glyph starts on a whole device pixel, so one
+    // glyph at one size has the same pixels wherever it is drawn (no blurred
+    // copy in a box that happens to start half-way into a pixel).
+    if (device.type() <= QTransform::TxScale && deviceScale > 0.0) {
+        const QPointF onDevice = device.map(origin);
+        origin = device.inverted().map(QPointF(std::round(onDevice.x()), std::round(onDevice.y())));
+    }
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(box.center().x() - side / 2.0, box.center().y() - side / 2.0);
+    painter.translate(origin);
     painter.scale(scale, scale);
     painter.fillPath(outline, color);
     painter.restore();

@@ -116,6 +116,21 @@ TEST(SystemSymbols, smallGlyphsKeepTheirLinesNearOnePixel)
     }
 }
 
+// A box that starts part-way into a pixel gets the same pixels as one that
+// starts on it, instead of a blurred copy.
+TEST(SystemSymbols, glyphsStartOnWholePixels)
+{
+    const auto drawAt = [](QPointF origin) {
+        QImage image(24, 24, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        paintSystemSymbol(painter, QStringLiteral("cpu"), QRectF(origin, QSizeF(16, 16)),
+                          Qt::black);
+        return image;
+    };
+    EXPECT_EQ(drawAt({4.3, 3.8}), drawAt({4, 4}));
+}
+
 TEST(SystemSymbols, pixmapsFollowTheDevicePixelRatio)
 {
     const QPixmap single = systemSymbolPixmap(QStringLiteral("cpu"), 16, Qt::black);
