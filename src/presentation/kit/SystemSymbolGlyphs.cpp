@@ -192,7 +192,7 @@ QPainterPath fanBlades()
     return blades;
 }
 
-// Drawings, alphabetical by nothing: in the order of the table below.
+// The drawings, in the order of the table below.
 
 void waveformPathEcg(SymbolGlyphBuilder &glyph)
 {
