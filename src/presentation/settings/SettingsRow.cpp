@@ -16,9 +16,11 @@ SettingsRow::SettingsRow(const QString &title, const QString &subtitle, QWidget 
     m_title = new TextLabel(title, 13, DashboardFontWeight::medium, textPrimary);
     auto *explanation = new TextLabel(subtitle, 11, DashboardFontWeight::regular, textSecondary);
     explanation->setElided(true);
-    attach(this, row(16, {},
-                     {LayoutItem(column(3, {}, {m_title, explanation}), 1),
-                      LayoutItem(control, 0, Qt::AlignVCenter)}));
+    auto *texts = new QWidget;
+    attach(texts, column(3, {}, {m_title, explanation}));
+    attach(this,
+           row(16, {},
+               {LayoutItem(texts, 1, Qt::AlignVCenter), LayoutItem(control, 0, Qt::AlignVCenter)}));
     if (control->accessibleName().isEmpty())
         setAccessibility(control, QString(), title, subtitle);
 }

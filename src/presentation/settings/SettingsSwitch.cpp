@@ -23,6 +23,10 @@ SettingsSwitch::SettingsSwitch(QWidget *parent) : QAbstractButton(parent)
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleRole(this, QAccessible::CheckBox);
+    // `toggled` comes with every change of state, also when the answer to a
+    // press arrives while the press is still being handled (when Qt holds
+    // back checkStateSet).
+    connect(this, &QAbstractButton::toggled, this, &SettingsSwitch::updateAccessibleValue);
     updateAccessibleValue();
 }
 
@@ -39,12 +43,6 @@ QSize SettingsSwitch::minimumSizeHint() const
 void SettingsSwitch::nextCheckState()
 {
     emit toggleRequested(!isChecked());
-}
-
-void SettingsSwitch::checkStateSet()
-{
-    updateAccessibleValue();
-    update();
 }
 
 void SettingsSwitch::updateAccessibleValue()

@@ -23,7 +23,6 @@ signals:
 
 protected:
     void nextCheckState() override;
-    void checkStateSet() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
