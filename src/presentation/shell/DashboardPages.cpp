@@ -1,4 +1,6 @@
 // Which widget shows which section. Each page's own folder adds its case here.
+#include "presentation/history/EventHistoryPage.h"
+#include "presentation/settings/SettingsPage.h"
 #include "presentation/shell/DashboardPage.h"
 
 DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &store,
@@ -10,9 +12,11 @@ DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &sto
     case DashboardSection::overview:
     case DashboardSection::liveDiagnosis:
     case DashboardSection::hardwareMonitor:
-    case DashboardSection::eventHistory:
-    case DashboardSection::settings:
         break;
+    case DashboardSection::eventHistory:
+        return new EventHistoryPage(store, actions, parent);
+    case DashboardSection::settings:
+        return new SettingsPage(store, parent);
     }
     // Until a section has its page, its place holds the page container alone,
     // with the section's identifier and title: no made-up content.
