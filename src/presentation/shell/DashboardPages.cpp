@@ -1,15 +1,19 @@
 // Which widget shows which section. Each page's own folder adds its case here.
 #include "presentation/shell/DashboardPage.h"
 
+#include "presentation/hardware/HardwareMonitorView.h"
+#include "presentation/overview/OverviewDashboardView.h"
+
 DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &store,
                                    const DashboardPageActions &actions, QWidget *parent)
 {
-    Q_UNUSED(store);
-    Q_UNUSED(actions);
     switch (section) {
     case DashboardSection::overview:
+        return new OverviewDashboardView(store, actions, parent);
     case DashboardSection::liveDiagnosis:
+        break;
     case DashboardSection::hardwareMonitor:
+        return new HardwareMonitorView(store, parent);
     case DashboardSection::eventHistory:
     case DashboardSection::settings:
         break;
