@@ -3,16 +3,19 @@
 #include "presentation/settings/SettingsPage.h"
 #include "presentation/shell/DashboardPage.h"
 
+#include "presentation/hardware/HardwareMonitorView.h"
+#include "presentation/overview/OverviewDashboardView.h"
+
 DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &store,
                                    const DashboardPageActions &actions, QWidget *parent)
 {
-    Q_UNUSED(store);
-    Q_UNUSED(actions);
     switch (section) {
     case DashboardSection::overview:
+        return new OverviewDashboardView(store, actions, parent);
     case DashboardSection::liveDiagnosis:
-    case DashboardSection::hardwareMonitor:
         break;
+    case DashboardSection::hardwareMonitor:
+        return new HardwareMonitorView(store, parent);
     case DashboardSection::eventHistory:
         return new EventHistoryPage(store, actions, parent);
     case DashboardSection::settings:

@@ -4,6 +4,7 @@
 //
 //   kilnwarden-snapshot [--out DIR] [--source scripted|empty|live]
 //                       [--live-seconds N] [--pages overview,settings,...]
+//                       [--press hardware-tab-cpu]
 //                       [--sizes 960x640,1200x800,1440x900]
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
@@ -53,6 +54,8 @@ int main(int argc, char **argv)
     const QStringList sizeNames = valueAfter(arguments, QStringLiteral("--sizes"),
                                              QStringLiteral("960x640,1200x800,1440x900"))
                                       .split(QLatin1Char(','), Qt::SkipEmptyParts);
+    // A button to click before each picture (a tab, say), by its identifier.
+    const QString press = valueAfter(arguments, QStringLiteral("--press"), QString());
     QDir().mkpath(outDirectory);
 
     std::unique_ptr<ScriptedStore> scripted;
@@ -91,9 +94,10 @@ int main(int argc, char **argv)
             const QSize size(parts[0].toInt(), parts[1].toInt());
             QElapsedTimer timer;
             timer.start();
-            const QImage image = renderDashboardSnapshot(*store, *section, size);
-            const QString path =
-                QStringLiteral("%1/%2-%3-%4.png").arg(outDirectory, source, pageName, sizeName);
+            const QImage image = renderDashboardSnapshot(*store, *section, size, press);
+            const QString pressed = press.isEmpty() ? QString() : QLatin1Char('-') + press;
+            const QString path = QStringLiteral("%1/%2-%3%4-%5.png")
+                                     .arg(outDirectory, source, pageName, pressed, sizeName);
             if (!image.save(path)) {
                 std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
                 return 1;
