@@ -3,6 +3,7 @@
 #include "dashboard/DashboardStore.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/snapshot/DashboardSnapshot.h"
+#include "presentation/tray/KilnWardenMenuBarLabel.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
 
 #include <QPainter>
@@ -93,6 +94,39 @@ QImage renderMenuBarPanelGallery(const std::vector<MenuBarPanelGalleryEntry> &en
                                                                 : QStringLiteral(" · dark")));
             painter.drawImage(QPoint(left, top + kCaptionHeight),
                               column == 0 ? panels[index].first : panels[index].second);
+        }
+    }
+    return gallery;
+}
+
+QImage renderMenuBarIconGallery()
+{
+    const MenuBarPresentationState states[] = {
+        MenuBarPresentationState::collecting, MenuBarPresentationState::observing,
+        MenuBarPresentationState::normal, MenuBarPresentationState::highLoad,
+        MenuBarPresentationState::actionRecommended};
+    const QColor panels[] = {QColor(0xFF, 0xFF, 0xFF), QColor(0x80, 0x80, 0x84),
+                             QColor(0x00, 0x00, 0x00)};
+    const QColor inks[] = {QColor(0x20, 0x20, 0x20), QColor(0xEE, 0xEE, 0xEE)};
+    const int sizes[] = {16, 22, 24, 32};
+    constexpr int cell = 40;
+    const int columns = 3 * 2 * 4;
+    QImage gallery(columns * cell, 5 * cell, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&gallery);
+    int column = 0;
+    for (const QColor &panel : panels) {
+        for (const QColor &ink : inks) {
+            for (const int size : sizes) {
+                const QRect area(column * cell, 0, cell, gallery.height());
+                painter.fillRect(area, panel);
+                for (int row = 0; row < 5; ++row) {
+                    const QImage icon = menuBarLabelImage(states[row], size, ink);
+                    painter.drawImage(QPoint(area.left() + (cell - size) / 2,
+                                             row * cell + (cell - size) / 2),
+                                      icon);
+                }
+                ++column;
+            }
         }
     }
     return gallery;

@@ -24,3 +24,8 @@ QImage renderMenuBarPanel(const MenuBarPresentation &presentation, bool dark);
 // Every entry as a row: light on the left, dark on the right, each on a
 // desktop-like background of its appearance.
 QImage renderMenuBarPanelGallery(const std::vector<MenuBarPanelGalleryEntry> &entries);
+
+// The tray icon in every state at the sizes trays use, with dark and light
+// ink, each on a white, a grey and a black panel: the icon must read on any
+// panel whatever the application's palette says.
+QImage renderMenuBarIconGallery();

@@ -89,6 +89,13 @@ int main(int argc, char **argv)
             return 1;
         }
         std::printf("%s\n", qPrintable(path));
+        const QString iconPath =
+            QStringLiteral("%1/%2-menubar-icons.png").arg(outDirectory, source);
+        if (!renderMenuBarIconGallery().save(iconPath)) {
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(iconPath));
+            return 1;
+        }
+        std::printf("%s\n", qPrintable(iconPath));
         return 0;
     }
 

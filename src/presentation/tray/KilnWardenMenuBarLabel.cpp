@@ -67,7 +67,7 @@ QImage menuBarLabelImage(MenuBarPresentationState state, int pixelSize, const QC
 
     const QRectF canvas(0, 0, size, size);
     QColor halo = ink.lightness() < 128 ? QColor(255, 255, 255) : QColor(0, 0, 0);
-    halo.setAlphaF(0.55f);
+    halo.setAlphaF(0.85f);
     strokeMarkOutline(painter, canvas, halo, kHaloPixels * 100.0 / size);
     paintKilnWardenMark(painter, canvas, KilnWardenMarkPalette::templateTint, false, ink);
 
