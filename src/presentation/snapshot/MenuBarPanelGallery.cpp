@@ -71,8 +71,8 @@ QImage renderMenuBarPanelGallery(const std::vector<MenuBarPanelGalleryEntry> &en
     for (const MenuBarPanelGalleryEntry &entry : entries) {
         panels.emplace_back(renderMenuBarPanel(entry.presentation, false),
                             renderMenuBarPanel(entry.presentation, true));
-        rowHeight = std::max({rowHeight, panels.back().first.height(),
-                              panels.back().second.height()});
+        rowHeight =
+            std::max({rowHeight, panels.back().first.height(), panels.back().second.height()});
     }
     const int columnWidth = KilnWardenMenuBarPanel::panelWidth + 2 * kMargin;
     const int rowStride = rowHeight + kCaptionHeight + kMargin;
@@ -121,9 +121,9 @@ QImage renderMenuBarIconGallery()
                 painter.fillRect(area, panel);
                 for (int row = 0; row < 5; ++row) {
                     const QImage icon = menuBarLabelImage(states[row], size, ink);
-                    painter.drawImage(QPoint(area.left() + (cell - size) / 2,
-                                             row * cell + (cell - size) / 2),
-                                      icon);
+                    painter.drawImage(
+                        QPoint(area.left() + (cell - size) / 2, row * cell + (cell - size) / 2),
+                        icon);
                 }
                 ++column;
             }

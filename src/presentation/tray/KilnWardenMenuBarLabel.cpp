@@ -30,8 +30,8 @@ void strokeMarkOutline(QPainter &painter, const QRectF &canvas, const QColor &co
                       canvas.top() + (canvas.height() - side) * 0.5);
     painter.scale(side / 100.0, side / 100.0);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color, kBracketWidth + 2 * extraUnits, Qt::SolidLine, Qt::RoundCap,
-                        Qt::RoundJoin));
+    painter.setPen(
+        QPen(color, kBracketWidth + 2 * extraUnits, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(KilnWardenMarkGeometry::brackets());
     painter.setPen(
         QPen(color, kPulseWidth + 2 * extraUnits, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

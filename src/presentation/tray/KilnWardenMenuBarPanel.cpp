@@ -74,12 +74,15 @@ KilnWardenMenuBarPanel::KilnWardenMenuBarPanel(QWidget *parent) : QWidget(parent
     // Bottom-aligned labels of two sizes share a baseline once the smaller one
     // is lifted by the difference of the descents.
     m_duration->setContentsMargins(
-        0, 0, 0, std::max(0, m_headline->fontMetrics().descent() - m_duration->fontMetrics().descent()));
-    attach(m_status, row(8, {}, {LayoutItem(m_statusSymbol, 0, Qt::AlignVCenter),
-                                 LayoutItem(row(6, {}, {LayoutItem(m_headline, 0, Qt::AlignBottom),
-                                                        LayoutItem(m_duration, 0, Qt::AlignBottom)}),
-                                            0),
-                                 flexible()}));
+        0, 0, 0,
+        std::max(0, m_headline->fontMetrics().descent() - m_duration->fontMetrics().descent()));
+    attach(m_status, row(8, {},
+                         {LayoutItem(m_statusSymbol, 0, Qt::AlignVCenter),
+                          LayoutItem(row(6, {},
+                                         {LayoutItem(m_headline, 0, Qt::AlignBottom),
+                                          LayoutItem(m_duration, 0, Qt::AlignBottom)}),
+                                     0),
+                          flexible()}));
     setAccessibility(m_status, QStringLiteral("menuBar-status"));
     hideFromAccessibility({m_statusSymbol, m_headline, m_duration});
 

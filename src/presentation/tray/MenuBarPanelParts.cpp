@@ -103,8 +103,8 @@ void MenuBarPanelButton::paintEvent(QPaintEvent *)
     shape.addRoundedRect(area, kButtonRadius, kButtonRadius);
     QColor text;
     if (m_prominent) {
-        painter.fillPath(shape, DashboardPalette::color(DashboardPalette::accent,
-                                                        isDown() ? 0.82 : 1.0));
+        painter.fillPath(shape,
+                         DashboardPalette::color(DashboardPalette::accent, isDown() ? 0.82 : 1.0));
         text = Qt::white;
     } else {
         painter.fillPath(shape, isDown() ? colors.buttonPressFill : colors.buttonFill);
@@ -116,8 +116,7 @@ void MenuBarPanelButton::paintEvent(QPaintEvent *)
     if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
         painter.setPen(QPen(DashboardPalette::color(DashboardPalette::accent, 0.55), 2.0));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), kButtonRadius - 1,
-                                kButtonRadius - 1);
+        painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), kButtonRadius - 1, kButtonRadius - 1);
     }
     painter.setPen(text);
     painter.setFont(font());
