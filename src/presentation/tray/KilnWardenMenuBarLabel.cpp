@@ -12,9 +12,6 @@
 
 namespace {
 
-// Bracket and pulse line widths of the mark, in its 100-unit square.
-constexpr double kBracketWidth = 7.0;
-constexpr double kPulseWidth = 6.0;
 // The halo around each stroke and the dot's share of the icon, in pixels and
 // as a fraction of the side. Both were chosen by eye at 16 to 24 pixels.
 constexpr double kHaloPixels = 0.9;
@@ -30,11 +27,11 @@ void strokeMarkOutline(QPainter &painter, const QRectF &canvas, const QColor &co
                       canvas.top() + (canvas.height() - side) * 0.5);
     painter.scale(side / 100.0, side / 100.0);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(
-        QPen(color, kBracketWidth + 2 * extraUnits, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(color, KilnWardenMarkGeometry::bracketLineWidth + 2 * extraUnits,
+                        Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(KilnWardenMarkGeometry::brackets());
-    painter.setPen(
-        QPen(color, kPulseWidth + 2 * extraUnits, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(color, KilnWardenMarkGeometry::pulseLineWidth + 2 * extraUnits,
+                        Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     for (int segment = 0; segment < 3; ++segment)
         painter.drawPath(KilnWardenMarkGeometry::pulseSegment(segment));
     painter.restore();
