@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QScreen>
 
 #include <algorithm>
@@ -110,7 +111,10 @@ void KilnWardenApplication::openPanelFromDashboard()
     if (!m_menuBarItem || m_menuBarItem->isTrayAvailable() || !m_window)
         return;
     const QWidget *brand = m_window->shell()->sidebar()->brandBlock();
-    m_menuBarItem->openPanelAt(QRect(brand->mapToGlobal(QPoint(0, 0)), brand->size()));
+    // Under the mark and the name, not under the block's empty margins.
+    const QRect content = brand->layout() ? brand->layout()->contentsRect() : brand->rect();
+    m_menuBarItem->openPanelAt(QRect(brand->mapToGlobal(content.topLeft()), content.size()),
+                               MenuBarPanelAlignment::leading);
 }
 
 void KilnWardenApplication::updateBrandAffordance()

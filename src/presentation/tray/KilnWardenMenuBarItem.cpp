@@ -106,10 +106,10 @@ void KilnWardenMenuBarItem::activate(QSystemTrayIcon::ActivationReason reason)
     openPanelAt(anchor);
 }
 
-void KilnWardenMenuBarItem::openPanelAt(const QRect &anchor)
+void KilnWardenMenuBarItem::openPanelAt(const QRect &anchor, MenuBarPanelAlignment alignment)
 {
     m_popup->setPresentation(m_presentation);
-    m_popup->openAt(anchor);
+    m_popup->openAt(anchor, alignment);
 }
 
 void KilnWardenMenuBarItem::closePanel()

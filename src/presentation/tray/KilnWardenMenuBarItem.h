@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dashboard/MenuBarPresentation.h"
+#include "presentation/tray/MenuBarPanelPopup.h"
 
 #include <QObject>
 #include <QRect>
@@ -9,7 +10,6 @@
 #include <functional>
 
 class DashboardStore;
-class MenuBarPanelPopup;
 class QMenu;
 
 // The menu bar item of a Linux desktop: a tray icon (StatusNotifierItem over
@@ -44,7 +44,8 @@ public:
 
     // Opens the panel beside `anchor` (global coordinates), e.g. under the
     // dashboard's brand block when there is no tray.
-    void openPanelAt(const QRect &anchor);
+    void openPanelAt(const QRect &anchor,
+                     MenuBarPanelAlignment alignment = MenuBarPanelAlignment::centred);
     void closePanel();
 
 signals:

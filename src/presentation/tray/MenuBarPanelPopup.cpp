@@ -26,11 +26,13 @@ int clampInto(int value, int low, int high)
 
 } // namespace
 
-QPoint menuBarPanelPosition(const QRect &anchor, const QSize &panel, const QRect &available)
+QPoint menuBarPanelPosition(const QRect &anchor, const QSize &panel, const QRect &available,
+                            MenuBarPanelAlignment alignment)
 {
     const bool below = anchor.center().y() < available.center().y();
     int y = below ? anchor.bottom() + 1 + kAnchorGap : anchor.top() - kAnchorGap - panel.height();
-    int x = anchor.center().x() - panel.width() / 2;
+    int x = alignment == MenuBarPanelAlignment::leading ? anchor.left()
+                                                        : anchor.center().x() - panel.width() / 2;
     x = clampInto(x, available.left(), available.right() + 1 - panel.width());
     y = clampInto(y, available.top(), available.bottom() + 1 - panel.height());
     return {x, y};
@@ -72,14 +74,14 @@ void MenuBarPanelPopup::followAppearance()
     fitToPanel();
 }
 
-void MenuBarPanelPopup::openAt(const QRect &anchor)
+void MenuBarPanelPopup::openAt(const QRect &anchor, MenuBarPanelAlignment alignment)
 {
     followAppearance();
     const QScreen *screen = QGuiApplication::screenAt(anchor.center());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
     const QRect available = screen ? screen->availableGeometry() : QRect(anchor.topLeft(), size());
-    move(menuBarPanelPosition(anchor, size(), available));
+    move(menuBarPanelPosition(anchor, size(), available, alignment));
     show();
     raise();
     activateWindow();

@@ -14,6 +14,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLayout>
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -139,8 +140,11 @@ TEST(MenuBarItem, withoutATrayTheBrandBlockOpensThePanel)
     QWidget *brand = window->shell()->sidebar()->brandBlock();
     QTest::mouseClick(brand, Qt::LeftButton);
     ASSERT_TRUE(item->popup()->isVisible());
-    const QRect brandGlobal(brand->mapToGlobal(QPoint(0, 0)), brand->size());
-    EXPECT_GT(item->popup()->geometry().top(), brandGlobal.bottom());
+    // Under the mark and the name, whatever margins the block has around them.
+    const QRect content = brand->layout()->contentsRect();
+    const QRect contentGlobal(brand->mapToGlobal(content.topLeft()), content.size());
+    EXPECT_GT(item->popup()->geometry().top(), contentGlobal.bottom());
+    EXPECT_LT(item->popup()->geometry().top(), contentGlobal.bottom() + 12);
     EXPECT_EQ(item->popup()->panel()->presentation(), application.store().menuBarPresentation());
 
     // "打开仪表盘" closes the panel and brings the window to the front.

@@ -15,6 +15,7 @@ TEST(MenuBarPanelPopup, opensBesideTheAnchorAndStaysOnScreen)
         QRect anchor;
         QRect available;
         QPoint expected;
+        MenuBarPanelAlignment alignment = MenuBarPanelAlignment::centred;
     };
     const Case cases[] = {
         // A tray at the top right: under the icon, pushed in from the edge.
@@ -22,8 +23,12 @@ TEST(MenuBarPanelPopup, opensBesideTheAnchorAndStaysOnScreen)
         // A tray at the bottom: above the icon.
         {"bottom", QRect(900, 1050, 24, 24), screen, QPoint(911 - 165, 1050 - 4 - 300)},
         {"bottom left", QRect(0, 1050, 24, 24), screen, QPoint(0, 746)},
-        // The sidebar's brand block: under it, centred on it.
-        {"brand block", QRect(400, 200, 240, 140), screen, QPoint(519 - 165, 344)},
+        {"centred under a block", QRect(400, 200, 240, 140), screen, QPoint(519 - 165, 344)},
+        // The sidebar's brand block: hanging from its left edge.
+        {"brand block", QRect(400, 200, 240, 140), screen, QPoint(400, 344),
+         MenuBarPanelAlignment::leading},
+        {"brand block at the right edge", QRect(1800, 200, 100, 40), screen, QPoint(1590, 244),
+         MenuBarPanelAlignment::leading},
         // The pointer as anchor, on a second screen to the right.
         {"second screen", QRect(2000, 10, 1, 1), QRect(1920, 0, 1280, 1024), QPoint(1920, 15)},
         // A screen shorter than the panel: its top stays on screen.
@@ -31,7 +36,7 @@ TEST(MenuBarPanelPopup, opensBesideTheAnchorAndStaysOnScreen)
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
-        const QPoint at = menuBarPanelPosition(c.anchor, panel, c.available);
+        const QPoint at = menuBarPanelPosition(c.anchor, panel, c.available, c.alignment);
         EXPECT_EQ(at, c.expected);
     }
 }
