@@ -5,7 +5,10 @@
 //   kilnwarden-snapshot [--out DIR] [--source scripted|empty|live]
 //                       [--live-seconds N] [--pages overview,settings,...]
 //                       [--press hardware-tab-cpu]
-//                       [--sizes 960x640,1200x800,1440x900]
+//                       [--sizes 960x640,1200x800,1440x900] [--panels]
+//
+// `--panels` renders the tray panel instead of the pages: every state of the
+// menu bar, light and dark side by side, into one picture.
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
@@ -14,6 +17,7 @@
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/snapshot/DashboardSnapshot.h"
+#include "presentation/snapshot/MenuBarPanelGallery.h"
 #include "presentation/snapshot/ScriptedStore.h"
 
 #include <QApplication>
@@ -76,6 +80,26 @@ int main(int argc, char **argv)
     } else {
         scripted = std::make_unique<ScriptedStore>();
         store = &scripted->store();
+    }
+
+    if (arguments.contains(QStringLiteral("--panels"))) {
+        const QString path = QStringLiteral("%1/%2-menubar-panels.png").arg(outDirectory, source);
+        const QImage gallery = renderMenuBarPanelGallery(menuBarPanelGalleryEntries(*store));
+        if (live)
+            live->stopMonitoring();
+        if (!gallery.save(path)) {
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+            return 1;
+        }
+        std::printf("%s\n", qPrintable(path));
+        const QString iconPath =
+            QStringLiteral("%1/%2-menubar-icons.png").arg(outDirectory, source);
+        if (!renderMenuBarIconGallery().save(iconPath)) {
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(iconPath));
+            return 1;
+        }
+        std::printf("%s\n", qPrintable(iconPath));
+        return 0;
     }
 
     int written = 0;
