@@ -1,14 +1,17 @@
 // Which widget shows which section. Each page's own folder adds its case here.
 #include "presentation/shell/DashboardPage.h"
 
+#include "presentation/diagnosis/LiveDiagnosisPage.h"
+
 DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &store,
                                    const DashboardPageActions &actions, QWidget *parent)
 {
     Q_UNUSED(store);
     Q_UNUSED(actions);
     switch (section) {
-    case DashboardSection::overview:
     case DashboardSection::liveDiagnosis:
+        return new LiveDiagnosisPage(store, actions, parent);
+    case DashboardSection::overview:
     case DashboardSection::hardwareMonitor:
     case DashboardSection::eventHistory:
     case DashboardSection::settings:
