@@ -2,13 +2,16 @@
 # that are missing, then configures a CMake preset once and builds it.
 
 KW_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-KW_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libgtest-dev libgmock-dev
-             libbenchmark-dev)
+# What builds and runs the window: Qt's X11/offscreen platform plugins and a
+# Chinese font, so that the interface never renders its text as boxes.
+KW_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-qpa-plugins fonts-noto-cjk
+             libgtest-dev libgmock-dev libbenchmark-dev)
 
+# kw_ensure_packages [EXTRA...]: the packages above plus any given.
 kw_ensure_packages() {
     local missing=()
     local package
-    for package in "${KW_PACKAGES[@]}"; do
+    for package in "${KW_PACKAGES[@]}" "$@"; do
         if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
             missing+=("$package")
         fi

@@ -1,0 +1,116 @@
+// The application as it runs: the real composition root on this machine, and
+// the real program started as a user would start it, twice.
+
+#include "presentation/app/KilnWardenApplication.h"
+#include "dashboard/DashboardStore.h"
+#include "presentation/shell/DashboardShell.h"
+#include "presentation/shell/DashboardWindow.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+bool waitFor(const std::function<bool()> &condition, int milliseconds)
+{
+    QDeadlineTimer deadline(milliseconds);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+    return true;
+}
+
+TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
+{
+    KilnWardenApplication application(
+        QStringList{QStringLiteral("kilnwarden"), QStringLiteral("--dashboard-size"),
+                    QStringLiteral("1200"), QStringLiteral("800"),
+                    QStringLiteral("--dashboard-page"), QStringLiteral("hardwareMonitor")});
+    application.launch();
+    DashboardWindow *window = application.dashboardWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("KilnWarden"));
+    EXPECT_EQ(window->size(), QSize(1200, 800));
+    EXPECT_EQ(window->minimumSize(), QSize(960, 640));
+    EXPECT_EQ(window->shell()->selectedSection(), DashboardSection::hardwareMonitor);
+    EXPECT_TRUE(application.store().isMonitoring());
+
+    // Two real ticks of this machine, with every page shown on the way.
+    ASSERT_TRUE(
+        waitFor([&] { return application.store().sampleHistory().samples().size() >= 2; }, 15000));
+    for (const DashboardSection section : kAllDashboardSections) {
+        window->shell()->setSelectedSection(section);
+        waitFor([] { return false; }, 100);
+        EXPECT_EQ(window->shell()->currentPage()->section(), section);
+        EXPECT_FALSE(window->grab().isNull());
+    }
+
+    // Closing hides the window and stops nothing; showing brings the same one
+    // back at its size and on its page.
+    window->resize(1300, 850);
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(application.store().isMonitoring());
+    application.showDashboardWindow();
+    EXPECT_EQ(application.dashboardWindow(), window);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->size(), QSize(1300, 850));
+    EXPECT_EQ(window->shell()->selectedSection(), DashboardSection::settings);
+
+    application.terminate();
+    EXPECT_FALSE(application.store().isMonitoring());
+}
+
+TEST(KilnWardenApplication, DefaultSizeIsTheScreenCappedAt1440By900)
+{
+    KilnWardenApplication application(QStringList{
+        QStringLiteral("kilnwarden"), QStringLiteral("--dashboard-size"), QStringLiteral("1200")});
+    const QSizeF size = application.initialWindowSize();
+    EXPECT_LE(size.width(), 1440);
+    EXPECT_LE(size.height(), 900);
+    EXPECT_GT(size.width(), 0);
+}
+
+// The program as installed: a second start shows the first one's window and
+// leaves; a termination signal quits it cleanly through its event loop.
+TEST(KilnWardenProgram, SecondStartHandsOverAndSignalQuitsCleanly)
+{
+    QTemporaryDir runtime;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+
+    QProcess first;
+    first.setProcessEnvironment(environment);
+    first.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    first.start(QStringLiteral(KW_APP_BINARY), {});
+    ASSERT_TRUE(first.waitForStarted(10000));
+    const QString socket = runtime.filePath(QStringLiteral("kilnwarden.socket"));
+    ASSERT_TRUE(waitFor([&] { return QFile::exists(socket); }, 30000));
+
+    QProcess second;
+    second.setProcessEnvironment(environment);
+    second.start(QStringLiteral(KW_APP_BINARY),
+                 {QStringLiteral("--dashboard-page"), QStringLiteral("settings")});
+    ASSERT_TRUE(second.waitForFinished(30000));
+    EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_EQ(first.state(), QProcess::Running);
+
+    // SIGTERM to the process this test started, and to nothing else.
+    first.terminate();
+    ASSERT_TRUE(first.waitForFinished(30000));
+    EXPECT_EQ(first.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(first.exitCode(), 0);
+    EXPECT_FALSE(QFile::exists(socket));
+}
+
+} // namespace
