@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QString>
+
+#include <algorithm>
+#include <vector>
+
+// A flat list model whose rows are plain values identified by a `key` text.
+// `setRows` brings the model to a new list through removals, moves, inserts
+// and changes, never a reset, so the view's current row, scroll position and
+// anything keyed by row identity hold across ticks. Duplicate keys (a pid
+// listed twice in one tick) are handled: they pair up in order.
+//
+// Row needs `QString key` and `operator==`.
+template <typename Row> class KeyedRowModel : public QAbstractListModel {
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    int rowCount(const QModelIndex &parent = {}) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    }
+    const std::vector<Row> &rows() const { return m_rows; }
+    const Row &rowAt(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
+    // The row index of `key`, or -1.
+    int rowOf(const QString &key) const
+    {
+        for (std::size_t i = 0; i < m_rows.size(); ++i) {
+            if (m_rows[i].key == key)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
+
+    void setRows(std::vector<Row> next)
+    {
+        removeRowsMissingFrom(next);
+        QHash<QString, int> remaining; // rows at index >= i still to be placed, by key
+        for (const Row &row : m_rows)
+            ++remaining[row.key];
+        std::vector<int> changed;
+        for (std::size_t i = 0; i < next.size(); ++i) {
+            const int at = static_cast<int>(i);
+            if (i < m_rows.size() && m_rows[i].key == next[i].key) {
+                --remaining[next[i].key];
+            } else if (remaining.value(next[i].key) > 0) {
+                moveRowToward(next[i].key, at);
+                --remaining[next[i].key];
+            } else {
+                // A run of new keys goes in at once.
+                std::size_t end = i + 1;
+                while (end < next.size() && remaining.value(next[end].key) == 0)
+                    ++end;
+                beginInsertRows({}, at, static_cast<int>(end) - 1);
+                m_rows.insert(m_rows.begin() + at, next.begin() + at, next.begin() + end);
+                endInsertRows();
+                i = end - 1;
+                continue;
+            }
+            if (!(m_rows[i] == next[i])) {
+                m_rows[i] = std::move(next[i]);
+                changed.push_back(at);
+            }
+        }
+        if (m_rows.size() > next.size()) {
+            beginRemoveRows({}, static_cast<int>(next.size()), static_cast<int>(m_rows.size()) - 1);
+            m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(next.size()), m_rows.end());
+            endRemoveRows();
+        }
+        emitChangedRuns(changed);
+    }
+
+private:
+    void removeRowsMissingFrom(const std::vector<Row> &next)
+    {
+        QHash<QString, int> wanted;
+        for (const Row &row : next)
+            ++wanted[row.key];
+        // From the end, so the indexes before a removed run stay valid; runs
+        // of adjacent rows go at once.
+        int index = static_cast<int>(m_rows.size()) - 1;
+        while (index >= 0) {
+            if (wanted.value(m_rows[static_cast<std::size_t>(index)].key) > 0) {
+                --index;
+                continue;
+            }
+            int first = index;
+            while (first > 0 && wanted.value(m_rows[static_cast<std::size_t>(first - 1)].key) == 0)
+                --first;
+            beginRemoveRows({}, first, index);
+            m_rows.erase(m_rows.begin() + first, m_rows.begin() + index + 1);
+            endRemoveRows();
+            index = first - 1;
+        }
+    }
+
+    void moveRowToward(const QString &key, int destination)
+    {
+        int source = destination + 1;
+        while (m_rows[static_cast<std::size_t>(source)].key != key)
+            ++source;
+        beginMoveRows({}, source, source, {}, destination);
+        Row row = std::move(m_rows[static_cast<std::size_t>(source)]);
+        m_rows.erase(m_rows.begin() + source);
+        m_rows.insert(m_rows.begin() + destination, std::move(row));
+        endMoveRows();
+    }
+
+    void emitChangedRuns(const std::vector<int> &changed)
+    {
+        std::size_t i = 0;
+        while (i < changed.size()) {
+            std::size_t end = i + 1;
+            while (end < changed.size() && changed[end] == changed[end - 1] + 1)
+                ++end;
+            emit dataChanged(index(changed[i]), index(changed[end - 1]));
+            i = end;
+        }
+    }
+
+    std::vector<Row> m_rows;
+};

@@ -1,0 +1,146 @@
+#include "presentation/diagnosis/OperationTexts.h"
+
+#include "presentation/diagnosis/DiagnosisTexts.h"
+#include "sampling/Text.h"
+
+#include <algorithm>
+#include <cmath>
+
+QString endButtonTitle(const DashboardProcessNode *process,
+                       const OptionalTerminationStatus &selectedStatus)
+{
+    if (!process)
+        return kwText("结束选中进程");
+    if (!selectedStatus)
+        return process->isTarget ? kwText("结束主要进程") : kwText("结束选中进程");
+    const bool forced = selectedStatus->mode == ProcessTerminationSignal::forced;
+    switch (selectedStatus->phase) {
+    case DashboardTerminationPhase::verifying:
+        return forced ? kwText("正在强制结束…") : kwText("正在结束…");
+    case DashboardTerminationPhase::exited:
+        return kwText("进程已结束");
+    case DashboardTerminationPhase::unresponsive:
+        return kwText("强制结束");
+    case DashboardTerminationPhase::failed:
+        break;
+    }
+    return forced ? kwText("强制结束失败") : kwText("重试结束");
+}
+
+QString endButtonAccessibleLabel(const QString &title, const DashboardProcessNode *process)
+{
+    if (!process)
+        return title;
+    return kwText("%1 %2，PID %3").arg(title, process->name, QString::number(process->pid));
+}
+
+QString terminationImpactText(const DashboardTask *task, const DashboardProcessNode *process,
+                              bool canTerminate, const OptionalTerminationStatus &selectedStatus)
+{
+    if (!task || !process)
+        return kwText("选择进程后显示结束操作的影响范围。");
+    if (canTerminate) {
+        const bool forced =
+            selectedStatus && selectedStatus->phase == DashboardTerminationPhase::unresponsive;
+        DashboardPendingTermination pending{*task, *process,
+                                            forced ? ProcessTerminationSignal::forced
+                                                   : ProcessTerminationSignal::graceful};
+        return pending.confirmationMessage();
+    }
+    if (process->isTarget)
+        return task->terminationImpact;
+    return kwText("安全预检未通过，不能从 KilnWarden 结束这个进程。");
+}
+
+const DashboardRecoveryContext *
+effectiveRecoveryContext(const OptionalTerminationStatus &selectedStatus,
+                         const std::optional<DashboardRecoveryContext> &context)
+{
+    if (selectedStatus && selectedStatus->phase != DashboardTerminationPhase::exited)
+        return nullptr;
+    return context ? &*context : nullptr;
+}
+
+QString verificationTargetLine(const OptionalTerminationStatus &selectedStatus,
+                               const DashboardRecoveryContext *effectiveContext)
+{
+    if (selectedStatus && selectedStatus->phase != DashboardTerminationPhase::exited) {
+        return kwText("%1 · PID %2")
+            .arg(selectedStatus->processName, QString::number(selectedStatus->pid));
+    }
+    if (effectiveContext) {
+        return kwText("%1 · PID %2 · %3")
+            .arg(effectiveContext->processName, QString::number(effectiveContext->pid),
+                 kwText("最近一次操作"));
+    }
+    return {};
+}
+
+QString verificationStatusText(const OptionalTerminationStatus &selectedStatus,
+                               DashboardRecoveryState recoveryState,
+                               const DashboardRecoveryContext *effectiveContext,
+                               const std::optional<SystemMetricSample> &latest)
+{
+    if (selectedStatus && selectedStatus->phase != DashboardTerminationPhase::exited) {
+        switch (selectedStatus->phase) {
+        case DashboardTerminationPhase::verifying:
+            return kwText("正在确认原进程是否退出，通常不超过 2 秒。");
+        case DashboardTerminationPhase::unresponsive:
+            return kwText("进程仍在运行；如需继续，可再次确认强制结束。");
+        case DashboardTerminationPhase::failed:
+        case DashboardTerminationPhase::exited:
+            break;
+        }
+        return selectedStatus->mode == ProcessTerminationSignal::forced
+                   ? kwText("强制结束未生效，建议打开系统监视器进一步检查。")
+                   : kwText("本次操作未成功结束，未进入两分钟验证。");
+    }
+    switch (recoveryState) {
+    case DashboardRecoveryState::idle:
+        return kwText("结束进程并确认退出后，将验证两分钟整机变化。");
+    case DashboardRecoveryState::recovering:
+        if (effectiveContext) {
+            return kwText("正在验证结束该进程后的整机变化 · 剩余约 %1")
+                .arg(remainingObservationText(*effectiveContext, latest));
+        }
+        return kwText("正在对比操作前后的 CPU、温度和热状态。");
+    case DashboardRecoveryState::recovered:
+        return kwText("负载或温度已下降，验证通过。");
+    case DashboardRecoveryState::noImprovement:
+        return kwText("两分钟内未观察到达到阈值的整机改善。");
+    case DashboardRecoveryState::insufficientData:
+        return kwText("缺少可比较的系统样本，无法完成验证。");
+    case DashboardRecoveryState::terminationFailed:
+        break;
+    }
+    return kwText("本次操作未成功结束，未进入两分钟验证。");
+}
+
+QString remainingObservationText(const DashboardRecoveryContext &context,
+                                 const std::optional<SystemMetricSample> &latest)
+{
+    const TimePoint now = latest ? latest->timestamp : context.startedAt;
+    const double left = context.observationWindow - now.secondsSince(context.startedAt);
+    // Cut to whole seconds; past the window, or with a value that is not a
+    // number, nothing is left.
+    long long seconds = 0;
+    if (std::isfinite(left) && left > 0)
+        seconds = static_cast<long long>(std::min(left, 1e12));
+    if (seconds >= 60) {
+        return kwText("%1 分 %2 秒")
+            .arg(QString::number(seconds / 60), QString::number(seconds % 60));
+    }
+    return kwText("%1 秒").arg(QString::number(seconds));
+}
+
+QString recoveryCPUText(const std::optional<double> &cpu)
+{
+    return cpu ? wholePercentText(*cpu) : kwText("不可用");
+}
+
+QString recoveryTemperatureText(const std::optional<double> &celsius)
+{
+    if (!celsius || !std::isfinite(*celsius))
+        return kwText("不可用");
+    return formatLocaleNumber(*celsius, 1) + QStringLiteral("°C");
+}

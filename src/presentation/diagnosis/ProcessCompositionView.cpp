@@ -1,0 +1,136 @@
+#include "presentation/diagnosis/ProcessCompositionView.h"
+
+#include "presentation/diagnosis/ProcessTree.h"
+#include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardPalette.h"
+#include "presentation/kit/DashboardWidgets.h"
+#include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/SystemSymbols.h"
+#include "sampling/Text.h"
+
+#include <QScrollBar>
+#include <QStackedLayout>
+
+namespace {
+
+TextLabel *headerLabel(const QString &text, int width)
+{
+    auto *label =
+        new TextLabel(text, 10, DashboardFontWeight::medium, DashboardPalette::textTertiary);
+    if (width > 0)
+        label->setFixedWidth(width);
+    label->setElided(true);
+    return label;
+}
+
+} // namespace
+
+ProcessCompositionView::ProcessCompositionView(QWidget *parent) : QWidget(parent)
+{
+    setAccessibility(this, QStringLiteral("processCompositionPanel"), kwText("进程组成"));
+    setAccessibleRole(this, QAccessible::Grouping);
+
+    m_tree = new ProcessTreeView;
+    auto *headerRow = new QWidget;
+    headerRow->setFixedHeight(26);
+    m_header = row(0, {ProcessTreeColumns::toggleWidth + 4, 0, 0, 0},
+                   {LayoutItem(headerLabel(kwText("进程 / 安全命令"), 0), 1),
+                    headerLabel(QStringLiteral("PID"), ProcessTreeColumns::pid),
+                    headerLabel(QStringLiteral("CPU"), ProcessTreeColumns::cpu),
+                    headerLabel(kwText("内存"), ProcessTreeColumns::memory),
+                    headerLabel(kwText("资源影响"), ProcessTreeColumns::impact)});
+    attach(headerRow, m_header);
+    auto *caption = new TextLabel(
+        kwText("缩进表示当前采样内的 PPID 父子关系；多个顶层节点属于同一负载来源的关联进程。"), 10,
+        DashboardFontWeight::regular, DashboardPalette::textTertiary);
+    caption->setWordWrap(true);
+    m_content = new QWidget;
+    attach(m_content, column(8, {}, {headerRow, LayoutItem(m_tree, 1), caption}));
+
+    m_empty = new QWidget;
+    m_empty->setObjectName(QStringLiteral("processCompositionEmpty"));
+    auto *symbol = new SymbolView(QStringLiteral("point.3.connected.trianglepath.dotted"), 26,
+                                  QColor::fromRgb(DashboardPalette::textTertiary));
+    symbol->setFixedSize(34, 34);
+    auto *title = new TextLabel(kwText("暂无进程组成"), 13, DashboardFontWeight::semibold,
+                                DashboardPalette::textPrimary);
+    auto *description = new TextLabel(kwText("完成进程采样后显示父子关系和节点负载。"), 11,
+                                      DashboardFontWeight::regular, DashboardPalette::textTertiary);
+    description->setWordWrap(true);
+    description->setAlignment(Qt::AlignCenter);
+    attach(m_empty, column(8, {},
+                           {flexible(), LayoutItem(symbol, 0, Qt::AlignHCenter),
+                            LayoutItem(title, 0, Qt::AlignHCenter),
+                            LayoutItem(description, 0, Qt::AlignHCenter), flexible()}));
+    m_empty->setAccessibleName(title->text());
+
+    m_stack = new QStackedLayout;
+    m_stack->addWidget(m_content);
+    m_stack->addWidget(m_empty);
+    setLayout(m_stack);
+
+    connect(m_tree, &ProcessTreeView::toggleRequested, this, &ProcessCompositionView::toggle);
+    connect(m_tree, &ProcessTreeView::processPressed, this,
+            &ProcessCompositionView::processSelected);
+    connect(m_tree->verticalScrollBar(), &QScrollBar::rangeChanged, this,
+            &ProcessCompositionView::followScrollBar);
+    setContent(nullptr, std::nullopt);
+}
+
+bool ProcessCompositionView::showsEmptyState() const
+{
+    return m_stack->currentWidget() == m_empty;
+}
+
+void ProcessCompositionView::setContent(const DashboardTask *task,
+                                        const std::optional<QString> &selectedProcessID)
+{
+    const bool sameTask = m_task && task && m_task->id == task->id;
+    m_task = task;
+    m_selectedProcessID = selectedProcessID;
+    m_expansion.follow(task);
+    rebuildRows();
+    m_stack->setCurrentWidget(task && !task->processTree.empty() ? m_content : m_empty);
+    if (!sameTask && selectedProcessID) {
+        // A new source: show its chosen process, which its open ancestors
+        // made visible. Within one source the user's scroll position stays.
+        const int row = m_tree->treeModel()->rowOf(*selectedProcessID);
+        if (row >= 0)
+            m_tree->scrollTo(m_tree->treeModel()->index(row));
+    }
+}
+
+void ProcessCompositionView::toggle(pid_t pid)
+{
+    m_expansion.toggle(pid);
+    rebuildRows();
+}
+
+void ProcessCompositionView::rebuildRows()
+{
+    std::vector<ProcessTreeRow> rows;
+    if (m_task) {
+        const std::vector<VisibleProcessRow> visible =
+            flattenProcessTree(m_task->processTree, m_expansion.expandedPIDs());
+        rows.reserve(visible.size());
+        for (const VisibleProcessRow &row : visible) {
+            rows.push_back(
+                ProcessTreeRow::of(row, m_expansion.isExpanded(row.node->pid),
+                                   m_selectedProcessID && *m_selectedProcessID == row.node->id));
+        }
+    }
+    m_tree->treeModel()->setRows(std::move(rows));
+}
+
+void ProcessCompositionView::followScrollBar()
+{
+    // The header's columns stay above the rows' when a scroll bar narrows them.
+    const QScrollBar *bar = m_tree->verticalScrollBar();
+    const int right = bar->maximum() > bar->minimum() ? bar->sizeHint().width() : 0;
+    m_header->setContentsMargins(ProcessTreeColumns::toggleWidth + 4, 0, right, 0);
+}
+
+void ProcessCompositionView::applyLayout(const DashboardLayoutMetrics &layout)
+{
+    m_tree->setLayoutMetrics(layout);
+}

@@ -1,0 +1,311 @@
+#include "presentation/diagnosis/ProcessTree.h"
+
+#include "presentation/diagnosis/DiagnosisRoles.h"
+#include "presentation/diagnosis/DiagnosisTexts.h"
+#include "presentation/kit/DashboardFonts.h"
+#include "presentation/kit/DashboardPalette.h"
+#include "presentation/kit/SystemSymbols.h"
+#include "sampling/Text.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScrollBar>
+
+namespace {
+
+// The name column keeps at least this much room: past it, deeper levels stop
+// indenting further, so a very deep tree still reads instead of being pushed
+// out of its column.
+constexpr int kMinimumNameWidth = 120;
+
+int indentOf(int depth, int rowWidth)
+{
+    const int available = rowWidth - ProcessTreeColumns::trailing -
+                          ProcessTreeColumns::toggleWidth - kMinimumNameWidth;
+    return std::clamp(depth * ProcessTreeColumns::indentStep, 0, std::max(0, available));
+}
+
+} // namespace
+
+ProcessTreeRow ProcessTreeRow::of(const VisibleProcessRow &row, bool isExpanded, bool isSelected)
+{
+    const DashboardProcessNode &node = *row.node;
+    ProcessTreeRow result;
+    result.key = node.id;
+    result.name = node.name;
+    result.pid = node.pid;
+    result.depth = row.depth;
+    result.hasChildren = !node.children.empty();
+    result.isExpanded = isExpanded;
+    result.isTarget = node.isTarget;
+    result.badge = processNodeBadge(node, row.depth);
+    result.roleLabel = node.roleLabel();
+    result.detail = processNodeDetailLine(node, result.roleLabel);
+    result.cpu = wholePercentText(node.cpu);
+    result.memory = node.memory;
+    result.disk = node.disk;
+    result.impact = node.energyImpact;
+    result.isSelected = isSelected;
+    result.accessibleLabel = processNodeAccessibleLabel(node, result.roleLabel);
+    return result;
+}
+
+QVariant ProcessTreeModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return {};
+    const ProcessTreeRow &row = rowAt(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.name;
+    case Qt::AccessibleTextRole:
+    case Qt::ToolTipRole:
+        return row.accessibleLabel;
+    case Qt::AccessibleDescriptionRole:
+        return kwText("选择后可查看该进程详情和可用操作");
+    case DiagnosisRole::identifier:
+        return QStringLiteral("processTree-node-%1").arg(row.pid);
+    case DiagnosisRole::accessibleValue:
+        return row.isSelected ? kwText("已选择") : kwText("未选择");
+    case DiagnosisRole::key:
+        return row.key;
+    case DiagnosisRole::toggleIdentifier:
+        return QStringLiteral("processTree-toggle-%1").arg(row.pid);
+    case DiagnosisRole::toggleLabel:
+        return processToggleAccessibleLabel(row.isExpanded);
+    case DiagnosisRole::toggleEnabled:
+        return row.hasChildren;
+    default:
+        break;
+    }
+    return {};
+}
+
+QRect ProcessTreeDelegate::toggleRect(const QRect &rowRect, int depth)
+{
+    const int height = ProcessTreeColumns::rowHeight;
+    return {rowRect.left() + indentOf(depth, rowRect.width()), rowRect.top() + (height - 28) / 2,
+            ProcessTreeColumns::toggleWidth, 28};
+}
+
+QSize ProcessTreeDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const
+{
+    return {0, ProcessTreeColumns::rowHeight + ProcessTreeColumns::rowGap};
+}
+
+void ProcessTreeDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                const QModelIndex &index) const
+{
+    const auto *model = static_cast<const ProcessTreeModel *>(index.model());
+    const ProcessTreeRow &row = model->rowAt(index.row());
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const QRect box(option.rect.x(), option.rect.y(), option.rect.width(),
+                    ProcessTreeColumns::rowHeight);
+    if (row.isSelected) {
+        QPainterPath path;
+        path.addRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
+        painter->fillPath(path, DashboardPalette::color(DashboardPalette::accentBackground, 0.55));
+        painter->setPen(QPen(DashboardPalette::color(DashboardPalette::accent, 0.75), 1));
+        painter->drawPath(path);
+    } else if (option.state.testFlag(QStyle::State_HasFocus)) {
+        painter->setPen(QPen(DashboardPalette::color(DashboardPalette::accent, 0.35), 1));
+        painter->drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
+    }
+
+    const QRect toggle = toggleRect(box, row.depth);
+    if (row.hasChildren) {
+        const double glyph = dashboardScaledFontSize(9, m_layout.typographyScale);
+        const QRectF glyphBox(toggle.center().x() - glyph / 2 + 0.5,
+                              toggle.center().y() - glyph / 2 + 0.5, glyph, glyph);
+        paintSystemSymbol(
+            *painter,
+            row.isExpanded ? QStringLiteral("chevron.down") : QStringLiteral("chevron.right"),
+            glyphBox, QColor::fromRgb(DashboardPalette::textSecondary), SymbolWeight::semibold);
+    }
+
+    // Trailing cells, right to left.
+    QRect cell(box.right() + 1, box.top(), 0, box.height());
+    const auto nextCell = [&](int width) {
+        cell = QRect(cell.left() - width, box.top(), width, box.height());
+        return cell.adjusted(0, 0, -6, 0);
+    };
+    const QRect impact = nextCell(ProcessTreeColumns::impact);
+    const QRect memory = nextCell(ProcessTreeColumns::memory);
+    const QRect cpu = nextCell(ProcessTreeColumns::cpu);
+    const QRect pid = nextCell(ProcessTreeColumns::pid);
+
+    const QFont cellFont = dashboardFont(m_layout, 11, DashboardFontWeight::regular,
+                                         DashboardFontDesign::monospacedDigits);
+    painter->setFont(cellFont);
+    const QFontMetrics cellMetrics(cellFont);
+    painter->setPen(QColor::fromRgb(DashboardPalette::textSecondary));
+    painter->drawText(pid, Qt::AlignLeft | Qt::AlignVCenter, QString::number(row.pid));
+    painter->setPen(QColor::fromRgb(DashboardPalette::textPrimary));
+    painter->drawText(cpu, Qt::AlignLeft | Qt::AlignVCenter, row.cpu);
+    painter->setPen(QColor::fromRgb(DashboardPalette::textSecondary));
+    painter->drawText(memory, Qt::AlignLeft | Qt::AlignVCenter,
+                      cellMetrics.elidedText(row.memory, Qt::ElideRight, memory.width()));
+    painter->setFont(dashboardFont(m_layout, 11, DashboardFontWeight::semibold));
+    painter->setPen(QColor::fromRgb(resourceImpactColor(row.impact)));
+    painter->drawText(impact, Qt::AlignLeft | Qt::AlignVCenter, resourceImpactLabel(row.impact));
+
+    // The two lines, between the chevron and the cells.
+    const int textLeft = toggle.right() + 1 + 4;
+    const QRect text(textLeft, box.top(), std::max(0, pid.left() - 8 - textLeft), box.height());
+    const QFont nameFont = dashboardFont(m_layout, 12, DashboardFontWeight::medium);
+    const QFont badgeFont = dashboardFont(m_layout, 9, DashboardFontWeight::medium);
+    const QFont detailFont = dashboardFont(m_layout, 10);
+    const QFontMetrics nameMetrics(nameFont);
+    const QFontMetrics badgeMetrics(badgeFont);
+    const QFontMetrics detailMetrics(detailFont);
+    const int stack = nameMetrics.height() + 2 + detailMetrics.height();
+    const int top = text.top() + (text.height() - stack) / 2;
+
+    int badgeWidth = 0;
+    if (!row.badge.isEmpty())
+        badgeWidth = badgeMetrics.horizontalAdvance(row.badge) + 12;
+    const int nameRoom = std::max(0, text.width() - (badgeWidth > 0 ? badgeWidth + 6 : 0));
+    const QString name = nameMetrics.elidedText(row.name, Qt::ElideRight, nameRoom);
+    painter->setFont(nameFont);
+    painter->setPen(QColor::fromRgb(DashboardPalette::textPrimary));
+    const QRect nameRect(text.left(), top, nameRoom, nameMetrics.height());
+    painter->drawText(nameRect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, name);
+    if (badgeWidth > 0 && text.width() >= badgeWidth) {
+        const int nameWidth = std::min(nameRoom, nameMetrics.horizontalAdvance(name));
+        const QRectF pill(text.left() + nameWidth + 6,
+                          top + (nameMetrics.height() - badgeMetrics.height() - 2) / 2.0,
+                          badgeWidth, badgeMetrics.height() + 2);
+        const QRgb ink = row.isTarget ? DashboardPalette::danger : DashboardPalette::textSecondary;
+        const QRgb fill =
+            row.isTarget ? DashboardPalette::dangerBackground : DashboardPalette::mutedBackground;
+        QPainterPath path;
+        path.addRoundedRect(pill, pill.height() / 2, pill.height() / 2);
+        painter->fillPath(path, QColor::fromRgb(fill));
+        painter->setFont(badgeFont);
+        painter->setPen(QColor::fromRgb(ink));
+        painter->drawText(pill, Qt::AlignCenter, row.badge);
+    }
+    painter->setFont(detailFont);
+    painter->setPen(QColor::fromRgb(DashboardPalette::textTertiary));
+    painter->drawText(
+        QRect(text.left(), top + nameMetrics.height() + 2, text.width(), detailMetrics.height()),
+        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+        detailMetrics.elidedText(row.detail, Qt::ElideRight, text.width()));
+    painter->restore();
+}
+
+ProcessTreeView::ProcessTreeView(QWidget *parent) : QListView(parent)
+{
+    setObjectName(QStringLiteral("processTree"));
+    m_model = new ProcessTreeModel(this);
+    m_delegate = new ProcessTreeDelegate(this);
+    setModel(m_model);
+    setItemDelegate(m_delegate);
+    setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalScrollBar()->setSingleStep(ProcessTreeColumns::rowHeight / 2);
+    setViewportMargins(0, 2, 0, 2);
+    viewport()->setAutoFillBackground(false);
+    setAutoFillBackground(false);
+    setAccessibleName(kwText("进程组成"));
+}
+
+void ProcessTreeView::setLayoutMetrics(const DashboardLayoutMetrics &layout)
+{
+    m_delegate->setLayoutMetrics(layout);
+    viewport()->update();
+}
+
+int ProcessTreeView::rowOfPID(pid_t pid) const
+{
+    for (int i = 0; i < m_model->rowCount(); ++i) {
+        if (m_model->rowAt(i).pid == pid)
+            return i;
+    }
+    return -1;
+}
+
+QRect ProcessTreeView::rowRect(pid_t pid) const
+{
+    const int row = rowOfPID(pid);
+    return row < 0 ? QRect() : visualRect(m_model->index(row));
+}
+
+QRect ProcessTreeView::toggleRect(pid_t pid) const
+{
+    const int row = rowOfPID(pid);
+    if (row < 0)
+        return {};
+    return ProcessTreeDelegate::toggleRect(visualRect(m_model->index(row)),
+                                           m_model->rowAt(row).depth);
+}
+
+void ProcessTreeView::mousePressEvent(QMouseEvent *event)
+{
+    const QModelIndex index = indexAt(event->position().toPoint());
+    m_pressed = index;
+    m_pressedOnToggle = false;
+    if (index.isValid()) {
+        const ProcessTreeRow &row = m_model->rowAt(index.row());
+        // A chevron that is not shown takes no press: the row gets it.
+        m_pressedOnToggle =
+            row.hasChildren && ProcessTreeDelegate::toggleRect(visualRect(index), row.depth)
+                                   .contains(event->position().toPoint());
+        setCurrentIndex(index);
+    }
+    event->accept();
+}
+
+void ProcessTreeView::mouseReleaseEvent(QMouseEvent *event)
+{
+    const QModelIndex index = indexAt(event->position().toPoint());
+    const bool sameRow = index.isValid() && m_pressed.isValid() && index == m_pressed;
+    const bool onToggle = m_pressedOnToggle;
+    m_pressed = QPersistentModelIndex();
+    m_pressedOnToggle = false;
+    if (!sameRow || event->button() != Qt::LeftButton)
+        return;
+    const ProcessTreeRow &row = m_model->rowAt(index.row());
+    if (onToggle)
+        emit toggleRequested(row.pid);
+    else
+        emit processPressed(row.key);
+}
+
+void ProcessTreeView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    // A second press is a press: a quick double toggle opens and closes.
+    mousePressEvent(event);
+}
+
+void ProcessTreeView::keyPressEvent(QKeyEvent *event)
+{
+    const QModelIndex current = currentIndex();
+    if (current.isValid()) {
+        const ProcessTreeRow &row = m_model->rowAt(current.row());
+        switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Space:
+            emit processPressed(row.key);
+            return;
+        case Qt::Key_Right:
+            if (row.hasChildren && !row.isExpanded)
+                emit toggleRequested(row.pid);
+            return;
+        case Qt::Key_Left:
+            if (row.hasChildren && row.isExpanded)
+                emit toggleRequested(row.pid);
+            return;
+        default:
+            break;
+        }
+    }
+    QListView::keyPressEvent(event);
+}

@@ -1,0 +1,194 @@
+#include "presentation/diagnosis/SourceList.h"
+
+#include "presentation/diagnosis/DiagnosisRoles.h"
+#include "presentation/diagnosis/DiagnosisTexts.h"
+#include "presentation/diagnosis/RowMotion.h"
+#include "presentation/kit/DashboardFonts.h"
+#include "presentation/kit/DashboardPalette.h"
+#include "sampling/Text.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QScrollBar>
+
+namespace {
+
+constexpr int kRowHeight = 48;
+constexpr int kRowGap = 4;
+constexpr int kLeadingPadding = 10;
+constexpr int kTrailingPadding = 8;
+constexpr int kTargetColumn = 54;
+constexpr int kTotalColumn = 48;
+
+} // namespace
+
+SourceListRow SourceListRow::of(const DashboardTask &task, bool isSelected)
+{
+    return {task.id,
+            task.application,
+            sourceRowSubtitle(task),
+            wholePercentText(task.targetProcess.cpu),
+            wholePercentText(task.cpu),
+            isSelected,
+            sourceRowAccessibleLabel(task)};
+}
+
+QVariant SourceListModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return {};
+    const SourceListRow &row = rowAt(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.application;
+    case Qt::AccessibleTextRole:
+    case Qt::ToolTipRole:
+        return row.accessibleLabel;
+    case DiagnosisRole::identifier:
+        return QStringLiteral("taskRow-") + row.key;
+    case DiagnosisRole::accessibleValue:
+        return row.isSelected ? kwText("已选择") : kwText("未选择");
+    case DiagnosisRole::key:
+        return row.key;
+    default:
+        break;
+    }
+    return {};
+}
+
+SourceListDelegate::SourceListDelegate(RowMotion *motion, QObject *parent)
+    : QStyledItemDelegate(parent), m_motion(motion)
+{
+}
+
+void SourceListDelegate::setLayoutMetrics(const DashboardLayoutMetrics &layout)
+{
+    m_layout = layout;
+}
+
+int SourceListDelegate::rowPitch() const
+{
+    return kRowHeight + kRowGap;
+}
+
+QSize SourceListDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const
+{
+    return {0, rowPitch()};
+}
+
+void SourceListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                               const QModelIndex &index) const
+{
+    const auto *model = static_cast<const SourceListModel *>(index.model());
+    const SourceListRow &row = model->rowAt(index.row());
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setOpacity(m_motion->opacityFor(row.key));
+    QRectF box(option.rect.x(), option.rect.y() + m_motion->offsetFor(row.key), option.rect.width(),
+               kRowHeight);
+
+    QColor background = Qt::transparent;
+    if (row.isSelected)
+        background = QColor::fromRgb(DashboardPalette::accentBackground);
+    else if (index.row() % 2 == 1)
+        background = QColor::fromRgb(DashboardPalette::mutedBackground);
+    if (background.alpha() > 0) {
+        QPainterPath path;
+        path.addRoundedRect(box, 8, 8);
+        painter->fillPath(path, background);
+    }
+    if (option.state.testFlag(QStyle::State_HasFocus)) {
+        painter->setPen(QPen(DashboardPalette::color(DashboardPalette::accent, 0.5), 1));
+        painter->drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
+    }
+
+    const QRectF content = box.adjusted(kLeadingPadding, 0, -kTrailingPadding, 0);
+    const QRectF total(content.right() - kTotalColumn, content.top(), kTotalColumn,
+                       content.height());
+    const QRectF target(total.left() - kTargetColumn, content.top(), kTargetColumn,
+                        content.height());
+    const QRectF first(content.left(), content.top(),
+                       std::max(0.0, target.left() - content.left() - 4), content.height());
+
+    const QFont title = dashboardFont(m_layout, 12, DashboardFontWeight::medium);
+    const QFont caption = dashboardFont(m_layout, 9);
+    const QFontMetricsF titleMetrics(title);
+    const QFontMetricsF captionMetrics(caption);
+    const double stack = titleMetrics.height() + 2 + captionMetrics.height();
+    const double top = first.top() + (first.height() - stack) / 2;
+    painter->setFont(title);
+    painter->setPen(QColor::fromRgb(DashboardPalette::textPrimary));
+    painter->drawText(QRectF(first.left(), top, first.width(), titleMetrics.height()),
+                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      titleMetrics.elidedText(row.application, Qt::ElideRight, first.width()));
+    painter->setFont(caption);
+    painter->setPen(QColor::fromRgb(DashboardPalette::textTertiary));
+    painter->drawText(QRectF(first.left(), top + titleMetrics.height() + 2, first.width(),
+                             captionMetrics.height()),
+                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      captionMetrics.elidedText(row.subtitle, Qt::ElideRight, first.width()));
+
+    painter->setFont(dashboardFont(m_layout, 11, DashboardFontWeight::semibold));
+    painter->setPen(QColor::fromRgb(row.isSelected ? DashboardPalette::accent
+                                                   : DashboardPalette::textSecondary));
+    painter->drawText(target, Qt::AlignRight | Qt::AlignVCenter, row.targetCPU);
+    painter->setFont(dashboardFont(m_layout, 11));
+    painter->drawText(total, Qt::AlignRight | Qt::AlignVCenter, row.totalCPU);
+    painter->restore();
+}
+
+SourceListView::SourceListView(QWidget *parent) : QListView(parent)
+{
+    setObjectName(QStringLiteral("sourceList"));
+    m_model = new SourceListModel(this);
+    m_motion = new RowMotion(viewport());
+    m_delegate = new SourceListDelegate(m_motion, this);
+    setModel(m_model);
+    setItemDelegate(m_delegate);
+    setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalScrollBar()->setSingleStep(m_delegate->rowPitch() / 2);
+    setMouseTracking(true);
+    viewport()->setAutoFillBackground(false);
+    setAutoFillBackground(false);
+    setAccessibleName(kwText("负载来源"));
+    connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
+        emit taskPressed(index.data(DiagnosisRole::key).toString());
+    });
+    // Return or Enter on the current row selects it, as a press does.
+    connect(this, &QAbstractItemView::activated, this, [this](const QModelIndex &index) {
+        emit taskPressed(index.data(DiagnosisRole::key).toString());
+    });
+}
+
+void SourceListView::setRows(std::vector<SourceListRow> rows)
+{
+    QHash<QString, int> before;
+    if (isVisible()) {
+        for (int i = 0; i < m_model->rowCount(); ++i)
+            before.insert(m_model->rowAt(i).key, i);
+    }
+    m_motion->capture(before);
+    m_model->setRows(std::move(rows));
+    QHash<QString, int> after;
+    if (!before.isEmpty()) {
+        for (int i = 0; i < m_model->rowCount(); ++i)
+            after.insert(m_model->rowAt(i).key, i);
+    }
+    m_motion->start(after, m_delegate->rowPitch());
+}
+
+void SourceListView::setLayoutMetrics(const DashboardLayoutMetrics &layout)
+{
+    m_delegate->setLayoutMetrics(layout);
+    viewport()->update();
+}
+
+QRect SourceListView::rowRect(const QString &key) const
+{
+    const int row = m_model->rowOf(key);
+    return row < 0 ? QRect() : visualRect(m_model->index(row));
+}

@@ -1,0 +1,49 @@
+#include "presentation/diagnosis/SourceSearch.h"
+
+#include "sampling/Text.h"
+
+#include <algorithm>
+
+QString processListScopeText(ProcessListScope scope)
+{
+    return scope == ProcessListScope::attention ? kwText("需关注") : kwText("全部来源");
+}
+
+QString trimmedSourceQuery(const QString &query)
+{
+    // QString::trimmed drops every Unicode blank, newlines included.
+    return query.trimmed();
+}
+
+bool taskMatchesSourceQuery(const DashboardTask &task, const QString &trimmedQuery)
+{
+    if (task.application.contains(trimmedQuery, Qt::CaseInsensitive))
+        return true;
+    if (task.detail.contains(trimmedQuery, Qt::CaseInsensitive))
+        return true;
+    return std::any_of(
+        task.processTree.begin(), task.processTree.end(),
+        [&](const DashboardProcessNode &root) { return root.matches(trimmedQuery); });
+}
+
+std::vector<const DashboardTask *> filterSources(const std::vector<DashboardTask> &base,
+                                                 const QString &query)
+{
+    const QString trimmed = trimmedSourceQuery(query);
+    std::vector<const DashboardTask *> visible;
+    visible.reserve(base.size());
+    for (const DashboardTask &task : base) {
+        if (trimmed.isEmpty() || taskMatchesSourceQuery(task, trimmed))
+            visible.push_back(&task);
+    }
+    return visible;
+}
+
+bool isSelectedSourceFilteredOut(const QString &query, const DashboardTask *selected,
+                                 const std::vector<const DashboardTask *> &visible)
+{
+    if (trimmedSourceQuery(query).isEmpty() || !selected)
+        return false;
+    return std::none_of(visible.begin(), visible.end(),
+                        [&](const DashboardTask *task) { return task->id == selected->id; });
+}

@@ -1,0 +1,229 @@
+// The whole route on this machine: the real sampler, the real store, the
+// real page and the real Linux termination controller, driven like a user,
+// on a busy loop that this test starts itself. Nothing else is signalled:
+// the test checks that the selected process is its own child before it
+// presses the button.
+#include "DiagnosisTesting.h"
+
+#include "platform/PlatformFactory.h"
+#include "presentation/diagnosis/DiagnosisRoles.h"
+#include "presentation/diagnosis/DiagnosisWorkspace.h"
+#include "presentation/diagnosis/ProcessCompositionView.h"
+#include "presentation/diagnosis/ProcessOperationPanel.h"
+#include "presentation/diagnosis/ProcessTree.h"
+#include "presentation/diagnosis/SourceList.h"
+#include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardWidgets.h"
+#include "presentation/shell/DashboardShell.h"
+#include "presentation/shell/TerminationConfirmationDialog.h"
+#include "presentation/snapshot/DashboardSnapshot.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+// A busy loop that looks like a test runner: /bin/sh started through a link
+// named "pytest" in the project folder, so its process name is "pytest". It
+// dies with the test program; the destructor kills and reaps it, and until
+// then its pid stays its own (an ended child stays a zombie).
+class BusyTestRunner {
+public:
+    explicit BusyTestRunner(const QString &directory)
+    {
+        const QByteArray folder = QFile::encodeName(directory);
+        const QByteArray link = folder + "/pytest";
+        if (::symlink("/bin/sh", link.constData()) != 0)
+            return;
+        int execPipe[2];
+        if (::pipe2(execPipe, O_CLOEXEC) != 0)
+            return;
+        const pid_t parent = ::getpid();
+        m_pid = ::fork();
+        if (m_pid == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            char *argv[] = {const_cast<char *>("pytest"), const_cast<char *>("-c"),
+                            const_cast<char *>("while :; do :; done"), nullptr};
+            if (::getppid() == parent && ::chdir(folder.constData()) == 0)
+                ::execv(link.constData(), argv);
+            ::_exit(127);
+        }
+        ::close(execPipe[1]);
+        char byte;
+        while (::read(execPipe[0], &byte, 1) < 0 && errno == EINTR) {
+        }
+        ::close(execPipe[0]);
+    }
+    ~BusyTestRunner()
+    {
+        if (m_pid > 0) {
+            ::kill(m_pid, SIGKILL);
+            while (::waitpid(m_pid, nullptr, 0) < 0 && errno == EINTR) {
+            }
+        }
+    }
+    BusyTestRunner(const BusyTestRunner &) = delete;
+    BusyTestRunner &operator=(const BusyTestRunner &) = delete;
+
+    pid_t pid() const { return m_pid; }
+
+private:
+    pid_t m_pid = -1;
+};
+
+// The state letter of /proc/<pid>/stat, read after the last ')'.
+char processState(pid_t pid)
+{
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return '?';
+    const QByteArray text = stat.readAll();
+    const qsizetype close = text.lastIndexOf(')');
+    return close >= 0 && close + 2 < text.size() ? text[close + 2] : '?';
+}
+
+// The pids from a root to the node of `pid`, the node itself last.
+bool pathTo(const DashboardProcessNode &node, pid_t pid, std::vector<pid_t> &path)
+{
+    path.push_back(node.pid);
+    if (node.pid == pid)
+        return true;
+    for (const DashboardProcessNode &child : node.children) {
+        if (pathTo(child, pid, path))
+            return true;
+    }
+    path.pop_back();
+    return false;
+}
+
+TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
+{
+    installDashboardAccessibility();
+    QTemporaryDir project(QDir::tempPath() + QStringLiteral("/kiln-e2e-XXXXXX"));
+    ASSERT_TRUE(project.isValid());
+    BusyTestRunner child(project.path());
+    ASSERT_GT(child.pid(), 0);
+    const pid_t pid = child.pid();
+
+    auto sampler = makeSystemMetricSampler();
+    DashboardStore store(LiveSystemMonitor(makeSystemMetricSampler(), 2.0),
+                         makeProcessTerminationController());
+    const auto tick = [&] {
+        store.ingest(sampler->sample(TimePoint::now()));
+        QTest::qWait(400);
+    };
+    for (int i = 0; i < 3; ++i)
+        tick();
+
+    const auto listed = [&] {
+        for (const DashboardTask &task : store.allTasks()) {
+            for (const DashboardProcessNode &root : task.processTree) {
+                if (root.nodeWithPID(pid))
+                    return true;
+            }
+        }
+        return false;
+    };
+    ASSERT_TRUE(listed()) << "the sampler did not find the child";
+
+    DashboardWindow window(store, DashboardSection::liveDiagnosis, [] {});
+    window.resize(1440, 900);
+    window.show();
+    settleEvents(20);
+    auto *page = qobject_cast<LiveDiagnosisPage *>(window.shell()->currentPage());
+    ASSERT_NE(page, nullptr);
+
+    // Find it: every source, searched by its project (the folder it runs in).
+    QTest::mouseClick(window.findChild<QWidget *>(QStringLiteral("processListScope-all")),
+                      Qt::LeftButton);
+    QTest::keyClicks(window.findChild<QLineEdit *>(QStringLiteral("processSearch")),
+                     QFileInfo(project.path()).fileName());
+    SourceListView *list = page->sourceList();
+    QString taskID;
+    for (const SourceListRow &row : list->sourceModel()->rows()) {
+        for (const DashboardTask &task : store.allTasks()) {
+            if (task.id == row.key && !task.processTree.empty()) {
+                for (const DashboardProcessNode &root : task.processTree) {
+                    if (root.nodeWithPID(pid))
+                        taskID = task.id;
+                }
+            }
+        }
+    }
+    ASSERT_FALSE(taskID.isEmpty()) << "the child's source is not listed";
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->rowRect(taskID).center());
+    ASSERT_EQ(store.selectedTaskID(), taskID);
+
+    // Walk its processes down to the child, opening what is closed.
+    ProcessTreeView *tree = page->workspace()->composition()->treeView();
+    std::vector<pid_t> path;
+    for (const DashboardProcessNode &root : store.selectedTask()->processTree) {
+        if (pathTo(root, pid, path))
+            break;
+        path.clear();
+    }
+    ASSERT_FALSE(path.empty());
+    for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+        const int row = tree->treeModel()->rowOf(
+            store.selectedTask()->processTree.front().nodeWithPID(path[i])
+                ? store.selectedTask()->processTree.front().nodeWithPID(path[i])->id
+                : QString());
+        if (row >= 0 && !tree->treeModel()->rowAt(row).isExpanded) {
+            tree->scrollTo(tree->treeModel()->index(row));
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
+                              tree->toggleRect(path[i]).center());
+        }
+    }
+    tree->scrollTo(tree->treeModel()->index(tree->treeModel()->rowOf([&] {
+        for (const DashboardProcessNode &root : store.selectedTask()->processTree) {
+            if (const DashboardProcessNode *found = root.nodeWithPID(pid))
+                return found->id;
+        }
+        return QString();
+    }())));
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->rowRect(pid).center());
+    const auto selected = store.selectedProcess();
+    ASSERT_TRUE(selected.has_value());
+    ASSERT_EQ(selected->pid, pid) << "refusing to press: the selection is not the test's child";
+
+    // End it through the button and the dialog.
+    auto *end = window.findChild<PanelButton *>(QStringLiteral("endTaskButton"));
+    ASSERT_TRUE(end->isEnabled());
+    EXPECT_EQ(accessibleText(end, QAccessible::Value), QStringLiteral("可结束"));
+    QTest::mouseClick(end, Qt::LeftButton);
+    auto *dialog = window.confirmationDialog();
+    ASSERT_TRUE(dialog->isVisible());
+    ASSERT_EQ(store.pendingTerminationTarget()->identity.pid, pid);
+    QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("confirmTerminationButton")),
+                      Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return end->text() == QStringLiteral("进程已结束"); }, 5000));
+    EXPECT_FALSE(end->isEnabled());
+    EXPECT_EQ(processState(pid), 'Z'); // ended, and left for its owner to reap
+
+    auto *status = window.findChild<TextLabel *>(QStringLiteral("recoveryStatus"));
+    const QString countdown = QStringLiteral("正在验证结束该进程后的整机变化 · 剩余约 ");
+    EXPECT_TRUE(status->fullText().startsWith(countdown)) << qPrintable(status->fullText());
+    EXPECT_EQ(window.findChild<TextLabel *>(QStringLiteral("recoveryTarget"))->fullText(),
+              QStringLiteral("pytest · PID %1 · 最近一次操作").arg(pid));
+    const QString first = status->fullText();
+    QTest::qWait(1100);
+    tick();
+    EXPECT_TRUE(status->fullText().startsWith(countdown));
+    EXPECT_NE(status->fullText(), first); // counts down with the samples
+}
+
+} // namespace
