@@ -19,13 +19,11 @@ QJsonValue readingValueJson(const SystemMemoryUsage &memory)
 
 QJsonValue readingValueJson(const NetworkThroughput &network)
 {
-    return QJsonObject{
-        {QStringLiteral("receivedBytesPerSecond"), network.receivedBytesPerSecond},
-        {QStringLiteral("sentBytesPerSecond"), network.sentBytesPerSecond}};
+    return QJsonObject{{QStringLiteral("receivedBytesPerSecond"), network.receivedBytesPerSecond},
+                       {QStringLiteral("sentBytesPerSecond"), network.sentBytesPerSecond}};
 }
 
-template <typename Value>
-QJsonObject readingJson(const SensorReading<Value> &reading)
+template <typename Value> QJsonObject readingJson(const SensorReading<Value> &reading)
 {
     QJsonObject object{{QStringLiteral("case"), sensorReadingCaseName(reading.readingCase())}};
     if (reading.isAvailable()) {
@@ -82,8 +80,10 @@ QJsonObject processMetricJson(const ProcessMetric &process)
                        {QStringLiteral("userID"), qint64(process.userID)},
                        {QStringLiteral("name"), process.name},
                        {QStringLiteral("isServiceManager"), process.isServiceManager},
+                       {QStringLiteral("leadsTerminalSession"), process.leadsTerminalSession},
                        {QStringLiteral("applicationPath"), optionalJson(process.applicationPath)},
                        {QStringLiteral("applicationName"), process.applicationName},
+                       {QStringLiteral("controlGroup"), process.controlGroup},
                        {QStringLiteral("command"), command},
                        {QStringLiteral("cpuPercent"), process.cpuPercent},
                        {QStringLiteral("residentBytes"), qint64(process.residentBytes)},
@@ -118,10 +118,11 @@ QJsonValue optionalTimeJson(const std::optional<TimePoint> &time)
 
 QJsonObject menuBarMetricJson(const MenuBarPresentationMetric &metric)
 {
-    return QJsonObject{{QStringLiteral("id"), metric.id},
-                       {QStringLiteral("title"), metric.title},
-                       {QStringLiteral("value"), metric.value},
-                       {QStringLiteral("accessibilityValue"), optionalJson(metric.accessibilityValue)}};
+    return QJsonObject{
+        {QStringLiteral("id"), metric.id},
+        {QStringLiteral("title"), metric.title},
+        {QStringLiteral("value"), metric.value},
+        {QStringLiteral("accessibilityValue"), optionalJson(metric.accessibilityValue)}};
 }
 
 } // namespace
@@ -145,8 +146,7 @@ QJsonObject menuBarPresentationJson(const MenuBarPresentation &presentation)
         {QStringLiteral("fan"), menuBarMetricJson(presentation.fan)},
         {QStringLiteral("statusMessage"), optionalJson(presentation.statusMessage)},
         {QStringLiteral("primaryTask"), primaryTask},
-        {QStringLiteral("remainingAttentionTaskCount"),
-         presentation.remainingAttentionTaskCount}};
+        {QStringLiteral("remainingAttentionTaskCount"), presentation.remainingAttentionTaskCount}};
 }
 
 QJsonObject incidentJson(const DashboardIncident &incident)
@@ -158,18 +158,17 @@ QJsonObject incidentJson(const DashboardIncident &incident)
                                   {QStringLiteral("temperature"), optionalJson(point.temperature)},
                                   {QStringLiteral("fanRPM"), optionalJson(point.fanRPM)}});
     }
-    return QJsonObject{
-        {QStringLiteral("id"), incident.id.toString(QUuid::WithoutBraces)},
-        {QStringLiteral("startedAt"), timePointJson(incident.startedAt)},
-        {QStringLiteral("endedAt"), optionalTimeJson(incident.endedAt)},
-        {QStringLiteral("application"), incident.application},
-        {QStringLiteral("detail"), incident.detail},
-        {QStringLiteral("peakCPU"), incident.peakCPU},
-        {QStringLiteral("peakTemperature"), optionalJson(incident.peakTemperature)},
-        {QStringLiteral("status"), dashboardIncidentStatusName(incident.status)},
-        {QStringLiteral("action"), optionalJson(incident.action)},
-        {QStringLiteral("actionAt"), optionalTimeJson(incident.actionAt)},
-        {QStringLiteral("points"), points}};
+    return QJsonObject{{QStringLiteral("id"), incident.id.toString(QUuid::WithoutBraces)},
+                       {QStringLiteral("startedAt"), timePointJson(incident.startedAt)},
+                       {QStringLiteral("endedAt"), optionalTimeJson(incident.endedAt)},
+                       {QStringLiteral("application"), incident.application},
+                       {QStringLiteral("detail"), incident.detail},
+                       {QStringLiteral("peakCPU"), incident.peakCPU},
+                       {QStringLiteral("peakTemperature"), optionalJson(incident.peakTemperature)},
+                       {QStringLiteral("status"), dashboardIncidentStatusName(incident.status)},
+                       {QStringLiteral("action"), optionalJson(incident.action)},
+                       {QStringLiteral("actionAt"), optionalTimeJson(incident.actionAt)},
+                       {QStringLiteral("points"), points}};
 }
 
 QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
