@@ -1,6 +1,8 @@
 #include "process/CommandRedaction.h"
 #include "support/ProcessPrinting.h"
 
+#include "support/RowName.h"
+
 #include <gtest/gtest.h>
 
 #include <ostream>
@@ -75,7 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
         CommandCase{"non-ASCII arguments of word length",
                     "/bin/x",
                     {"x", "ＴＥＳＴ", "tést", "ßerve"},
-                    "x"}));
+                    "x"}),
+    RowName());
 
 struct ProjectCase {
     const char *description;
@@ -141,7 +144,8 @@ INSTANTIATE_TEST_SUITE_P(
         ProjectCase{"another account's home is not the user's",
                     "/var/home/dave",
                     "dave",
-                    {"/var/home/bob", "/var/home"}}));
+                    {"/var/home/bob", "/var/home"}}),
+    RowName());
 
 TEST(RedactedCommandSummaryTest, CombinesCommandAndProjectWithoutKeepingArgumentText)
 {

@@ -30,6 +30,11 @@ struct KindCase {
     TaskKind kind;
 };
 
+void PrintTo(const KindCase &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
 class TaskKindTest : public testing::TestWithParam<KindCase> {};
 
 TEST_P(TaskKindTest, FirstPassingTestDecides)

@@ -2,6 +2,8 @@
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcessName.h"
 
+#include "support/RowName.h"
+
 #include <gtest/gtest.h>
 
 #include <ostream>
@@ -42,7 +44,8 @@ INSTANTIATE_TEST_SUITE_P(
                     CmdlineCase{"invalid UTF-8 left out", "a\0\xff\0b\xc3\0c\0"sv, {"a", "c"}},
                     CmdlineCase{
                         "valid UTF-8 kept", "\xe6\xb8\xa9\0caf\xc3\xa9\0"sv, {"温", "café"}},
-                    CmdlineCase{"invalid last argument without NUL", "a\0\xed\xa0\x80"sv, {"a"}}));
+                    CmdlineCase{"invalid last argument without NUL", "a\0\xed\xa0\x80"sv, {"a"}}),
+    RowName());
 
 struct Utf8Case {
     const char *description;
@@ -78,7 +81,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Utf8Case{"lead byte F5", "\xf5\x80\x80\x80"sv, false},
                     Utf8Case{"truncated sequence", "ab\xe2\x82"sv, false},
                     Utf8Case{"bad continuation", "\xe2\x28\xa1"sv, false},
-                    Utf8Case{"Latin-1 text", "caf\xe9"sv, false}));
+                    Utf8Case{"Latin-1 text", "caf\xe9"sv, false}),
+    RowName());
 
 struct NumberCase {
     const char *description;
@@ -140,7 +144,8 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"sum wraps like a counter", "read_bytes: 18446744073709551615\nwrite_bytes: 2\n",
                    1},
         NumberCase{"malformed value", "read_bytes: lots\nwrite_bytes: 1\n", std::nullopt},
-        NumberCase{"empty", "", std::nullopt}));
+        NumberCase{"empty", "", std::nullopt}),
+    RowName());
 
 } // namespace
 

@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 
+#include "support/RowName.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -123,7 +125,8 @@ INSTANTIATE_TEST_SUITE_P(
                                    "two?lines",
                                    "/usr/bin/two",
                                    {"two serve", std::nullopt},
-                                   12288}));
+                                   12288}),
+    RowName());
 
 TEST_F(ProcfsOddProcessTest, LeavesOutWhatCannotBeReadWhole)
 {
