@@ -181,9 +181,15 @@ void SymbolView::setScalesWithText(bool scales)
 
 double SymbolView::effectiveGlyphSize() const
 {
-    if (!m_scalesWithText)
-        return m_glyphSize;
-    return dashboardScaledFontSize(m_glyphSize, dashboardLayoutOf(this).typographyScale);
+    // A symbol set at a font size spans about 1.2 times that size, as the
+    // system symbols the design was made with do beside text of that size;
+    // the box a page gives the view still bounds it.
+    constexpr double kSpanPerFontSize = 1.2;
+    const double size = m_scalesWithText
+                            ? dashboardScaledFontSize(m_glyphSize,
+                                                      dashboardLayoutOf(this).typographyScale)
+                            : m_glyphSize;
+    return size * kSpanPerFontSize;
 }
 
 QSize SymbolView::sizeHint() const

@@ -40,7 +40,8 @@ void DashboardShell::setSelectedSection(DashboardSection section)
     m_sidebar->setSelectedSection(section);
     m_header->setSection(section);
     DashboardPage *next = createDashboardPage(section, m_store, m_actions);
-    m_rightColumn->replaceWidget(m_page, next);
+    // The layout hands back the item that held the old page; it is ours to free.
+    delete m_rightColumn->replaceWidget(m_page, next);
     m_rightColumn->setStretchFactor(next, 1);
     // Deleted later: the press that led here may still be on the old page.
     m_page->hide();
