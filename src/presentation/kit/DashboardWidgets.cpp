@@ -40,6 +40,9 @@ TextLabel::TextLabel(const QString &text, double size, DashboardFontWeight weigh
 {
     setDashboardFont(this, size, weight);
     setTextFormat(Qt::PlainText);
+    // Inside a button a label would take the button's text role (and draw
+    // in the button text colour): it keeps its own.
+    setForegroundRole(QPalette::WindowText);
     QLabel::setText(text);
     QPalette labelPalette = palette();
     labelPalette.setColor(QPalette::WindowText, m_color);
