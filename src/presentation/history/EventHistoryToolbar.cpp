@@ -41,6 +41,9 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
         auto *label =
             new TextLabel(eventHistoryFilterText(filter), 12, DashboardFontWeight::medium, white);
         attach(box, row(0, {14, 0, 14, 0}, {label}));
+        // A button's children inherit its ButtonText role; the label's own
+        // colour is its WindowText.
+        label->setForegroundRole(QPalette::WindowText);
         setAccessibility(box, filterIdentifier(filter), eventHistoryFilterText(filter));
         connect(box, &QAbstractButton::clicked, this,
                 [this, filter] { emit filterRequested(filter); });

@@ -25,6 +25,9 @@ PressableBox *makePlainButton(const QString &text, QRgb color, const QString &id
     button->setCornerRadius(6);
     auto *label = new TextLabel(text, 12, DashboardFontWeight::medium, color);
     attach(button, row(0, {4, 4, 4, 4}, {label}));
+    // A button's children inherit its ButtonText role; the label's own colour
+    // is its WindowText.
+    label->setForegroundRole(QPalette::WindowText);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibility(button, identifier, text);
     return button;

@@ -8,9 +8,11 @@
 #include "presentation/history/IncidentListModel.h"
 #include "presentation/history/IncidentListPanel.h"
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "support/IncidentFeed.h"
 
+#include <QImage>
 #include <QLineEdit>
 #include <QListView>
 #include <QSignalSpy>
@@ -62,6 +64,15 @@ TEST_F(EventHistoryPageTest, NoIncidentsShowsBothEmptyStates)
     auto *range = page->findChild<QWidget *>(QStringLiteral("eventHistoryRange"));
     ASSERT_NE(range, nullptr);
     EXPECT_EQ(accessibleText(range, QAccessible::Name), QStringLiteral("事件范围：本次会话"));
+
+    // Chips draw their labels in their own colours: white on the accent for
+    // the current filter, the secondary text colour for the others.
+    const QImage chip = page->toolbar()->chip(EventHistoryFilter::highLoad)->grab().toImage();
+    int darkest = 255;
+    for (int y = 0; y < chip.height(); ++y)
+        for (int x = 0; x < chip.width(); ++x)
+            darkest = std::min(darkest, qGray(chip.pixel(x, y)));
+    EXPECT_NEAR(darkest, qGray(DashboardPalette::textSecondary), 25);
 }
 
 TEST_F(EventHistoryPageTest, SelectionFollowsTheRulesAsIncidentsArrive)

@@ -6,6 +6,7 @@
 #include "presentation/history/EventHistoryPage.h"
 #include "presentation/history/IncidentListPanel.h"
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/settings/ClearHistoryDialog.h"
 #include "presentation/settings/SettingsSwitch.h"
@@ -13,6 +14,7 @@
 #include "presentation/shell/DashboardShell.h"
 #include "support/IncidentFeed.h"
 
+#include <QImage>
 #include <QPushButton>
 #include <QTest>
 
@@ -27,6 +29,23 @@ protected:
 
     IncidentFeed feed;
 };
+
+// The text's core is the darkest thing a light widget paints: it should be
+// the text's own colour, not the black of a role it was not meant to use.
+int distanceOfDarkestPixel(QWidget *widget, QRgb expected)
+{
+    const QImage image = widget->grab().toImage();
+    QRgb darkest = qRgb(255, 255, 255);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            if (qGray(pixel) < qGray(darkest))
+                darkest = pixel;
+        }
+    }
+    return std::abs(qRed(darkest) - qRed(expected)) + std::abs(qGreen(darkest) - qGreen(expected)) +
+           std::abs(qBlue(darkest) - qBlue(expected));
+}
 
 QString switchValue(SettingsSwitch *control)
 {
@@ -130,6 +149,11 @@ TEST_F(SettingsPageTest, GroupsRowsAndTextsInOrder)
           "KilnWarden 1.0 · Linux", "清除事件历史", "恢复默认设置"})
         EXPECT_TRUE(texts.contains(QString::fromUtf8(expected))) << expected;
     EXPECT_FALSE(texts.join(QString()).contains(QStringLiteral("Mac")));
+
+    page.resize(1000, 900);
+    page.show();
+    EXPECT_LT(distanceOfDarkestPixel(page.clearHistoryButton(), DashboardPalette::danger), 60);
+    EXPECT_LT(distanceOfDarkestPixel(page.restoreDefaultsButton(), DashboardPalette::accent), 60);
 }
 
 TEST_F(SettingsPageTest, ClearDialogCancelsOrEmptiesTheLogAtOnce)
