@@ -14,6 +14,7 @@
 
 #include <QLineEdit>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 
 namespace {
@@ -45,6 +46,12 @@ LiveDiagnosisPage::LiveDiagnosisPage(DashboardStore &store, const DashboardPageA
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->viewport()->setAutoFillBackground(false);
     m_workspace->setAutoFillBackground(false);
+
+    // With its scroll bar showing, the workspace keeps its right edge off it.
+    connect(m_scroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] {
+        const QScrollBar *bar = m_scroll->verticalScrollBar();
+        m_workspace->setContentsMargins(0, 0, bar->maximum() > bar->minimum() ? 10 : 0, 0);
+    });
 
     m_frame = row(24, {32, 0, 32, 28}, {m_leftColumn, LayoutItem(m_scroll, 1)});
     attach(this, m_frame);
