@@ -138,6 +138,8 @@ QWidget *LiveDiagnosisPage::buildLeftColumn()
     setAccessibility(clear, QStringLiteral("clearSourceFilter"), kwText("清除筛选"));
     auto *clearText = new TextLabel(kwText("清除筛选"), 10, DashboardFontWeight::medium,
                                     DashboardPalette::accent);
+    // Inside a button a label would take the button's text role; it keeps its own colour.
+    clearText->setForegroundRole(QPalette::WindowText);
     attach(clear, row(0, {}, {clearText}));
     attach(m_notice, row(6, {}, {noticeText, clear, flexible()}));
     connect(clear, &QAbstractButton::clicked, m_search, &QLineEdit::clear);
@@ -175,6 +177,7 @@ QWidget *LiveDiagnosisPage::buildScopeSwitch()
         auto *label =
             new TextLabel(text, 11, DashboardFontWeight::medium, DashboardPalette::textSecondary);
         label->setAlignment(Qt::AlignCenter);
+        label->setForegroundRole(QPalette::WindowText);
         attach(button, row(0, {}, {LayoutItem(label, 1)}));
         buttons->addWidget(button, 1);
         m_scopeButtons[i] = button;
