@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
+#include <unistd.h>
 
 #include <memory>
 
@@ -58,7 +59,8 @@ QList<ProcessMetric> desktopTick(const std::vector<ProcessStrings> &strings, int
             process.identity.startTime = TimePoint::fromSecondsSince1970(1.7e9 + source);
             process.parentPID = member == 0 ? 1 : shell;
             process.processGroupID = shell;
-            process.userID = 1000;
+            // The current user's, so that ingest builds their termination targets.
+            process.userID = ::getuid();
             if (fresh) {
                 process.identity.executablePath = QString::fromUtf8(text.executablePath.toUtf8());
                 process.name = QString::fromUtf8(text.name.toUtf8());

@@ -8,14 +8,22 @@
 QString taskKindName(TaskKind kind)
 {
     switch (kind) {
-    case TaskKind::test: return QStringLiteral("test");
-    case TaskKind::build: return QStringLiteral("build");
-    case TaskKind::indexing: return QStringLiteral("indexing");
-    case TaskKind::container: return QStringLiteral("container");
-    case TaskKind::developmentServer: return QStringLiteral("developmentServer");
-    case TaskKind::browser: return QStringLiteral("browser");
-    case TaskKind::codex: return QStringLiteral("codex");
-    case TaskKind::unknown: return QStringLiteral("unknown");
+    case TaskKind::test:
+        return QStringLiteral("test");
+    case TaskKind::build:
+        return QStringLiteral("build");
+    case TaskKind::indexing:
+        return QStringLiteral("indexing");
+    case TaskKind::container:
+        return QStringLiteral("container");
+    case TaskKind::developmentServer:
+        return QStringLiteral("developmentServer");
+    case TaskKind::browser:
+        return QStringLiteral("browser");
+    case TaskKind::codex:
+        return QStringLiteral("codex");
+    case TaskKind::unknown:
+        return QStringLiteral("unknown");
     }
     return QStringLiteral("unknown");
 }
@@ -23,9 +31,12 @@ QString taskKindName(TaskKind kind)
 QString resourceImpactName(ResourceImpact impact)
 {
     switch (impact) {
-    case ResourceImpact::high: return QStringLiteral("high");
-    case ResourceImpact::medium: return QStringLiteral("medium");
-    case ResourceImpact::low: return QStringLiteral("low");
+    case ResourceImpact::high:
+        return QStringLiteral("high");
+    case ResourceImpact::medium:
+        return QStringLiteral("medium");
+    case ResourceImpact::low:
+        return QStringLiteral("low");
     }
     return QStringLiteral("low");
 }
@@ -33,9 +44,12 @@ QString resourceImpactName(ResourceImpact impact)
 QString diagnosisConfidenceName(DiagnosisConfidence confidence)
 {
     switch (confidence) {
-    case DiagnosisConfidence::high: return QStringLiteral("high");
-    case DiagnosisConfidence::medium: return QStringLiteral("medium");
-    case DiagnosisConfidence::low: return QStringLiteral("low");
+    case DiagnosisConfidence::high:
+        return QStringLiteral("high");
+    case DiagnosisConfidence::medium:
+        return QStringLiteral("medium");
+    case DiagnosisConfidence::low:
+        return QStringLiteral("low");
     }
     return QStringLiteral("low");
 }
@@ -43,12 +57,18 @@ QString diagnosisConfidenceName(DiagnosisConfidence confidence)
 QString dashboardRecoveryStateName(DashboardRecoveryState state)
 {
     switch (state) {
-    case DashboardRecoveryState::idle: return QStringLiteral("idle");
-    case DashboardRecoveryState::recovering: return QStringLiteral("recovering");
-    case DashboardRecoveryState::recovered: return QStringLiteral("recovered");
-    case DashboardRecoveryState::noImprovement: return QStringLiteral("noImprovement");
-    case DashboardRecoveryState::insufficientData: return QStringLiteral("insufficientData");
-    case DashboardRecoveryState::terminationFailed: return QStringLiteral("terminationFailed");
+    case DashboardRecoveryState::idle:
+        return QStringLiteral("idle");
+    case DashboardRecoveryState::recovering:
+        return QStringLiteral("recovering");
+    case DashboardRecoveryState::recovered:
+        return QStringLiteral("recovered");
+    case DashboardRecoveryState::noImprovement:
+        return QStringLiteral("noImprovement");
+    case DashboardRecoveryState::insufficientData:
+        return QStringLiteral("insufficientData");
+    case DashboardRecoveryState::terminationFailed:
+        return QStringLiteral("terminationFailed");
     }
     return QStringLiteral("idle");
 }
@@ -56,10 +76,14 @@ QString dashboardRecoveryStateName(DashboardRecoveryState state)
 QString dashboardTerminationPhaseName(DashboardTerminationPhase phase)
 {
     switch (phase) {
-    case DashboardTerminationPhase::verifying: return QStringLiteral("verifying");
-    case DashboardTerminationPhase::exited: return QStringLiteral("exited");
-    case DashboardTerminationPhase::unresponsive: return QStringLiteral("unresponsive");
-    case DashboardTerminationPhase::failed: return QStringLiteral("failed");
+    case DashboardTerminationPhase::verifying:
+        return QStringLiteral("verifying");
+    case DashboardTerminationPhase::exited:
+        return QStringLiteral("exited");
+    case DashboardTerminationPhase::unresponsive:
+        return QStringLiteral("unresponsive");
+    case DashboardTerminationPhase::failed:
+        return QStringLiteral("failed");
     }
     return QStringLiteral("failed");
 }
@@ -73,9 +97,12 @@ QString processTerminationSignalName(ProcessTerminationSignal signal)
 QString dashboardTimeRangeText(DashboardTimeRange range)
 {
     switch (range) {
-    case DashboardTimeRange::fiveMinutes: return kwText("5 分钟");
-    case DashboardTimeRange::thirtyMinutes: return kwText("30 分钟");
-    case DashboardTimeRange::oneHour: return kwText("1 小时");
+    case DashboardTimeRange::fiveMinutes:
+        return kwText("5 分钟");
+    case DashboardTimeRange::thirtyMinutes:
+        return kwText("30 分钟");
+    case DashboardTimeRange::oneHour:
+        return kwText("1 小时");
     }
     return kwText("5 分钟");
 }
@@ -83,9 +110,12 @@ QString dashboardTimeRangeText(DashboardTimeRange range)
 double dashboardTimeRangeSeconds(DashboardTimeRange range)
 {
     switch (range) {
-    case DashboardTimeRange::fiveMinutes: return 300.0;
-    case DashboardTimeRange::thirtyMinutes: return 1800.0;
-    case DashboardTimeRange::oneHour: return 3600.0;
+    case DashboardTimeRange::fiveMinutes:
+        return 300.0;
+    case DashboardTimeRange::thirtyMinutes:
+        return 1800.0;
+    case DashboardTimeRange::oneHour:
+        return 3600.0;
     }
     return 300.0;
 }
@@ -93,11 +123,16 @@ double dashboardTimeRangeSeconds(DashboardTimeRange range)
 QString dashboardSectionText(DashboardSection section)
 {
     switch (section) {
-    case DashboardSection::overview: return QStringLiteral("overview");
-    case DashboardSection::liveDiagnosis: return QStringLiteral("liveDiagnosis");
-    case DashboardSection::hardwareMonitor: return QStringLiteral("hardwareMonitor");
-    case DashboardSection::eventHistory: return QStringLiteral("eventHistory");
-    case DashboardSection::settings: return QStringLiteral("settings");
+    case DashboardSection::overview:
+        return QStringLiteral("overview");
+    case DashboardSection::liveDiagnosis:
+        return QStringLiteral("liveDiagnosis");
+    case DashboardSection::hardwareMonitor:
+        return QStringLiteral("hardwareMonitor");
+    case DashboardSection::eventHistory:
+        return QStringLiteral("eventHistory");
+    case DashboardSection::settings:
+        return QStringLiteral("settings");
     }
     return QStringLiteral("overview");
 }
@@ -105,11 +140,16 @@ QString dashboardSectionText(DashboardSection section)
 QString dashboardSectionTitle(DashboardSection section)
 {
     switch (section) {
-    case DashboardSection::overview: return kwText("概览");
-    case DashboardSection::liveDiagnosis: return kwText("实时诊断");
-    case DashboardSection::hardwareMonitor: return kwText("硬件监控");
-    case DashboardSection::eventHistory: return kwText("事件历史");
-    case DashboardSection::settings: return kwText("设置");
+    case DashboardSection::overview:
+        return kwText("概览");
+    case DashboardSection::liveDiagnosis:
+        return kwText("实时诊断");
+    case DashboardSection::hardwareMonitor:
+        return kwText("硬件监控");
+    case DashboardSection::eventHistory:
+        return kwText("事件历史");
+    case DashboardSection::settings:
+        return kwText("设置");
     }
     return kwText("概览");
 }
@@ -164,7 +204,8 @@ bool DashboardProcessNode::matches(const QString &query) const
     const auto holds = [&](const QString &text) {
         return text.contains(query, Qt::CaseInsensitive);
     };
-    if (holds(name) || holds(formatLocaleInteger(pid)) || holds(command) ||
+    // A pid is found by the digits a user types, never in grouped form.
+    if (holds(name) || holds(QString::number(pid)) || holds(command) ||
         holds(project.value_or(QString())))
         return true;
     return std::any_of(children.begin(), children.end(),
@@ -237,7 +278,8 @@ QString DashboardPendingTermination::confirmationMessage() const
     if (process.isTarget)
         return task.terminationImpact;
     if (!process.children.empty())
-        return kwText("会结束这个进程，并可能中断它的 %1 个直接子进程；所属应用也可能自动重新启动它。")
+        return kwText(
+                   "会结束这个进程，并可能中断它的 %1 个直接子进程；所属应用也可能自动重新启动它。")
             .arg(formatLocaleInteger(static_cast<long long>(process.children.size())));
     return kwText("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。");
 }

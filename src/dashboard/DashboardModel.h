@@ -14,7 +14,16 @@
 #include <sys/types.h>
 #include <vector>
 
-enum class TaskKind { test, build, indexing, container, developmentServer, browser, codex, unknown };
+enum class TaskKind {
+    test,
+    build,
+    indexing,
+    container,
+    developmentServer,
+    browser,
+    codex,
+    unknown
+};
 enum class ResourceImpact { high, medium, low };
 enum class DiagnosisConfidence { high, medium, low };
 enum class DashboardTimeRange { fiveMinutes, thirtyMinutes, oneHour };
@@ -40,16 +49,16 @@ QString dashboardTerminationPhaseName(DashboardTerminationPhase phase);
 QString processTerminationSignalName(ProcessTerminationSignal signal);
 
 // Text-valued and iterable in case order.
-inline constexpr std::array kAllDashboardTimeRanges = {
-    DashboardTimeRange::fiveMinutes, DashboardTimeRange::thirtyMinutes,
-    DashboardTimeRange::oneHour};
+inline constexpr std::array kAllDashboardTimeRanges = {DashboardTimeRange::fiveMinutes,
+                                                       DashboardTimeRange::thirtyMinutes,
+                                                       DashboardTimeRange::oneHour};
 QString dashboardTimeRangeText(DashboardTimeRange range); // also its label: "5 分钟", ...
 double dashboardTimeRangeSeconds(DashboardTimeRange range);
 
 inline constexpr std::array kAllDashboardSections = {
     DashboardSection::overview, DashboardSection::liveDiagnosis, DashboardSection::hardwareMonitor,
     DashboardSection::eventHistory, DashboardSection::settings};
-QString dashboardSectionText(DashboardSection section); // "overview", ...
+QString dashboardSectionText(DashboardSection section);  // "overview", ...
 QString dashboardSectionTitle(DashboardSection section); // "概览", ...
 std::optional<DashboardSection> dashboardSectionFromText(const QString &text);
 
@@ -92,7 +101,7 @@ struct DashboardProcessNode {
     // Depth-first, children in order; this node first.
     const DashboardProcessNode *nodeWithID(const QString &nodeID) const;
     const DashboardProcessNode *nodeWithPID(pid_t processID) const;
-    // Case-insensitive in the user's locale over name, locale-formatted pid,
+    // Case-insensitive in the user's locale over name, the pid in plain digits,
     // command and project, or any child matching.
     bool matches(const QString &query) const;
     // Empty for the target itself; this pid then the child's path when the

@@ -5,8 +5,7 @@
 #include <QMetaObject>
 
 DashboardStore::DashboardStore(LiveSystemMonitor monitor,
-                               ProcessTerminationController terminationController,
-                               QObject *parent)
+                               ProcessTerminationController terminationController, QObject *parent)
     : QObject(parent), m_monitor(std::move(monitor)),
       m_terminationController(std::move(terminationController))
 {
@@ -48,20 +47,34 @@ void DashboardStore::emitPending()
     const auto pending = m_pending;
     m_pending.reset();
     auto has = [&](Field field) { return pending.test(static_cast<std::size_t>(field)); };
-    if (has(Field::isMonitoring)) emit isMonitoringChanged();
-    if (has(Field::selectedTimeRange)) emit selectedTimeRangeChanged();
-    if (has(Field::selectedTaskID)) emit selectedTaskIDChanged();
-    if (has(Field::selectedProcessID)) emit selectedProcessIDChanged();
-    if (has(Field::liveTasks)) emit liveTasksChanged();
-    if (has(Field::allTasks)) emit allTasksChanged();
-    if (has(Field::pendingTermination)) emit pendingTerminationChanged();
-    if (has(Field::terminationStatus)) emit terminationStatusChanged();
-    if (has(Field::recoveryState)) emit recoveryStateChanged();
-    if (has(Field::recoveryContext)) emit recoveryContextChanged();
-    if (has(Field::terminationMessage)) emit terminationMessageChanged();
-    if (has(Field::latestSystemSample)) emit latestSystemSampleChanged();
-    if (has(Field::sampleHistory)) emit sampleHistoryChanged();
-    if (has(Field::incidents)) emit incidentsChanged();
+    if (has(Field::isMonitoring))
+        emit isMonitoringChanged();
+    if (has(Field::selectedTimeRange))
+        emit selectedTimeRangeChanged();
+    if (has(Field::selectedTaskID))
+        emit selectedTaskIDChanged();
+    if (has(Field::selectedProcessID))
+        emit selectedProcessIDChanged();
+    if (has(Field::liveTasks))
+        emit liveTasksChanged();
+    if (has(Field::allTasks))
+        emit allTasksChanged();
+    if (has(Field::pendingTermination))
+        emit pendingTerminationChanged();
+    if (has(Field::terminationStatus))
+        emit terminationStatusChanged();
+    if (has(Field::recoveryState))
+        emit recoveryStateChanged();
+    if (has(Field::recoveryContext))
+        emit recoveryContextChanged();
+    if (has(Field::terminationMessage))
+        emit terminationMessageChanged();
+    if (has(Field::latestSystemSample))
+        emit latestSystemSampleChanged();
+    if (has(Field::sampleHistory))
+        emit sampleHistoryChanged();
+    if (has(Field::incidents))
+        emit incidentsChanged();
     emit changed();
 }
 
@@ -133,15 +146,17 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
     const std::optional<DashboardRecoveryState> finishedRecovery = applyRecoveryVerdict(sample);
 
     // 4.-6. Grouping, warm-up gate, ranking and stable targets.
-    const std::vector<ApplicationLoad> loads = groupApplicationLoads(sample.processMetrics);
-    const std::vector<ApplicationLoad> rankedLoads = rankForTick(loads, sample.timestamp);
+    std::vector<ApplicationLoad> loads = groupApplicationLoads(sample.processMetrics);
+    const QString firstBusyLoad = firstBusyLoadID(loads);
+    const std::vector<ApplicationLoad> rankedLoads =
+        rankForTick(std::move(loads), sample.timestamp);
     // 7. Termination targets.
     rebuildTerminationTargets(sample);
 
     // 8.-9. Tasks and live tasks.
     publishTasks(rankedLoads);
     // 10.-11. Selection of task and process.
-    keepSelectionValid(loads);
+    keepSelectionValid(firstBusyLoad);
     // 12. Menu bar abnormal time.
     updateMenuBarAbnormalState(sample);
 

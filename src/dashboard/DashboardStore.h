@@ -79,10 +79,7 @@ public:
     std::vector<DashboardSensorStatus> sensorStatuses() const;
 
     // When the menu bar state last turned abnormal; absent while it is calm.
-    std::optional<TimePoint> menuBarAbnormalStartedAt() const
-    {
-        return m_menuBarAbnormalStartedAt;
-    }
+    std::optional<TimePoint> menuBarAbnormalStartedAt() const { return m_menuBarAbnormalStartedAt; }
     // What the menu bar item and its panel show now.
     MenuBarPresentation menuBarPresentation() const;
 
@@ -225,8 +222,7 @@ private:
         DashboardStore &m_store;
     };
 
-    template <typename T>
-    void write(T &field, T value, Field which)
+    template <typename T> void write(T &field, T value, Field which)
     {
         if (field == value)
             return;
@@ -250,10 +246,10 @@ private:
 
     // Ingest, load sources: the warm-up gate, ranking and stable targets; the
     // tasks; the selection kept valid (DashboardStoreRanking.cpp).
-    std::vector<ApplicationLoad> rankForTick(const std::vector<ApplicationLoad> &loads,
+    std::vector<ApplicationLoad> rankForTick(std::vector<ApplicationLoad> loads,
                                              TimePoint timestamp);
     void publishTasks(const std::vector<ApplicationLoad> &rankedLoads);
-    void keepSelectionValid(const std::vector<ApplicationLoad> &loads);
+    void keepSelectionValid(const QString &firstBusyLoadID);
     void pruneRetiredStreams();
 
     void updateMenuBarAbnormalState(const SystemMetricSample &sample);

@@ -14,7 +14,7 @@ constexpr std::size_t kLiveTaskCount = 4;
 
 } // namespace
 
-std::vector<ApplicationLoad> DashboardStore::rankForTick(const std::vector<ApplicationLoad> &loads,
+std::vector<ApplicationLoad> DashboardStore::rankForTick(std::vector<ApplicationLoad> loads,
                                                          TimePoint timestamp)
 {
     // The process probe needs two readings for rates, so the first sample's
@@ -28,19 +28,21 @@ std::vector<ApplicationLoad> DashboardStore::rankForTick(const std::vector<Appli
                 std::all_of(loads.begin(), loads.end(),
                             [](const ApplicationLoad &load) { return loadScore(load) == 0.0; });
     }
-    std::vector<ApplicationLoad> input = gated ? std::vector<ApplicationLoad>() : loads;
+    std::vector<ApplicationLoad> input = gated ? std::vector<ApplicationLoad>() : std::move(loads);
+    const LoadIndexByID index = indexLoadsByID(input);
     std::vector<ApplicationLoad> ranked =
-        rankLoads(std::move(input), timestamp, m_allTasks, m_taskOrder);
-    return stabilizeTargets(std::move(ranked), timestamp, m_taskTargets);
+        rankLoads(std::move(input), index, timestamp, m_allTasks, m_taskOrder);
+    return stabilizeTargets(std::move(ranked), index, timestamp, m_taskTargets);
 }
 
 void DashboardStore::publishTasks(const std::vector<ApplicationLoad> &rankedLoads)
 {
     const ProcessNameOrder order; // one collator for the whole tick
+    TickTexts texts(order);
     std::vector<DashboardTask> tasks;
     tasks.reserve(rankedLoads.size());
     for (const ApplicationLoad &load : rankedLoads)
-        tasks.push_back(assembleTask(load, TaskClassification::classify(load), order));
+        tasks.push_back(assembleTask(load, TaskClassification::classify(load), texts));
     write(m_allTasks, std::move(tasks), Field::allTasks);
     const std::size_t liveCount = std::min(kLiveTaskCount, m_allTasks.size());
     write(m_liveTasks,
@@ -49,9 +51,9 @@ void DashboardStore::publishTasks(const std::vector<ApplicationLoad> &rankedLoad
           Field::liveTasks);
 }
 
-void DashboardStore::keepSelectionValid(const std::vector<ApplicationLoad> &loads)
+void DashboardStore::keepSelectionValid(const QString &firstBusyLoadID)
 {
-    write(m_selectedTaskID, keptTaskSelection(m_selectedTaskID, m_allTasks, loads),
+    write(m_selectedTaskID, keptTaskSelection(m_selectedTaskID, m_allTasks, firstBusyLoadID),
           Field::selectedTaskID);
     write(m_selectedProcessID,
           keptProcessSelection(m_selectedProcessID, findTask(m_allTasks, m_selectedTaskID)),

@@ -4,7 +4,17 @@
 
 #include <algorithm>
 
-std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads, TimePoint now,
+LoadIndexByID indexLoadsByID(const std::vector<ApplicationLoad> &loads)
+{
+    LoadIndexByID index;
+    index.reserve(qsizetype(loads.size()));
+    for (std::size_t position = 0; position < loads.size(); ++position)
+        index.insert(loads[position].id, position);
+    return index;
+}
+
+std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads,
+                                       const LoadIndexByID &indexByID, TimePoint now,
                                        const std::vector<DashboardTask> &previousTasks,
                                        TaskOrderState &state)
 {
@@ -14,10 +24,6 @@ std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads, TimeP
         return loads;
     }
 
-    QHash<QString, std::size_t> indexByID;
-    indexByID.reserve(qsizetype(loads.size()));
-    for (std::size_t index = 0; index < loads.size(); ++index)
-        indexByID.insert(loads[index].id, index);
     std::erase_if(state.smoothedTaskScores,
                   [&](const auto &entry) { return !indexByID.contains(entry.first); });
     for (const ApplicationLoad &load : loads) {
@@ -86,7 +92,8 @@ std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads, TimeP
     return ranked;
 }
 
-std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads, TimePoint now,
+std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads,
+                                              const LoadIndexByID &index, TimePoint now,
                                               TaskTargetState &state)
 {
     if (loads.empty()) {
@@ -94,10 +101,8 @@ std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads
         state.lastTargetRankingUpdate.reset();
         return loads;
     }
-    std::erase_if(state.stableTargetPIDs, [&](const auto &entry) {
-        return std::none_of(loads.begin(), loads.end(),
-                            [&](const ApplicationLoad &load) { return load.id == entry.first; });
-    });
+    std::erase_if(state.stableTargetPIDs,
+                  [&](const auto &entry) { return !index.contains(entry.first); });
     const bool allowsRefresh =
         !state.lastTargetRankingUpdate ||
         now.secondsSince(*state.lastTargetRankingUpdate) >= TaskRankingConstants::reorderInterval;
@@ -147,15 +152,20 @@ const DashboardProcessNode *findTargetNode(const DashboardTask &task)
     return nullptr;
 }
 
-QString keptTaskSelection(const QString &selectedTaskID, const std::vector<DashboardTask> &allTasks,
-                          const std::vector<ApplicationLoad> &loads)
+QString firstBusyLoadID(const std::vector<ApplicationLoad> &loads)
 {
-    if (findTask(allTasks, selectedTaskID))
-        return selectedTaskID;
     const auto firstBusy =
         std::find_if(loads.begin(), loads.end(),
                      [](const ApplicationLoad &load) { return loadScore(load) > 0; });
     return firstBusy == loads.end() ? QString() : firstBusy->id;
+}
+
+QString keptTaskSelection(const QString &selectedTaskID, const std::vector<DashboardTask> &allTasks,
+                          const QString &firstBusyLoadID)
+{
+    if (findTask(allTasks, selectedTaskID))
+        return selectedTaskID;
+    return firstBusyLoadID;
 }
 
 std::optional<QString> keptProcessSelection(const std::optional<QString> &selectedProcessID,

@@ -4,6 +4,7 @@
 #include "process/ApplicationLoad.h"
 #include "sampling/TimePoint.h"
 
+#include <QHash>
 #include <QString>
 
 #include <map>
@@ -39,23 +40,34 @@ struct TaskTargetState {
     bool operator==(const TaskTargetState &) const = default;
 };
 
+// Where each load of one tick's grouping is, by id: built once per tick and
+// handed to both steps below, which need it for what the state forgets.
+using LoadIndexByID = QHash<QString, std::size_t>;
+LoadIndexByID indexLoadsByID(const std::vector<ApplicationLoad> &loads);
+
 // The loads in display order. `previousTasks` is the task list of the previous
 // tick: its order is kept between reorders, and new sources join at its end.
 // With no previous tasks the grouping's own order stands.
-std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads, TimePoint now,
+// `index` is `indexLoadsByID(loads)`.
+std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads,
+                                       const LoadIndexByID &index, TimePoint now,
                                        const std::vector<DashboardTask> &previousTasks,
                                        TaskOrderState &state);
 
 // The same loads with each target held for up to 8 seconds, as long as the
-// process that stood for the source is still one of its members.
-std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads, TimePoint now,
+// process that stood for the source is still one of its members. `index`
+// indexes the same loads in any order (the grouping's, before ranking).
+std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads,
+                                              const LoadIndexByID &index, TimePoint now,
                                               TaskTargetState &state);
 
 // Selection kept valid after a tick. The task: kept while it is still listed,
-// else the first source of the grouping's order with a positive score, else
-// none (the empty text). `loads` is the grouping's list, not the ranked one.
+// else the first source of the grouping's order with a positive score
+// (`firstBusyLoadID` of the grouping's list, not the ranked one), else none
+// (the empty text).
+QString firstBusyLoadID(const std::vector<ApplicationLoad> &loads);
 QString keptTaskSelection(const QString &selectedTaskID, const std::vector<DashboardTask> &allTasks,
-                          const std::vector<ApplicationLoad> &loads);
+                          const QString &firstBusyLoadID);
 // The process: kept while its node is still in the selected task's tree,
 // else the task's target node, else none.
 std::optional<QString> keptProcessSelection(const std::optional<QString> &selectedProcessID,

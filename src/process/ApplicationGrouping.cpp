@@ -22,27 +22,44 @@ public:
             const ProcessMetric &process = processes[index];
             if (!process.isServiceManager)
                 m_byPID.emplace(process.identity.pid, index); // the first record of a pid wins
+            m_anyTerminalSession = m_anyTerminalSession || process.leadsTerminalSession;
         }
     }
 
     // The index of the process whose `applicationPath` is the outermost one on
     // the chain from `index` upward, or -1 when no process on it has one.
+    // Below a terminal session's leader, where the chain ends, neither the
+    // leader nor a process in the leader's control group has an identity: a
+    // terminal puts its tabs in its own unit or slice, and a tab is not the
+    // terminal. A process there in a unit of its own keeps its identity.
     qsizetype outermostApplication(qsizetype index)
     {
+        const ProcessMetric *session = nullptr;
+        if (m_anyTerminalSession) {
+            const ProcessMetric &top = m_processes[topOf(index)];
+            if (top.leadsTerminalSession)
+                session = &top;
+        }
         const unsigned stamp = nextStamp();
         qsizetype found = -1;
         for (qsizetype current = index; current >= 0; current = parentOf(current)) {
             if (m_stamps[std::size_t(current)] == stamp)
                 break;
             m_stamps[std::size_t(current)] = stamp;
-            if (m_processes[current].applicationPath)
+            const ProcessMetric &process = m_processes[current];
+            const bool inSession =
+                session && (&process == session || process.controlGroup == session->controlGroup);
+            if (process.applicationPath && !inSession)
                 found = current;
         }
         return found;
     }
 
     // The pid of the topmost ancestor reachable from `index` without repeating one.
-    pid_t lineageRoot(qsizetype index)
+    pid_t lineageRoot(qsizetype index) { return m_processes[topOf(index)].identity.pid; }
+
+private:
+    qsizetype topOf(qsizetype index)
     {
         const unsigned stamp = nextStamp();
         qsizetype current = index;
@@ -52,12 +69,15 @@ public:
             m_stamps[std::size_t(parent)] = stamp;
             current = parent;
         }
-        return m_processes[current].identity.pid;
+        return current;
     }
 
-private:
+    // A terminal session's leader roots its lineage: its parent (the terminal,
+    // the tmux server) is not followed.
     qsizetype parentOf(qsizetype index) const
     {
+        if (m_processes[index].leadsTerminalSession)
+            return -1;
         const auto found = m_byPID.find(m_processes[index].parentPID);
         return found == m_byPID.end() ? -1 : found->second;
     }
@@ -75,6 +95,7 @@ private:
     std::unordered_map<pid_t, qsizetype> m_byPID;
     std::vector<unsigned> m_stamps;
     unsigned m_stamp = 0;
+    bool m_anyTerminalSession = false;
 };
 
 struct Group {
@@ -114,11 +135,33 @@ qsizetype chooseTarget(const QList<ProcessMetric> &processes, const std::vector<
     return best;
 }
 
+// "codex" in any case. Only ASCII letters fold to the letters of "codex"
+// (Unicode's case folding maps no other character onto them), so an ASCII
+// comparison finds exactly what a case-insensitive search would, without
+// folding every character of every name on every tick.
+bool containsCodex(QStringView text)
+{
+    constexpr char16_t word[] = u"codex";
+    constexpr qsizetype length = 5;
+    for (qsizetype start = 0; start + length <= text.size(); ++start) {
+        qsizetype matched = 0;
+        while (matched < length) {
+            char16_t code = text[start + matched].unicode();
+            if (code >= u'A' && code <= u'Z')
+                code = char16_t(code - u'A' + u'a');
+            if (code != word[matched])
+                break;
+            ++matched;
+        }
+        if (matched == length)
+            return true;
+    }
+    return false;
+}
+
 bool mentionsCodex(const ProcessMetric &process)
 {
-    const QLatin1StringView codex("codex");
-    return process.name.contains(codex, Qt::CaseInsensitive) ||
-           process.command.command.contains(codex, Qt::CaseInsensitive);
+    return containsCodex(process.name) || containsCodex(process.command.command);
 }
 
 } // namespace
@@ -158,22 +201,30 @@ std::vector<ApplicationLoad> groupApplicationLoads(const QList<ProcessMetric> &p
 
     AncestorWalks walks(processes);
     std::vector<Group> groups;
-    QHash<QString, std::size_t> groupByKey;
+    // Groups by what keys them, without building a key text per process.
+    QHash<QString, std::size_t> groupByApplication;
+    std::unordered_map<pid_t, std::size_t> groupByLineage;
     std::vector<qsizetype> applicationSources(std::size_t(processes.size()), -1);
     for (qsizetype index = 0; index < processes.size(); ++index) {
         const qsizetype source = walks.outermostApplication(index);
         applicationSources[std::size_t(index)] = source;
-        const QString key =
-            source >= 0 ? QStringLiteral("app:") + *processes[source].applicationPath
-                        : QStringLiteral("lineage:") + QString::number(walks.lineageRoot(index));
-        const auto found = groupByKey.constFind(key);
-        std::size_t groupIndex;
-        if (found == groupByKey.cend()) {
-            groupIndex = groups.size();
-            groupByKey.insert(key, groupIndex);
-            groups.push_back(Group{key, {}, source});
+        std::size_t groupIndex = groups.size();
+        if (source >= 0) {
+            const QString &path = *processes[source].applicationPath;
+            const auto found = groupByApplication.constFind(path);
+            if (found == groupByApplication.cend()) {
+                groupByApplication.insert(path, groupIndex);
+                groups.push_back(Group{QStringLiteral("app:") + path, {}, source});
+            } else {
+                groupIndex = *found;
+            }
         } else {
-            groupIndex = *found;
+            const pid_t root = walks.lineageRoot(index);
+            const auto [found, inserted] = groupByLineage.try_emplace(root, groupIndex);
+            if (inserted)
+                groups.push_back(
+                    Group{QStringLiteral("lineage:") + QString::number(root), {}, source});
+            groupIndex = found->second;
         }
         groups[groupIndex].members.push_back(index);
     }

@@ -13,7 +13,10 @@
 // application identity (`applicationPath`); without one anywhere up its chain
 // it joins the lineage of its topmost ancestor. Only processes in the list
 // count as ancestors, and service managers (`isServiceManager`) never do, so
-// the processes they start begin lineages of their own.
+// the processes they start begin lineages of their own. A terminal session's
+// leader (`leadsTerminalSession`) roots its lineage: the walk stops at it, and
+// neither it nor a process below it in its control group gives an identity,
+// so each terminal tab or pane is a source named after its busiest process.
 //
 // The result is ordered by `loadScore`, highest first, then by `application`
 // in code-point order. A list holding a pid twice is outside the contract; it

@@ -1,5 +1,6 @@
 #include "process/CommandRedaction.h"
 
+#include "process/PrintableText.h"
 #include "sampling/Text.h"
 
 #include <QLatin1StringView>
@@ -93,7 +94,8 @@ QString redactedCommandText(const QString &executablePath, const QStringList &ar
     return command;
 }
 
-std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &workingDirectory)
+std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &workingDirectory,
+                                                 const QStringList &accountDirectories)
 {
     if (!workingDirectory || workingDirectory->isEmpty())
         return std::nullopt;
@@ -111,13 +113,23 @@ std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &w
         if (components.size() == 1 && last == QLatin1StringView("root"))
             return std::nullopt;
     }
-    return last.toString();
+    if (!accountDirectories.isEmpty() && workingDirectory->startsWith(QLatin1Char('/'))) {
+        QString standardized;
+        for (const QStringView component : components) {
+            standardized += QLatin1Char('/');
+            standardized += component;
+        }
+        if (accountDirectories.contains(standardized))
+            return std::nullopt;
+    }
+    return withControlCharactersShown(last.toString());
 }
 
 RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,
                                                   const QStringList &arguments,
-                                                  const std::optional<QString> &workingDirectory)
+                                                  const std::optional<QString> &workingDirectory,
+                                                  const QStringList &accountDirectories)
 {
     return {redactedCommandText(executablePath, arguments),
-            projectOfWorkingDirectory(workingDirectory)};
+            projectOfWorkingDirectory(workingDirectory, accountDirectories)};
 }

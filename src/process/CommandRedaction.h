@@ -18,9 +18,14 @@
 // result holds no reference into `arguments` or `workingDirectory`: the
 // subcommand is the table's own text and the project a fresh copy, so the
 // caller can drop the raw vector as soon as this returns.
+//
+// `accountDirectories` are absolute directories that give no project either:
+// the current user's own home and its parent, wherever they are
+// ("/var/home/<name>", "/mnt/c/Users/<name>").
 RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,
                                                   const QStringList &arguments,
-                                                  const std::optional<QString> &workingDirectory);
+                                                  const std::optional<QString> &workingDirectory,
+                                                  const QStringList &accountDirectories = {});
 
 // The shown command alone: the executable's file name, then the first table
 // word among arguments[1...] (compared in lower case), joined by one blank;
@@ -28,6 +33,8 @@ RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,
 QString redactedCommandText(const QString &executablePath, const QStringList &arguments);
 
 // The project named by a working directory: its last component after "." and
-// ".." are resolved, absent for "/", for a home directory or its parent
-// ("/Users/<name>", "/home/<name>", "/root") and for an empty directory.
-std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &workingDirectory);
+// ".." are resolved, with control characters shown as "?"; absent for "/",
+// for a home directory or its parent ("/Users/<name>", "/home/<name>",
+// "/root", any of `accountDirectories`) and for an empty directory.
+std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &workingDirectory,
+                                                 const QStringList &accountDirectories = {});

@@ -5,12 +5,27 @@
 #include <algorithm>
 #include <cmath>
 
-QString durationText(double seconds)
+namespace {
+
+long long wholeSeconds(double seconds)
 {
     // Ten million years is far beyond any process and keeps llround defined.
     constexpr double longest = 3.2e14;
     const double clamped = std::isfinite(seconds) ? std::clamp(seconds, 0.0, longest) : 0.0;
-    const long long whole = std::llround(clamped);
+    return std::llround(clamped);
+}
+
+} // namespace
+
+long long durationTextKey(double seconds)
+{
+    const long long whole = wholeSeconds(seconds);
+    return whole < 60 ? whole : whole / 60 * 60;
+}
+
+QString durationText(double seconds)
+{
+    const long long whole = wholeSeconds(seconds);
     if (whole >= 3600)
         return kwText("%1 小时 %2 分钟")
             .arg(formatLocaleInteger(whole / 3600), formatLocaleInteger(whole % 3600 / 60));

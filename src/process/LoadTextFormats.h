@@ -13,6 +13,9 @@
 // "1 小时 5 分钟", "3 分钟", "59 秒", rounded to whole seconds, halves away from
 // zero; negative and non-finite values read as 0. Numbers in the user's locale.
 QString durationText(double seconds);
+// What `durationText` depends on: equal keys give equal texts (from one
+// minute on, every second of a minute gives the same text).
+long long durationTextKey(double seconds);
 
 // How hard a process or a source works the machine: high at 80 % CPU or
 // 20 MB/s of disk, medium at 20 % or 2 MB/s, low below both.

@@ -66,6 +66,8 @@ QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
         metric.processGroupID = record.processGroupID;
         metric.userID = record.userID;
         metric.isServiceManager = record.isServiceManager;
+        metric.leadsTerminalSession = record.leadsTerminalSession;
+        metric.controlGroup = shared(record.controlGroup);
         metric.name = shared(record.name);
         metric.applicationPath = shared(record.applicationPath);
         metric.applicationName = shared(record.applicationName);

@@ -4,9 +4,19 @@
 
 namespace {
 
+// The value of a decimal digit in any script, -1 for anything else; ASCII
+// without the Unicode table, as nearly every process name is ASCII.
+int digitValueOf(QChar character)
+{
+    const char16_t code = character.unicode();
+    if (code < 0x80)
+        return code >= u'0' && code <= u'9' ? int(code - u'0') : -1;
+    return character.digitValue();
+}
+
 bool isDigit(QChar character)
 {
-    return character.digitValue() >= 0;
+    return digitValueOf(character) >= 0;
 }
 
 // The run of digits or of non-digits that starts at `position`.
@@ -25,7 +35,7 @@ int compareDigitRuns(QStringView left, QStringView right)
 {
     auto significant = [](QStringView run) {
         qsizetype first = 0;
-        while (first + 1 < run.size() && run[first].digitValue() == 0)
+        while (first + 1 < run.size() && digitValueOf(run[first]) == 0)
             ++first;
         return run.sliced(first);
     };
@@ -34,7 +44,7 @@ int compareDigitRuns(QStringView left, QStringView right)
     if (a.size() != b.size())
         return a.size() < b.size() ? -1 : 1;
     for (qsizetype index = 0; index < a.size(); ++index) {
-        const int difference = a[index].digitValue() - b[index].digitValue();
+        const int difference = digitValueOf(a[index]) - digitValueOf(b[index]);
         if (difference != 0)
             return difference < 0 ? -1 : 1;
     }
@@ -82,7 +92,8 @@ int ProcessNameOrder::compare(QStringView left, QStringView right) const
 bool ProcessNameOrder::lessThan(const QString &leftName, int leftPID, const QString &rightName,
                                 int rightPID) const
 {
-    const int order = compare(leftName, rightName);
+    // Equal names (fifty workers of one program) compare equal at once.
+    const int order = leftName == rightName ? 0 : compare(leftName, rightName);
     if (order != 0)
         return order < 0;
     return leftPID < rightPID;

@@ -16,6 +16,8 @@ struct RawProcessMetric {
     pid_t processGroupID = 0;
     uid_t userID = 0;
     bool isServiceManager = false;          // see ProcessMetric
+    bool leadsTerminalSession = false;      // see ProcessMetric
+    QString controlGroup;                   // see ProcessMetric
     QString name;                           // short name, else the executable's last component
     std::optional<QString> applicationPath; // the application identity, when there is one
     QString applicationName;                // the platform's name for it, when it has one

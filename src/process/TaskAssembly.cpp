@@ -2,7 +2,10 @@
 
 #include "process/LoadTextFormats.h"
 
+#include <QHash>
+
 #include <algorithm>
+#include <cmath>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -10,9 +13,8 @@ namespace {
 
 class TreeBuilder {
 public:
-    TreeBuilder(const std::vector<ProcessMetric> &processes, pid_t targetPID,
-                const ProcessNameOrder &order)
-        : m_processes(processes), m_targetPID(targetPID), m_order(order)
+    TreeBuilder(const std::vector<ProcessMetric> &processes, pid_t targetPID, TickTexts &texts)
+        : m_processes(processes), m_targetPID(targetPID), m_texts(texts)
     {
         m_byPID.reserve(processes.size());
         for (std::size_t index = 0; index < processes.size(); ++index)
@@ -34,16 +36,17 @@ public:
             if (auto node = buildNode(index))
                 result.push_back(std::move(*node));
         }
-        // What no root reached hangs in a cycle of parent numbers.
-        std::vector<std::size_t> everyone(m_processes.size());
-        for (std::size_t index = 0; index < everyone.size(); ++index)
-            everyone[index] = index;
-        sortInOrder(everyone);
-        for (std::size_t index : everyone) {
-            if (!m_visited.contains(m_processes[index].identity.pid)) {
-                if (auto node = buildNode(index))
-                    result.push_back(std::move(*node));
-            }
+        // What no root reached hangs in a cycle of parent numbers; nearly
+        // always there is none, and nothing is left to sort.
+        std::vector<std::size_t> unreached;
+        for (std::size_t index = 0; index < m_processes.size(); ++index) {
+            if (!m_visited.contains(m_processes[index].identity.pid))
+                unreached.push_back(index);
+        }
+        sortInOrder(unreached);
+        for (std::size_t index : unreached) {
+            if (auto node = buildNode(index))
+                result.push_back(std::move(*node));
         }
         return result;
     }
@@ -54,7 +57,7 @@ private:
         std::stable_sort(indices.begin(), indices.end(), [&](std::size_t left, std::size_t right) {
             const ProcessMetric &a = m_processes[left];
             const ProcessMetric &b = m_processes[right];
-            return m_order.lessThan(a.name, a.identity.pid, b.name, b.identity.pid);
+            return m_texts.order().lessThan(a.name, a.identity.pid, b.name, b.identity.pid);
         });
     }
 
@@ -69,10 +72,10 @@ private:
         node.pid = process.identity.pid;
         node.parentPID = process.parentPID;
         node.cpu = process.cpuPercent;
-        node.memory = memoryText(process.residentBytes);
-        node.disk = rateText(process.diskBytesPerSecond);
+        node.memory = m_texts.memory(process.residentBytes);
+        node.disk = m_texts.rate(process.diskBytesPerSecond);
         node.energyImpact = resourceImpact(process.cpuPercent, process.diskBytesPerSecond);
-        node.duration = durationText(process.duration);
+        node.duration = m_texts.duration(process.duration);
         node.command = process.command.command;
         node.project = process.command.project;
         node.isTarget = process.identity.pid == m_targetPID;
@@ -91,24 +94,50 @@ private:
 
     const std::vector<ProcessMetric> &m_processes;
     pid_t m_targetPID;
-    const ProcessNameOrder &m_order;
+    TickTexts &m_texts;
     std::unordered_map<pid_t, std::size_t> m_byPID;
     std::unordered_map<pid_t, std::vector<std::size_t>> m_children;
     std::vector<std::size_t> m_roots;
     std::unordered_set<pid_t> m_visited;
 };
 
+// The memo of a text function: the text of `key`, formatted on its first use.
+template <typename Key, typename Format>
+QString memoised(QHash<Key, QString> &texts, Key key, Format format)
+{
+    auto found = texts.constFind(key);
+    if (found == texts.cend())
+        found = texts.insert(key, format());
+    return *found;
+}
+
 } // namespace
 
-std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessMetric> &processes,
-                                                      pid_t targetPID,
-                                                      const ProcessNameOrder &order)
+QString TickTexts::duration(double seconds)
 {
-    return TreeBuilder(processes, targetPID, order).build();
+    return memoised(m_durations, durationTextKey(seconds), [&] { return durationText(seconds); });
+}
+
+QString TickTexts::memory(std::uint64_t bytes)
+{
+    return memoised(m_memories, bytes, [&] { return memoryText(bytes); });
+}
+
+QString TickTexts::rate(double bytesPerSecond)
+{
+    if (std::isnan(bytesPerSecond)) // equal to no key, not even itself
+        return rateText(bytesPerSecond);
+    return memoised(m_rates, bytesPerSecond, [&] { return rateText(bytesPerSecond); });
+}
+
+std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessMetric> &processes,
+                                                      pid_t targetPID, TickTexts &texts)
+{
+    return TreeBuilder(processes, targetPID, texts).build();
 }
 
 DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
-                           const ProcessNameOrder &order)
+                           TickTexts &texts)
 {
     const LoadTotals totals = loadTotals(load);
     const double cpu = totals.cpuPercent;
@@ -123,7 +152,7 @@ DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification
     task.targetProcess = DashboardProcessSummary{target.name, target.identity.pid,
                                                  target.cpuPercent, durationText(target.duration)};
     task.relatedProcessCount = static_cast<qint64>(load.processes.size());
-    task.processTree = assembleProcessTree(load.processes, target.identity.pid, order);
+    task.processTree = assembleProcessTree(load.processes, target.identity.pid, texts);
     task.cpu = cpu;
     task.memory = memoryText(totals.residentBytes);
     task.disk = rateText(disk);

@@ -5,17 +5,37 @@
 #include "process/ProcessNameOrder.h"
 #include "process/TaskClassification.h"
 
-#include <sys/types.h>
+#include <QHash>
 
+#include <cstdint>
+#include <sys/types.h>
 #include <vector>
 
+// What one tick's assembly shares between its tasks: one collator for every
+// tree, and the texts that processes repeat (most share their running minute
+// and a disk rate of 0, many a memory figure), each formatted once. Made
+// afresh for each tick, so the user's locale of the moment holds.
+class TickTexts {
+public:
+    explicit TickTexts(const ProcessNameOrder &order) : m_order(order) {}
+
+    const ProcessNameOrder &order() const { return m_order; }
+    QString duration(double seconds);    // durationText
+    QString memory(std::uint64_t bytes); // memoryText
+    QString rate(double bytesPerSecond); // rateText
+
+private:
+    const ProcessNameOrder &m_order;
+    QHash<long long, QString> m_durations;
+    QHash<std::uint64_t, QString> m_memories;
+    QHash<double, QString> m_rates;
+};
+
 // Turns a classified load source into what the views show: sums over the
-// members, display texts, and the process tree. Pure.
-//
-// The name order is passed in so that one tick builds one collator for all
-// of its tasks rather than one per tree.
+// members, display texts, and the process tree. Pure but for the texts it
+// leaves in `texts`.
 DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
-                           const ProcessNameOrder &order);
+                           TickTexts &texts);
 
 // The members of one load as a forest: a member whose parent is not in the
 // load is a root; siblings and roots stand in name order (pid for equal
@@ -23,5 +43,4 @@ DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification
 // root and nobody's reachable child, follow as further roots, so every member
 // appears exactly once.
 std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessMetric> &processes,
-                                                      pid_t targetPID,
-                                                      const ProcessNameOrder &order);
+                                                      pid_t targetPID, TickTexts &texts);

@@ -7,28 +7,63 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <initializer_list>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace {
 
 struct KindKeywords {
     TaskKind kind;
-    std::array<std::string_view, 5> keywords; // empty entries are unused
+    std::initializer_list<std::string_view> keywords;
 };
 
 // Order matters: "vitest" is tested before "vite", and a Chrome-based test
 // runner counts as a test. The leading blank in " test", " build", " dev",
 // " start" and " serve" makes them match a word that follows another word in
 // the haystack (as in "npm test") and not one glued to the word before it.
-constexpr std::array<KindKeywords, 7> kKindKeywords = {{
-    {TaskKind::test, {"vitest", "jest", "pytest", "playwright", " test"}},
-    {TaskKind::build, {"xcodebuild", "swiftc", "clang", " build", {}}},
-    {TaskKind::indexing, {"sourcekit", "mdworker", "spotlight", "index", {}}},
-    {TaskKind::container, {"docker", "containerd", "com.docker", {}, {}}},
-    {TaskKind::developmentServer, {" dev", " start", " serve", "vite", "next-server"}},
-    {TaskKind::browser, {"chrome", "safari", "renderer", "firefox", {}}},
-    {TaskKind::codex, {"codex", {}, {}, {}, {}}},
+// Each kind's Linux tools follow its own words: "cc1" is the C and C++
+// compiler proper (cc1, cc1plus), where a make or ninja build spends its time.
+const std::array<KindKeywords, 7> kKindKeywords = {{
+    {TaskKind::test,
+     {"vitest", "jest", "pytest", "playwright", " test", "ctest", "nextest", "phpunit", "rspec"}},
+    {TaskKind::build,
+     {"xcodebuild", "swiftc", "clang", " build", "gcc", "g++", "cc1", "rustc", "cargo", "ninja",
+      "cmake", "javac", "gradle", "bazel"}},
+    {TaskKind::indexing,
+     {"sourcekit", "mdworker", "spotlight", "index", "clangd", "tracker-miner", "baloo",
+      "rust-analyzer"}},
+    {TaskKind::container, {"docker", "containerd", "com.docker", "podman", "conmon", "buildkitd"}},
+    {TaskKind::developmentServer,
+     {" dev", " start", " serve", "vite", "next-server", "webpack", "uvicorn", "gunicorn",
+      "nodemon"}},
+    {TaskKind::browser,
+     {"chrome", "safari", "renderer", "firefox", "chromium", "brave", "msedge", "vivaldi",
+      "webkitwebprocess"}},
+    {TaskKind::codex, {"codex"}},
 }};
+
+// The keywords of the table by their first byte, each with its kind's place
+// in the table, in that order.
+class KeywordsByFirstByte {
+public:
+    KeywordsByFirstByte()
+    {
+        for (std::size_t kind = 0; kind < kKindKeywords.size(); ++kind) {
+            for (std::string_view keyword : kKindKeywords[kind].keywords)
+                m_byFirstByte[static_cast<unsigned char>(keyword.front())].push_back(
+                    {keyword, kind});
+        }
+    }
+    const std::vector<std::pair<std::string_view, std::size_t>> &startingWith(char byte) const
+    {
+        return m_byFirstByte[static_cast<unsigned char>(byte)];
+    }
+
+private:
+    std::array<std::vector<std::pair<std::string_view, std::size_t>>, 256> m_byFirstByte;
+};
 
 // Processes that belong to the system itself are never offered for ending,
 // whatever the kind says.
@@ -138,21 +173,40 @@ QString supportingFactsOf(const ApplicationLoad &load)
 
 TaskKind classifyTaskKind(const ApplicationLoad &load)
 {
-    QString haystack = load.application;
+    qsizetype length = load.application.size();
+    for (const ProcessMetric &process : load.processes)
+        length += 2 + process.name.size() + process.command.command.size();
+    QString haystack;
+    haystack.reserve(length);
+    haystack += load.application;
     for (const ProcessMetric &process : load.processes) {
         haystack += QLatin1Char(' ');
         haystack += process.name;
         haystack += QLatin1Char(' ');
         haystack += process.command.command;
     }
-    haystack = haystack.toLower();
-    for (const KindKeywords &entry : kKindKeywords) {
-        for (std::string_view keyword : entry.keywords) {
-            if (!keyword.empty() &&
-                haystack.contains(QLatin1StringView(keyword.data(), qsizetype(keyword.size()))))
-                return entry.kind;
+    // The keywords are ASCII, and an ASCII byte never occurs inside another
+    // character's UTF-8 bytes, so a byte search of the lower-cased UTF-8 text
+    // finds exactly what a search of the text would. One pass looks at each
+    // byte for the keywords that begin with it; the first kind in the table's
+    // order that matches anywhere wins, as if each kind were tried in turn.
+    static const KeywordsByFirstByte table;
+    const QByteArray lowered = haystack.toLower().toUtf8();
+    const std::string_view bytes(lowered.constData(), std::size_t(lowered.size()));
+    std::size_t best = kKindKeywords.size();
+    for (std::size_t position = 0; position < bytes.size() && best > 0; ++position) {
+        const std::string_view rest = bytes.substr(position);
+        for (const auto &[keyword, kindIndex] : table.startingWith(rest.front())) {
+            if (kindIndex >= best)
+                break; // sorted by kind: nothing earlier follows
+            if (rest.starts_with(keyword)) {
+                best = kindIndex;
+                break;
+            }
         }
     }
+    if (best < kKindKeywords.size())
+        return kKindKeywords[best].kind;
     return TaskKind::unknown;
 }
 

@@ -14,22 +14,41 @@ std::size_t ProcessIdentityHash::operator()(const ProcessIdentity &identity) con
     return seed;
 }
 
-QString formatStartTimeKey(TimePoint startTime)
+namespace {
+
+// The start time key written at `into`: the end of what was written.
+char *writeStartTimeKey(char *into, char *end, TimePoint startTime)
 {
-    char buffer[64];
     // Fixed notation, shortest digits that read back as the same double.
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer,
-                                      startTime.secondsSince1970, std::chars_format::fixed);
-    std::string_view text(buffer, static_cast<std::size_t>(result.ptr - buffer));
-    QString key = QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+    const auto result =
+        std::to_chars(into, end, startTime.secondsSince1970, std::chars_format::fixed);
+    const std::string_view text(into, static_cast<std::size_t>(result.ptr - into));
+    char *written = result.ptr;
     const bool plainNumber =
         text.find_first_of(".eEn") == std::string_view::npos; // no point, exponent, nan or inf
-    if (plainNumber)
-        key += QStringLiteral(".0");
-    return key;
+    if (plainNumber && end - written >= 2) {
+        *written++ = '.';
+        *written++ = '0';
+    }
+    return written;
+}
+
+} // namespace
+
+QString formatStartTimeKey(TimePoint startTime)
+{
+    char buffer[400]; // the longest fixed form of a double has 309 integer digits
+    const char *end = writeStartTimeKey(buffer, buffer + sizeof buffer, startTime);
+    return QString::fromLatin1(buffer, static_cast<qsizetype>(end - buffer));
 }
 
 QString processNodeKey(pid_t pid, TimePoint startTime)
 {
-    return QString::number(pid) + QLatin1Char('-') + formatStartTimeKey(startTime);
+    // One buffer and one string: ingest makes a key for every process twice a tick.
+    char buffer[420];
+    char *end = buffer + sizeof buffer;
+    char *written = std::to_chars(buffer, end, pid).ptr;
+    *written++ = '-';
+    written = writeStartTimeKey(written, end, startTime);
+    return QString::fromLatin1(buffer, static_cast<qsizetype>(written - buffer));
 }

@@ -43,6 +43,11 @@ struct ProcessMetric {
     // grouping: the processes it starts begin lineages of their own. Set by the
     // platform reader; it sits in what would otherwise be padding.
     bool isServiceManager = false;
+    // Leads its session and has a controlling terminal (a terminal tab, a tmux
+    // pane, an editor's terminal): it roots a lineage of its own and takes no
+    // application identity from the control group it shares with what runs
+    // below it. Set by the platform reader.
+    bool leadsTerminalSession = false;
     QString name;
     // The application identity that keys a load source: an application bundle
     // on macOS, a desktop entry path or application id on Linux.
@@ -53,6 +58,11 @@ struct ProcessMetric {
     // plain text rather than an optional one: an hour of history holds a
     // million of these records, and an empty QString allocates nothing.
     QString applicationName;
+    // Where the platform places the process for resource control (the
+    // systemd cgroup path on Linux), compared only for equality: below a
+    // terminal session, a process in its leader's group takes no application
+    // identity. Empty when unknown.
+    QString controlGroup;
     RedactedCommandSummary command;
     double cpuPercent = 0.0; // one core = 100, not capped
     std::uint64_t residentBytes = 0;

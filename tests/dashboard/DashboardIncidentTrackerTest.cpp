@@ -284,29 +284,6 @@ TEST(DashboardIncidentTracker, VerdictAfterIncidentAlreadyClosedChangesNothing)
     EXPECT_EQ(tracker.incidents().front().action, QStringLiteral("结束 swift 任务"));
 }
 
-TEST(DashboardIncidentTracker, ClearWhileActiveDropsEverythingAndStartsAnew)
-{
-    DashboardIncidentTracker tracker;
-    const DashboardTask docker = task("docker", 80.0, TaskKind::container);
-    tracker.observe(sampleAt(hotTick(0.0)), &docker);
-    tracker.observe(sampleAt(calmTick(2.0)), &docker);
-    tracker.observe(sampleAt(hotTick(4.0)), &docker);
-    ASSERT_EQ(tracker.incidents().size(), 2u);
-    const QUuid dropped = *tracker.activeIncidentID();
-
-    tracker = DashboardIncidentTracker();
-    EXPECT_TRUE(tracker.incidents().empty());
-    EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
-    tracker.finishActiveIncident(DashboardRecoveryState::terminationFailed, at(5.0));
-    EXPECT_TRUE(tracker.incidents().empty());
-
-    tracker.observe(sampleAt(hotTick(6.0)), &docker);
-    ASSERT_EQ(tracker.incidents().size(), 1u);
-    EXPECT_NE(tracker.incidents().front().id, dropped);
-    EXPECT_EQ(tracker.incidents().front().startedAt, at(6.0));
-    EXPECT_EQ(tracker.incidents().front().points.size(), 1u);
-}
-
 TEST(DashboardIncidentTracker, NewestFirstAfterTwoActions)
 {
     DashboardIncidentTracker tracker;

@@ -103,15 +103,18 @@ TEST(DashboardStoreIncidents, HotSampleWithRankedProcessesOpensAnIncidentUntilAC
     auto store = makeStoreForTesting();
     QSignalSpy incidentsChanged(store.get(), &DashboardStore::incidentsChanged);
 
-    // A lineage already loaded on its first sample passes the warm-up gate at once.
-    const QList<ProcessMetric> busy = {makeProcess(4100, 1, "cargo", 70.0),
+    // A lineage already loaded on its first sample passes the warm-up gate at
+    // once; the busier source of two is the one blamed.
+    const QList<ProcessMetric> busy = {makeProcess(4000, 1, "sleep", 1.0),
+                                       makeProcess(4100, 1, "cargo", 70.0),
                                        makeProcess(4101, 4100, "rustc", 95.0)};
     SystemMetricSample hot = tick(10.0, SystemThermalState::nominal, 82.0, 10.0);
     hot.processMetrics = busy;
     store->ingest(hot);
 
-    ASSERT_FALSE(store->liveTasks().empty());
+    ASSERT_EQ(store->liveTasks().size(), 2u);
     const DashboardTask &top = store->liveTasks().front();
+    EXPECT_EQ(top.targetProcess.name, QStringLiteral("rustc"));
     ASSERT_EQ(store->incidents().size(), 1u);
     const DashboardIncident &opened = store->incidents().front();
     EXPECT_EQ(opened.application, top.application);
@@ -134,6 +137,28 @@ TEST(DashboardStoreIncidents, HotSampleWithRankedProcessesOpensAnIncidentUntilAC
     store->clearIncidents();
     EXPECT_TRUE(store->incidents().empty());
     EXPECT_EQ(incidentsChanged.count(), 3);
+}
+
+TEST(DashboardStoreIncidents, ClearWhileActiveDropsTheIncidentAndTheNextHotSampleStartsAnew)
+{
+    auto store = makeStoreForTesting();
+    const QList<ProcessMetric> busy = {makeProcess(4200, 1, "docker", 80.0)};
+    SystemMetricSample hot = tick(10.0, SystemThermalState::nominal, 85.0, 10.0);
+    hot.processMetrics = busy;
+    store->ingest(hot);
+    ASSERT_EQ(store->incidents().size(), 1u);
+    const QUuid dropped = store->incidents().front().id;
+
+    store->clearIncidents();
+    EXPECT_TRUE(store->incidents().empty());
+
+    // Still hot: not a point of the dropped incident, but the start of a new one.
+    hot.timestamp = TimePoint::fromSecondsSince1970(12.0);
+    store->ingest(hot);
+    ASSERT_EQ(store->incidents().size(), 1u);
+    EXPECT_NE(store->incidents().front().id, dropped);
+    EXPECT_EQ(store->incidents().front().startedAt, TimePoint::fromSecondsSince1970(12.0));
+    EXPECT_EQ(store->incidents().front().points.size(), 1u);
 }
 
 } // namespace

@@ -55,7 +55,8 @@ struct Ranker {
 
     std::vector<QString> tick(double seconds, std::vector<ApplicationLoad> loads)
     {
-        const auto ranked = rankLoads(std::move(loads), at(seconds), previous, state);
+        const LoadIndexByID index = indexLoadsByID(loads);
+        const auto ranked = rankLoads(std::move(loads), index, at(seconds), previous, state);
         previous = tasksFor(ranked);
         return idsOf(ranked);
     }
@@ -170,8 +171,12 @@ TEST(TaskRankingTest, TargetsHoldForEightSecondsWhileTheirProcessLives)
         return load;
     };
     TaskTargetState state;
+    auto stabilize = [&](double seconds, std::vector<ApplicationLoad> loads) {
+        const LoadIndexByID index = indexLoadsByID(loads);
+        return stabilizeTargets(std::move(loads), index, at(seconds), state);
+    };
     auto targetAt = [&](double seconds, ApplicationLoad load) {
-        return stabilizeTargets({std::move(load)}, at(seconds), state).front().target.identity.pid;
+        return stabilize(seconds, {std::move(load)}).front().target.identity.pid;
     };
     EXPECT_EQ(targetAt(0, loadWithTarget(2)), 2);
     EXPECT_EQ(state.lastTargetRankingUpdate, at(0));
@@ -187,7 +192,14 @@ TEST(TaskRankingTest, TargetsHoldForEightSecondsWhileTheirProcessLives)
     EXPECT_EQ(targetAt(10, without), 2);
     EXPECT_EQ(state.stableTargetPIDs.at("t"), 2);
 
-    EXPECT_TRUE(stabilizeTargets({}, at(12), state).empty());
+    // A task that vanishes loses its standing target; the others keep theirs.
+    ApplicationLoad other = loadWithScore("u", 1, 9);
+    stabilize(11, {loadWithTarget(2), other});
+    EXPECT_EQ(state.stableTargetPIDs.size(), 2u);
+    stabilize(12, {other});
+    EXPECT_EQ(state.stableTargetPIDs, (std::map<QString, pid_t>{{"u", 9}}));
+
+    EXPECT_TRUE(stabilize(14, {}).empty());
     EXPECT_EQ(state, TaskTargetState{});
 }
 
@@ -208,8 +220,9 @@ TEST(TaskRankingTest, SelectionFallsBackToTheFirstBusyLoadInGroupingOrder)
         {"gone", {loadWithScore("idle", 0)}, ""}, // nothing busy
     };
     for (const Row &row : rows)
-        EXPECT_EQ(keptTaskSelection(QString::fromUtf8(row.selected), tasks, row.loads),
-                  QString::fromUtf8(row.expected))
+        EXPECT_EQ(
+            keptTaskSelection(QString::fromUtf8(row.selected), tasks, firstBusyLoadID(row.loads)),
+            QString::fromUtf8(row.expected))
             << row.selected;
 }
 

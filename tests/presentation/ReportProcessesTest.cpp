@@ -57,8 +57,8 @@ TEST_F(ReportProcessesTest, TextListsTheSpinningChildAmongTheTenBusiest)
     ASSERT_GE(section, 0) << text.toStdString();
     // The section ends at the first blank line; other sections follow it.
     const qsizetype end = text.indexOf(QStringLiteral("\n\n"), section);
-    const QStringList lines =
-        text.mid(section, end < 0 ? -1 : end - section).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList lines = text.mid(section, end < 0 ? -1 : end - section)
+                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     ASSERT_GE(lines.size(), 3);
     for (const char *title : {"进程", "PID", "CPU", "内存", "磁盘", "运行时长", "安全命令", "项目"})
         EXPECT_TRUE(lines[1].contains(QString::fromUtf8(title))) << title;
@@ -102,10 +102,10 @@ TEST_F(ReportProcessesTest, JsonCarriesEveryProcessWithAllItsFields)
         for (const QJsonValue process : processes) {
             const QJsonObject object = process.toObject();
             EXPECT_EQ(object.keys(),
-                      (QStringList{"applicationName", "applicationPath", "command",
+                      (QStringList{"applicationName", "applicationPath", "command", "controlGroup",
                                    "cpuPercent", "diskBytesPerSecond", "duration", "identity",
-                                   "isServiceManager", "name", "parentPID", "processGroupID",
-                                   "residentBytes", "userID"}));
+                                   "isServiceManager", "leadsTerminalSession", "name", "parentPID",
+                                   "processGroupID", "residentBytes", "userID"}));
             EXPECT_EQ(object[QStringLiteral("identity")].toObject().keys(),
                       (QStringList{"executablePath", "pid", "startTime"}));
             EXPECT_EQ(object[QStringLiteral("command")].toObject().keys(),

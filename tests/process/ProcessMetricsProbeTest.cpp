@@ -1,5 +1,7 @@
 #include "process/ProcessMetricsProbe.h"
 
+#include "support/RowName.h"
+
 #include <gtest/gtest.h>
 
 #include <deque>
@@ -87,57 +89,57 @@ TEST_P(ProcessRateTest, RatesOnlyTheSameProcessOverForwardTime)
 
 INSTANTIATE_TEST_SUITE_P(
     Ticks, ProcessRateTest,
-    testing::Values(
-        RateCase{"half a core and 1 MB/s over two seconds",
-                 {100.0, process(7, 50.0, 10 * second, 1000000)},
-                 {102.0, process(7, 50.0, 11 * second, 3000000)},
-                 50.0,
-                 1000000.0},
-        RateCase{"many busy threads go above one core",
-                 {100.0, process(7, 50.0, 0, 0)},
-                 {102.0, process(7, 50.0, 7 * second, 0)},
-                 350.0,
-                 0.0},
-        RateCase{"same time twice",
-                 {100.0, process(7, 50.0, 0, 0)},
-                 {100.0, process(7, 50.0, second, 100)},
-                 0.0,
-                 0.0},
-        RateCase{"time going back",
-                 {100.0, process(7, 50.0, 0, 0)},
-                 {99.0, process(7, 50.0, second, 100)},
-                 0.0,
-                 0.0},
-        RateCase{"reused pid with another start time",
-                 {100.0, process(7, 50.0, 0, 0)},
-                 {102.0, process(7, 101.0, 5 * second, 100)},
-                 0.0,
-                 0.0},
-        RateCase{"same pid and start after an exec",
-                 {100.0, process(7, 50.0, 0, 0, "/usr/bin/sh")},
-                 {102.0, process(7, 50.0, second, 100, "/usr/bin/node")},
-                 0.0,
-                 0.0},
-        RateCase{"replaced binary counts as another executable",
-                 {100.0, process(7, 50.0, 0, 0, "/usr/bin/node")},
-                 {102.0, process(7, 50.0, second, 100, "/usr/bin/node (deleted)")},
-                 0.0,
-                 0.0},
-        RateCase{"CPU counter going back clears the disk rate too",
-                 {100.0, process(7, 50.0, 5 * second, 0)},
-                 {102.0, process(7, 50.0, 4 * second, 4000)},
-                 0.0,
-                 0.0},
-        RateCase{"disk counter going back clears the CPU rate too",
-                 {100.0, process(7, 50.0, 0, 4000)},
-                 {102.0, process(7, 50.0, second, 0)},
-                 0.0,
-                 0.0},
-        RateCase{"idle process",
-                 {100.0, process(7, 50.0, second, 10)},
-                 {102.0, process(7, 50.0, second, 10)},
-                 0.0,
-                 0.0}));
+    testing::Values(RateCase{"half a core and 1 MB/s over two seconds",
+                             {100.0, process(7, 50.0, 10 * second, 1000000)},
+                             {102.0, process(7, 50.0, 11 * second, 3000000)},
+                             50.0,
+                             1000000.0},
+                    RateCase{"many busy threads go above one core",
+                             {100.0, process(7, 50.0, 0, 0)},
+                             {102.0, process(7, 50.0, 7 * second, 0)},
+                             350.0,
+                             0.0},
+                    RateCase{"same time twice",
+                             {100.0, process(7, 50.0, 0, 0)},
+                             {100.0, process(7, 50.0, second, 100)},
+                             0.0,
+                             0.0},
+                    RateCase{"time going back",
+                             {100.0, process(7, 50.0, 0, 0)},
+                             {99.0, process(7, 50.0, second, 100)},
+                             0.0,
+                             0.0},
+                    RateCase{"reused pid with another start time",
+                             {100.0, process(7, 50.0, 0, 0)},
+                             {102.0, process(7, 101.0, 5 * second, 100)},
+                             0.0,
+                             0.0},
+                    RateCase{"same pid and start after an exec",
+                             {100.0, process(7, 50.0, 0, 0, "/usr/bin/sh")},
+                             {102.0, process(7, 50.0, second, 100, "/usr/bin/node")},
+                             0.0,
+                             0.0},
+                    RateCase{"replaced binary counts as another executable",
+                             {100.0, process(7, 50.0, 0, 0, "/usr/bin/node")},
+                             {102.0, process(7, 50.0, second, 100, "/usr/bin/node (deleted)")},
+                             0.0,
+                             0.0},
+                    RateCase{"CPU counter going back clears the disk rate too",
+                             {100.0, process(7, 50.0, 5 * second, 0)},
+                             {102.0, process(7, 50.0, 4 * second, 4000)},
+                             0.0,
+                             0.0},
+                    RateCase{"disk counter going back clears the CPU rate too",
+                             {100.0, process(7, 50.0, 0, 4000)},
+                             {102.0, process(7, 50.0, second, 0)},
+                             0.0,
+                             0.0},
+                    RateCase{"idle process",
+                             {100.0, process(7, 50.0, second, 10)},
+                             {102.0, process(7, 50.0, second, 10)},
+                             0.0,
+                             0.0}),
+    RowName());
 
 TEST(ProcessMetricsProbeTest, FirstTickHasNoRatesButCorrectDurations)
 {
@@ -218,11 +220,10 @@ TEST(ProcessMetricsProbeTest, ForgetsVanishedProcessesAtOnce)
 
 TEST(ProcessMetricsProbeTest, ReusedPidRatesNormallyFromTheTickAfter)
 {
-    ProcessMetricsProbe probe(
-        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
-            {process(7, 50.0, 9 * second, 0)},
-            {process(7, 101.0, second, 0)},
-            {process(7, 101.0, 2 * second, 0)}}));
+    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(
+        std::deque<std::vector<RawProcessMetric>>{{process(7, 50.0, 9 * second, 0)},
+                                                  {process(7, 101.0, second, 0)},
+                                                  {process(7, 101.0, 2 * second, 0)}}));
 
     probe.sample(TimePoint::fromSecondsSince1970(100.0));
     EXPECT_EQ(probe.sample(TimePoint::fromSecondsSince1970(102.0))[0].cpuPercent, 0.0);

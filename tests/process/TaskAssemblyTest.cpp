@@ -118,7 +118,8 @@ class ProcessTreeTest : public testing::TestWithParam<TreeCase> {};
 TEST_P(ProcessTreeTest, BuildsTheForestInNameOrder)
 {
     const ProcessNameOrder order(QLocale::c());
-    EXPECT_EQ(shapeOf(assembleProcessTree(GetParam().processes, GetParam().target, order)),
+    TickTexts texts(order);
+    EXPECT_EQ(shapeOf(assembleProcessTree(GetParam().processes, GetParam().target, texts)),
               QString::fromUtf8(GetParam().shape));
 }
 
@@ -168,7 +169,9 @@ TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
     load.target = load.processes[1];
     TaskClassification classification = TaskClassification::classify(load);
 
-    const DashboardTask task = assembleTask(load, classification, ProcessNameOrder(QLocale::c()));
+    const ProcessNameOrder order(QLocale::c());
+    TickTexts texts(order);
+    const DashboardTask task = assembleTask(load, classification, texts);
     EXPECT_EQ(task.id, load.id);
     EXPECT_EQ(task.application, QStringLiteral("pytest"));
     EXPECT_EQ(task.kind, TaskKind::test);

@@ -30,6 +30,11 @@ struct KindCase {
     TaskKind kind;
 };
 
+void PrintTo(const KindCase &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
 class TaskKindTest : public testing::TestWithParam<KindCase> {};
 
 TEST_P(TaskKindTest, FirstPassingTestDecides)
@@ -71,6 +76,25 @@ INSTANTIATE_TEST_SUITE_P(
                  TaskKind::browser},
         KindCase{"CodexLast", loadOf("Codex", {makeProcess(1, 0, "codex")}), TaskKind::codex},
         KindCase{"UpperCaseIsLowered", loadOf("PYTEST", {makeProcess(1, 0, "X")}), TaskKind::test},
+        KindCase{"BlankBeforeTheNameJoinsTheHaystack",
+                 loadOf("x", {withCommand(makeProcess(1, 0, "testbed"), "bed")}), TaskKind::test},
+        KindCase{"BlankBeforeTheCommandJoinsTheHaystack",
+                 loadOf("x", {withCommand(makeProcess(1, 0, "x"), "test-data")}), TaskKind::test},
+        KindCase{"CtestBeforeCmake",
+                 loadOf("cmake", {makeProcess(1, 0, "cmake"), makeProcess(2, 1, "ctest")}),
+                 TaskKind::test},
+        KindCase{"GccCompilerProperIsABuild",
+                 loadOf("make", {makeProcess(1, 0, "make"), makeProcess(2, 1, "cc1plus")}),
+                 TaskKind::build},
+        KindCase{"NinjaIsABuild", loadOf("ninja", {makeProcess(1, 0, "ninja")}), TaskKind::build},
+        KindCase{"RustAnalyzerIsIndexing", loadOf("x", {makeProcess(1, 0, "rust-analyzer")}),
+                 TaskKind::indexing},
+        KindCase{"PodmanIsAContainer", loadOf("x", {makeProcess(1, 0, "conmon")}),
+                 TaskKind::container},
+        KindCase{"UvicornIsADevServer", loadOf("x", {makeProcess(1, 0, "uvicorn")}),
+                 TaskKind::developmentServer},
+        KindCase{"ChromiumIsABrowser", loadOf("Chromium", {makeProcess(1, 0, "chromium")}),
+                 TaskKind::browser},
         KindCase{"NothingKnownIsUnknown", loadOf("bash", {makeProcess(1, 0, "sleep")}),
                  TaskKind::unknown}),
     [](const testing::TestParamInfo<KindCase> &info) { return info.param.name; });
@@ -97,79 +121,88 @@ TEST(TaskClassificationTest, TextsOfATestWithProject)
     EXPECT_EQ(result.symbolName, QStringLiteral("checkmark.circle"));
 }
 
-TEST(TaskClassificationTest, ConfidenceAndTermination)
+// Every kind's texts, symbol and confidence, with and without a project.
+TEST(TaskClassificationTest, EachKindHasItsTextsAndConfidence)
 {
     struct Row {
-        const char *name;
-        ApplicationLoad load;
-        DiagnosisConfidence confidence;
-        bool canTerminate;
+        const char *process;
+        TaskKind kind;
+        const char *title;
+        const char *recommendation;
+        const char *impact;
+        const char *symbol;
+        DiagnosisConfidence withoutProject;
+        DiagnosisConfidence withProject;
     };
+    using C = DiagnosisConfidence;
     const Row rows[] = {
-        {"codex without project", loadOf("Codex", {makeProcess(1, 0, "codex")}),
-         DiagnosisConfidence::medium, true},
-        {"codex with project",
-         loadOf("Codex", {withCommand(makeProcess(1, 0, "codex"), "codex", QStringLiteral("p"))}),
-         DiagnosisConfidence::high, true},
-        {"browser with project stays medium",
-         loadOf("x", {withCommand(makeProcess(1, 0, "firefox"), "firefox", QStringLiteral("p"))}),
-         DiagnosisConfidence::medium, true},
-        {"unknown is never offered", loadOf("x", {makeProcess(1, 0, "sleep")}),
-         DiagnosisConfidence::low, false},
-        {"protected target in a known kind", loadOf("chrome", {makeProcess(1, 0, "WindowServer")}),
-         DiagnosisConfidence::medium, false},
-        {"Linux session process in a known kind", loadOf("chrome", {makeProcess(1, 0, "Xwayland")}),
-         DiagnosisConfidence::medium, false},
-        {"launchd lower-cased",
-         loadOf("x", {makeProcess(1, 0, "docker"), makeProcess(2, 1, "LaunchD")}),
-         DiagnosisConfidence::medium, false},
+        {"pytest", TaskKind::test, "Src 正在运行测试任务。",
+         "测试仍在持续占用资源；如确认不再需要，可结束目标进程，这会中断测试。",
+         "会中断当前测试，不会删除项目文件。", "checkmark.circle", C::medium, C::high},
+        {"g++", TaskKind::build, "Src 正在编译项目。",
+         "编译通常会自行结束，建议先等待；确认卡住后再终止。",
+         "会中断当前编译，已生成的源文件不会被删除。", "hammer.fill", C::medium, C::high},
+        {"mdworker", TaskKind::indexing, "Src 正在执行索引任务。",
+         "索引通常可等待完成；频繁重复时再检查项目或系统状态。", "终止可能让索引稍后重新开始。",
+         "magnifyingglass", C::medium, C::medium},
+        {"docker", TaskKind::container, "Docker 相关进程正在持续占用资源。",
+         "先检查正在运行的容器；不要直接结束整个 Docker 宿主。", "可能中断关联容器或本地开发服务。",
+         "shippingbox.fill", C::medium, C::medium},
+        {"next-server", TaskKind::developmentServer, "Src 正在运行本地开发服务。",
+         "仍在开发时保留；项目暂时不用时可以结束。",
+         "会停止本地开发服务，浏览器中的本地页面将无法访问。", "network", C::medium, C::high},
+        {"safari", TaskKind::browser, "Src 的浏览器进程正在持续活跃。",
+         "先使用浏览器任务管理器定位页面，不建议直接退出整个浏览器。",
+         "可能关闭关联页面或扩展进程。", "globe", C::medium, C::medium},
+        {"codex", TaskKind::codex, "Codex 正在执行持续计算任务。",
+         "如果任务仍在推进，建议等待；确认卡住后可结束目标子进程。",
+         "会中断当前 Codex 子任务，不会删除项目文件。", "terminal", C::medium, C::high},
+        {"sleep", TaskKind::unknown, "Src 存在未归因的持续负载。",
+         "先观察任务用途；证据不足时不建议直接结束。", "无法可靠判断终止影响。", "gearshape.2",
+         C::low, C::low},
     };
     for (const Row &row : rows) {
-        const TaskClassification result = TaskClassification::classify(row.load);
-        EXPECT_EQ(result.diagnosis.confidence, row.confidence) << row.name;
-        EXPECT_EQ(result.canTerminate, row.canTerminate) << row.name;
+        for (const bool project : {false, true}) {
+            const auto result = TaskClassification::classify(
+                loadOf("Src", {withCommand(makeProcess(1, 0, row.process), row.process,
+                                           project ? std::optional<QString>("p") : std::nullopt)}));
+            EXPECT_EQ(result.kind, row.kind) << row.process;
+            EXPECT_EQ(result.diagnosis.title, QString::fromUtf8(row.title)) << row.process;
+            EXPECT_EQ(result.diagnosis.recommendation, QString::fromUtf8(row.recommendation))
+                << row.process;
+            EXPECT_EQ(result.impact, QString::fromUtf8(row.impact)) << row.process;
+            EXPECT_EQ(result.symbolName, QString::fromUtf8(row.symbol)) << row.process;
+            EXPECT_EQ(result.diagnosis.confidence, project ? row.withProject : row.withoutProject)
+                << row.process << " project " << project;
+            EXPECT_EQ(result.canTerminate, row.kind != TaskKind::unknown) << row.process;
+        }
+    }
+}
+
+TEST(TaskClassificationTest, ProtectedTargetsAreNeverOffered)
+{
+    const char *const targets[] = {"WindowServer", "Xwayland", "LaunchD", "gnome-shell"};
+    for (const char *target : targets) {
+        const auto load = loadOf("x", {makeProcess(1, 0, "docker"), makeProcess(2, 1, target)});
+        EXPECT_FALSE(TaskClassification::classify(load).canTerminate) << target;
     }
 }
 
 TEST(TaskClassificationTest, DetailByProjectAndCount)
 {
-    EXPECT_EQ(TaskClassification::classify(loadOf("x", {makeProcess(1, 0, "cargo")})).detail,
-              QStringLiteral("cargo"));
-    EXPECT_EQ(
-        TaskClassification::classify(loadOf("x", {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a"),
-                                                  makeProcess(3, 1, "cargo")}))
-            .detail,
-        QStringLiteral("cargo · 3 个进程"));
-}
-
-TEST(TaskClassificationTest, KindTextsUseTheSourceName)
-{
     struct Row {
-        const char *process;
-        const char *title;
-        const char *symbol;
+        std::vector<ProcessMetric> processes;
+        const char *detail;
     };
     const Row rows[] = {
-        {"swiftc", "Src 正在编译项目。", "hammer.fill"},
-        {"mdworker", "Src 正在执行索引任务。", "magnifyingglass"},
-        {"docker", "Docker 相关进程正在持续占用资源。", "shippingbox.fill"},
-        {"next-server", "Src 正在运行本地开发服务。", "network"},
-        {"safari", "Src 的浏览器进程正在持续活跃。", "globe"},
-        {"codex", "Codex 正在执行持续计算任务。", "terminal"},
-        {"sleep", "Src 存在未归因的持续负载。", "gearshape.2"},
+        {{makeProcess(1, 0, "cargo")}, "cargo"},
+        {{makeProcess(1, 0, "sh"), makeProcess(2, 1, "cargo")}, "cargo · 2 个进程"},
+        {{makeProcess(1, 0, "sh"), withCommand(makeProcess(2, 1, "cargo"), "cargo", "kiln")},
+         "cargo · kiln"},
     };
-    for (const Row &row : rows) {
-        const auto result =
-            TaskClassification::classify(loadOf("Src", {makeProcess(1, 0, row.process)}));
-        EXPECT_EQ(result.diagnosis.title, QString::fromUtf8(row.title)) << row.process;
-        EXPECT_EQ(result.symbolName, QString::fromUtf8(row.symbol)) << row.process;
-    }
-}
-
-TEST(TaskClassificationTest, SameLoadTwiceGivesEqualRecords)
-{
-    const ApplicationLoad load = loadOf("x", {makeProcess(1, 0, "vite", 12.0)});
-    EXPECT_EQ(TaskClassification::classify(load), TaskClassification::classify(load));
+    for (const Row &row : rows)
+        EXPECT_EQ(TaskClassification::classify(loadOf("x", row.processes)).detail,
+                  QString::fromUtf8(row.detail));
 }
 
 } // namespace

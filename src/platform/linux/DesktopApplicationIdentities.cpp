@@ -2,7 +2,9 @@
 
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/FileReading.h"
+#include "platform/linux/ServiceManagerRecognition.h"
 #include "platform/linux/SystemdApplicationUnit.h"
+#include "process/PrintableText.h"
 
 DesktopApplicationIdentities::DesktopApplicationIdentities(QStringList dataDirectories)
     : m_dataDirectories(std::move(dataDirectories))
@@ -31,25 +33,29 @@ DesktopApplicationIdentities::identityForApplicationID(const QString &applicatio
         name ? *name : applicationID.sliced(applicationID.lastIndexOf(QLatin1Char('.')) + 1);
     if (identity.applicationName.isEmpty())
         identity.applicationName = applicationID;
+    identity.applicationName = withControlCharactersShown(identity.applicationName);
     m_byApplicationID.insert(applicationID, identity);
     return identity;
 }
 
-std::optional<DesktopApplicationIdentity>
-DesktopApplicationIdentities::identityForCgroup(const QByteArray &procPidCgroup)
+ControlGroupFacts DesktopApplicationIdentities::factsForCgroup(const QByteArray &procPidCgroup)
 {
     if (const auto current = m_byCgroup.constFind(procPidCgroup); current != m_byCgroup.cend())
         return *current;
-    std::optional<DesktopApplicationIdentity> identity;
+    ControlGroupFacts facts;
     if (const auto previous = m_byCgroupPreviousTick.constFind(procPidCgroup);
         previous != m_byCgroupPreviousTick.cend()) {
-        identity = *previous;
-    } else if (const std::optional<QString> applicationID =
-                   applicationIDFromCgroup(asView(procPidCgroup))) {
-        identity = identityForApplicationID(*applicationID);
+        facts = *previous;
+    } else if (const std::optional<std::string_view> path =
+                   systemdCgroupPath(asView(procPidCgroup))) {
+        facts.path = QString::fromUtf8(path->data(), qsizetype(path->size()));
+        facts.isUserServiceManager = isUserServiceManagerCgroup(*path);
+        if (const std::optional<QString> applicationID =
+                applicationIDFromCgroup(asView(procPidCgroup)))
+            facts.application = identityForApplicationID(*applicationID);
     }
-    m_byCgroup.insert(procPidCgroup, identity);
-    return identity;
+    m_byCgroup.insert(procPidCgroup, facts);
+    return facts;
 }
 
 void DesktopApplicationIdentities::finishTick()

@@ -15,6 +15,15 @@ struct DesktopApplicationIdentity {
     bool operator==(const DesktopApplicationIdentity &) const = default;
 };
 
+// What the process reader takes from the text of one /proc/<pid>/cgroup.
+struct ControlGroupFacts {
+    QString path; // the systemd cgroup path; empty when the text names none
+    std::optional<DesktopApplicationIdentity> application;
+    bool isUserServiceManager = false; // see ServiceManagerRecognition.h
+
+    bool operator==(const ControlGroupFacts &) const = default;
+};
+
 // Resolves the identity of processes from the text of their
 // /proc/<pid>/cgroup, for the process reader. Owned by one reader and used on
 // its thread only.
@@ -30,7 +39,7 @@ class DesktopApplicationIdentities {
 public:
     explicit DesktopApplicationIdentities(QStringList dataDirectories);
 
-    std::optional<DesktopApplicationIdentity> identityForCgroup(const QByteArray &procPidCgroup);
+    ControlGroupFacts factsForCgroup(const QByteArray &procPidCgroup);
     DesktopApplicationIdentity identityForApplicationID(const QString &applicationID);
 
     // Call once per tick, after all processes: forgets the cgroup texts that
@@ -40,6 +49,6 @@ public:
 private:
     QStringList m_dataDirectories;
     QHash<QString, DesktopApplicationIdentity> m_byApplicationID;
-    QHash<QByteArray, std::optional<DesktopApplicationIdentity>> m_byCgroup;
-    QHash<QByteArray, std::optional<DesktopApplicationIdentity>> m_byCgroupPreviousTick;
+    QHash<QByteArray, ControlGroupFacts> m_byCgroup;
+    QHash<QByteArray, ControlGroupFacts> m_byCgroupPreviousTick;
 };

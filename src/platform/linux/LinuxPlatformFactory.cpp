@@ -25,9 +25,9 @@ SystemMetricSampler::Probes makePlatformProbes(const PlatformRoots &roots)
     probes.diskProbe = std::make_unique<ProcDiskstatsDiskProbe>(roots.procRoot, roots.sysRoot);
     probes.memoryProbe = std::make_unique<ProcMeminfoMemoryProbe>(roots.procRoot);
     probes.networkProbe = std::make_unique<GetifaddrsNetworkProbe>(roots.sysRoot);
-    probes.processProbe = std::make_unique<ProcessMetricsProbe>(
-        std::make_unique<ProcfsProcessMetricReader>(roots.procRoot,
-                                                    xdgDataDirectoriesFromEnvironment()));
+    probes.processProbe =
+        std::make_unique<ProcessMetricsProbe>(std::make_unique<ProcfsProcessMetricReader>(
+            roots.procRoot, xdgDataDirectoriesFromEnvironment(), currentUserHomeDirectory()));
     return probes;
 }
 

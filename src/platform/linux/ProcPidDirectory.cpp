@@ -2,85 +2,92 @@
 
 #include <cerrno>
 #include <climits>
-#include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-// A descriptor of one file opened under the directory, closed on every path.
-class OpenFile {
-public:
-    OpenFile(int directory, const char *name)
-        : m_fd(::openat(directory, name, O_RDONLY | O_CLOEXEC | O_NOCTTY))
-    {
+const char *fileName(ProcPidFile file)
+{
+    switch (file) {
+    case ProcPidFile::stat:
+        return "stat";
+    case ProcPidFile::io:
+        return "io";
+    case ProcPidFile::cgroup:
+        return "cgroup";
+    case ProcPidFile::cmdline:
+        return "cmdline";
     }
-    ~OpenFile()
-    {
-        if (m_fd >= 0)
-            ::close(m_fd);
+    return "";
+}
+
+bool isShortOfDescriptors(int error)
+{
+    return error == EMFILE || error == ENFILE;
+}
+
+// One pread, retried on interruption; -1 on failure.
+ssize_t readAt(int fd, char *into, std::size_t size, off_t offset)
+{
+    for (;;) {
+        const ssize_t count = ::pread(fd, into, size, offset);
+        if (count >= 0 || errno != EINTR)
+            return count;
     }
-    OpenFile(const OpenFile &) = delete;
-    OpenFile &operator=(const OpenFile &) = delete;
-
-    bool isOpen() const { return m_fd >= 0; }
-
-    // One read, retried on interruption; -1 on failure.
-    ssize_t read(char *into, std::size_t size) const
-    {
-        for (;;) {
-            const ssize_t count = ::read(m_fd, into, size);
-            if (count >= 0 || errno != EINTR)
-                return count;
-        }
-    }
-
-private:
-    int m_fd;
-};
+}
 
 } // namespace
 
-std::optional<ProcPidDirectory> ProcPidDirectory::open(const QByteArray &path)
+std::optional<ProcPidDirectory> ProcPidDirectory::open(const QByteArray &path,
+                                                       bool *shortOfDescriptors)
 {
-    const int fd = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0)
+    UniqueFileDescriptor fd(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!fd.isValid()) {
+        if (shortOfDescriptors && isShortOfDescriptors(errno))
+            *shortOfDescriptors = true;
         return std::nullopt;
-    return ProcPidDirectory(fd);
-}
-
-ProcPidDirectory::ProcPidDirectory(ProcPidDirectory &&other) noexcept
-    : m_fd(std::exchange(other.m_fd, -1))
-{
-}
-
-ProcPidDirectory &ProcPidDirectory::operator=(ProcPidDirectory &&other) noexcept
-{
-    if (this != &other) {
-        if (m_fd >= 0)
-            ::close(m_fd);
-        m_fd = std::exchange(other.m_fd, -1);
     }
-    return *this;
+    return ProcPidDirectory(std::move(fd));
 }
 
-ProcPidDirectory::~ProcPidDirectory()
+std::optional<uid_t> ProcPidDirectory::owner() const
 {
-    if (m_fd >= 0)
-        ::close(m_fd);
+    struct stat info {};
+    if (::fstat(m_directory.get(), &info) != 0)
+        return std::nullopt;
+    return info.st_uid;
 }
 
-std::optional<std::size_t> ProcPidDirectory::readSmallFile(const char *name,
-                                                           std::span<char> buffer) const
+int ProcPidDirectory::descriptorFor(ProcPidFile file, bool keep, UniqueFileDescriptor &transient)
 {
-    const OpenFile file(m_fd, name);
-    if (!file.isOpen())
+    UniqueFileDescriptor &kept = m_files[std::size_t(file)];
+    if (kept.isValid())
+        return kept.get();
+    UniqueFileDescriptor opened(
+        ::openat(m_directory.get(), fileName(file), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    if (!opened.isValid()) {
+        m_shortOfDescriptors = m_shortOfDescriptors || isShortOfDescriptors(errno);
+        return -1;
+    }
+    UniqueFileDescriptor &owner = keep ? kept : transient;
+    owner = std::move(opened);
+    return owner.get();
+}
+
+std::optional<std::size_t> ProcPidDirectory::readSmallFile(ProcPidFile file, std::span<char> buffer,
+                                                           bool keep)
+{
+    UniqueFileDescriptor transient;
+    const int fd = descriptorFor(file, keep, transient);
+    if (fd < 0)
         return std::nullopt;
     std::size_t length = 0;
     while (length < buffer.size()) {
         const std::size_t wanted = buffer.size() - length;
-        const ssize_t count = file.read(buffer.data() + length, wanted);
+        const ssize_t count = readAt(fd, buffer.data() + length, wanted, off_t(length));
         if (count < 0)
             return std::nullopt;
         length += static_cast<std::size_t>(count);
@@ -90,17 +97,18 @@ std::optional<std::size_t> ProcPidDirectory::readSmallFile(const char *name,
     return std::nullopt; // filled the buffer: too long to be what we expect
 }
 
-std::optional<QByteArray> ProcPidDirectory::readFile(const char *name) const
+std::optional<QByteArray> ProcPidDirectory::readFile(ProcPidFile file, bool keep)
 {
-    const OpenFile file(m_fd, name);
-    if (!file.isOpen())
+    UniqueFileDescriptor transient;
+    const int fd = descriptorFor(file, keep, transient);
+    if (fd < 0)
         return std::nullopt;
     constexpr qsizetype chunk = 4096;
     QByteArray bytes;
     qsizetype length = 0;
     for (;;) {
         bytes.resize(length + chunk);
-        const ssize_t count = file.read(bytes.data() + length, chunk);
+        const ssize_t count = readAt(fd, bytes.data() + length, chunk, off_t(length));
         if (count < 0)
             return std::nullopt;
         length += count;
@@ -114,8 +122,23 @@ std::optional<QByteArray> ProcPidDirectory::readFile(const char *name) const
 std::optional<QByteArray> ProcPidDirectory::readLink(const char *name) const
 {
     char buffer[PATH_MAX];
-    const ssize_t length = ::readlinkat(m_fd, name, buffer, sizeof buffer);
+    const ssize_t length = ::readlinkat(m_directory.get(), name, buffer, sizeof buffer);
     if (length <= 0 || static_cast<std::size_t>(length) >= sizeof buffer)
         return std::nullopt;
     return QByteArray(buffer, length);
+}
+
+bool ProcPidDirectory::takeShortOfDescriptors()
+{
+    const bool shortOfDescriptors = m_shortOfDescriptors;
+    m_shortOfDescriptors = false;
+    return shortOfDescriptors;
+}
+
+int ProcPidDirectory::descriptorCount() const
+{
+    int count = m_directory.isValid() ? 1 : 0;
+    for (const UniqueFileDescriptor &file : m_files)
+        count += file.isValid() ? 1 : 0;
+    return count;
 }

@@ -2,36 +2,6 @@
 
 #include "platform/linux/FileReading.h"
 
-namespace {
-
-std::string_view nextToken(std::string_view &text)
-{
-    std::size_t start = 0;
-    while (start < text.size() && (text[start] == ' ' || text[start] == '\n'))
-        ++start;
-    std::size_t end = start;
-    while (end < text.size() && text[end] != ' ' && text[end] != '\n')
-        ++end;
-    const std::string_view token = text.substr(start, end - start);
-    text.remove_prefix(end);
-    return token;
-}
-
-} // namespace
-
-std::optional<std::uint64_t> parseProcPidStatmResidentPages(std::string_view text)
-{
-    if (nextToken(text).empty())
-        return std::nullopt;
-    const std::string_view resident = nextToken(text);
-    if (resident.empty())
-        return std::nullopt;
-    const auto pages = parseUnsignedDecimal(resident);
-    if (!pages)
-        return std::nullopt;
-    return static_cast<std::uint64_t>(*pages);
-}
-
 std::optional<std::uint64_t> parseProcPidIoDiskBytes(std::string_view text)
 {
     std::optional<unsigned long long> readBytes;
@@ -114,7 +84,8 @@ QStringList parseProcPidCmdline(QByteArrayView bytes)
         while (end < size && bytes[end] != '\0')
             ++end;
         const QByteArrayView argument = bytes.sliced(position, end - position);
-        if (isValidUtf8(std::string_view(argument.data(), static_cast<std::size_t>(argument.size()))))
+        if (isValidUtf8(
+                std::string_view(argument.data(), static_cast<std::size_t>(argument.size()))))
             arguments.append(QString::fromUtf8(argument));
         position = end;
     }

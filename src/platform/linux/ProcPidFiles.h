@@ -10,10 +10,6 @@
 // Parsers for the small per-process files of procfs. Pure functions over the
 // file's bytes; readers hand them what they read.
 
-// /proc/<pid>/statm: "size resident shared text lib data dt", in pages. The
-// second field, resident pages; nothing when it is missing or not a number.
-std::optional<std::uint64_t> parseProcPidStatmResidentPages(std::string_view text);
-
 // /proc/<pid>/io: "read_bytes" plus "write_bytes", the bytes this process made
 // the storage layer fetch and write, added with wrap-around like any running
 // counter. Nothing when either line is missing or malformed.

@@ -19,10 +19,10 @@ std::optional<ProcPidStat> parseProcPidStat(std::string_view text)
 
     // Fields from 3 (state) on, separated by single blanks.
     std::string_view rest = text.substr(close + 1);
-    unsigned long long fields[23] = {};
+    unsigned long long fields[25] = {};
     int field = 2;
     std::size_t position = 0;
-    while (field < 22) {
+    while (field < 24) {
         if (position >= rest.size() || rest[position] != ' ')
             return std::nullopt;
         ++position;
@@ -39,16 +39,19 @@ std::optional<ProcPidStat> parseProcPidStat(std::string_view text)
             if (result.ec != std::errc() || result.ptr != token.data() + token.size())
                 return std::nullopt;
             fields[field] = static_cast<unsigned long long>(value);
-            if (value < 0 && (field == 14 || field == 15 || field == 22))
+            if (value < 0 && (field == 14 || field == 15 || field == 22 || field == 24))
                 return std::nullopt;
         }
         position = end;
     }
     stat.parentPID = static_cast<pid_t>(static_cast<long long>(fields[4]));
     stat.processGroupID = static_cast<pid_t>(static_cast<long long>(fields[5]));
+    stat.sessionID = static_cast<pid_t>(static_cast<long long>(fields[6]));
+    stat.terminal = static_cast<int>(static_cast<long long>(fields[7]));
     stat.userTicks = fields[14];
     stat.systemTicks = fields[15];
     stat.startTicks = fields[22];
+    stat.residentPages = fields[24];
     return stat;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcStat.h"
+#include "platform/linux/ProcessName.h"
 #include "platform/linux/UniqueFileDescriptor.h"
 
 #include <cerrno>
@@ -92,6 +93,6 @@ std::optional<ProcessTerminationTarget> ProcfsProcessIdentityReader::readIdentit
     // Invalid UTF-8 in a path is repaired the same way as in the metric reader.
     target.identity.executablePath = QString::fromUtf8(*executable);
     target.userID = info.st_uid;
-    target.name = stat->name;
+    target.name = processDisplayName(stat->name, target.identity.executablePath);
     return target;
 }

@@ -1,17 +1,22 @@
 #include "platform/linux/ProcfsProcessMetricReader.h"
 
 #include "platform/linux/FileReading.h"
-#include "platform/linux/ProcPidDirectory.h"
+#include "platform/linux/OpenFileLimit.h"
 #include "platform/linux/ProcPidFiles.h"
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcStat.h"
+#include "platform/linux/ProcessName.h"
+#include "platform/linux/ServiceManagerRecognition.h"
+#include "platform/linux/SystemdApplicationUnit.h"
 #include "process/CommandRedaction.h"
 
 #include <charconv>
 #include <climits>
+#include <cstdlib>
 #include <memory>
 
 #include <dirent.h>
+#include <pwd.h>
 #include <unistd.h>
 
 namespace {
@@ -20,6 +25,11 @@ struct DirectoryCloser {
     void operator()(DIR *directory) const { ::closedir(directory); }
 };
 using OpenDirectory = std::unique_ptr<DIR, DirectoryCloser>;
+
+// The open-file limit asked for: a desktop of several thousand processes.
+constexpr rlim_t kOpenFileCeiling = 65536;
+// Descriptors left to the rest of the program: Qt, the sensors, the pidfds.
+constexpr rlim_t kReservedDescriptors = 256;
 
 // A pid from a directory entry name: decimal digits only, above 0.
 std::optional<pid_t> pidOfEntry(const char *name)
@@ -34,44 +44,55 @@ std::optional<pid_t> pidOfEntry(const char *name)
     return static_cast<pid_t>(value);
 }
 
-QString lastComponent(const QString &path)
+std::size_t keptCapacityFor(rlim_t openFileLimit)
 {
+    if (openFileLimit <= kReservedDescriptors)
+        return 0;
+    return std::size_t((openFileLimit - kReservedDescriptors) /
+                       rlim_t(ProcPidDirectory::maximumDescriptors));
+}
+
+QStringList accountDirectories(const std::optional<QString> &home)
+{
+    if (!home || home->isEmpty() || *home == QLatin1String("/"))
+        return {};
+    QString path = *home;
+    while (path.size() > 1 && path.endsWith(QLatin1Char('/')))
+        path.chop(1);
     const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
-    return slash < 0 ? path : path.sliced(slash + 1);
+    if (slash <= 0)
+        return {path};
+    return {path, path.first(slash)};
 }
 
 } // namespace
 
-QString executablePathShown(const QString &executablePath)
+std::optional<QString> currentUserHomeDirectory()
 {
-    // A replaced binary's link ends in " (deleted)": that belongs to the
-    // identity (a replaced binary is another executable), not to what is shown.
-    static const QLatin1String deleted(" (deleted)");
-    return executablePath.endsWith(deleted) ? executablePath.chopped(deleted.size())
-                                            : executablePath;
-}
-
-QString processDisplayName(const QString &comm, const QString &executablePath)
-{
-    const QString executableName = lastComponent(executablePathShown(executablePath));
-    if (comm.isEmpty())
-        return executableName;
-    // The kernel keeps only the first 15 bytes of a name (TASK_COMM_LEN − 1):
-    // "kilnwarden-report" arrives as "kilnwarden-repo". When the executable's
-    // own name continues the cut name, show the whole one.
-    constexpr qsizetype kernelNameLimit = 15;
-    if (comm.toUtf8().size() == kernelNameLimit && executableName.size() > comm.size() &&
-        executableName.startsWith(comm))
-        return executableName;
-    return comm;
+    long size = ::sysconf(_SC_GETPW_R_SIZE_MAX);
+    std::vector<char> buffer(std::size_t(size > 0 ? size : 16384));
+    passwd entry{};
+    passwd *found = nullptr;
+    if (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) != 0 || !found ||
+        !found->pw_dir || found->pw_dir[0] != '/')
+        return std::nullopt;
+    struct FreeDeleter {
+        void operator()(char *pointer) const { std::free(pointer); }
+    };
+    // Fedora's /home is a link to /var/home; a working directory read from
+    // /proc is the resolved one.
+    const std::unique_ptr<char, FreeDeleter> resolved(::realpath(found->pw_dir, nullptr));
+    return QString::fromUtf8(resolved ? resolved.get() : found->pw_dir);
 }
 
 ProcfsProcessMetricReader::ProcfsProcessMetricReader(QString procRoot,
-                                                     QStringList applicationDataDirectories)
-    : m_procRoot(procRoot.toLocal8Bit()),
-      m_userID(::getuid()),
+                                                     QStringList applicationDataDirectories,
+                                                     std::optional<QString> homeDirectory)
+    : m_procRoot(procRoot.toLocal8Bit()), m_userID(::getuid()),
       m_clockTicksPerSecond(systemClockTicksPerSecond()),
-      m_applications(std::move(applicationDataDirectories))
+      m_applications(std::move(applicationDataDirectories)),
+      m_accountDirectories(accountDirectories(homeDirectory)),
+      m_keptCapacity(keptCapacityFor(raiseOpenFileLimit(kOpenFileCeiling)))
 {
     const long pageSize = ::sysconf(_SC_PAGESIZE);
     m_pageSize = pageSize > 0 ? static_cast<std::uint64_t>(pageSize) : 4096;
@@ -85,16 +106,14 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
     const FileReadResult stat = readKernelFile(m_procRoot + "/stat");
     const std::optional<long long> bootTime =
         stat.bytes ? parseProcStatBootTime(asView(*stat.bytes)) : std::nullopt;
-    if (!bootTime)
+    const OpenDirectory directory(bootTime ? ::opendir(m_procRoot.constData()) : nullptr);
+    if (!directory) {
+        m_kept.clear();
         return {};
-
-    const OpenDirectory directory(::opendir(m_procRoot.constData()));
-    if (!directory)
-        return {};
-    // Pid 1 does not change while the machine runs.
-    if (!m_serviceManager)
-        m_serviceManager = readServiceManagerIdentity(m_procRoot);
+    }
+    ++m_tick;
     std::vector<RawProcessMetric> records;
+    records.reserve(m_kept.size() + 16);
     while (const dirent *entry = ::readdir(directory.get())) {
         const std::optional<pid_t> pid = pidOfEntry(entry->d_name);
         if (!pid)
@@ -102,14 +121,37 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
         if (auto record = readProcess(*pid, *bootTime, now))
             records.push_back(std::move(*record));
     }
+    // What this tick did not read has left (or is no longer this user's, or
+    // no longer readable): its descriptors go with it.
+    std::erase_if(m_kept, [&](const auto &entry) { return entry.second.tick != m_tick; });
     m_applications.finishTick();
     return records;
 }
 
-std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid,
-                                                                       long long bootTimeSeconds,
-                                                                       TimePoint now)
+std::optional<RawProcessMetric>
+ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, TimePoint now)
 {
+    if (const auto kept = m_kept.find(pid); kept != m_kept.end()) {
+        // The open directory belongs to the process it was opened for: if that
+        // one has gone, every read through it fails, and the pid is read anew
+        // below, for whichever process holds it now.
+        ProcPidDirectory &directory = kept->second.directory;
+        const std::optional<uid_t> owner = directory.owner();
+        unsigned long long startTicks = 0;
+        std::optional<RawProcessMetric> record;
+        if (owner && *owner == m_userID)
+            record =
+                readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true, startTicks);
+        const bool shortOfDescriptors = directory.takeShortOfDescriptors();
+        if (record && !shortOfDescriptors && startTicks == kept->second.startTicks) {
+            kept->second.tick = m_tick;
+            return record;
+        }
+        m_kept.erase(kept);
+        if (shortOfDescriptors)
+            relieveDescriptorShortage();
+    }
+
     m_pidPath = m_procRoot;
     m_pidPath += '/';
     m_pidPath += QByteArray::number(pid);
@@ -117,35 +159,62 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     if (!owner || *owner != m_userID)
         return std::nullopt;
 
-    const std::optional<ProcPidDirectory> directory = ProcPidDirectory::open(m_pidPath);
-    if (!directory)
-        return std::nullopt;
+    // Two tries: the second after a shortage of descriptors has closed some.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        bool shortOfDescriptors = false;
+        std::optional<ProcPidDirectory> directory =
+            ProcPidDirectory::open(m_pidPath, &shortOfDescriptors);
+        const bool keep = attempt == 0 && m_kept.size() < m_keptCapacity;
+        unsigned long long startTicks = 0;
+        std::optional<RawProcessMetric> record;
+        if (directory) {
+            record =
+                readOpenProcess(*directory, pid, *owner, bootTimeSeconds, now, keep, startTicks);
+            shortOfDescriptors = directory->takeShortOfDescriptors() || shortOfDescriptors;
+        }
+        if (shortOfDescriptors) {
+            relieveDescriptorShortage();
+            continue;
+        }
+        if (record && keep)
+            m_kept.emplace(pid, KeptProcess{std::move(*directory), startTicks, m_tick});
+        return record;
+    }
+    return std::nullopt;
+}
 
+void ProcfsProcessMetricReader::relieveDescriptorShortage()
+{
+    m_keptCapacity = m_kept.size() / 2;
+    while (m_kept.size() > m_keptCapacity)
+        m_kept.erase(m_kept.begin());
+}
+
+std::optional<RawProcessMetric>
+ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pid, uid_t owner,
+                                           long long bootTimeSeconds, TimePoint now, bool keep,
+                                           unsigned long long &startTicks)
+{
     // First, as it is the cheapest test that rules out kernel threads (about
     // half of all pids on a desktop) and processes already gone.
-    const std::optional<QByteArray> exe = directory->readLink("exe");
+    const std::optional<QByteArray> exe = directory.readLink("exe");
     if (!exe)
         return std::nullopt;
 
     // Room for the longest stat line (52 fields of at most 20 digits and a
-    // 64-byte name); statm and io are far shorter.
+    // 64-byte name); io is far shorter.
     char buffer[2048];
-    const auto statLength = directory->readSmallFile("stat", buffer);
+    const auto statLength = directory.readSmallFile(ProcPidFile::stat, buffer, keep);
     if (!statLength)
         return std::nullopt;
     const std::optional<ProcPidStat> stat = parseProcPidStat(std::string_view(buffer, *statLength));
     if (!stat)
         return std::nullopt;
+    startTicks = stat->startTicks;
 
-    const auto statmLength = directory->readSmallFile("statm", buffer);
-    if (!statmLength)
-        return std::nullopt;
-    const auto residentPages =
-        parseProcPidStatmResidentPages(std::string_view(buffer, *statmLength));
     std::uint64_t residentBytes = 0;
-    if (!residentPages || __builtin_mul_overflow(*residentPages, m_pageSize, &residentBytes))
+    if (__builtin_mul_overflow(stat->residentPages, m_pageSize, &residentBytes))
         return std::nullopt;
-
     const auto cpuNanoseconds =
         cpuTicksToNanoseconds(stat->userTicks, stat->systemTicks, m_clockTicksPerSecond);
     if (!cpuNanoseconds)
@@ -154,7 +223,7 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     // Without permission for io (or on a kernel without task I/O accounting)
     // the process still counts, with no disk traffic.
     std::uint64_t diskBytes = 0;
-    if (const auto ioLength = directory->readSmallFile("io", buffer))
+    if (const auto ioLength = directory.readSmallFile(ProcPidFile::io, buffer, keep))
         diskBytes = parseProcPidIoDiskBytes(std::string_view(buffer, *ioLength)).value_or(0);
 
     RawProcessMetric record;
@@ -165,14 +234,18 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
     record.identity.executablePath = QString::fromUtf8(*exe);
     record.parentPID = stat->parentPID;
     record.processGroupID = stat->processGroupID;
-    record.userID = *owner;
-    record.isServiceManager =
-        m_serviceManager->matches(pid, record.identity.executablePath, stat->name);
+    record.userID = owner;
+    record.leadsTerminalSession = stat->sessionID == pid && stat->terminal != 0;
     record.name = processDisplayName(stat->name, record.identity.executablePath);
-    if (const std::optional<QByteArray> cgroup = directory->readFile("cgroup")) {
-        if (auto application = m_applications.identityForCgroup(*cgroup)) {
-            record.applicationPath = std::move(application->applicationPath);
-            record.applicationName = std::move(application->applicationName);
+    std::optional<ControlGroupFacts> facts;
+    if (const std::optional<QByteArray> cgroup = directory.readFile(ProcPidFile::cgroup, keep))
+        facts = m_applications.factsForCgroup(*cgroup);
+    record.isServiceManager = pid == 1 || (facts && facts->isUserServiceManager);
+    if (facts) {
+        record.controlGroup = facts->path;
+        if (facts->application) {
+            record.applicationPath = facts->application->applicationPath;
+            record.applicationName = facts->application->applicationName;
         }
     }
     record.residentBytes = residentBytes;
@@ -182,15 +255,14 @@ std::optional<RawProcessMetric> ProcfsProcessMetricReader::readProcess(pid_t pid
 
     {
         // The raw vector and directory live only in this block.
-        const std::optional<QByteArray> cmdline = directory->readFile("cmdline");
-        const QStringList arguments =
-            cmdline ? parseProcPidCmdline(*cmdline) : QStringList();
-        const std::optional<QByteArray> cwd = directory->readLink("cwd");
+        const std::optional<QByteArray> cmdline = directory.readFile(ProcPidFile::cmdline, keep);
+        const QStringList arguments = cmdline ? parseProcPidCmdline(*cmdline) : QStringList();
+        const std::optional<QByteArray> cwd = directory.readLink("cwd");
         const std::optional<QString> workingDirectory =
             cwd ? std::optional<QString>(QString::fromUtf8(*cwd)) : std::nullopt;
         record.command =
             makeRedactedCommandSummary(executablePathShown(record.identity.executablePath),
-                                       arguments, workingDirectory);
+                                       arguments, workingDirectory, m_accountDirectories);
     }
     return record;
 }

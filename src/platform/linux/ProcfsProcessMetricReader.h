@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/DesktopApplicationIdentities.h"
-#include "platform/linux/ServiceManagerRecognition.h"
+#include "platform/linux/ProcPidDirectory.h"
 #include "process/RawProcessMetric.h"
 
 #include <QByteArray>
@@ -10,31 +10,59 @@
 
 #include <optional>
 #include <sys/types.h>
+#include <unordered_map>
 
 // The current user's processes from <procRoot>/<pid>. The owner test comes
 // first and costs one stat of the pid directory, so another user's process
 // costs nothing more; an owned one is then read through its open directory:
-// exe, stat, statm, io, cmdline, cwd. A process that vanishes or fails at any
+// exe, stat, io, cgroup, cmdline, cwd. A process that vanishes or fails at any
 // step is left out, except that an unreadable io counts 0 bytes, and an
 // unreadable cwd gives no project. The argument vector and the working
 // directory go only into the command redaction and end there.
+//
+// The directory and the files read on every tick stay open from one tick to
+// the next, for as long as the process is there (see ProcPidDirectory): a
+// known process then costs seven system calls a tick, an owner test through
+// the open directory, two links and four reads. Whatever a tick does not
+// find again, by pid and start time, is closed at its end. The descriptors
+// kept are bounded by the open-file limit (raised toward the hard limit when
+// the reader is made); beyond that, and whenever an open fails for want of
+// descriptors, processes are read by opening and closing their files at once.
 //
 // The application identity comes from the systemd unit named in
 // /proc/<pid>/cgroup and the desktop entries under `applicationDataDirectories`
 // (the XDG data directories): `applicationPath` is the entry's path, else the
 // ApplicationID, and `applicationName` the entry's Name. Service managers are
-// pid 1 and the processes that run pid 1's executable (worked out once, on
-// the first tick).
+// pid 1 and the user's own systemd, recognised by its cgroup. `homeDirectory`
+// is the current user's home with its links resolved: it and its parent give
+// no project.
 class ProcfsProcessMetricReader final : public RawProcessMetricReading {
 public:
     explicit ProcfsProcessMetricReader(QString procRoot = QStringLiteral("/proc"),
-                                       QStringList applicationDataDirectories = {});
+                                       QStringList applicationDataDirectories = {},
+                                       std::optional<QString> homeDirectory = std::nullopt);
 
     std::vector<RawProcessMetric> readMetrics(TimePoint now) override;
 
+    // Processes whose files are open now, and the most that may be.
+    std::size_t keptProcessCount() const { return m_kept.size(); }
+    std::size_t keptProcessCapacity() const { return m_keptCapacity; }
+
 private:
+    struct KeptProcess {
+        ProcPidDirectory directory;
+        unsigned long long startTicks = 0;
+        unsigned tick = 0; // the last tick that read it
+    };
+
     std::optional<RawProcessMetric> readProcess(pid_t pid, long long bootTimeSeconds,
                                                 TimePoint now);
+    std::optional<RawProcessMetric> readOpenProcess(ProcPidDirectory &directory, pid_t pid,
+                                                    uid_t owner, long long bootTimeSeconds,
+                                                    TimePoint now, bool keep,
+                                                    unsigned long long &startTicks);
+    // Closes half of the kept processes and keeps no more than that from now on.
+    void relieveDescriptorShortage();
 
     QByteArray m_procRoot;
     QByteArray m_pidPath; // reused for every pid: "<procRoot>/<pid>"
@@ -42,13 +70,12 @@ private:
     long m_clockTicksPerSecond;
     std::uint64_t m_pageSize;
     DesktopApplicationIdentities m_applications;
-    std::optional<ServiceManagerIdentity> m_serviceManager;
+    QStringList m_accountDirectories; // the home and its parent
+    std::unordered_map<pid_t, KeptProcess> m_kept;
+    std::size_t m_keptCapacity = 0;
+    unsigned m_tick = 0;
 };
 
-// The executable path without the " (deleted)" that marks a replaced binary.
-QString executablePathShown(const QString &executablePath);
-
-// The process's short name: its comm, unless the kernel cut a longer
-// executable name to 15 bytes, or the comm is empty; then the executable's
-// last path component.
-QString processDisplayName(const QString &comm, const QString &executablePath);
+// The current user's home directory from the password database, with its
+// links resolved; nothing when it cannot be found.
+std::optional<QString> currentUserHomeDirectory();

@@ -4,9 +4,14 @@
 #include "platform/PlatformFactory.h"
 #include "platform/TerminalLauncher.h"
 #include "presentation/app/DashboardCommandLine.h"
+#include "presentation/shell/DashboardShell.h"
+#include "presentation/shell/DashboardSidebar.h"
 #include "presentation/shell/DashboardWindow.h"
+#include "presentation/tray/KilnWardenMenuBarItem.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QScreen>
 
 #include <algorithm>
@@ -41,13 +46,25 @@ KilnWardenApplication::KilnWardenApplication(std::unique_ptr<DashboardStore> sto
 
 KilnWardenApplication::~KilnWardenApplication()
 {
-    // The window reads the store: it goes first.
+    // The window and the menu bar item read the store: they go first.
+    delete m_menuBarItem;
+    m_menuBarItem = nullptr;
     delete m_window;
     m_window = nullptr;
 }
 
 void KilnWardenApplication::launch()
 {
+    if (!m_menuBarItem) {
+        m_menuBarItem = new KilnWardenMenuBarItem(*m_store);
+        connect(m_menuBarItem, &KilnWardenMenuBarItem::openDashboardRequested, this,
+                &KilnWardenApplication::showDashboardWindow);
+        // Queued: the panel's click finishes before the event loop ends.
+        connect(m_menuBarItem, &KilnWardenMenuBarItem::quitRequested, QCoreApplication::instance(),
+                &QCoreApplication::quit, Qt::QueuedConnection);
+        connect(m_menuBarItem, &KilnWardenMenuBarItem::trayAvailabilityChanged, this,
+                &KilnWardenApplication::updateBrandAffordance);
+    }
     m_store->startMonitoring();
     showDashboardWindow();
 }
@@ -72,6 +89,9 @@ void KilnWardenApplication::showDashboardWindow()
     if (!m_window) {
         m_window = new DashboardWindow(*m_store, parseDashboardPage(m_arguments),
                                        [] { startUserTerminal(); });
+        connect(m_window->shell()->sidebar(), &DashboardSidebar::brandActivated, this,
+                &KilnWardenApplication::openPanelFromDashboard);
+        updateBrandAffordance();
         const QSize size = initialWindowSize().toSize();
         m_window->resize(size);
         if (const QScreen *screen = QGuiApplication::primaryScreen()) {
@@ -84,4 +104,25 @@ void KilnWardenApplication::showDashboardWindow()
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
+}
+
+void KilnWardenApplication::openPanelFromDashboard()
+{
+    if (!m_menuBarItem || m_menuBarItem->isTrayAvailable() || !m_window)
+        return;
+    const QWidget *brand = m_window->shell()->sidebar()->brandBlock();
+    // Under the mark and the name, not under the block's empty margins.
+    const QRect content = brand->layout() ? brand->layout()->contentsRect() : brand->rect();
+    m_menuBarItem->openPanelAt(QRect(brand->mapToGlobal(content.topLeft()), content.size()),
+                               MenuBarPanelAlignment::leading);
+}
+
+void KilnWardenApplication::updateBrandAffordance()
+{
+    if (!m_window)
+        return;
+    // Without a tray the brand block is the way to the panel, and looks it.
+    const bool opensPanel = m_menuBarItem && !m_menuBarItem->isTrayAvailable();
+    m_window->shell()->sidebar()->brandBlock()->setCursor(opensPanel ? Qt::PointingHandCursor
+                                                                     : Qt::ArrowCursor);
 }

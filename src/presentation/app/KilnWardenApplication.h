@@ -11,11 +11,15 @@
 
 class DashboardStore;
 class DashboardWindow;
+class KilnWardenMenuBarItem;
 
 // The program's composition root and what stands for an application delegate:
 // it builds the one store on the concrete probes, starts monitoring, shows
-// the dashboard window (creating it once), and stops monitoring when the
-// application quits. It holds no diagnosis logic.
+// the dashboard window (creating it once), hosts the menu bar item, and stops
+// monitoring when the application quits. It holds no diagnosis logic.
+//
+// The menu bar item is a tray icon. On a desktop without a tray (or after the
+// tray went away) the sidebar's brand block opens the same panel instead.
 class KilnWardenApplication final : public QObject {
     Q_OBJECT
 
@@ -27,7 +31,8 @@ public:
                           QObject *parent = nullptr);
     ~KilnWardenApplication() override;
 
-    // Starts monitoring and shows the window: what a launch does.
+    // Puts up the menu bar item, starts monitoring and shows the window: what
+    // a launch does.
     void launch();
     // The one way to show the window: creates it on first use, then brings it
     // to the front with its size, place and page as the user left them.
@@ -37,11 +42,18 @@ public:
 
     DashboardStore &store() const { return *m_store; }
     DashboardWindow *dashboardWindow() const { return m_window; }
+    // Null until launch.
+    KilnWardenMenuBarItem *menuBarItem() const { return m_menuBarItem; }
+    // Opens the panel under the sidebar's brand block; only without a tray.
+    void openPanelFromDashboard();
     // The content size the window gets when it is first created.
     QSizeF initialWindowSize() const;
 
 private:
+    void updateBrandAffordance();
+
     std::unique_ptr<DashboardStore> m_store;
     QStringList m_arguments;
     DashboardWindow *m_window = nullptr;
+    KilnWardenMenuBarItem *m_menuBarItem = nullptr;
 };

@@ -16,18 +16,6 @@ QString pidText(pid_t pid)
 
 } // namespace
 
-long long wholePercent(double percent)
-{
-    if (!std::isfinite(percent))
-        return 0;
-    return std::llround(std::clamp(percent, -1e15, 1e15));
-}
-
-QString wholePercentText(double percent)
-{
-    return QString::number(wholePercent(percent)) + QLatin1Char('%');
-}
-
 QString resourceImpactLabel(ResourceImpact impact)
 {
     switch (impact) {
@@ -91,8 +79,8 @@ QString sourceRowAccessibleLabel(const DashboardTask &task)
 {
     return kwText("负载来源 %1，主要进程 %2，PID %3，主要进程 CPU %4%，来源合计 %5%")
         .arg(task.application, task.targetProcess.name, pidText(task.targetProcess.pid),
-             QString::number(wholePercent(task.targetProcess.cpu)),
-             QString::number(wholePercent(task.cpu)));
+             QString::number(roundedWholeNumber(task.targetProcess.cpu)),
+             QString::number(roundedWholeNumber(task.cpu)));
 }
 
 QString sourceListEmptyTitle(bool hasSample, ProcessListScope scope)
@@ -137,7 +125,7 @@ QString processNodeDetailLine(const DashboardProcessNode &node, const QString &r
 
 QString processNodeAccessibleLabel(const DashboardProcessNode &node, const QString &roleLabel)
 {
-    const QString cpu = QString::number(wholePercent(node.cpu));
+    const QString cpu = QString::number(roundedWholeNumber(node.cpu));
     const QString impact = resourceImpactLabel(node.energyImpact);
     if (node.isTarget) {
         return kwText("%1，主要负载进程，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7")
@@ -181,7 +169,7 @@ QString processScopeDetail(const DashboardProcessNode *process)
     if (!process)
         return kwText("等待进程采样");
     return kwText("CPU %1% · 内存 %2 · 磁盘 %3 · 持续 %4")
-        .arg(QString::number(wholePercent(process->cpu)), process->memory, process->disk,
+        .arg(QString::number(roundedWholeNumber(process->cpu)), process->memory, process->disk,
              process->duration);
 }
 
@@ -190,7 +178,7 @@ QString sourceScopeDetail(const DashboardTask *task)
     if (!task)
         return kwText("等待负载来源采样");
     return kwText("%1 合计 CPU %2% · %3 个关联进程")
-        .arg(task->application, QString::number(wholePercent(task->cpu)),
+        .arg(task->application, QString::number(roundedWholeNumber(task->cpu)),
              QString::number(task->relatedProcessCount));
 }
 

@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardModel.h"
 #include "presentation/diagnosis/SourceSearch.h"
+#include "presentation/kit/WholeNumberText.h"
 #include "sampling/SystemMetricSample.h"
 
 #include <QRgb>
@@ -14,10 +15,8 @@
 // workspace, one function per text, from the store's values. Pure: they
 // format, they never work out load, rank or state.
 
-// A percentage rounded to a whole number, halves away from zero; a value that
-// is not finite reads as 0, an absurd one is bounded so rounding stays defined.
-long long wholePercent(double percent);
-QString wholePercentText(double percent); // "42%"
+// Percentages are rounded by the kit's whole-number texts (roundedWholeNumber,
+// wholePercentText), as on every page.
 
 // "高", "中", "低", and the colour of the level.
 QString resourceImpactLabel(ResourceImpact impact);

@@ -200,7 +200,7 @@ void ProcessOperationPanel::refresh(const DashboardTask *task, const DashboardPr
         m_role->setText(selected->roleLabel());
         m_processFacts->setText(kwText("PID %1 · CPU %2% · 内存 %3 · 磁盘 %4 · %5")
                                     .arg(QString::number(selected->pid),
-                                         QString::number(wholePercent(selected->cpu)),
+                                         QString::number(roundedWholeNumber(selected->cpu)),
                                          selected->memory, selected->disk, selected->duration));
         // The name takes what it needs and the badge follows it; only a name
         // longer than the line is cut.

@@ -46,6 +46,14 @@ QColor accentColor(KilnWardenMarkPalette palette, bool marked, const QColor &tem
 
 } // namespace
 
+KilnWardenMarkColors kilnWardenMarkColors(KilnWardenMarkPalette palette,
+                                          const QColor &templateColor)
+{
+    return {bracketColor(palette, templateColor), accentColor(palette, false, templateColor),
+            accentColor(palette, true, templateColor), accentColor(palette, false, templateColor),
+            accentColor(palette, true, templateColor)};
+}
+
 QPainterPath KilnWardenMarkGeometry::brackets()
 {
     struct Corner {
@@ -117,15 +125,16 @@ void paintKilnWardenMark(QPainter &painter, const QRectF &canvas, KilnWardenMark
     painter.scale(side / 100.0, side / 100.0);
     painter.setBrush(Qt::NoBrush);
 
-    QPen bracketPen(bracketColor(palette, templateColor), 7.0, Qt::SolidLine, Qt::RoundCap,
-                    Qt::RoundJoin);
+    QPen bracketPen(bracketColor(palette, templateColor), KilnWardenMarkGeometry::bracketLineWidth,
+                    Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     bracketPen.setMiterLimit(10.0);
     painter.setPen(bracketPen);
     painter.drawPath(KilnWardenMarkGeometry::brackets());
 
     for (int segment = 0; segment < 3; ++segment) {
-        QPen pulsePen(accentColor(palette, segment == 1, templateColor), 6.0, Qt::SolidLine,
-                      Qt::RoundCap, Qt::RoundJoin);
+        QPen pulsePen(accentColor(palette, segment == 1, templateColor),
+                      KilnWardenMarkGeometry::pulseLineWidth, Qt::SolidLine, Qt::RoundCap,
+                      Qt::RoundJoin);
         pulsePen.setMiterLimit(10.0);
         painter.setPen(pulsePen);
         painter.drawPath(KilnWardenMarkGeometry::pulseSegment(segment));
@@ -150,16 +159,18 @@ QImage kilnWardenApplicationIconImage(int pixelSize)
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
+    using Geometry = KilnWardenApplicationIconGeometry;
     // A tile keeps the dark brackets legible on dark panels and menus.
-    const double inset = size * 0.04;
+    const double inset = size * Geometry::tileInset;
     const QRectF tile(inset, inset, size - 2 * inset, size - 2 * inset);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor::fromRgb(DashboardPalette::white));
-    painter.drawRoundedRect(tile, size * 0.22, size * 0.22);
-    const double markInset = size * 0.14;
+    painter.drawRoundedRect(tile, size * Geometry::tileCornerRadius,
+                            size * Geometry::tileCornerRadius);
+    const double markInset = size * Geometry::markInset;
     paintKilnWardenMark(painter,
                         QRectF(markInset, markInset, size - 2 * markInset, size - 2 * markInset),
-                        KilnWardenMarkPalette::fullColor, size >= 24);
+                        KilnWardenMarkPalette::fullColor, size >= Geometry::smallestSizeWithBars);
     return image;
 }
 

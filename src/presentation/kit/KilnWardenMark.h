@@ -24,6 +24,31 @@ struct KilnWardenMarkGeometry {
     static QPainterPath pulseSegment(int index); // 0, 1, 2
     static QRectF loadBar(int index);            // 0..4
     static constexpr int markedBarIndex = 3;
+    static constexpr double bracketLineWidth = 7.0;
+    static constexpr double pulseLineWidth = 6.0;
+};
+
+// The colours of the mark's parts in a palette (the template colour is the
+// template palette's only one).
+struct KilnWardenMarkColors {
+    QColor brackets;
+    QColor pulse;       // segments 1 and 3
+    QColor pulseMarked; // segment 2
+    QColor bar;
+    QColor barMarked;
+};
+KilnWardenMarkColors kilnWardenMarkColors(KilnWardenMarkPalette palette,
+                                          const QColor &templateColor = Qt::black);
+
+// The application icon's layout, in fractions of its side: a white tile with
+// rounded corners, slightly inset, and the full-colour mark inside it; the
+// bars show from `smallestSizeWithBars` pixels up. The pixel icons and the
+// icon theme's SVG are both drawn from these.
+struct KilnWardenApplicationIconGeometry {
+    static constexpr double tileInset = 0.04;
+    static constexpr double tileCornerRadius = 0.22;
+    static constexpr double markInset = 0.14;
+    static constexpr int smallestSizeWithBars = 24;
 };
 
 // The application's icon: the full-colour mark with its bars on a white

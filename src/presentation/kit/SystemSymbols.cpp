@@ -1,16 +1,20 @@
 #include "presentation/kit/SystemSymbols.h"
 
 #include "presentation/kit/DashboardLayoutEnvironment.h"
+#include "presentation/kit/SystemSymbolGlyphs.h"
 
+#include <QHash>
+#include <QMutex>
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
 
-// Stroke width in a 24-unit design square, by weight.
-double strokeWidth(SymbolWeight weight)
+// Line width in the 24-unit design square, by weight.
+double weightStroke(SymbolWeight weight)
 {
     switch (weight) {
     case SymbolWeight::medium:
@@ -25,53 +29,107 @@ double strokeWidth(SymbolWeight weight)
     return 1.7;
 }
 
-void paintPlaceholder(QPainter &painter, double stroke)
+// Small glyphs get an optical size, as type does: below about 14 pixels a
+// regular line of the design width falls under one device pixel and fades to
+// grey, so lines are held near one pixel, up to 40 % wider than designed
+// (beyond that a glyph's own gaps close up). Heavier weights already reach a
+// pixel sooner, so at the smallest sizes the weights draw alike, as hinted
+// type does. Widths are kept to a tenth of a unit so that the outline cache
+// stays small.
+double strokeFor(SymbolWeight weight, double devicePixelsPerUnit)
 {
-    painter.drawEllipse(QPointF(12, 12), 9, 9);
-    painter.save();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(painter.pen().color());
-    painter.drawEllipse(QPointF(12, 12), stroke, stroke);
-    painter.restore();
+    constexpr double minimumPixels = 0.95;
+    const double design = weightStroke(weight);
+    const double wanted = std::clamp(minimumPixels / devicePixelsPerUnit, design, 1.4 * design);
+    return std::round(wanted * 10.0) / 10.0;
+}
+
+// Outlines are built once per name and line width: the path operations are
+// far dearer than filling the result. Painting happens on the GUI thread, but
+// pixmaps may be made elsewhere, hence the lock.
+QPainterPath glyphOutline(const QString &name, double stroke)
+{
+    static QMutex mutex;
+    static QHash<QString, QPainterPath> cache;
+    const auto entries = symbolGlyphTable();
+    const auto entry = std::find_if(entries.begin(), entries.end(), [&](const auto &candidate) {
+        return name == QLatin1String(candidate.name);
+    });
+    const QString key = (entry == entries.end() ? QStringLiteral("?") : name) + QLatin1Char('|') +
+                        QString::number(std::lround(stroke * 10.0));
+    const QMutexLocker lock(&mutex);
+    const auto cached = cache.constFind(key);
+    if (cached != cache.constEnd())
+        return *cached;
+    SymbolGlyphBuilder builder(stroke);
+    if (entry == entries.end())
+        drawPlaceholderGlyph(builder);
+    else
+        entry->draw(builder);
+    return *cache.insert(key, builder.result());
 }
 
 } // namespace
 
 QStringList systemSymbolNames()
 {
-    return {};
+    QStringList names;
+    for (const SymbolGlyphEntry &entry : symbolGlyphTable())
+        names.append(QLatin1String(entry.name));
+    return names;
 }
 
 bool hasSystemSymbol(const QString &name)
 {
-    return systemSymbolNames().contains(name);
+    const auto entries = symbolGlyphTable();
+    return std::any_of(entries.begin(), entries.end(), [&](const SymbolGlyphEntry &entry) {
+        return name == QLatin1String(entry.name);
+    });
 }
 
 void paintSystemSymbol(QPainter &painter, const QString &name, const QRectF &box,
                        const QColor &color, SymbolWeight weight)
 {
-    Q_UNUSED(name);
     const double side = std::min(box.width(), box.height());
-    if (!(side > 0.0))
+    if (!painter.isActive() || !(side > 0.0) || !std::isfinite(side) ||
+        !std::isfinite(box.center().x()) || !std::isfinite(box.center().y()))
         return;
+    const QTransform &device = painter.deviceTransform();
+    const double deviceScale = std::sqrt(std::abs(device.determinant()));
+    const double pixelsPerUnit = side / 24.0 * (deviceScale > 0.0 ? deviceScale : 1.0);
+    const QPainterPath outline = glyphOutline(name, strokeFor(weight, pixelsPerUnit));
+    const double scale = side / (24.0 * SymbolGlyphBuilder::unitsPerDesignUnit);
+    QPointF origin(box.center().x() - side / 2.0, box.center().y() - side / 2.0);
+    // On an upright painter the glyph starts on a whole device pixel, so one
+    // glyph at one size has the same pixels wherever it is drawn (no blurred
+    // copy in a box that happens to start half-way into a pixel).
+    if (device.type() <= QTransform::TxScale && deviceScale > 0.0) {
+        const QPointF onDevice = device.map(origin);
+        origin = device.inverted().map(QPointF(std::round(onDevice.x()), std::round(onDevice.y())));
+    }
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(box.center().x() - side / 2.0, box.center().y() - side / 2.0);
-    painter.scale(side / 24.0, side / 24.0);
-    QPen pen(color, strokeWidth(weight), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-    painter.setPen(pen);
-    painter.setBrush(Qt::NoBrush);
-    paintPlaceholder(painter, strokeWidth(weight));
+    painter.translate(origin);
+    painter.scale(scale, scale);
+    painter.fillPath(outline, color);
     painter.restore();
 }
 
 QPixmap systemSymbolPixmap(const QString &name, double size, const QColor &color,
                            SymbolWeight weight, qreal devicePixelRatio)
 {
-    const int pixels = std::max(1, static_cast<int>(std::ceil(size * devicePixelRatio)));
+    // An absurd size or ratio gives a small empty pixmap, never a huge one.
+    constexpr double largestPixels = 1024.0;
+    if (!(devicePixelRatio > 0.0) || !std::isfinite(devicePixelRatio))
+        devicePixelRatio = 1.0;
+    const double wanted = size * devicePixelRatio;
+    const bool drawable = wanted > 0.0 && wanted <= largestPixels;
+    const int pixels = drawable ? std::max(1, static_cast<int>(std::ceil(wanted))) : 1;
     QPixmap pixmap(pixels, pixels);
     pixmap.setDevicePixelRatio(devicePixelRatio);
     pixmap.fill(Qt::transparent);
+    if (!drawable)
+        return pixmap;
     QPainter painter(&pixmap);
     paintSystemSymbol(painter, name, QRectF(0, 0, size, size), color, weight);
     return pixmap;
@@ -138,7 +196,9 @@ void SymbolView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const double side = std::min({effectiveGlyphSize(), double(width()), double(height())});
-    const QRectF box(rect().center().x() + 0.5 - side / 2.0, rect().center().y() + 0.5 - side / 2.0,
-                     side, side);
+    // Centred on whole pixels, so that lines on the design grid fall the same
+    // way in every view of one size.
+    const QRectF box(std::round((width() - side) / 2.0), std::round((height() - side) / 2.0), side,
+                     side);
     paintSystemSymbol(painter, m_name, box, m_color, m_weight);
 }

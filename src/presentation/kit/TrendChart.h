@@ -1,6 +1,9 @@
 #pragma once
 
+#include "presentation/kit/DashboardLayoutEnvironment.h"
+
 #include <QColor>
+#include <QFont>
 #include <QPainterPath>
 #include <QPointF>
 #include <QString>
@@ -26,7 +29,8 @@ struct TrendChartArea {
     // The area is filled from this y value (the plot's lower bound, or a base
     // value) up to the curve.
     double baseValue = 0.0;
-    // Vertical gradient of the series colour, top to bottom of the area.
+    // Vertical gradient of the series colour from the top of the plot to its
+    // bottom (not of the area's own bounds), so equal heights look alike.
     double topOpacity = 0.18;
     double bottomOpacity = 0.01;
 
@@ -34,15 +38,23 @@ struct TrendChartArea {
 };
 
 struct TrendChartSeries {
-    QString name;                // for accessibility and the mark's description
-    std::vector<QPointF> points; // x ascending; only points that have a value
+    QString name; // for accessibility and the mark's description
+    // x ascending; only points that have a value. One point draws only its
+    // mark: neither line nor area.
+    std::vector<QPointF> points;
     QColor color;
     double lineWidth = 2.4;
     bool drawsLine = true;
+    // Round caps and joins on the line (butt caps and miter joins otherwise).
+    bool roundCapsAndJoins = false;
     std::optional<TrendChartArea> area;
     // The last point's mark, as a symbol area in square pixels (a mark of
     // area A is a filled circle of diameter 2·sqrt(A/π)); absent for none.
     std::optional<double> lastPointMarkArea;
+    // How the accessible value reads the last point: "<name> <value><unit>",
+    // the value with this many fraction digits in the user's locale.
+    QString valueUnit;
+    int valueFractionDigits = 0;
 
     bool operator==(const TrendChartSeries &) const = default;
 };
@@ -54,6 +66,9 @@ struct TrendChartAxisLabel {
     bool operator==(const TrendChartAxisLabel &) const = default;
 };
 
+// Where the vertical axis's labels stand beside the plot.
+enum class TrendChartLabelEdge { leading, trailing };
+
 struct TrendChartAxis {
     double lowerBound = 0.0;
     double upperBound = 100.0;
@@ -62,6 +77,8 @@ struct TrendChartAxis {
     bool showsGridLines = false;
     QColor gridColor;
     double gridWidth = 1.0;
+    // Vertical axis only; the horizontal axis's labels stand under the plot.
+    TrendChartLabelEdge labelEdge = TrendChartLabelEdge::trailing;
 
     bool operator==(const TrendChartAxis &) const = default;
 };
@@ -74,6 +91,7 @@ struct TrendChartStyle {
     QString emptyText;   // shown centred when every series is empty
     QString emptySymbol; // optional system symbol above the empty text
     double emptyFontSize = 12.0;
+    double emptySymbolSize = 18.0; // glyph size, scaled with the window like a font
     QColor emptyColor;
     double tension = 0.5;
 
@@ -90,7 +108,11 @@ struct TrendChartContent {
     bool isEmpty() const;
 };
 
-class TrendChart : public QWidget {
+// The chart repaints when its content or size changes (or the window's
+// typography scale, through applyLayout); the mapped curves are kept between
+// repaints. Its accessible value reads the last value of every series that has
+// one ("CPU 42%，温度 71°C"), or the empty text while there is no data.
+class TrendChart : public QWidget, public DashboardLayoutAware {
     Q_OBJECT
 
 public:
@@ -100,17 +122,46 @@ public:
     void setContent(TrendChartContent content);
     const TrendChartContent &content() const { return m_content; }
 
-    // The plot rectangle within the widget (the widget minus the axis labels);
-    // values map into it linearly, clamped to the domains' bounds.
+    // The plot rectangle within the widget (the widget minus the axis labels):
+    // the rounded background, and the bounds of everything but the labels.
     QRectF plotRect() const;
+    // Values map linearly into the plot rectangle less a margin that keeps the
+    // last-point marks and the line's width whole at its edges, clamped to the
+    // domains' bounds.
+    QRectF valueRect() const;
     QPointF mapToPlot(QPointF value) const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+    void applyLayout(const DashboardLayoutMetrics &layout) override;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    struct SeriesGeometry {
+        QPainterPath line;
+        QPainterPath area;
+        std::optional<QPointF> mark;
+    };
+    // What one size, font and content give; rebuilt when any of them changes.
+    struct ChartGeometry {
+        bool valid = false;
+        QSize size;
+        QFont labelFont;
+        QRectF plot;
+        QRectF values;
+        std::vector<SeriesGeometry> series;
+    };
+
+    const ChartGeometry &chartGeometry() const;
+    QPointF mapInto(const QRectF &values, QPointF value) const;
+    void paintEmptyOverlay(QPainter &painter, const QRectF &plot) const;
+    void invalidateGeometry();
+    void updateAccessibleValue();
+
     TrendChartContent m_content;
+    mutable ChartGeometry m_geometry;
 };

@@ -1,23 +1,25 @@
-// Which widget shows which section. Each page's own folder adds its case here.
-#include "presentation/shell/DashboardPage.h"
-
+// Which widget shows which section: the one place that knows.
 #include "presentation/diagnosis/LiveDiagnosisPage.h"
+#include "presentation/hardware/HardwareMonitorView.h"
+#include "presentation/history/EventHistoryPage.h"
+#include "presentation/overview/OverviewDashboardView.h"
+#include "presentation/settings/SettingsPage.h"
+#include "presentation/shell/DashboardPage.h"
 
 DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &store,
                                    const DashboardPageActions &actions, QWidget *parent)
 {
-    Q_UNUSED(store);
-    Q_UNUSED(actions);
     switch (section) {
+    case DashboardSection::overview:
+        return new OverviewDashboardView(store, actions, parent);
     case DashboardSection::liveDiagnosis:
         return new LiveDiagnosisPage(store, actions, parent);
-    case DashboardSection::overview:
     case DashboardSection::hardwareMonitor:
+        return new HardwareMonitorView(store, parent);
     case DashboardSection::eventHistory:
+        return new EventHistoryPage(store, actions, parent);
     case DashboardSection::settings:
         break;
     }
-    // Until a section has its page, its place holds the page container alone,
-    // with the section's identifier and title: no made-up content.
-    return new DashboardPage(section, parent);
+    return new SettingsPage(store, parent);
 }

@@ -2,6 +2,7 @@
 
 #include "presentation/shell/DashboardWindow.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDeadlineTimer>
 
@@ -14,12 +15,19 @@ void settleEvents(int milliseconds)
     } while (!deadline.hasExpired());
 }
 
-QImage renderDashboardSnapshot(DashboardStore &store, DashboardSection section, QSize size)
+QImage renderDashboardSnapshot(DashboardStore &store, DashboardSection section, QSize size,
+                               const QString &press)
 {
     DashboardWindow window(store, section, [] {});
     window.resize(size);
     window.show();
     settleEvents();
+    if (!press.isEmpty()) {
+        if (auto *button = window.findChild<QAbstractButton *>(press)) {
+            button->click();
+            settleEvents();
+        }
+    }
     const QImage image = window.grab().toImage();
     window.hide();
     return image;

@@ -4,7 +4,11 @@
 //
 //   kilnwarden-snapshot [--out DIR] [--source scripted|empty|live]
 //                       [--live-seconds N] [--pages overview,settings,...]
-//                       [--sizes 960x640,1200x800,1440x900]
+//                       [--press hardware-tab-cpu]
+//                       [--sizes 960x640,1200x800,1440x900] [--panels]
+//
+// `--panels` renders the tray panel instead of the pages: every state of the
+// menu bar, light and dark side by side, into one picture.
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
@@ -13,6 +17,7 @@
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/snapshot/DashboardSnapshot.h"
+#include "presentation/snapshot/MenuBarPanelGallery.h"
 #include "presentation/snapshot/ScriptedStore.h"
 
 #include <QApplication>
@@ -53,6 +58,8 @@ int main(int argc, char **argv)
     const QStringList sizeNames = valueAfter(arguments, QStringLiteral("--sizes"),
                                              QStringLiteral("960x640,1200x800,1440x900"))
                                       .split(QLatin1Char(','), Qt::SkipEmptyParts);
+    // A button to click before each picture (a tab, say), by its identifier.
+    const QString press = valueAfter(arguments, QStringLiteral("--press"), QString());
     QDir().mkpath(outDirectory);
 
     std::unique_ptr<ScriptedStore> scripted;
@@ -75,6 +82,26 @@ int main(int argc, char **argv)
         store = &scripted->store();
     }
 
+    if (arguments.contains(QStringLiteral("--panels"))) {
+        const QString path = QStringLiteral("%1/%2-menubar-panels.png").arg(outDirectory, source);
+        const QImage gallery = renderMenuBarPanelGallery(menuBarPanelGalleryEntries(*store));
+        if (live)
+            live->stopMonitoring();
+        if (!gallery.save(path)) {
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+            return 1;
+        }
+        std::printf("%s\n", qPrintable(path));
+        const QString iconPath =
+            QStringLiteral("%1/%2-menubar-icons.png").arg(outDirectory, source);
+        if (!renderMenuBarIconGallery().save(iconPath)) {
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(iconPath));
+            return 1;
+        }
+        std::printf("%s\n", qPrintable(iconPath));
+        return 0;
+    }
+
     int written = 0;
     for (const QString &pageName : pageNames) {
         const std::optional<DashboardSection> section = dashboardSectionFromText(pageName);
@@ -91,9 +118,10 @@ int main(int argc, char **argv)
             const QSize size(parts[0].toInt(), parts[1].toInt());
             QElapsedTimer timer;
             timer.start();
-            const QImage image = renderDashboardSnapshot(*store, *section, size);
-            const QString path =
-                QStringLiteral("%1/%2-%3-%4.png").arg(outDirectory, source, pageName, sizeName);
+            const QImage image = renderDashboardSnapshot(*store, *section, size, press);
+            const QString pressed = press.isEmpty() ? QString() : QLatin1Char('-') + press;
+            const QString path = QStringLiteral("%1/%2-%3%4-%5.png")
+                                     .arg(outDirectory, source, pageName, pressed, sizeName);
             if (!image.save(path)) {
                 std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
                 return 1;

@@ -188,52 +188,47 @@ TEST(DesktopApplicationIdentitiesTest, CgroupAnswersAreSharedAcrossTicks)
     const QByteArray firefox = "0::/user.slice/app.slice/app-gnome-firefox-99.scope\n";
     const QByteArray session = "0::/user.slice/session-2.scope\n";
 
-    const auto first = identities.identityForCgroup(firefox);
-    ASSERT_TRUE(first);
-    EXPECT_EQ(first->applicationName, QStringLiteral("Firefox Web Browser"));
-    EXPECT_EQ(identities.identityForCgroup(session), std::nullopt);
+    const ControlGroupFacts first = identities.factsForCgroup(firefox);
+    ASSERT_TRUE(first.application);
+    EXPECT_EQ(first.application->applicationName, QStringLiteral("Firefox Web Browser"));
+    EXPECT_EQ(first.path, QStringLiteral("/user.slice/app.slice/app-gnome-firefox-99.scope"));
+    EXPECT_EQ(identities.factsForCgroup(session).application, std::nullopt);
     identities.finishTick();
 
     // The next tick hands out the very same strings, not equal copies.
-    const auto second = identities.identityForCgroup(firefox);
-    ASSERT_TRUE(second);
-    EXPECT_EQ(second->applicationPath.constData(), first->applicationPath.constData());
-    EXPECT_EQ(second->applicationName.constData(), first->applicationName.constData());
+    const ControlGroupFacts second = identities.factsForCgroup(firefox);
+    ASSERT_TRUE(second.application);
+    EXPECT_EQ(second.application->applicationPath.constData(),
+              first.application->applicationPath.constData());
+    EXPECT_EQ(second.path.constData(), first.path.constData());
     identities.finishTick();
     identities.finishTick(); // a tick without the process
-    const auto later = identities.identityForCgroup(firefox);
-    ASSERT_TRUE(later); // parsed again, same answer, still one shared entry per ID
-    EXPECT_EQ(later->applicationPath.constData(), first->applicationPath.constData());
+    const ControlGroupFacts later = identities.factsForCgroup(firefox);
+    ASSERT_TRUE(later.application); // parsed again, same answer, still one entry per ID
+    EXPECT_EQ(later.application->applicationPath.constData(),
+              first.application->applicationPath.constData());
 }
 
-TEST(ServiceManagerRecognitionTest, MatchesPidOneAndItsExecutable)
+TEST(ServiceManagerRecognitionTest, KnowsTheUsersServiceManagerByItsCgroupOnly)
 {
-    const ServiceManagerIdentity byPath{QStringLiteral("/usr/lib/systemd/systemd"), {}};
-    EXPECT_TRUE(byPath.matches(1, QStringLiteral("/anything"), QStringLiteral("x")));
-    EXPECT_TRUE(
-        byPath.matches(900, QStringLiteral("/usr/lib/systemd/systemd"), QStringLiteral("systemd")));
-    EXPECT_TRUE(byPath.matches(900, QStringLiteral("/usr/lib/systemd/systemd (deleted)"), {}));
-    EXPECT_FALSE(byPath.matches(900, QStringLiteral("/usr/bin/bash"), QStringLiteral("systemd")));
-
-    const ServiceManagerIdentity byName{std::nullopt, QStringLiteral("systemd")};
-    EXPECT_TRUE(byName.matches(900, QStringLiteral("/x/systemd"), QStringLiteral("systemd")));
-    EXPECT_FALSE(byName.matches(900, QStringLiteral("/x/systemd"), QStringLiteral("bash")));
-    EXPECT_FALSE(ServiceManagerIdentity{}.matches(900, {}, {}));
-
-    EXPECT_EQ(firstArgument("/sbin/init\0splash\0"sv), QByteArray("/sbin/init"));
-    EXPECT_EQ(firstArgument("\0x\0"sv), std::nullopt);
-    EXPECT_EQ(firstArgument(""sv), std::nullopt);
-}
-
-TEST(ServiceManagerRecognitionTest, ReadsPidOneOfThisMachine)
-{
-    // Whatever runs as pid 1 here, it is recognised by itself.
-    const ServiceManagerIdentity identity = readServiceManagerIdentity("/proc");
-    EXPECT_TRUE(identity.executablePath || !identity.name.isEmpty());
-    if (identity.executablePath)
-        EXPECT_TRUE(identity.executablePath->startsWith(QLatin1Char('/')));
-    const ServiceManagerIdentity missing = readServiceManagerIdentity("/nonexistent-proc");
-    EXPECT_EQ(missing, ServiceManagerIdentity{});
+    struct Row {
+        const char *path;
+        bool expected;
+    };
+    const Row rows[] = {
+        {"/user.slice/user-1000.slice/user@1000.service/init.scope", true},
+        {"/user.slice/user@0.service/init.scope", true},
+        {"/init.scope", false}, // the system manager: pid 1 already
+        {"/user.slice/user-1000.slice/user@1000.service/app.slice/init.scope", false},
+        {"/user.slice/user-1000.slice/user@.service/init.scope", false},
+        {"/user.slice/user-1000.slice/user@10x0.service/init.scope", false},
+        {"/user.slice/user-1000.slice/user@1000.service/init.scope/child", false},
+        {"/user.slice/user-1000.slice/session-2.scope", false},
+        {"user@1000.service/init.scope", false},
+        {"", false},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(isUserServiceManagerCgroup(row.path), row.expected) << row.path;
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "platform/linux/ProcPidFiles.h"
-#include "platform/linux/ProcfsProcessMetricReader.h"
+#include "platform/linux/ProcPidStat.h"
+#include "platform/linux/ProcessName.h"
+
+#include "support/RowName.h"
 
 #include <gtest/gtest.h>
 
@@ -32,17 +35,17 @@ TEST_P(ProcPidCmdlineTest, SplitsOnNulRuns)
 
 INSTANTIATE_TEST_SUITE_P(
     Cmdlines, ProcPidCmdlineTest,
-    testing::Values(
-        CmdlineCase{"empty", ""sv, {}},
-        CmdlineCase{"only NULs", "\0\0\0"sv, {}},
-        CmdlineCase{"ordinary", "npm\0run\0dev\0"sv, {"npm", "run", "dev"}},
-        CmdlineCase{"empty arguments vanish", "make\0\0\0test\0\0"sv, {"make", "test"}},
-        CmdlineCase{"empty argv0 vanishes", "\0sh\0"sv, {"sh"}},
-        CmdlineCase{"no terminating NUL", "npm\0start"sv, {"npm", "start"}},
-        CmdlineCase{"rewritten title", "sshd: x@pts/0"sv, {"sshd: x@pts/0"}},
-        CmdlineCase{"invalid UTF-8 left out", "a\0\xff\0b\xc3\0c\0"sv, {"a", "c"}},
-        CmdlineCase{"valid UTF-8 kept", "\xe6\xb8\xa9\0caf\xc3\xa9\0"sv, {"温", "café"}},
-        CmdlineCase{"invalid last argument without NUL", "a\0\xed\xa0\x80"sv, {"a"}}));
+    testing::Values(CmdlineCase{"empty", ""sv, {}}, CmdlineCase{"only NULs", "\0\0\0"sv, {}},
+                    CmdlineCase{"ordinary", "npm\0run\0dev\0"sv, {"npm", "run", "dev"}},
+                    CmdlineCase{"empty arguments vanish", "make\0\0\0test\0\0"sv, {"make", "test"}},
+                    CmdlineCase{"empty argv0 vanishes", "\0sh\0"sv, {"sh"}},
+                    CmdlineCase{"no terminating NUL", "npm\0start"sv, {"npm", "start"}},
+                    CmdlineCase{"rewritten title", "sshd: x@pts/0"sv, {"sshd: x@pts/0"}},
+                    CmdlineCase{"invalid UTF-8 left out", "a\0\xff\0b\xc3\0c\0"sv, {"a", "c"}},
+                    CmdlineCase{
+                        "valid UTF-8 kept", "\xe6\xb8\xa9\0caf\xc3\xa9\0"sv, {"温", "café"}},
+                    CmdlineCase{"invalid last argument without NUL", "a\0\xed\xa0\x80"sv, {"a"}}),
+    RowName());
 
 struct Utf8Case {
     const char *description;
@@ -78,7 +81,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Utf8Case{"lead byte F5", "\xf5\x80\x80\x80"sv, false},
                     Utf8Case{"truncated sequence", "ab\xe2\x82"sv, false},
                     Utf8Case{"bad continuation", "\xe2\x28\xa1"sv, false},
-                    Utf8Case{"Latin-1 text", "caf\xe9"sv, false}));
+                    Utf8Case{"Latin-1 text", "caf\xe9"sv, false}),
+    RowName());
 
 struct NumberCase {
     const char *description;
@@ -91,20 +95,34 @@ void PrintTo(const NumberCase &row, std::ostream *out)
     *out << row.description;
 }
 
-class ProcPidStatmTest : public testing::TestWithParam<NumberCase> {};
-
-TEST_P(ProcPidStatmTest, ReadsResidentPages)
+TEST(ProcPidStatTest, ReadsTheFieldsAfterTheLastParenthesis)
 {
-    EXPECT_EQ(parseProcPidStatmResidentPages(GetParam().text), GetParam().expected);
-}
+    // pid (comm) state ppid pgrp session tty_nr tpgid flags minflt cminflt
+    // majflt cmajflt utime stime cutime cstime priority nice threads
+    // itrealvalue starttime vsize rss ...
+    const std::string_view line = "42 (a) b (c)) S 7 40 39 34817 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 "
+                                  "12300 10000000 321 18446744073709551615 1 1\n";
+    const std::optional<ProcPidStat> stat = parseProcPidStat(line);
+    ASSERT_TRUE(stat);
+    EXPECT_EQ(*stat,
+              (ProcPidStat{QStringLiteral("a) b (c)"), 7, 40, 39, 34817, 250, 50, 12300, 321}));
 
-INSTANTIATE_TEST_SUITE_P(Statm, ProcPidStatmTest,
-                         testing::Values(NumberCase{"full", "1000 250 100 10 0 300 0\n", 250},
-                                         NumberCase{"two fields", "1000 7", 7},
-                                         NumberCase{"one field", "1000\n", std::nullopt},
-                                         NumberCase{"empty", "", std::nullopt},
-                                         NumberCase{"junk", "1000 2x0 1", std::nullopt},
-                                         NumberCase{"negative", "1000 -5 1", std::nullopt}));
+    struct Row {
+        const char *description;
+        std::string_view text;
+    };
+    const Row malformed[] = {
+        {"no parentheses", "42 a S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 321"},
+        {"cut before rss", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1"},
+        {"negative rss", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 -3"},
+        {"negative utime", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 -250 50 0 0 20 0 1 0 12300 1 3"},
+        {"two blanks", "42 (a) S 7  40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 3"},
+        {"junk field", "42 (a) S 7 4x 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 3"},
+        {"empty", ""},
+    };
+    for (const Row &row : malformed)
+        EXPECT_EQ(parseProcPidStat(row.text), std::nullopt) << row.description;
+}
 
 class ProcPidIoTest : public testing::TestWithParam<NumberCase> {};
 
@@ -123,10 +141,11 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"cancelled writes do not pass for writes",
                    "read_bytes: 1\ncancelled_write_bytes: 5\n", std::nullopt},
         NumberCase{"no trailing newline", "write_bytes: 2\nread_bytes: 3", 5},
-        NumberCase{"sum wraps like a counter",
-                   "read_bytes: 18446744073709551615\nwrite_bytes: 2\n", 1},
+        NumberCase{"sum wraps like a counter", "read_bytes: 18446744073709551615\nwrite_bytes: 2\n",
+                   1},
         NumberCase{"malformed value", "read_bytes: lots\nwrite_bytes: 1\n", std::nullopt},
-        NumberCase{"empty", "", std::nullopt}));
+        NumberCase{"empty", "", std::nullopt}),
+    RowName());
 
 } // namespace
 
@@ -148,6 +167,11 @@ TEST(ProcessDisplayName, TheKernelsCutNameIsCompletedFromTheExecutable)
         {"kilnwarden-repo", "/usr/bin/kilnwarden-repo", "kilnwarden-repo"},
         {"", "/usr/bin/node (deleted)", "node"},
         {"memfd:sealed-91", "/memfd:sealed-91173221a7ea (deleted)", "memfd:sealed-91173221a7ea"},
+        {"two\nlines\x1b[1m", "/usr/bin/two", "two?lines?[1m"}, // the identity reader's too
+        {"",
+         "/tmp/evil\xc2\x9b"
+         "2J",
+         "evil?2J"}, // U+009B, the one-character CSI
     };
     for (const auto &row : rows)
         EXPECT_EQ(processDisplayName(row.comm, row.executable), row.expected) << row.comm;

@@ -1,11 +1,12 @@
 #include "platform/linux/ProcfsProcessMetricReader.h"
+#include "support/FixtureProcRoot.h"
 #include "support/Fixtures.h"
 #include "support/ProcessPrinting.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
-#include <QTemporaryDir>
+
+#include "support/RowName.h"
 
 #include <gtest/gtest.h>
 
@@ -15,39 +16,6 @@
 #include <unistd.h>
 
 namespace {
-
-// Copies a fixture /proc tree into a temporary directory; every "<name>.link"
-// file becomes the symbolic link <name> to the text it holds, since exe and cwd
-// are links and links are not kept in the repository.
-class FixtureProcRoot {
-public:
-    explicit FixtureProcRoot(const QString &fixture)
-    {
-        const QString source = fixturePath(fixture);
-        QDirIterator it(source, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString file = it.next();
-            const QString relative = QDir(source).relativeFilePath(file);
-            const QString target = m_directory.filePath(relative);
-            QDir().mkpath(QFileInfo(target).path());
-            if (relative.endsWith(QStringLiteral(".link"))) {
-                QFile link(file);
-                link.open(QIODevice::ReadOnly);
-                const QByteArray linkTarget = link.readAll();
-                const QByteArray linkPath = target.chopped(5).toLocal8Bit();
-                m_ok = m_ok && ::symlink(linkTarget.constData(), linkPath.constData()) == 0;
-            } else {
-                m_ok = m_ok && QFile::copy(file, target);
-            }
-        }
-    }
-    bool isReady() const { return m_ok && m_directory.isValid(); }
-    QString path() const { return m_directory.path(); }
-
-private:
-    QTemporaryDir m_directory;
-    bool m_ok = true;
-};
 
 std::map<pid_t, RawProcessMetric> readByPid(const QString &root, TimePoint now)
 {
@@ -109,29 +77,61 @@ TEST_P(ProcfsOddProcessTest, GivesACorrectRecord)
 
 INSTANTIATE_TEST_SUITE_P(
     Fixture, ProcfsOddProcessTest,
-    testing::Values(
-        OddProcessCase{"ordinary process, secret argument dropped", 100, "node", "/usr/bin/node",
-                       {"node run", QString("site")}, 12288},
-        OddProcessCase{"name with blanks and parentheses, empty arguments, cwd root", 101,
-                       "a) b (c)", "/usr/bin/make", {"make test", std::nullopt}, 12288},
-        OddProcessCase{"invalid UTF-8 arguments left out, so a later one becomes argv0; cwd back to a home folder", 107,
-                       "python3", "/usr/bin/python3.11", {"python3.11 dev", std::nullopt}, 12288},
-        OddProcessCase{"last argument without NUL, cwd with trailing slash", 108, "npm",
-                       "/usr/lib/node/npm", {"npm start", QString("site")}, 12288},
-        OddProcessCase{"empty comm falls back to the executable, no io file", 109,
-                       "server", "/opt/tools/bin/server (deleted)",
-                       {"server watch", QString("tools")}, 0},
-        OddProcessCase{"malformed io counts no traffic", 110, "io-odd", "/usr/bin/io-odd",
-                       {"io-odd", QString("tmp")}, 0},
-        OddProcessCase{"empty cmdline and no cwd", 112, "bare", "/usr/bin/bare",
-                       {"bare", std::nullopt}, 12288},
-        OddProcessCase{"newline in the name, cwd back to a home", 115, "two\nlines",
-                       "/usr/bin/two", {"two serve", std::nullopt}, 12288}));
+    testing::Values(OddProcessCase{"ordinary process, secret argument dropped",
+                                   100,
+                                   "node",
+                                   "/usr/bin/node",
+                                   {"node run", QString("site")},
+                                   12288},
+                    OddProcessCase{"name with blanks and parentheses, empty arguments, cwd root",
+                                   101,
+                                   "a) b (c)",
+                                   "/usr/bin/make",
+                                   {"make test", std::nullopt},
+                                   12288},
+                    OddProcessCase{"invalid UTF-8 arguments left out, so a later one becomes "
+                                   "argv0; cwd back to a home folder",
+                                   107,
+                                   "python3",
+                                   "/usr/bin/python3.11",
+                                   {"python3.11 dev", std::nullopt},
+                                   12288},
+                    OddProcessCase{"last argument without NUL, cwd with trailing slash",
+                                   108,
+                                   "npm",
+                                   "/usr/lib/node/npm",
+                                   {"npm start", QString("site")},
+                                   12288},
+                    OddProcessCase{"empty comm falls back to the executable, no io file",
+                                   109,
+                                   "server",
+                                   "/opt/tools/bin/server (deleted)",
+                                   {"server watch", QString("tools")},
+                                   0},
+                    OddProcessCase{"malformed io counts no traffic",
+                                   110,
+                                   "io-odd",
+                                   "/usr/bin/io-odd",
+                                   {"io-odd", QString("tmp")},
+                                   0},
+                    OddProcessCase{"empty cmdline and no cwd",
+                                   112,
+                                   "bare",
+                                   "/usr/bin/bare",
+                                   {"bare", std::nullopt},
+                                   12288},
+                    OddProcessCase{"newline in the name shown as ?, cwd back to a home",
+                                   115,
+                                   "two?lines",
+                                   "/usr/bin/two",
+                                   {"two serve", std::nullopt},
+                                   12288}),
+    RowName());
 
 TEST_F(ProcfsOddProcessTest, LeavesOutWhatCannotBeReadWhole)
 {
     // 102 truncated stat, 103 empty stat, 104 gone before reading, 105 exe
-    // link gone, 106 exe not a link, 111 truncated statm, 114 CPU time beyond
+    // link gone, 106 exe not a link, 111 stat cut before rss, 114 CPU time beyond
     // 64 bits of nanoseconds; "0", "01", "12a", "self" and "sys" are no pids.
     std::vector<pid_t> pids;
     for (const auto &entry : *s_records)
@@ -180,40 +180,44 @@ TEST(ProcfsProcessMetricReaderTest, SkipsProcessesOfOtherUsers)
     EXPECT_EQ(records.count(101), 1u);
 }
 
-TEST(ProcfsProcessMetricReaderTest, ReadsApplicationIdentityAndServiceManagers)
+TEST(ProcfsProcessMetricReaderTest, ReadsApplicationIdentityServiceManagersAndAccountHomes)
 {
     FixtureProcRoot root(QStringLiteral("procfs-odd-processes"));
     ASSERT_TRUE(root.isReady());
-    auto write = [&](const QString &relative, const QByteArray &bytes) {
-        QFile file(root.path() + QLatin1Char('/') + relative);
-        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-               file.write(bytes) == bytes.size();
-    };
-    // Pid 1 runs /usr/bin/make, as 101 does; 100 runs in Firefox's scope, 107
-    // in an application without a desktop entry, 108 in a login session.
-    ASSERT_TRUE(QDir().mkpath(root.path() + QStringLiteral("/1")));
-    const QByteArray pidOneExe = (root.path() + QStringLiteral("/1/exe")).toLocal8Bit();
-    ASSERT_EQ(::symlink("/usr/bin/make", pidOneExe.constData()), 0);
-    ASSERT_TRUE(write("100/cgroup", "0::/user.slice/user@1000.service/app.slice/"
-                                    "app-gnome-firefox-4242.scope\n"));
-    ASSERT_TRUE(write("107/cgroup", "0::/user.slice/user@1000.service/app.slice/"
-                                    "app-org.example.Editor-77.scope\n"));
-    ASSERT_TRUE(write("108/cgroup", "0::/user.slice/user-1000.slice/session-2.scope\n"));
+    // 100 runs in Firefox's scope, 107 in an application without a desktop
+    // entry, 108 in a login session, 110 is the user's own systemd (by its
+    // cgroup, whatever its executable), 101 runs what pid 1 would run.
+    ASSERT_TRUE(root.write("100/cgroup", "0::/user.slice/user@1000.service/app.slice/"
+                                         "app-gnome-firefox-4242.scope\n"));
+    ASSERT_TRUE(root.write("107/cgroup", "0::/user.slice/user@1000.service/app.slice/"
+                                         "app-org.example.Editor-77.scope\n"));
+    ASSERT_TRUE(root.write("108/cgroup", "0::/user.slice/user-1000.slice/session-2.scope\n"));
+    ASSERT_TRUE(root.write("110/cgroup", "0::/user.slice/user-1000.slice/user@1000.service/"
+                                         "init.scope\n"));
 
     const QString applications = fixturePath(QStringLiteral("xdg-desktop/usr/share"));
-    ProcfsProcessMetricReader reader(root.path(), {applications});
+    // The cwd of 100 is /home/x/work/site: with that as the home, no project.
+    ProcfsProcessMetricReader reader(root.path(), {applications},
+                                     QStringLiteral("/home/x/work/site/"));
     std::map<pid_t, RawProcessMetric> byPid;
     for (RawProcessMetric &record : reader.readMetrics(tickTime))
         byPid.emplace(record.identity.pid, std::move(record));
 
     EXPECT_EQ(byPid.at(100).applicationPath, applications + "/applications/firefox.desktop");
     EXPECT_EQ(byPid.at(100).applicationName, QStringLiteral("Firefox Web Browser"));
+    EXPECT_EQ(
+        byPid.at(100).controlGroup,
+        QStringLiteral("/user.slice/user@1000.service/app.slice/app-gnome-firefox-4242.scope"));
     EXPECT_EQ(byPid.at(107).applicationPath, QStringLiteral("org.example.Editor"));
     EXPECT_EQ(byPid.at(107).applicationName, QStringLiteral("Editor"));
     EXPECT_EQ(byPid.at(108).applicationPath, std::nullopt);
     EXPECT_EQ(byPid.at(112).applicationPath, std::nullopt); // no cgroup file at all
-    EXPECT_TRUE(byPid.at(101).isServiceManager);
+    EXPECT_EQ(byPid.at(112).controlGroup, QString());
+    EXPECT_TRUE(byPid.at(110).isServiceManager);
     EXPECT_FALSE(byPid.at(100).isServiceManager);
+    EXPECT_FALSE(byPid.at(101).isServiceManager);
+    EXPECT_EQ(byPid.at(100).command.project, std::nullopt); // the home itself
+    EXPECT_EQ(byPid.at(110).command.project, QStringLiteral("tmp"));
 }
 
 } // namespace

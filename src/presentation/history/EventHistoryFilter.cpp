@@ -1,0 +1,93 @@
+#include "presentation/history/EventHistoryFilter.h"
+
+#include "sampling/Text.h"
+
+#include <QLocale>
+
+#include <algorithm>
+
+QString eventHistoryRangeText(EventHistoryRange)
+{
+    return kwText("本次会话");
+}
+
+QString eventHistoryFilterText(EventHistoryFilter filter)
+{
+    switch (filter) {
+    case EventHistoryFilter::all:
+        return kwText("全部");
+    case EventHistoryFilter::highLoad:
+        return kwText("高负载");
+    case EventHistoryFilter::temperature:
+        return kwText("温度");
+    case EventHistoryFilter::improved:
+        break;
+    }
+    return kwText("已解决");
+}
+
+bool incidentPassesFilter(const DashboardIncident &incident, EventHistoryFilter filter)
+{
+    switch (filter) {
+    case EventHistoryFilter::all:
+        return true;
+    case EventHistoryFilter::highLoad:
+        return incident.peakCPU >= 30.0;
+    case EventHistoryFilter::temperature:
+        return incident.peakTemperature && *incident.peakTemperature >= 75.0;
+    case EventHistoryFilter::improved:
+        break;
+    }
+    return incident.status == DashboardIncidentStatus::improved ||
+           incident.status == DashboardIncidentStatus::recoveredWithoutAction;
+}
+
+namespace {
+
+// The query folded once per search rather than once per incident.
+class QueryMatcher {
+public:
+    explicit QueryMatcher(const QString &query) : m_needle(m_locale.toLower(query.trimmed())) {}
+
+    bool matchesEverything() const { return m_needle.isEmpty(); }
+    bool matches(const DashboardIncident &incident) const
+    {
+        return matchesEverything() || m_locale.toLower(incident.application).contains(m_needle) ||
+               m_locale.toLower(incident.detail).contains(m_needle);
+    }
+
+private:
+    QLocale m_locale;
+    QString m_needle;
+};
+
+} // namespace
+
+bool incidentMatchesQuery(const DashboardIncident &incident, const QString &query)
+{
+    return QueryMatcher(query).matches(incident);
+}
+
+std::vector<const DashboardIncident *>
+filteredIncidents(const std::vector<DashboardIncident> &incidents, EventHistoryFilter filter,
+                  const QString &query)
+{
+    const QueryMatcher matcher(query);
+    std::vector<const DashboardIncident *> result;
+    result.reserve(incidents.size());
+    for (const DashboardIncident &incident : incidents) {
+        if (incidentPassesFilter(incident, filter) && matcher.matches(incident))
+            result.push_back(&incident);
+    }
+    return result;
+}
+
+std::optional<QUuid> keptIncidentSelection(const std::optional<QUuid> &current,
+                                           const std::vector<QUuid> &listedIDs)
+{
+    if (listedIDs.empty())
+        return std::nullopt;
+    if (current && std::find(listedIDs.begin(), listedIDs.end(), *current) != listedIDs.end())
+        return current;
+    return listedIDs.front();
+}

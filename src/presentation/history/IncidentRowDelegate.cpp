@@ -1,0 +1,116 @@
+#include "presentation/history/IncidentRowDelegate.h"
+
+#include "presentation/history/IncidentListModel.h"
+#include "presentation/history/IncidentStatusPill.h"
+#include "presentation/kit/DashboardFonts.h"
+#include "presentation/kit/DashboardPalette.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+// Below this the title is cut rather than squeezed further.
+constexpr int kMinimumTitleColumnWidth = 96;
+
+} // namespace
+
+std::array<int, kEventHistoryColumnCount> eventHistoryColumnWidths(DashboardHorizontalSize size)
+{
+    switch (size) {
+    case DashboardHorizontalSize::compact:
+        return {80, 180, 120, 80, 90};
+    case DashboardHorizontalSize::standard:
+        return {88, 254, 124, 92, 82};
+    case DashboardHorizontalSize::spacious:
+        break;
+    }
+    return {116, 222, 188, 104, 134};
+}
+
+std::array<int, kEventHistoryColumnCount>
+fittedEventHistoryColumnWidths(DashboardHorizontalSize size, int availableWidth)
+{
+    std::array<int, kEventHistoryColumnCount> widths = eventHistoryColumnWidths(size);
+    const int total = std::accumulate(widths.begin(), widths.end(), 0);
+    if (availableWidth < total)
+        widths[1] = std::max(kMinimumTitleColumnWidth, widths[1] - (total - availableWidth));
+    return widths;
+}
+
+std::array<int, kEventHistoryColumnCount>
+eventHistoryColumnTextOffsets(const std::array<int, kEventHistoryColumnCount> &widths)
+{
+    std::array<int, kEventHistoryColumnCount> offsets{};
+    int x = 0;
+    for (int column = 0; column < kEventHistoryColumnCount; ++column) {
+        offsets[std::size_t(column)] = x + (column == 0 ? kEventHistoryLeadingInset : 0);
+        x += widths[std::size_t(column)];
+    }
+    return offsets;
+}
+
+IncidentRowDelegate::IncidentRowDelegate(QObject *parent) : QStyledItemDelegate(parent) {}
+
+void IncidentRowDelegate::setHorizontalSize(DashboardHorizontalSize size)
+{
+    m_size = size;
+}
+
+QSize IncidentRowDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const
+{
+    // As wide as the view gives: the columns fit themselves into the row.
+    return {1, rowHeight + 1};
+}
+
+void IncidentRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                const QModelIndex &index) const
+{
+    using namespace DashboardPalette;
+    const QWidget *widget = option.widget;
+    const QRectF rowRect(option.rect.adjusted(0, 0, 0, -1));
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (index.data(IncidentListModel::SelectedRole).toBool()) {
+        QPainterPath background;
+        background.addRoundedRect(rowRect, 12, 12);
+        painter->fillPath(background, QColor::fromRgb(warningBackground));
+    }
+    painter->fillRect(QRectF(option.rect.left(), option.rect.bottom(), option.rect.width(), 1),
+                      QColor::fromRgb(divider));
+
+    const std::array<int, kEventHistoryColumnCount> widths =
+        fittedEventHistoryColumnWidths(m_size, option.rect.width());
+    const std::array<int, kEventHistoryColumnCount> offsets = eventHistoryColumnTextOffsets(widths);
+    const auto cell = [&](int column) {
+        const double left = rowRect.left() + offsets[std::size_t(column)];
+        const double columnEnd =
+            rowRect.left() + std::accumulate(widths.begin(), widths.begin() + column + 1, 0);
+        // A little air before the next column, so elided text never touches it.
+        const double gap = column + 1 < kEventHistoryColumnCount ? 8 : 0;
+        return QRectF(left, rowRect.top(), std::max(0.0, columnEnd - left - gap), rowRect.height());
+    };
+    const auto drawText = [&](int column, const QString &text, const QFont &font, QRgb color) {
+        const QRectF area = cell(column);
+        painter->setFont(font);
+        painter->setPen(QColor::fromRgb(color));
+        painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                          QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width()));
+    };
+
+    const QFont regular = dashboardFont(widget, 13);
+    drawText(0, index.data(IncidentListModel::StartTimeRole).toString(), regular, textSecondary);
+    drawText(1, index.data(IncidentListModel::TitleRole).toString(),
+             dashboardFont(widget, 13, DashboardFontWeight::medium), textPrimary);
+    drawText(2, index.data(IncidentListModel::ApplicationRole).toString(), regular, textSecondary);
+    drawText(3, index.data(IncidentListModel::PeakSummaryRole).toString(), regular, textSecondary);
+    paintIncidentStatusPill(
+        *painter, cell(4),
+        static_cast<DashboardIncidentStatus>(index.data(IncidentListModel::StatusRole).toInt()),
+        dashboardFont(widget, 11, DashboardFontWeight::medium));
+    painter->restore();
+}

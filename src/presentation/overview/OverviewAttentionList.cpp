@@ -1,0 +1,124 @@
+#include "presentation/overview/OverviewAttentionList.h"
+
+#include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardPalette.h"
+#include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/SystemSymbols.h"
+#include "presentation/kit/WholeNumberText.h"
+#include "presentation/overview/OverviewTexts.h"
+#include "sampling/Text.h"
+
+QWidget *makeOverviewListHeading(const QString &title)
+{
+    auto *heading =
+        new TextLabel(title, 18, DashboardFontWeight::semibold, DashboardPalette::textPrimary);
+    heading->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    heading->setFixedHeight(34);
+    setAccessibleRole(heading, QAccessible::Heading);
+    return heading;
+}
+
+QWidget *makeOverviewEmptyLabel(const QString &text)
+{
+    auto *box = new QWidget;
+    box->setMinimumHeight(100);
+    auto *symbol = new SymbolView(QStringLiteral("checkmark.circle.fill"), 13,
+                                  QColor::fromRgb(DashboardPalette::success));
+    symbol->setFixedSize(16, 16);
+    setAccessibilityHidden(symbol);
+    auto *words = new TextLabel(text, 13, DashboardFontWeight::regular, DashboardPalette::success);
+    auto *line = row(6, {}, {symbol, words, flexible()});
+    line->setAlignment(symbol, Qt::AlignVCenter);
+    attach(box, column(0, {}, {flexible(), line, flexible()}));
+    box->setAccessibleName(text);
+    return box;
+}
+
+OverviewAttentionRow::OverviewAttentionRow(QWidget *parent) : PressableBox(parent)
+{
+    setFixedHeight(62);
+    m_application =
+        new TextLabel(QString(), 14, DashboardFontWeight::medium, DashboardPalette::textPrimary);
+    m_application->setElided(true);
+    m_process =
+        new TextLabel(QString(), 12, DashboardFontWeight::regular, DashboardPalette::textSecondary);
+    m_process->setElided(true);
+    m_cpu =
+        new TextLabel(QString(), 15, DashboardFontWeight::semibold, DashboardPalette::textPrimary);
+    PillLabel::Style badgeStyle;
+    badgeStyle.fontSize = 11;
+    badgeStyle.weight = DashboardFontWeight::medium;
+    m_badge = new PillLabel(QString(), badgeStyle);
+    auto *names = column(4, {}, {flexible(), m_application, m_process, flexible()});
+    auto *line = ::row(0, {}, {LayoutItem(names, 1), fixed(8), m_cpu, fixed(4), m_badge});
+    line->setAlignment(m_cpu, Qt::AlignVCenter);
+    line->setAlignment(m_badge, Qt::AlignVCenter);
+    attach(this, line);
+}
+
+void OverviewAttentionRow::setTask(const DashboardTask &task, bool selected)
+{
+    m_taskID = task.id;
+    const QString process =
+        kwText("PID %1 · %2").arg(QString::number(task.targetProcess.pid), task.targetProcess.name);
+    const QString cpu = wholePercentText(task.cpu);
+    const OverviewImpactBadge badge = overviewImpactBadge(task.cpu);
+    m_application->setText(task.application);
+    m_process->setText(process);
+    m_cpu->setText(cpu);
+    PillLabel::Style style;
+    style.fontSize = 11;
+    style.weight = DashboardFontWeight::medium;
+    style.text = QColor::fromRgb(badge.foreground);
+    style.background = QColor::fromRgb(badge.background);
+    m_badge->setStyle(style);
+    m_badge->setText(badge.text);
+    setAccessibility(
+        this, {}, QStringList{task.application, process, cpu, badge.text}.join(QLatin1Char(' ')));
+    setAccessibleValue(this, selected ? kwText("已选择") : QString());
+}
+
+OverviewAttentionList::OverviewAttentionList(QWidget *parent) : QWidget(parent)
+{
+    auto *layout = column(0, {}, {makeOverviewListHeading(kwText("需要关注"))});
+    for (std::size_t i = 0; i <= m_rows.size(); ++i) {
+        m_dividers[i] = new HairLine;
+        layout->addWidget(m_dividers[i]);
+        if (i == m_rows.size())
+            break;
+        m_rows[i] = new OverviewAttentionRow;
+        layout->addWidget(m_rows[i]);
+        connect(m_rows[i], &QAbstractButton::clicked, this, [this, i] {
+            // The id is read at the press: the row may show another task by now.
+            if (m_onSelect && !m_rows[i]->taskID().isEmpty())
+                m_onSelect(m_rows[i]->taskID());
+        });
+    }
+    m_empty = makeOverviewEmptyLabel(kwText("当前没有持续高负载进程"));
+    layout->addWidget(m_empty);
+    layout->addStretch(1);
+    attach(this, layout);
+    setTasks({}, {});
+}
+
+void OverviewAttentionList::setOnSelect(std::function<void(const QString &)> onSelect)
+{
+    m_onSelect = std::move(onSelect);
+}
+
+void OverviewAttentionList::setTasks(const std::vector<DashboardTask> &tasks,
+                                     const QString &selectedTaskID)
+{
+    const int count = static_cast<int>(std::min<std::size_t>(tasks.size(), m_rows.size()));
+    for (int i = 0; i < count; ++i)
+        m_rows[std::size_t(i)]->setTask(tasks[std::size_t(i)],
+                                        tasks[std::size_t(i)].id == selectedTaskID);
+    if (count == m_rowCount)
+        return;
+    m_rowCount = count;
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        m_rows[i]->setVisible(int(i) < count);
+    for (std::size_t i = 0; i < m_dividers.size(); ++i)
+        m_dividers[i]->setVisible(count > 0 && int(i) <= count);
+    m_empty->setVisible(count == 0);
+}

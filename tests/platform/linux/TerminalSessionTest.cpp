@@ -1,0 +1,220 @@
+// Load sources as a developer sees them on a Linux desktop: every terminal
+// tab, tmux pane or editor terminal is a source of its own, and service
+// managers are known by their cgroup. Fixture trees are read by the real
+// reader and probe and grouped; a live case opens pseudo-terminals itself.
+
+#include "platform/PlatformFactory.h"
+#include "platform/linux/ProcfsProcessMetricReader.h"
+#include "process/ApplicationGrouping.h"
+#include "process/ProcessMetricsProbe.h"
+#include "support/FixtureProcRoot.h"
+#include "support/Fixtures.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+#include <set>
+#include <thread>
+
+#include <csignal>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+const TimePoint kTickTime = TimePoint::fromSecondsSince1970(1700000500.0);
+
+// One source as the grouping gives it: its name, its identity and its members.
+struct Source {
+    QString application;
+    std::optional<QString> applicationPath;
+    std::set<pid_t> members;
+
+    bool operator==(const Source &) const = default;
+};
+
+void PrintTo(const Source &source, std::ostream *out)
+{
+    *out << source.application.toStdString() << " {";
+    for (pid_t pid : source.members)
+        *out << pid << ' ';
+    *out << '}';
+}
+
+// The fixture read through the real reader and probe, with the CPU shares
+// given (one tick has no rates), grouped.
+std::vector<Source> sourcesOf(const QString &fixture, const std::map<pid_t, double> &cpu)
+{
+    FixtureProcRoot root(fixture);
+    EXPECT_TRUE(root.isReady());
+    const QString applications = fixturePath(QStringLiteral("xdg-desktop/usr/share"));
+    ProcessMetricsProbe probe(
+        std::make_unique<ProcfsProcessMetricReader>(root.path(), QStringList{applications}));
+    QList<ProcessMetric> processes = probe.sample(kTickTime);
+    for (ProcessMetric &process : processes) {
+        if (const auto found = cpu.find(process.identity.pid); found != cpu.end())
+            process.cpuPercent = found->second;
+    }
+    std::vector<Source> sources;
+    for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
+        Source source{load.application, load.applicationPath, {}};
+        for (const ProcessMetric &process : load.processes)
+            source.members.insert(process.identity.pid);
+        sources.push_back(std::move(source));
+    }
+    std::sort(sources.begin(), sources.end(), [](const Source &a, const Source &b) {
+        return *a.members.begin() < *b.members.begin();
+    });
+    return sources;
+}
+
+TEST(TerminalSessionTest, EachTabAndPaneIsASourceAndAnAppStartedFromATabKeepsItsOwn)
+{
+    // GNOME Terminal (2000) with a build in tab 1 (2100) and a test in tab 2
+    // (2200), Firefox started from tab 2 into its own scope (2300), and a tmux
+    // server (3000) started from tab 1 whose panes (3100, 3200) run a cargo
+    // build and a vite server. Pid 1 and the user's systemd (900) are
+    // service managers. See tests/fixtures/terminal-sessions.
+    const QString terminal = fixturePath(
+        QStringLiteral("xdg-desktop/usr/share/applications/org.gnome.Terminal.desktop"));
+    const QString firefox =
+        fixturePath(QStringLiteral("xdg-desktop/usr/share/applications/firefox.desktop"));
+    const std::vector<Source> expected = {
+        {QStringLiteral("systemd"), std::nullopt, {1}},
+        {QStringLiteral("systemd"), std::nullopt, {900}},
+        {QStringLiteral("System Terminal"), terminal, {2000, 3000}},
+        {QStringLiteral("cc1plus"), std::nullopt, {2100, 2101, 2102}},
+        {QStringLiteral("pytest"), std::nullopt, {2200, 2201}},
+        {QStringLiteral("Firefox Web Browser"), firefox, {2300, 2301}},
+        {QStringLiteral("rustc"), std::nullopt, {3100, 3101, 3102}},
+        {QStringLiteral("node"), std::nullopt, {3200, 3201}},
+    };
+    const std::map<pid_t, double> cpu = {{2102, 90.0}, {2201, 60.0}, {3102, 80.0}, {3201, 20.0}};
+    EXPECT_EQ(sourcesOf(QStringLiteral("terminal-sessions/proc"), cpu), expected);
+}
+
+TEST(TerminalSessionTest, ContainerWhosePidOneIsBashKeepsTheUsersBashAsAParent)
+{
+    // Pid 1 is bash; the user's bash (7) runs make (8) and cc1 (9).
+    const std::vector<Source> expected = {
+        {QStringLiteral("bash"), std::nullopt, {1}},
+        {QStringLiteral("cc1"), std::nullopt, {7, 8, 9}},
+    };
+    EXPECT_EQ(sourcesOf(QStringLiteral("container-bash/proc"), {{9, 95.0}}), expected);
+}
+
+// A session of its own on a pseudo-terminal this test opens: the child calls
+// setsid and opens the terminal, which becomes its controlling terminal, then
+// runs `script` in sh. Ended with its whole process group.
+class TerminalSession {
+public:
+    explicit TerminalSession(const char *script)
+    {
+        m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+        if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0)
+            return;
+        const char *name = ::ptsname(m_master);
+        if (!name)
+            return;
+        const std::string terminal = name;
+        const pid_t parent = ::getpid();
+        m_pid = ::fork();
+        if (m_pid == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            if (::getppid() != parent || ::setsid() < 0)
+                ::_exit(127);
+            const int slave = ::open(terminal.c_str(), O_RDWR); // becomes the controlling terminal
+            if (slave < 0)
+                ::_exit(127);
+            ::dup2(slave, STDIN_FILENO);
+            ::dup2(slave, STDOUT_FILENO);
+            ::dup2(slave, STDERR_FILENO);
+            ::execl("/bin/sh", "sh", "-c", script, static_cast<char *>(nullptr));
+            ::_exit(127);
+        }
+    }
+    ~TerminalSession()
+    {
+        if (m_pid > 0) {
+            ::kill(-m_pid, SIGKILL); // the session leader leads its process group too
+            ::waitpid(m_pid, nullptr, 0);
+        }
+        if (m_master >= 0)
+            ::close(m_master);
+    }
+    TerminalSession(const TerminalSession &) = delete;
+    TerminalSession &operator=(const TerminalSession &) = delete;
+
+    pid_t pid() const { return m_pid; }
+
+private:
+    int m_master = -1;
+    pid_t m_pid = -1;
+};
+
+TEST(TerminalSessionTest, TwoBusyChildrenInTwoLiveTerminalSessionsAreTwoSources)
+{
+    // Each shell leads its session on its own terminal and starts a spinner
+    // that ends by itself within a minute.
+    const char *script = "bash -c 'while [ $SECONDS -lt 60 ]; do :; done' & wait";
+    TerminalSession first(script);
+    TerminalSession second(script);
+    ASSERT_GT(first.pid(), 0);
+    ASSERT_GT(second.pid(), 0);
+
+    // This test program and what it started: without the rule, both
+    // sessions would fold into the lineage of this program.
+    ProcessMetricsProbe probe(std::make_unique<ProcfsProcessMetricReader>());
+    const pid_t self = ::getpid();
+    auto ours = [&](const QList<ProcessMetric> &all) {
+        std::map<pid_t, pid_t> parentOf;
+        for (const ProcessMetric &process : all)
+            parentOf.emplace(process.identity.pid, process.parentPID);
+        QList<ProcessMetric> mine;
+        for (const ProcessMetric &process : all) {
+            pid_t pid = process.identity.pid;
+            for (int depth = 0; depth < 8 && pid > 0 && pid != self; ++depth)
+                pid = parentOf.count(pid) ? parentOf.at(pid) : 0;
+            if (pid == self)
+                mine.append(process);
+        }
+        return mine;
+    };
+
+    // Wait (at most 5 s) until both spinners run, then take two ticks.
+    QList<ProcessMetric> processes;
+    for (int attempt = 0; attempt < 50; ++attempt) {
+        processes = ours(probe.sample(TimePoint::now()));
+        if (processes.size() >= 5)
+            break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    processes = ours(probe.sample(TimePoint::now()));
+    ASSERT_EQ(processes.size(), 5); // this program, two shells, two spinners
+
+    std::map<pid_t, QString> sourceOf;
+    std::map<QString, std::set<pid_t>> members;
+    for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
+        for (const ProcessMetric &process : load.processes) {
+            sourceOf[process.identity.pid] = load.id;
+            members[load.id].insert(process.identity.pid);
+        }
+    }
+    for (const ProcessMetric &process : processes) {
+        const pid_t pid = process.identity.pid;
+        EXPECT_EQ(process.leadsTerminalSession, pid == first.pid() || pid == second.pid()) << pid;
+    }
+    EXPECT_NE(sourceOf.at(first.pid()), sourceOf.at(second.pid()));
+    EXPECT_NE(sourceOf.at(first.pid()), sourceOf.at(self));
+    EXPECT_EQ(members.at(sourceOf.at(first.pid())).size(), 2u); // the shell and its spinner
+    EXPECT_EQ(members.at(sourceOf.at(second.pid())).size(), 2u);
+    EXPECT_EQ(members.at(sourceOf.at(self)), std::set<pid_t>{self});
+}
+
+} // namespace

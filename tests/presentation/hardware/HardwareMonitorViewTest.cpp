@@ -1,0 +1,295 @@
+#include "presentation/hardware/HardwareMonitorView.h"
+
+#include "presentation/hardware/HardwareCategoryTabs.h"
+#include "presentation/hardware/HardwareSensorTable.h"
+#include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardLayoutEnvironment.h"
+#include "presentation/kit/DashboardWidgets.h"
+#include "presentation/kit/TrendChart.h"
+#include "support/StoreTesting.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QScrollArea>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+template <typename Value> SensorReading<Value> readingOf(SensorReadingCase readingCase, Value value)
+{
+    switch (readingCase) {
+    case SensorReadingCase::available:
+        return SensorReading<Value>::available(value, QStringLiteral("test"));
+    case SensorReadingCase::unsupported:
+        return SensorReading<Value>::unsupported(QStringLiteral("none"));
+    case SensorReadingCase::permissionDenied:
+        return SensorReading<Value>::permissionDenied(QStringLiteral("refused"));
+    case SensorReadingCase::temporarilyUnavailable:
+        return SensorReading<Value>::temporarilyUnavailable(QStringLiteral("failed"));
+    case SensorReadingCase::warmingUp:
+        break;
+    }
+    return SensorReading<Value>::warmingUp();
+}
+
+struct Readings {
+    double temperature = 64;
+    double cpu = 42;
+    double gpu = 17;
+    double memoryPercent = 55;
+    double diskBytes = 3e6;
+    double fan = 2400;
+};
+
+// `count` samples 2 s apart, every reading of case `readingCase`.
+void ingest(DashboardStore &store, int count, SensorReadingCase readingCase, Readings readings,
+            SystemThermalState thermal = SystemThermalState::nominal)
+{
+    for (int i = 0; i < count; ++i) {
+        SystemMetricSample sample = makeSample(50'000 + 2.0 * i);
+        sample.thermalState = thermal;
+        // A little movement so that peak and average differ.
+        const double wobble = (i % 2 == 0) ? 1.0 : 0.9;
+        sample.temperatureCelsius = readingOf(readingCase, readings.temperature * wobble);
+        sample.cpuUsage = readingOf(readingCase, readings.cpu * wobble);
+        sample.gpuUsage = readingOf(readingCase, readings.gpu * wobble);
+        sample.memoryUsage = readingOf(
+            readingCase,
+            SystemMemoryUsage{static_cast<std::uint64_t>(readings.memoryPercent * wobble * 1e8),
+                              10'000'000'000ULL});
+        sample.diskBytesPerSecond = readingOf(readingCase, readings.diskBytes * wobble);
+        sample.fanRPM = readingOf(readingCase, readings.fan * wobble);
+        sample.networkThroughput = readingOf(readingCase, NetworkThroughput{1000, 1000});
+        store.ingest(sample);
+    }
+}
+
+QString textOf(QWidget *page, const char *identifier)
+{
+    auto *widget = page->findChild<QWidget *>(QString::fromLatin1(identifier));
+    if (!widget)
+        return QStringLiteral("<missing %1>").arg(QLatin1String(identifier));
+    if (auto *label = qobject_cast<TextLabel *>(widget))
+        return label->fullText();
+    if (auto *pill = qobject_cast<PillLabel *>(widget))
+        return pill->text();
+    return accessibleText(widget, QAccessible::Value);
+}
+
+struct Shown {
+    QString title, current, status, peak, average, source, chartTitle;
+    TrendChartContent chart;
+};
+
+Shown shownOn(HardwareMonitorView &page)
+{
+    return {textOf(&page, "hardwareSummary-title"),   textOf(&page, "hardwareSummary-current"),
+            textOf(&page, "hardwareSummary-status"),  textOf(&page, "hardwareSummary-peak"),
+            textOf(&page, "hardwareSummary-average"), textOf(&page, "hardwareSummary-source"),
+            textOf(&page, "hardwareTrend-title"),     page.chart()->content()};
+}
+
+int tonePixelsOutside(QWidget *widget, const QRect &allowed, const QColor &tone)
+{
+    const QImage image = widget->grab().toImage();
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (allowed.contains(x, y))
+                continue;
+            const QColor pixel = image.pixelColor(x, y);
+            if (std::abs(pixel.red() - tone.red()) + std::abs(pixel.green() - tone.green()) +
+                    std::abs(pixel.blue() - tone.blue()) <
+                60)
+                ++count;
+        }
+    }
+    return count;
+}
+
+// Pins the locale (figures follow it) and lets accessibility values be read.
+class HardwareMonitorViewTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        installDashboardAccessibility();
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    }
+    void TearDown() override { QLocale::setDefault(m_previous); }
+
+private:
+    QLocale m_previous;
+};
+
+} // namespace
+
+TEST_F(HardwareMonitorViewTest, ATabPressChangesEverySummaryFigureAndTheChartTogether)
+{
+    auto store = makeStoreForTesting();
+    ingest(*store, 41, SensorReadingCase::available, {});
+    HardwareMonitorView page(*store);
+    page.resize(1200, 800);
+    page.show();
+    EXPECT_EQ(page.objectName(), QStringLiteral("page-hardware-monitor"));
+    EXPECT_EQ(page.category(), HardwareCategory::temperature);
+
+    const char *const expectedSources[] = {"Linux hwmon",   "/proc/stat",      "GPU sysfs / NVML",
+                                           "/proc/meminfo", "/proc/diskstats", "Linux hwmon"};
+    Shown before = shownOn(page);
+    EXPECT_EQ(before.current, QStringLiteral("64.0°C"));
+    for (std::size_t i = 1; i < kAllHardwareCategories.size(); ++i) {
+        const HardwareCategory category = kAllHardwareCategories[i];
+        const HardwareCategoryInfo info = hardwareCategoryInfo(category);
+        PressableBox *tab = page.tabs()->tab(category);
+        ASSERT_EQ(tab->objectName(), info.tabIdentifier);
+        QTest::mouseClick(tab, Qt::LeftButton);
+        ASSERT_EQ(page.category(), category);
+        EXPECT_EQ(accessibleText(tab, QAccessible::Value), QStringLiteral("已选择"));
+
+        const Shown after = shownOn(page);
+        const std::string name = info.tabIdentifier.toStdString();
+        EXPECT_EQ(after.title, info.currentLabel) << name;
+        EXPECT_EQ(after.chartTitle, info.chartTitle) << name;
+        EXPECT_EQ(after.source, QLatin1String(expectedSources[i])) << name;
+        EXPECT_EQ(after.status, QStringLiteral("数据正常")) << name;
+        EXPECT_NE(after.title, before.title) << name;
+        EXPECT_NE(after.current, before.current) << name;
+        EXPECT_NE(after.peak, before.peak) << name;
+        EXPECT_NE(after.average, before.average) << name;
+        EXPECT_NE(after.chart, before.chart) << name;
+        ASSERT_EQ(after.chart.series.size(), 1u);
+        EXPECT_EQ(after.chart.series[0].name, info.title) << name;
+        EXPECT_EQ(after.chart.series[0].points.size(), 31u) << name; // 60 s at 2 s
+        EXPECT_EQ(after.chart.series[0].points.back().y(),
+                  hardwareSeries(category, store->hardwareTrendPoints(60)).back().y())
+            << name;
+        before = after;
+    }
+    EXPECT_EQ(before.current, QStringLiteral("2,400 RPM"));
+}
+
+TEST_F(HardwareMonitorViewTest, BeforeTheFirstSampleEverythingSaysCollecting)
+{
+    auto store = makeStoreForTesting();
+    HardwareMonitorView page(*store);
+    const Shown shown = shownOn(page);
+    EXPECT_EQ(shown.current, QStringLiteral("采集中"));
+    EXPECT_EQ(shown.peak, QStringLiteral("采集中"));
+    EXPECT_EQ(shown.average, QStringLiteral("采集中"));
+    EXPECT_EQ(shown.status, QStringLiteral("热状态采集中"));
+    EXPECT_TRUE(shown.chart.isEmpty());
+    EXPECT_EQ(shown.chart.style.emptyText, QStringLiteral("正在采集温度趋势…"));
+    QTest::mouseClick(page.tabs()->tab(HardwareCategory::disk), Qt::LeftButton);
+    EXPECT_EQ(textOf(&page, "hardwareSummary-status"), QStringLiteral("正在采集"));
+    ASSERT_EQ(page.sensorTable()->lineCount(), 1);
+    EXPECT_EQ(
+        page.sensorTable()->line(0)->cells(),
+        (std::array<QString, 4>{QStringLiteral("本机传感器"), QStringLiteral("正在建立数据源连接"),
+                                QStringLiteral("采集中"), QStringLiteral("采集中")}));
+}
+
+TEST_F(HardwareMonitorViewTest, EveryReadingCaseInEveryTab)
+{
+    const std::pair<SensorReadingCase, const char *> cases[] = {
+        {SensorReadingCase::unsupported, "当前不可用"},
+        {SensorReadingCase::permissionDenied, "当前不可用"},
+        {SensorReadingCase::temporarilyUnavailable, "当前不可用"},
+        {SensorReadingCase::warmingUp, "正在采集"},
+    };
+    for (const auto &[readingCase, status] : cases) {
+        auto store = makeStoreForTesting();
+        ingest(*store, 5, readingCase, {});
+        HardwareMonitorView page(*store);
+        page.resize(1100, 800);
+        page.show();
+        const std::string name = sensorReadingCaseName(readingCase).toStdString();
+        for (const HardwareCategory category : kAllHardwareCategories) {
+            page.setCategory(category);
+            const Shown shown = shownOn(page);
+            EXPECT_TRUE(shown.chart.isEmpty()) << name;
+            EXPECT_EQ(shown.peak, QStringLiteral("采集中")) << name;
+            EXPECT_FALSE(shown.current.isEmpty()) << name;
+            if (category != HardwareCategory::temperature) {
+                EXPECT_EQ(shown.status, QString::fromUtf8(status)) << name;
+            }
+        }
+        ASSERT_EQ(page.sensorTable()->lineCount(), 7);
+        const QString expectedStatus = readingCase == SensorReadingCase::warmingUp
+                                           ? QStringLiteral("采集中")
+                                           : QStringLiteral("不可用");
+        for (int row = 0; row < 6; ++row)
+            EXPECT_EQ(page.sensorTable()->line(row)->cells()[3], expectedStatus) << name;
+        EXPECT_EQ(page.sensorTable()->line(6)->cells()[3], QStringLiteral("正常")) << name;
+    }
+}
+
+TEST_F(HardwareMonitorViewTest, AbsurdReadingsStayInsideThePlot)
+{
+    struct Row {
+        const char *name;
+        Readings readings;
+        int samples;
+    };
+    const Row rows[] = {
+        {"120 °C, 30000 RPM, 10 GB/s", {120, 100, 100, 100, 10e9, 30'000}, 31},
+        {"-5 °C, fan stopped, disk idle", {-5, 0, 0, 0, 0, 0}, 31},
+        {"one point", {}, 1},
+        {"an hour", {}, 1800},
+    };
+    for (const Row &row : rows) {
+        auto store = makeStoreForTesting();
+        ingest(*store, row.samples, SensorReadingCase::available, row.readings);
+        HardwareMonitorView page(*store);
+        page.resize(1200, 900);
+        page.show();
+        QApplication::processEvents();
+        for (const HardwareCategory category : kAllHardwareCategories) {
+            page.setCategory(category);
+            QApplication::processEvents();
+            const QRect allowed = page.chart()->plotRect().toAlignedRect().adjusted(-5, -5, 5, 5);
+            EXPECT_EQ(tonePixelsOutside(page.chart(), allowed,
+                                        QColor::fromRgb(hardwareCategoryInfo(category).tone)),
+                      0)
+                << row.name << " " << hardwareCategoryInfo(category).tabIdentifier.toStdString();
+        }
+    }
+}
+
+TEST_F(HardwareMonitorViewTest, SensorTableColumnsFollowTheTableWidth)
+{
+    auto store = makeStoreForTesting();
+    ingest(*store, 2, SensorReadingCase::available, {});
+    HardwareSensorTable table;
+    table.setStatuses(store->sensorStatuses());
+    const std::pair<int, std::array<int, 4>> rows[] = {
+        {1100, {0, 520, 780, 960}},
+        {800, {0, 368, 552, 680}},
+    };
+    for (const auto &[width, lefts] : rows) {
+        table.resize(width, 400);
+        table.show();
+        QApplication::processEvents();
+        for (HardwareSensorTableLine *line : {table.header(), table.line(0)}) {
+            const std::array<QRect, 4> cells = line->cellGeometries();
+            for (std::size_t i = 0; i < cells.size(); ++i)
+                EXPECT_EQ(cells[i].left(), lefts[i]) << width << " column " << i;
+            EXPECT_LE(cells[3].right(), width) << width;
+        }
+    }
+    EXPECT_EQ(table.line(0)->cells()[1], QStringLiteral("SoC"));
+}
+
+TEST_F(HardwareMonitorViewTest, TabBarAndScrollingFollowTheWindow)
+{
+    auto store = makeStoreForTesting();
+    HardwareMonitorView page(*store);
+    applyDashboardLayout(&page, DashboardLayoutMetrics::forSize(1000, 700));
+    EXPECT_EQ(page.tabs()->width(), 520);
+    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    EXPECT_GE(page.scrollArea()->widget()->minimumHeight(), 730);
+    applyDashboardLayout(&page, DashboardLayoutMetrics::forSize(1300, 800));
+    EXPECT_EQ(page.tabs()->width(), 604);
+    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+}

@@ -1,0 +1,376 @@
+#include "presentation/hardware/HardwareTexts.h"
+#include "presentation/hardware/HardwareChartContent.h"
+
+#include "presentation/kit/DashboardPalette.h"
+
+#include <QLocale>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+namespace P = DashboardPalette;
+
+// Sets the default locale for one test and puts the previous one back.
+class ScopedLocale {
+public:
+    explicit ScopedLocale(const QLocale &locale) : m_previous(QLocale())
+    {
+        QLocale::setDefault(locale);
+    }
+    ~ScopedLocale() { QLocale::setDefault(m_previous); }
+
+private:
+    QLocale m_previous;
+};
+
+HardwareTrendPoint trendPoint(double elapsed, double value)
+{
+    HardwareTrendPoint point;
+    point.elapsedSeconds = elapsed;
+    point.cpu = value;
+    point.gpu = value;
+    point.memoryPercent = value;
+    point.temperature = value;
+    point.fanRPM = value;
+    point.diskBytesPerSecond = value * 1'000'000;
+    return point;
+}
+
+std::vector<QPointF> seriesOf(std::initializer_list<double> values)
+{
+    std::vector<QPointF> series;
+    double x = 0;
+    for (const double value : values)
+        series.emplace_back(x += 2, value);
+    return series;
+}
+
+template <typename Value> SensorReading<Value> readingOf(SensorReadingCase readingCase, Value value)
+{
+    switch (readingCase) {
+    case SensorReadingCase::available:
+        return SensorReading<Value>::available(value, QStringLiteral("test"));
+    case SensorReadingCase::unsupported:
+        return SensorReading<Value>::unsupported(QStringLiteral("none"));
+    case SensorReadingCase::permissionDenied:
+        return SensorReading<Value>::permissionDenied(QStringLiteral("refused"));
+    case SensorReadingCase::temporarilyUnavailable:
+        return SensorReading<Value>::temporarilyUnavailable(QStringLiteral("failed"));
+    case SensorReadingCase::warmingUp:
+        break;
+    }
+    return SensorReading<Value>::warmingUp();
+}
+
+SystemMetricSample sampleOf(SensorReadingCase readingCase,
+                            SystemThermalState thermal = SystemThermalState::nominal)
+{
+    SystemMetricSample sample;
+    sample.thermalState = thermal;
+    sample.temperatureCelsius = readingOf(readingCase, 61.26);
+    sample.cpuUsage = readingOf(readingCase, 41.5);
+    sample.gpuUsage = readingOf(readingCase, 12.4);
+    sample.memoryUsage =
+        readingOf(readingCase, SystemMemoryUsage{10'400'000'000ULL, 16'000'000'000ULL});
+    sample.diskBytesPerSecond = readingOf(readingCase, 7'200'000.0);
+    sample.fanRPM = readingOf(readingCase, 1900.4);
+    return sample;
+}
+
+constexpr std::array kCategoryNames = {"temperature", "cpu", "gpu", "memory", "disk", "fan"};
+
+// Numbers follow the user's locale; these tests pin one, so they read the
+// same on every machine.
+class HardwareTextsTest : public ::testing::Test {
+protected:
+    ScopedLocale m_locale{QLocale(QLocale::English, QLocale::UnitedStates)};
+};
+
+} // namespace
+
+TEST_F(HardwareTextsTest, SeriesValueTextsByCategory)
+{
+    struct Row {
+        HardwareCategory category;
+        double value;
+        const char *text;
+    };
+    const Row rows[] = {
+        {HardwareCategory::temperature, 61.26, "61.3°C"},
+        {HardwareCategory::temperature, -5.0, "-5.0°C"},
+        {HardwareCategory::cpu, 42.5, "43%"},
+        {HardwareCategory::gpu, 0.4, "0%"},
+        {HardwareCategory::memory, 65.0, "65%"},
+        {HardwareCategory::disk, 12.34, "12.3 MB/s"},
+        {HardwareCategory::disk, 10'000.0, "10,000.0 MB/s"},
+        {HardwareCategory::fan, 2150.5, "2,151 RPM"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(hardwareSeriesValueText(row.category, row.value), QString::fromUtf8(row.text))
+            << row.text;
+
+    // Percents are plain digits whatever the locale; the rest follow it.
+    const ScopedLocale german{QLocale(QLocale::German, QLocale::Germany)};
+    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::fan, 30'000), QStringLiteral("30.000 RPM"));
+    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::disk, 1.26), QStringLiteral("1,3 MB/s"));
+    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::cpu, 1234), QStringLiteral("1234%"));
+}
+
+TEST_F(HardwareTextsTest, PeakAndAverageOfTheSeries)
+{
+    struct Row {
+        HardwareCategory category;
+        std::vector<QPointF> series;
+        const char *peak;
+        const char *average;
+    };
+    const Row rows[] = {
+        {HardwareCategory::temperature, {}, "采集中", "采集中"},
+        {HardwareCategory::cpu, seriesOf({10, 20, 31}), "31%", "20%"},
+        {HardwareCategory::memory, seriesOf({64.4, 64.6}), "65%", "65%"},
+        {HardwareCategory::disk, seriesOf({3, 0}), "3.0 MB/s", "1.5 MB/s"},
+        {HardwareCategory::fan, seriesOf({0}), "0 RPM", "0 RPM"},
+        {HardwareCategory::temperature, seriesOf({-5, 120}), "120.0°C", "57.5°C"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(
+            hardwareSeriesFigures(row.category, row.series),
+            (HardwareSeriesFigures{QString::fromUtf8(row.peak), QString::fromUtf8(row.average)}))
+            << row.peak;
+}
+
+TEST_F(HardwareTextsTest, SeriesTakeTheCategoryFieldAndDropGaps)
+{
+    std::vector<HardwareTrendPoint> points = {trendPoint(0, 3), trendPoint(30, 20),
+                                              trendPoint(60, 5)};
+    points[1].cpu.reset();
+    points[2].fanRPM = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(hardwareSeries(HardwareCategory::cpu, points),
+              (std::vector<QPointF>{{0, 3}, {60, 5}}));
+    EXPECT_EQ(hardwareSeries(HardwareCategory::disk, points),
+              (std::vector<QPointF>{{0, 3}, {30, 20}, {60, 5}}));
+    EXPECT_EQ(hardwareSeries(HardwareCategory::fan, points).size(), 2u);
+    EXPECT_TRUE(hardwareNewestPointHasValue(HardwareCategory::cpu, points));
+    EXPECT_FALSE(hardwareNewestPointHasValue(HardwareCategory::fan, points));
+    EXPECT_FALSE(hardwareNewestPointHasValue(HardwareCategory::cpu, {}));
+}
+
+TEST_F(HardwareTextsTest, ScalesAreFixedOrFollowThePeak)
+{
+    struct Row {
+        const char *name;
+        HardwareCategory category;
+        std::vector<QPointF> series;
+        HardwareScale scale;
+    };
+    const Row rows[] = {
+        {"fan 5000", HardwareCategory::fan, seriesOf({1200, 5000}), {0, 5750}},
+        {"fan 2000", HardwareCategory::fan, seriesOf({2000}), {0, 4000}},
+        {"fan empty", HardwareCategory::fan, {}, {0, 4000}},
+        {"fan 30000", HardwareCategory::fan, seriesOf({30'000}), {0, 34'500}},
+        {"fan 0", HardwareCategory::fan, seriesOf({0}), {0, 4000}},
+        {"disk 3", HardwareCategory::disk, seriesOf({3}), {0, 10}},
+        {"disk 20", HardwareCategory::disk, seriesOf({2, 20}), {0, 24}},
+        {"disk empty", HardwareCategory::disk, {}, {0, 10}},
+        {"disk 10 GB/s", HardwareCategory::disk, seriesOf({10'000}), {0, 12'000}},
+        {"temperature 95", HardwareCategory::temperature, seriesOf({95}), {30, 90}},
+        {"temperature -5", HardwareCategory::temperature, seriesOf({-5}), {30, 90}},
+        {"cpu", HardwareCategory::cpu, seriesOf({100}), {0, 100}},
+        {"memory", HardwareCategory::memory, {}, {0, 100}},
+    };
+    for (const Row &row : rows) {
+        const HardwareScale scale = hardwareScale(row.category, row.series);
+        EXPECT_DOUBLE_EQ(scale.lowerBound, row.scale.lowerBound) << row.name;
+        EXPECT_DOUBLE_EQ(scale.upperBound, row.scale.upperBound) << row.name;
+    }
+}
+
+TEST_F(HardwareTextsTest, TicksAreRoundAndInsideTheScale)
+{
+    struct Row {
+        HardwareScale scale;
+        std::vector<double> ticks;
+    };
+    const Row rows[] = {
+        {{30, 90}, {30, 40, 50, 60, 70, 80, 90}},
+        {{0, 100}, {0, 20, 40, 60, 80, 100}},
+        {{0, 5750}, {0, 1000, 2000, 3000, 4000, 5000}},
+        {{0, 10}, {0, 2, 4, 6, 8, 10}},
+        {{0, 24}, {0, 5, 10, 15, 20}},
+        {{0, 0}, {}},
+        {{0, std::numeric_limits<double>::infinity()}, {}},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(hardwareScaleTicks(row.scale), row.ticks) << row.scale.upperBound;
+}
+
+TEST_F(HardwareTextsTest, AxisLabels)
+{
+    EXPECT_EQ(hardwareTimeAxisLabel(0), QStringLiteral("-60s"));
+    EXPECT_EQ(hardwareTimeAxisLabel(30), QStringLiteral("-30s"));
+    EXPECT_EQ(hardwareTimeAxisLabel(60), QStringLiteral("现在"));
+    EXPECT_EQ(hardwareAxisValueText(HardwareCategory::temperature, 45), QStringLiteral("45"));
+    EXPECT_EQ(hardwareAxisValueText(HardwareCategory::cpu, 40), QStringLiteral("40"));
+    EXPECT_EQ(hardwareAxisValueText(HardwareCategory::disk, 2.5), QStringLiteral("2.5"));
+    EXPECT_EQ(hardwareAxisValueText(HardwareCategory::disk, 4), QStringLiteral("4"));
+    EXPECT_EQ(hardwareAxisValueText(HardwareCategory::fan, 5000), QStringLiteral("5,000"));
+}
+
+TEST_F(HardwareTextsTest, CurrentFigureForEveryReadingCase)
+{
+    struct Row {
+        SensorReadingCase readingCase;
+        std::array<const char *, 6> texts; // in category order
+    };
+    const Row rows[] = {
+        {SensorReadingCase::available, {"61.3°C", "42%", "12%", "65%", "7.2 MB/s", "1,900 RPM"}},
+        // An unreadable temperature is "collecting" here: the status line says why.
+        {SensorReadingCase::unsupported,
+         {"采集中", "不可用", "不可用", "不可用", "不可用", "不可用"}},
+        {SensorReadingCase::permissionDenied,
+         {"采集中", "权限受限", "权限受限", "权限受限", "权限受限", "权限受限"}},
+        {SensorReadingCase::temporarilyUnavailable,
+         {"采集中", "不可用", "不可用", "不可用", "不可用", "不可用"}},
+        {SensorReadingCase::warmingUp,
+         {"采集中", "采集中", "采集中", "采集中", "采集中", "采集中"}},
+    };
+    for (const Row &row : rows) {
+        const SystemMetricSample sample = sampleOf(row.readingCase);
+        for (std::size_t i = 0; i < kAllHardwareCategories.size(); ++i) {
+            EXPECT_EQ(hardwareCurrentText(kAllHardwareCategories[i], sample),
+                      QString::fromUtf8(row.texts[i]))
+                << sensorReadingCaseName(row.readingCase).toStdString() << " " << kCategoryNames[i];
+            EXPECT_EQ(hardwareCurrentText(kAllHardwareCategories[i], std::nullopt),
+                      QStringLiteral("采集中"));
+        }
+    }
+    SystemMetricSample noMemory = sampleOf(SensorReadingCase::available);
+    noMemory.memoryUsage = SensorReading<SystemMemoryUsage>::available({0, 0}, QStringLiteral("t"));
+    EXPECT_EQ(hardwareCurrentText(HardwareCategory::memory, noMemory), QStringLiteral("0%"));
+}
+
+TEST_F(HardwareTextsTest, StatusWordsByState)
+{
+    struct ThermalRow {
+        std::optional<SystemThermalState> state;
+        const char *text;
+        QRgb color;
+    };
+    const ThermalRow thermalRows[] = {
+        {SystemThermalState::nominal, "热状态正常", P::success},
+        {SystemThermalState::fair, "热状态偏热", P::warning},
+        {SystemThermalState::serious, "热状态较热", P::danger},
+        {SystemThermalState::critical, "热状态过热", P::danger},
+        {SystemThermalState::unknown, "热状态采集中", P::textTertiary},
+        {std::nullopt, "热状态采集中", P::textTertiary},
+    };
+    for (const ThermalRow &row : thermalRows) {
+        std::optional<SystemMetricSample> sample;
+        if (row.state)
+            sample = sampleOf(SensorReadingCase::unsupported, *row.state);
+        EXPECT_EQ(hardwareStatusLine(HardwareCategory::temperature, sample),
+                  (HardwareStatusLine{QString::fromUtf8(row.text), row.color}))
+            << row.text;
+    }
+
+    struct ReadingRow {
+        std::optional<SensorReadingCase> readingCase;
+        const char *text;
+        QRgb color;
+    };
+    const ReadingRow readingRows[] = {
+        {SensorReadingCase::available, "数据正常", P::success},
+        {SensorReadingCase::warmingUp, "正在采集", P::warning},
+        {SensorReadingCase::unsupported, "当前不可用", P::textTertiary},
+        {SensorReadingCase::permissionDenied, "当前不可用", P::textTertiary},
+        {SensorReadingCase::temporarilyUnavailable, "当前不可用", P::textTertiary},
+        {std::nullopt, "正在采集", P::warning},
+    };
+    for (const ReadingRow &row : readingRows) {
+        std::optional<SystemMetricSample> sample;
+        if (row.readingCase)
+            sample = sampleOf(*row.readingCase, SystemThermalState::critical);
+        for (std::size_t i = 1; i < kAllHardwareCategories.size(); ++i)
+            EXPECT_EQ(hardwareStatusLine(kAllHardwareCategories[i], sample),
+                      (HardwareStatusLine{QString::fromUtf8(row.text), row.color}))
+                << row.text << " " << kCategoryNames[i];
+    }
+}
+
+TEST_F(HardwareTextsTest, SensorTableColumnsByWidth)
+{
+    struct Row {
+        double width;
+        SensorTableColumns columns;
+    };
+    const Row rows[] = {
+        {1100, {520, 260, 180, 140}},
+        {1400, {520, 260, 180, 440}},
+        {800, {368, 184, 128, 120}},
+        {1099, {1099 - 252.77 - 175.84 - 164.85, 252.77, 175.84, 164.85}},
+        {500, {180, 140, 120, 100}}, // the sensor column keeps its 180
+    };
+    for (const Row &row : rows) {
+        const SensorTableColumns columns = sensorTableColumns(row.width);
+        EXPECT_NEAR(columns.sensor, row.columns.sensor, 1e-9) << row.width;
+        EXPECT_NEAR(columns.location, row.columns.location, 1e-9) << row.width;
+        EXPECT_NEAR(columns.reading, row.columns.reading, 1e-9) << row.width;
+        EXPECT_NEAR(columns.status, row.columns.status, 1e-9) << row.width;
+    }
+}
+
+TEST_F(HardwareTextsTest, SensorLocationsAndStatusWords)
+{
+    const std::pair<const char *, const char *> locations[] = {
+        {"temperature", "SoC"},    {"gpu", "SoC"},
+        {"fan", "机身内部"},       {"memory", "系统"},
+        {"network", "系统"},       {"disk", "存储"},
+        {"processes", "当前用户"}, {"sampling", "正在建立数据源连接"},
+    };
+    for (const auto &[id, location] : locations) {
+        DashboardSensorStatus status;
+        status.id = QString::fromUtf8(id);
+        status.source = QStringLiteral("正在建立数据源连接");
+        EXPECT_EQ(sensorLocationText(status), QString::fromUtf8(location)) << id;
+    }
+    EXPECT_EQ(sensorStatusLook(SensorAvailability::available),
+              (SensorStatusLook{QStringLiteral("正常"), P::success}));
+    EXPECT_EQ(sensorStatusLook(SensorAvailability::warmingUp),
+              (SensorStatusLook{QStringLiteral("采集中"), P::warning}));
+    EXPECT_EQ(sensorStatusLook(SensorAvailability::unavailable),
+              (SensorStatusLook{QStringLiteral("不可用"), P::textTertiary}));
+}
+
+TEST(HardwareChartContentTest, ChartFollowsTheCategory)
+{
+    const std::vector<HardwareTrendPoint> points = {trendPoint(0, 20), trendPoint(60, 5000)};
+    const TrendChartContent fan = hardwareChartContent(HardwareCategory::fan, points);
+    ASSERT_EQ(fan.series.size(), 1u);
+    EXPECT_EQ(fan.series[0].color, QColor::fromRgb(P::chartBlue));
+    EXPECT_EQ(fan.series[0].lastPointMarkArea, 38.0);
+    EXPECT_EQ(fan.series[0].area, (TrendChartArea{0.0, 0.18, 0.01}));
+    EXPECT_DOUBLE_EQ(fan.y.upperBound, 5750);
+    EXPECT_EQ(fan.x.upperBound, 60.0);
+    ASSERT_EQ(fan.x.labels.size(), 3u);
+    EXPECT_EQ(fan.x.labels[0].text, QStringLiteral("-60s"));
+    EXPECT_EQ(fan.x.labels[2].text, QStringLiteral("现在"));
+
+    const TrendChartContent temperature =
+        hardwareChartContent(HardwareCategory::temperature, points);
+    EXPECT_EQ(temperature.series[0].area->baseValue, 30.0);
+    EXPECT_EQ(temperature.y.labels.front().text, QStringLiteral("30"));
+
+    std::vector<HardwareTrendPoint> gap = points;
+    gap.back().gpu.reset();
+    const TrendChartContent gpu = hardwareChartContent(HardwareCategory::gpu, gap);
+    EXPECT_EQ(gpu.series[0].points.size(), 1u);
+    EXPECT_FALSE(gpu.series[0].lastPointMarkArea.has_value());
+
+    const TrendChartContent empty = hardwareChartContent(HardwareCategory::memory, {});
+    EXPECT_TRUE(empty.isEmpty());
+    EXPECT_EQ(empty.style.emptyText, QStringLiteral("正在采集内存趋势…"));
+    EXPECT_EQ(empty.style.emptySymbol, QStringLiteral("waveform.path.ecg"));
+}

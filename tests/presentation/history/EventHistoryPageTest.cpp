@@ -1,0 +1,205 @@
+// The event history page over real store states: what it lists and selects
+// as incidents come and go, how the user filters, searches and picks a row,
+// the detail's moving duration, and a log of a thousand incidents.
+
+#include "presentation/history/EventHistoryPage.h"
+#include "presentation/history/EventHistoryToolbar.h"
+#include "presentation/history/IncidentDetailPanel.h"
+#include "presentation/history/IncidentListModel.h"
+#include "presentation/history/IncidentListPanel.h"
+#include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardWidgets.h"
+#include "support/IncidentFeed.h"
+
+#include <QLineEdit>
+#include <QListView>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class EventHistoryPageTest : public ::testing::Test {
+protected:
+    void SetUp() override { installDashboardAccessibility(); }
+
+    std::unique_ptr<EventHistoryPage> makePage()
+    {
+        DashboardPageActions actions;
+        actions.openDiagnosis = [this] { ++openedDiagnosis; };
+        auto page = std::make_unique<EventHistoryPage>(feed.store(), actions);
+        page->resize(1100, 700);
+        page->applyLayout(DashboardLayoutMetrics::forSize(1440, 900));
+        page->show();
+        return page;
+    }
+
+    static void click(EventHistoryPage &page, const QUuid &id)
+    {
+        const std::optional<int> row = page.listModel()->rowOf(id);
+        ASSERT_TRUE(row.has_value());
+        QListView *view = page.listPanel()->listView();
+        const QModelIndex index = page.listModel()->index(*row);
+        view->scrollTo(index);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
+    }
+
+    IncidentFeed feed;
+    int openedDiagnosis = 0;
+};
+
+TEST_F(EventHistoryPageTest, NoIncidentsShowsBothEmptyStates)
+{
+    auto page = makePage();
+    EXPECT_EQ(page->objectName(), QStringLiteral("page-event-history"));
+    EXPECT_TRUE(page->listPanel()->showsEmptyState());
+    EXPECT_TRUE(page->detailPanel()->showsPlaceholder());
+    EXPECT_EQ(page->selectedIncidentID(), std::nullopt);
+    auto *search = page->findChild<QLineEdit *>(QStringLiteral("eventHistorySearch"));
+    ASSERT_NE(search, nullptr);
+    EXPECT_EQ(search->placeholderText(), QStringLiteral("搜索事件或进程"));
+    auto *range = page->findChild<QWidget *>(QStringLiteral("eventHistoryRange"));
+    ASSERT_NE(range, nullptr);
+    EXPECT_EQ(accessibleText(range, QAccessible::Name), QStringLiteral("事件范围：本次会话"));
+}
+
+TEST_F(EventHistoryPageTest, SelectionFollowsTheRulesAsIncidentsArrive)
+{
+    auto page = makePage();
+    QSignalSpy resets(page->listModel(), &QAbstractItemModel::modelReset);
+
+    const QUuid first = feed.hot(QStringLiteral("cargo"), 90.0, 88.0);
+    ASSERT_FALSE(first.isNull());
+    EXPECT_EQ(page->selectedIncidentID(), first) << "a first incident is selected";
+    EXPECT_FALSE(page->listPanel()->showsEmptyState());
+    EXPECT_FALSE(page->detailPanel()->showsPlaceholder());
+
+    // The open incident moves with each sample; the list is updated in place.
+    feed.hot(QStringLiteral("cargo"), 95.0, 89.0);
+    feed.calm();
+    const QUuid newer = feed.hot(QStringLiteral("node"), 50.0, std::nullopt);
+    ASSERT_NE(newer, first);
+    EXPECT_EQ(page->listedIncidentIDs(), (std::vector<QUuid>{newer, first}));
+    EXPECT_EQ(page->selectedIncidentID(), first) << "a newer incident leaves the selection";
+    EXPECT_EQ(resets.count(), 0);
+
+    // The temperature filter hides the newer one (no temperature read); the
+    // "已解决" filter hides the open one, and the selection moves with it.
+    click(*page, newer);
+    EXPECT_EQ(page->selectedIncidentID(), newer);
+    QTest::mouseClick(page->toolbar()->chip(EventHistoryFilter::temperature), Qt::LeftButton);
+    EXPECT_EQ(page->filter(), EventHistoryFilter::temperature);
+    EXPECT_EQ(page->listedIncidentIDs(), (std::vector<QUuid>{first}));
+    EXPECT_EQ(page->selectedIncidentID(), first) << "a hidden selection moves to the newest";
+    EXPECT_EQ(
+        accessibleText(page->toolbar()->chip(EventHistoryFilter::temperature), QAccessible::Value),
+        QStringLiteral("已选择"));
+
+    QTest::mouseClick(page->toolbar()->chip(EventHistoryFilter::highLoad), Qt::LeftButton);
+    EXPECT_EQ(page->listedIncidentIDs(), (std::vector<QUuid>{newer, first}));
+    EXPECT_EQ(page->selectedIncidentID(), first) << "still listed: kept";
+
+    // Clearing the log empties the page at once.
+    feed.store().clearIncidents();
+    EXPECT_TRUE(page->listPanel()->showsEmptyState());
+    EXPECT_TRUE(page->detailPanel()->showsPlaceholder());
+    EXPECT_EQ(page->selectedIncidentID(), std::nullopt);
+}
+
+TEST_F(EventHistoryPageTest, ClickingARowSelectsItAndNeverDeselects)
+{
+    const QUuid older = feed.hot(QStringLiteral("cargo"), 90.0, 88.0);
+    feed.calm();
+    const QUuid newest = feed.hot(QStringLiteral("node"), 60.0, 80.0);
+    auto page = makePage();
+    EXPECT_EQ(page->selectedIncidentID(), newest) << "the page appears with the newest";
+
+    const QModelIndex olderRow = page->listModel()->index(*page->listModel()->rowOf(older));
+    click(*page, older);
+    EXPECT_EQ(page->selectedIncidentID(), older);
+    EXPECT_EQ(olderRow.data(IncidentListModel::AccessibleValueRole).toString(),
+              QStringLiteral("已选择"));
+    click(*page, older);
+    EXPECT_EQ(page->selectedIncidentID(), older);
+    EXPECT_EQ(page->detailPanel()->valueText(QStringLiteral("所属应用")),
+              feed.store().incidents().back().application);
+
+    page->selectIncident(QUuid::createUuid()); // not listed: nothing happens
+    EXPECT_EQ(page->selectedIncidentID(), older);
+}
+
+TEST_F(EventHistoryPageTest, SearchReadsApplicationAndDetailAndBlanksFindAll)
+{
+    feed.hot(QStringLiteral("cargo"), 90.0, 88.0);
+    feed.calm();
+    feed.hot(QStringLiteral("node"), 60.0, 80.0);
+    auto page = makePage();
+    auto *search = page->findChild<QLineEdit *>(QStringLiteral("eventHistorySearch"));
+    ASSERT_NE(search, nullptr);
+
+    const DashboardIncident &cargo = feed.store().incidents().back();
+    QTest::keyClicks(search, QStringLiteral("  ") + cargo.application.toUpper());
+    ASSERT_EQ(page->listedIncidentIDs().size(), 1u);
+    EXPECT_EQ(page->listedIncidentIDs().front(), cargo.id);
+    EXPECT_EQ(page->selectedIncidentID(), cargo.id) << "the newest was hidden";
+
+    search->setText(QStringLiteral("持续"));
+    EXPECT_TRUE(page->listedIncidentIDs().empty()) << "titles are not searched";
+    EXPECT_TRUE(page->listPanel()->showsEmptyState());
+    EXPECT_TRUE(page->detailPanel()->showsPlaceholder());
+
+    search->setText(QStringLiteral(" \t "));
+    EXPECT_EQ(page->listedIncidentIDs().size(), 2u);
+    EXPECT_EQ(page->selectedIncidentID(), page->listedIncidentIDs().front());
+}
+
+TEST_F(EventHistoryPageTest, DetailShowsTheIncidentAndItsMovingDuration)
+{
+    feed.hot(QStringLiteral("cargo"), 90.0, 76.0, 0.0);
+    feed.hot(QStringLiteral("cargo"), 90.0, 88.0, 30.0);
+    auto page = makePage();
+    const DashboardIncident &open = feed.store().incidents().front();
+    ASSERT_EQ(open.status, DashboardIncidentStatus::observing);
+    IncidentDetailPanel *detail = page->detailPanel();
+    EXPECT_TRUE(detail->startAndDurationText().endsWith(QStringLiteral(" 开始 · 持续 30 秒")))
+        << detail->startAndDurationText().toStdString();
+    EXPECT_EQ(detail->valueText(QStringLiteral("目标进程")), open.detail);
+    EXPECT_EQ(detail->valueText(QStringLiteral("CPU 峰值")), QStringLiteral("90%"));
+    EXPECT_EQ(detail->valueText(QStringLiteral("磁盘活动")), QStringLiteral("本次事件未记录"));
+    EXPECT_EQ(detail->adviceText(), open.detail) << "no action: the detail is the advice";
+
+    feed.hot(QStringLiteral("cargo"), 90.0, 88.0, 45.0);
+    EXPECT_TRUE(detail->startAndDurationText().endsWith(QStringLiteral("持续 1 分钟")));
+    // A pause: no sample arrives, the clock goes on, the text stays.
+    feed.store().stopMonitoring();
+    QTest::qWait(20);
+    EXPECT_TRUE(detail->startAndDurationText().endsWith(QStringLiteral("持续 1 分钟")));
+
+    auto *open_button = page->findChild<QAbstractButton *>(QStringLiteral("openDiagnosisButton"));
+    ASSERT_NE(open_button, nullptr);
+    QTest::mouseClick(open_button, Qt::LeftButton);
+    EXPECT_EQ(openedDiagnosis, 1);
+}
+
+TEST_F(EventHistoryPageTest, AThousandIncidentsListAndFilterWithoutLoss)
+{
+    feed.addClosedIncidents(1000);
+    ASSERT_EQ(feed.store().incidents().size(), 1000u);
+    auto page = makePage();
+    EXPECT_EQ(page->listModel()->rowCount(), 1000);
+    EXPECT_EQ(page->selectedIncidentID(), feed.store().incidents().front().id);
+
+    QTest::mouseClick(page->toolbar()->chip(EventHistoryFilter::highLoad), Qt::LeftButton);
+    // CPU 40 + i % 60: the peaks below 30 never occur, all stay.
+    EXPECT_EQ(page->listModel()->rowCount(), 1000);
+    page->findChild<QLineEdit *>(QStringLiteral("eventHistorySearch"))
+        ->setText(QStringLiteral("worker99"));
+    // worker99 and worker990..999.
+    EXPECT_EQ(page->listModel()->rowCount(), 11);
+    EXPECT_EQ(page->listModel()->index(10).data(IncidentListModel::ApplicationRole).toString(),
+              feed.store().incidents()[1000 - 100].application);
+    page->grab(); // paints without trouble
+}
+
+} // namespace

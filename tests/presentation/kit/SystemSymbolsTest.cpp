@@ -1,0 +1,243 @@
+#include "presentation/kit/SystemSymbols.h"
+#include "presentation/kit/DashboardLayoutEnvironment.h"
+#include "presentation/snapshot/ScriptedStore.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QSet>
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Every glyph is drawn into a box inset by this much from the image's edge,
+// so ink that leaves the box can be seen.
+constexpr int margin = 4;
+
+QImage render(const QString &name, int size, SymbolWeight weight = SymbolWeight::regular)
+{
+    QImage image(size + 2 * margin, size + 2 * margin, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paintSystemSymbol(painter, name, QRectF(margin, margin, size, size), Qt::black, weight);
+    return image;
+}
+
+struct Ink {
+    qint64 inside = 0; // summed alpha within the box
+    qint64 outside = 0;
+};
+
+Ink inkOf(const QImage &image, int inset = margin)
+{
+    Ink ink;
+    const QRect box = image.rect().adjusted(inset, inset, -inset, -inset);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const int alpha = qAlpha(image.pixel(x, y));
+            (box.contains(x, y) ? ink.inside : ink.outside) += alpha;
+        }
+    }
+    return ink;
+}
+
+TEST(SystemSymbols, everyNameDrawsInsideItsBoxAtEveryWeight)
+{
+    const QString unknown = QStringLiteral("no.such.symbol");
+    const QStringList names = systemSymbolNames() << unknown;
+    for (const QString &name : names) {
+        for (const int size : {16, 48}) {
+            for (const SymbolWeight weight : {SymbolWeight::regular, SymbolWeight::bold}) {
+                const Ink ink = inkOf(render(name, size, weight));
+                SCOPED_TRACE(qPrintable(QStringLiteral("%1 at %2").arg(name).arg(size)));
+                // At least a twentieth of the box, as a thin glyph covers.
+                EXPECT_GT(ink.inside, 255LL * size * size / 20);
+                EXPECT_EQ(ink.outside, 0);
+            }
+        }
+    }
+    EXPECT_FALSE(hasSystemSymbol(unknown));
+}
+
+TEST(SystemSymbols, namesAreUniqueAndGlyphsDistinct)
+{
+    QStringList names = systemSymbolNames();
+    EXPECT_EQ(QSet<QString>(names.begin(), names.end()).size(), names.size());
+    names << QStringLiteral("no.such.symbol");
+    std::vector<QImage> images;
+    for (const QString &name : names)
+        images.push_back(render(name, 48));
+    for (size_t first = 0; first < images.size(); ++first) {
+        for (size_t second = first + 1; second < images.size(); ++second)
+            EXPECT_NE(images[first], images[second])
+                << qPrintable(names[int(first)]) << " and " << qPrintable(names[int(second)]);
+    }
+}
+
+TEST(SystemSymbols, filledVariantsCarryMoreInkThanTheirOutlines)
+{
+    int pairs = 0;
+    for (const QString &outline : systemSymbolNames()) {
+        const QString filled = outline + QStringLiteral(".fill");
+        if (!hasSystemSymbol(filled))
+            continue;
+        ++pairs;
+        for (const int size : {16, 48}) {
+            SCOPED_TRACE(qPrintable(filled));
+            EXPECT_GT(inkOf(render(filled, size)).inside, inkOf(render(outline, size)).inside);
+        }
+    }
+    EXPECT_GE(pairs, 2); // checkmark.circle and fan at least
+}
+
+TEST(SystemSymbols, heavierWeightsCarryMoreInk)
+{
+    for (const QString &name : {QStringLiteral("cpu"), QStringLiteral("chevron.down")}) {
+        qint64 previous = 0;
+        for (const SymbolWeight weight : {SymbolWeight::regular, SymbolWeight::medium,
+                                          SymbolWeight::semibold, SymbolWeight::bold}) {
+            const qint64 ink = inkOf(render(name, 48, weight)).inside;
+            EXPECT_GT(ink, previous) << qPrintable(name);
+            previous = ink;
+        }
+    }
+}
+
+// Below about 14 pixels lines are held near one device pixel instead of
+// fading with the design width, so a small glyph is relatively heavier.
+TEST(SystemSymbols, smallGlyphsKeepTheirLinesNearOnePixel)
+{
+    for (const QString &name : {QStringLiteral("chevron.right"), QStringLiteral("globe")}) {
+        const double small = double(inkOf(render(name, 9)).inside) / (9 * 9);
+        const double large = double(inkOf(render(name, 48)).inside) / (48 * 48);
+        EXPECT_GT(small, 1.2 * large) << qPrintable(name);
+    }
+}
+
+// A box that starts part-way into a pixel gets the same pixels as one that
+// starts on it, instead of a blurred copy.
+TEST(SystemSymbols, glyphsStartOnWholePixels)
+{
+    const auto drawAt = [](QPointF origin) {
+        QImage image(24, 24, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        paintSystemSymbol(painter, QStringLiteral("cpu"), QRectF(origin, QSizeF(16, 16)),
+                          Qt::black);
+        return image;
+    };
+    EXPECT_EQ(drawAt({4.3, 3.8}), drawAt({4, 4}));
+}
+
+TEST(SystemSymbols, pixmapsFollowTheDevicePixelRatio)
+{
+    const QPixmap single = systemSymbolPixmap(QStringLiteral("cpu"), 16, Qt::black);
+    const QPixmap doubled =
+        systemSymbolPixmap(QStringLiteral("cpu"), 16, Qt::black, SymbolWeight::regular, 2.0);
+    EXPECT_EQ(single.size(), QSize(16, 16));
+    EXPECT_EQ(doubled.size(), QSize(32, 32));
+    EXPECT_EQ(doubled.deviceIndependentSize(), QSizeF(16, 16));
+    // The same glyph, drawn over four times the pixels.
+    const double ratio = double(inkOf(doubled.toImage(), 0).inside + 1) /
+                         double(inkOf(single.toImage(), 0).inside + 1);
+    EXPECT_NEAR(ratio, 4.0, 0.6);
+    EXPECT_FALSE(systemSymbolIcon(QStringLiteral("fan"), Qt::black).isNull());
+}
+
+TEST(SystemSymbols, absurdBoxesAndSizesDrawNothing)
+{
+    QImage image(16, 16, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const QRectF &box : {QRectF(0, 0, 0, 16), QRectF(0, 0, -8, 8), QRectF(0, 0, nan, 8),
+                              QRectF(nan, 0, 8, 8), QRectF(0, 0, infinity, infinity)})
+        paintSystemSymbol(painter, QStringLiteral("cpu"), box, Qt::black);
+    painter.end();
+    EXPECT_EQ(inkOf(image, 0).inside, 0);
+    for (const double size : {nan, -4.0, 0.0, 1e9}) {
+        const QPixmap pixmap = systemSymbolPixmap(QStringLiteral("cpu"), size, Qt::black);
+        EXPECT_EQ(pixmap.size(), QSize(1, 1));
+        EXPECT_EQ(inkOf(pixmap.toImage(), 0).inside, 0);
+    }
+}
+
+class ScaledHost : public QWidget, public DashboardLayoutHost {
+public:
+    explicit ScaledHost(double scale) { m_metrics.typographyScale = scale; }
+    const DashboardLayoutMetrics &layoutMetrics() const override { return m_metrics; }
+
+private:
+    DashboardLayoutMetrics m_metrics;
+};
+
+// The view draws its glyph centred, at the glyph size times the window's
+// typography scale unless told otherwise.
+TEST(SystemSymbols, viewCentresItsGlyphAndFollowsTheTextScale)
+{
+    ScaledHost host(1.5);
+    auto *view = new SymbolView(QStringLiteral("checkmark.circle.fill"), 16, Qt::black,
+                                SymbolWeight::regular, &host);
+    view->setFixedSize(40, 40);
+    const auto inkBounds = [&] {
+        const QImage image = view->grab().toImage();
+        QRect bounds;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qGray(image.pixel(x, y)) < 128) // black glyph on the window colour
+                    bounds |= QRect(x, y, 1, 1);
+            }
+        }
+        return bounds;
+    };
+    EXPECT_EQ(view->sizeHint(), QSize(24, 24));
+    const QRect scaled = inkBounds();
+    view->setScalesWithText(false);
+    EXPECT_EQ(view->sizeHint(), QSize(16, 16));
+    const QRect plain = inkBounds();
+    EXPECT_NEAR(double(scaled.width()) / plain.width(), 1.5, 0.15);
+    for (const QRect &bounds : {scaled, plain}) {
+        EXPECT_NEAR(bounds.center().x(), 19.5, 1.0);
+        EXPECT_NEAR(bounds.center().y(), 19.5, 1.0);
+    }
+}
+
+// A translucent colour must not darken where strokes meet: the glyph is one
+// outline, filled once.
+TEST(SystemSymbols, translucentGlyphPaintsEachPixelOnce)
+{
+    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    paintSystemSymbol(painter, QStringLiteral("network"), QRectF(0, 0, 48, 48),
+                      QColor(0, 0, 0, 100));
+    painter.end();
+    int maximum = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            maximum = std::max(maximum, qAlpha(image.pixel(x, y)));
+    }
+    EXPECT_EQ(maximum, 100);
+}
+
+// What the store hands the views must name a drawn glyph, not the placeholder.
+TEST(SystemSymbols, everyNameTheStoreUsesIsDrawn)
+{
+    ScriptedStore scripted;
+    EmptyScriptedStore empty;
+    QStringList used;
+    for (DashboardStore *store : {&scripted.store(), &empty.store()}) {
+        for (const DashboardSensorStatus &status : store->sensorStatuses())
+            used << status.symbolName;
+        for (const DashboardTask &task : store->allTasks())
+            used << task.symbolName;
+    }
+    EXPECT_GT(used.size(), 8);
+    for (const QString &name : used)
+        EXPECT_TRUE(hasSystemSymbol(name)) << qPrintable(name);
+}
+
+} // namespace

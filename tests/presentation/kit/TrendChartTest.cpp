@@ -1,0 +1,291 @@
+#include "presentation/kit/TrendChart.h"
+#include "presentation/kit/Accessibility.h"
+
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+namespace {
+
+constexpr double kTolerance = 1e-6;
+
+// What the chart paints on a transparent canvas: a pixel has ink when it is
+// not (nearly) transparent.
+QImage render(TrendChart &chart)
+{
+    QImage image(chart.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    chart.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return image;
+}
+
+bool hasInk(const QImage &image, int x, int y)
+{
+    return qAlpha(image.pixel(x, y)) > 8;
+}
+
+// Counts the inked pixels of `area` (in widget pixels) that `where` accepts.
+int inkIn(
+    const QImage &image, const QRect &area,
+    const std::function<bool(int, int)> &where = [](int, int) { return true; })
+{
+    int count = 0;
+    const QRect bounded = area.intersected(image.rect());
+    for (int y = bounded.top(); y <= bounded.bottom(); ++y)
+        for (int x = bounded.left(); x <= bounded.right(); ++x)
+            if (where(x, y) && hasInk(image, x, y))
+                ++count;
+    return count;
+}
+
+// A chart with nothing but its data on a transparent plot: no labels, no grid.
+TrendChartContent bareContent(std::vector<TrendChartSeries> series)
+{
+    TrendChartContent content;
+    content.x.showsLabels = false;
+    content.y.showsLabels = false;
+    content.style.plotBackground = Qt::transparent;
+    content.series = std::move(series);
+    return content;
+}
+
+TrendChartSeries series(std::vector<QPointF> points, QColor color = Qt::blue)
+{
+    TrendChartSeries result;
+    result.name = QStringLiteral("CPU");
+    result.points = std::move(points);
+    result.color = color;
+    return result;
+}
+
+void expectNear(QPointF actual, QPointF expected, const char *what)
+{
+    EXPECT_NEAR(actual.x(), expected.x(), 1e-3) << what;
+    EXPECT_NEAR(actual.y(), expected.y(), 1e-3) << what;
+}
+
+TEST(TrendChartSpline, PassesThroughEveryPointWithOneCubicPerGap)
+{
+    const std::vector<std::vector<QPointF>> cases = {
+        {{0, 0}, {10, 5}},
+        {{0, 40}, {7, -3}, {9, 12}},
+        {{0, 0}, {1, 100}, {2, 0}, {3, 100}, {4, 0}, {50, 50}},
+    };
+    for (const auto &points : cases) {
+        for (const double tension : {0.0, 0.5, 1.0}) {
+            const QPainterPath path = cardinalSplinePath(points, tension);
+            ASSERT_EQ(path.elementCount(), 1 + 3 * int(points.size() - 1));
+            EXPECT_TRUE(path.elementAt(0).isMoveTo());
+            expectNear(path.elementAt(0), points[0], "start");
+            for (std::size_t i = 1; i < points.size(); ++i) {
+                const int end = 3 * int(i);
+                EXPECT_EQ(path.elementAt(end - 2).type, QPainterPath::CurveToElement);
+                expectNear(path.elementAt(end), points[i], "segment end");
+            }
+        }
+    }
+}
+
+TEST(TrendChartSpline, ControlPointsFollowTheTensionedCardinalForm)
+{
+    // k = (1 - 0.5) / 6 = 1/12; the ends stand in for their missing neighbours.
+    const QPainterPath path = cardinalSplinePath({{0, 0}, {10, 20}, {20, 10}, {30, 30}}, 0.5);
+    ASSERT_EQ(path.elementCount(), 10);
+    const std::vector<QPointF> controls = {
+        {10.0 / 12, 20.0 / 12},           {10 - 20.0 / 12, 20 - 10.0 / 12},
+        {10 + 20.0 / 12, 20 + 10.0 / 12}, {20 - 20.0 / 12, 10 - 10.0 / 12},
+        {20 + 20.0 / 12, 10 + 10.0 / 12}, {30 - 10.0 / 12, 30 - 20.0 / 12},
+    };
+    for (int segment = 0; segment < 3; ++segment) {
+        expectNear(path.elementAt(1 + 3 * segment), controls[2 * segment], "first control");
+        expectNear(path.elementAt(2 + 3 * segment), controls[2 * segment + 1], "second control");
+    }
+    // Tension 1 pulls the controls onto the ends: straight segments.
+    const QPainterPath straight = cardinalSplinePath({{0, 0}, {10, 20}, {20, 10}}, 1.0);
+    expectNear(straight.elementAt(1), {0, 0}, "straight first control");
+    expectNear(straight.elementAt(2), {10, 20}, "straight second control");
+}
+
+TEST(TrendChartSpline, OnePointIsOnlyAMoveAndNoneIsEmpty)
+{
+    const QPainterPath one = cardinalSplinePath({{3, 4}}, 0.5);
+    ASSERT_EQ(one.elementCount(), 1);
+    EXPECT_TRUE(one.elementAt(0).isMoveTo());
+    EXPECT_TRUE(cardinalSplinePath({}, 0.5).isEmpty());
+}
+
+TEST(TrendChartDrawing, OnePointDrawsOnlyItsMark)
+{
+    TrendChartSeries lone = series({{50, 50}});
+    lone.area = TrendChartArea{0.0, 1.0, 1.0};
+    lone.lastPointMarkArea = 100.0; // radius sqrt(100 / pi), about 5.6
+    TrendChart chart;
+    chart.resize(300, 160);
+    chart.setContent(bareContent({lone}));
+    const QImage image = render(chart);
+
+    const QPointF mark = chart.mapToPlot({50, 50});
+    const double reach = std::sqrt(100.0 / M_PI) + 1.0 + 1.5; // fill, ring, antialiasing
+    const auto near = [&](int x, int y) {
+        return std::hypot(x + 0.5 - mark.x(), y + 0.5 - mark.y()) <= reach;
+    };
+    const QRect plot = chart.plotRect().toAlignedRect();
+    EXPECT_GT(inkIn(image, plot, near), 60);
+    EXPECT_EQ(inkIn(image, plot, [&](int x, int y) { return !near(x, y); }), 0);
+    EXPECT_EQ(qBlue(image.pixel(int(mark.x()), int(mark.y()))), 255);
+}
+
+TEST(TrendChartDrawing, EmptySeriesShowTheOverlayInTheMiddle)
+{
+    TrendChartContent content = bareContent({series({}), series({{0, std::nan("")}})});
+    content.style.emptyText = QStringLiteral("正在采集系统趋势…");
+    content.style.emptyColor = Qt::black;
+    TrendChart chart;
+    chart.resize(400, 200);
+    installDashboardAccessibility();
+    chart.setContent(content);
+    const QImage image = render(chart);
+
+    const QPointF centre = chart.plotRect().center();
+    EXPECT_GT(inkIn(image, QRect(int(centre.x()) - 60, int(centre.y()) - 10, 120, 20)), 30);
+    EXPECT_EQ(inkIn(image, QRect(0, 0, 400, 60)), 0);
+    EXPECT_EQ(accessibleText(&chart, QAccessible::Value), content.style.emptyText);
+
+    // One value is data: the overlay gives way to it.
+    content.series[1].points = {{0, 10}};
+    chart.setContent(content);
+    EXPECT_EQ(inkIn(render(chart), QRect(int(centre.x()) - 60, int(centre.y()) - 10, 120, 20)), 0);
+}
+
+TEST(TrendChartDrawing, NothingDrawsOutsideThePlot)
+{
+    // Labels reserve room under and beside the plot but draw nothing visible,
+    // so any ink there is a curve or mark that escaped.
+    const double nan = std::nan("");
+    const double inf = std::numeric_limits<double>::infinity();
+    const std::vector<std::vector<QPointF>> cases = {
+        {{0, 50}, {30, 120}, {60, -40}, {100, 180}}, // beyond the domain
+        {{-50, 10}, {0, 100}, {2, 0}, {4, 100}, {250, 100}},
+        {{0, 10}, {20, nan}, {inf, 40}, {60, -inf}, {80, 90}}, // absurd readings
+        {{100, 30}, {0, 90}, {50, 10}},                        // out of order
+    };
+    for (const auto &points : cases) {
+        TrendChartSeries wild = series(points);
+        wild.area = TrendChartArea{-30.0, 1.0, 1.0};
+        wild.lineWidth = 4.0;
+        wild.roundCapsAndJoins = true;
+        wild.lastPointMarkArea = 60.0;
+        TrendChartContent content = bareContent({wild});
+        content.x.showsLabels = true;
+        content.y.showsLabels = true;
+        content.x.labels = {{0, QStringLiteral("-60s")}, {100, QStringLiteral("现在")}};
+        content.y.labels = {{0, QStringLiteral("0")}, {100, QStringLiteral("100")}};
+        content.style.labelColor = Qt::transparent;
+        TrendChart chart;
+        chart.resize(300, 160);
+        chart.setContent(content);
+        const QImage image = render(chart);
+
+        const QRect plot = chart.plotRect().toAlignedRect();
+        ASSERT_LT(plot.bottom(), 150);
+        ASSERT_LT(plot.right(), 290);
+        EXPECT_GT(inkIn(image, plot), 500);
+        EXPECT_EQ(inkIn(image, QRect(0, plot.bottom() + 1, 300, 160)), 0);
+        EXPECT_EQ(inkIn(image, QRect(plot.right() + 1, 0, 300, 160)), 0);
+    }
+}
+
+TEST(TrendChartDrawing, ValuesBeyondTheDomainClampToItsEdge)
+{
+    TrendChartSeries high = series({{0, 50}, {30, 120}, {100, 50}});
+    TrendChart chart;
+    chart.resize(300, 160);
+    chart.setContent(bareContent({high}));
+    const QPointF peak = chart.mapToPlot({30, 120});
+    EXPECT_NEAR(peak.y(), chart.valueRect().top(), kTolerance);
+    EXPECT_TRUE(hasInk(render(chart), int(peak.x()), int(peak.y())));
+}
+
+TEST(TrendChartDrawing, AreaFillsBetweenTheCurveAndItsBase)
+{
+    struct Case {
+        double base;
+        double probe;
+        bool inked;
+    };
+    const Case cases[] = {
+        {30, 45, true},  // between the base and the curve at 60
+        {30, 15, false}, // below the base
+        {30, 80, false}, // above the curve
+        {0, 15, true},   // the lower bound as base
+        {0, 2, true},
+    };
+    for (const Case &c : cases) {
+        TrendChartSeries flat = series({{0, 60}, {50, 60}, {100, 60}});
+        flat.area = TrendChartArea{c.base, 0.5, 0.5};
+        TrendChart chart;
+        chart.resize(300, 200);
+        chart.setContent(bareContent({flat}));
+        const QImage image = render(chart);
+        const QPointF at = chart.mapToPlot({50, c.probe});
+        EXPECT_EQ(hasInk(image, int(at.x()), int(at.y())), c.inked)
+            << "base " << c.base << ", probe " << c.probe;
+    }
+}
+
+TEST(TrendChartLayout, LabelsTakeTheirRoomBesideThePlot)
+{
+    struct Case {
+        bool xLabels;
+        bool yLabels;
+        TrendChartLabelEdge edge;
+        bool roomBelow;
+        bool roomLeading;
+        bool roomTrailing;
+    };
+    const Case cases[] = {
+        {false, false, TrendChartLabelEdge::trailing, false, false, false},
+        {true, false, TrendChartLabelEdge::trailing, true, false, false},
+        {true, true, TrendChartLabelEdge::trailing, true, false, true},
+        {false, true, TrendChartLabelEdge::leading, false, true, false},
+    };
+    for (const Case &c : cases) {
+        TrendChartContent content = bareContent({series({{0, 0}, {100, 100}})});
+        content.x.showsLabels = c.xLabels;
+        content.y.showsLabels = c.yLabels;
+        content.y.labelEdge = c.edge;
+        content.x.labels = {{0, QStringLiteral("-30 分钟")}, {100, QStringLiteral("现在")}};
+        content.y.labels = {{0, QStringLiteral("0")}, {100, QStringLiteral("6,000")}};
+        TrendChart chart;
+        chart.resize(300, 160);
+        chart.setContent(content);
+        const QRectF plot = chart.plotRect();
+        EXPECT_EQ(plot.bottom() < 150, c.roomBelow);
+        EXPECT_EQ(plot.left() > 10, c.roomLeading);
+        EXPECT_EQ(plot.right() < 290, c.roomTrailing);
+        EXPECT_TRUE(QRectF(chart.rect()).contains(plot));
+        EXPECT_TRUE(plot.contains(chart.valueRect()));
+    }
+}
+
+TEST(TrendChartAccessibility, ValueReadsTheLastValueOfEachSeries)
+{
+    installDashboardAccessibility();
+    TrendChartSeries cpu = series({{0, 30}, {10, 42.4}});
+    cpu.valueUnit = QStringLiteral("%");
+    TrendChartSeries heat = series({{0, 70}, {5, 71.26}});
+    heat.name = QStringLiteral("温度");
+    heat.valueUnit = QStringLiteral("°C");
+    heat.valueFractionDigits = 1;
+    TrendChartSeries none = series({});
+    none.name = QStringLiteral("风扇");
+    TrendChart chart;
+    chart.setContent(bareContent({cpu, heat, none}));
+    EXPECT_EQ(accessibleText(&chart, QAccessible::Value), QStringLiteral("CPU 42%，温度 71.3°C"));
+}
+
+} // namespace

@@ -1,0 +1,290 @@
+#include "presentation/overview/OverviewTexts.h"
+#include "presentation/overview/OverviewTrendContent.h"
+
+#include "presentation/kit/DashboardPalette.h"
+
+#include <QLocale>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+namespace P = DashboardPalette;
+
+HeatTrendPoint point(double elapsed, std::optional<double> cpu,
+                     std::optional<double> temperature = std::nullopt)
+{
+    HeatTrendPoint result;
+    result.elapsedSeconds = elapsed;
+    result.cpu = cpu;
+    result.temperature = temperature;
+    result.thermalState = SystemThermalState::nominal;
+    return result;
+}
+
+SystemMetricSample sampleWith(SystemThermalState thermal)
+{
+    SystemMetricSample sample;
+    sample.timestamp = TimePoint::fromSecondsSince1970(1'700'000'000);
+    sample.thermalState = thermal;
+    return sample;
+}
+
+SensorReading<double> readingOf(SensorReadingCase readingCase, double value)
+{
+    switch (readingCase) {
+    case SensorReadingCase::available:
+        return SensorReading<double>::available(value, QStringLiteral("test"));
+    case SensorReadingCase::unsupported:
+        return SensorReading<double>::unsupported(QStringLiteral("no such sensor"));
+    case SensorReadingCase::permissionDenied:
+        return SensorReading<double>::permissionDenied(QStringLiteral("refused"));
+    case SensorReadingCase::temporarilyUnavailable:
+        return SensorReading<double>::temporarilyUnavailable(QStringLiteral("read failed"));
+    case SensorReadingCase::warmingUp:
+        break;
+    }
+    return SensorReading<double>::warmingUp();
+}
+
+const char *const kSampling = "采集中";
+
+// Numbers follow the user's locale; these tests pin one (and put the
+// previous one back) so they read the same on every machine.
+class OverviewTextsTest : public ::testing::Test {
+protected:
+    void SetUp() override { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
+    void TearDown() override { QLocale::setDefault(m_previous); }
+
+private:
+    QLocale m_previous;
+};
+
+} // namespace
+
+TEST_F(OverviewTextsTest, CPUMeanTakesTheLastFiveMinutesAndSkipsMissingValues)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    struct Row {
+        const char *name;
+        std::vector<HeatTrendPoint> points;
+        const char *expected;
+    };
+    const Row rows[] = {
+        {"no points", {}, kSampling},
+        {"only points before 1500 s", {point(0, 90), point(1499.9, 80)}, kSampling},
+        {"points in the window without CPU",
+         {point(1500, std::nullopt), point(1800, {})},
+         kSampling},
+        {"1500 s is inside, 1499 s is not",
+         {point(1499, 90), point(1500, 10), point(1800, 20)},
+         "15%"},
+        {"a missing CPU value is not a zero",
+         {point(1600, 40), point(1700, std::nullopt), point(1800, 60)},
+         "50%"},
+        {"a value that is not a number is left out", {point(1600, nan), point(1800, 30)}, "30%"},
+        {"halves round away from zero", {point(1700, 10), point(1800, 11)}, "11%"},
+        {"only what the window has", {point(1790, 7.4)}, "7%"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(overviewRecentCPUAverageText(row.points), QString::fromUtf8(row.expected))
+            << row.name;
+}
+
+TEST_F(OverviewTextsTest, ImpactBadgeChangesAtEightAndThirtyPercent)
+{
+    struct Row {
+        double cpu;
+        const char *text;
+        QRgb foreground;
+        QRgb background;
+    };
+    const Row rows[] = {
+        {0.0, "低影响", P::success, P::successBackground},
+        {7.99, "低影响", P::success, P::successBackground},
+        {8.0, "中影响", P::accent, P::accentBackground},
+        {29.99, "中影响", P::accent, P::accentBackground},
+        {30.0, "高影响", P::warning, P::warningBackground},
+        {480.0, "高影响", P::warning, P::warningBackground},
+        {std::numeric_limits<double>::quiet_NaN(), "低影响", P::success, P::successBackground},
+    };
+    for (const Row &row : rows) {
+        const OverviewImpactBadge badge = overviewImpactBadge(row.cpu);
+        EXPECT_EQ(badge, (OverviewImpactBadge{QString::fromUtf8(row.text), row.foreground,
+                                              row.background}))
+            << row.cpu;
+    }
+}
+
+TEST_F(OverviewTextsTest, CardsBeforeTheFirstSampleAllSayCollecting)
+{
+    const auto cards = overviewMetricCards(std::nullopt, {});
+    const char *const identifiers[] = {"liveMetric-temperature", "liveMetric-cpu", "liveMetric-fan",
+                                       "liveMetric-disk-io"};
+    for (std::size_t i = 0; i < cards.size(); ++i) {
+        EXPECT_EQ(cards[i].identifier, QLatin1String(identifiers[i]));
+        EXPECT_EQ(cards[i].value, QString::fromUtf8(kSampling)) << identifiers[i];
+    }
+    EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 采集中"));
+    EXPECT_EQ(cards[1].caption, QStringLiteral("CPU 负载 · 近 5 分钟平均 采集中"));
+    EXPECT_EQ(cards[2].caption, QStringLiteral("风扇转速 · 自动调速"));
+    EXPECT_EQ(cards[3].caption, QStringLiteral("磁盘 I/O · 当前合计"));
+    EXPECT_EQ(cards[3].accessibleLabel(), QStringLiteral("磁盘 I/O · 当前合计 采集中"));
+}
+
+TEST_F(OverviewTextsTest, CardsShowEveryReadingCaseInItsOwnWords)
+{
+    struct Row {
+        SensorReadingCase readingCase;
+        std::array<const char *, 4> values; // temperature, cpu, fan, disk
+    };
+    const Row rows[] = {
+        {SensorReadingCase::available, {"61.3°C", "42%", "1,900 rpm", "7.2 MB/s"}},
+        {SensorReadingCase::unsupported, {"不可用", "不可用", "不可用", "不可用"}},
+        {SensorReadingCase::permissionDenied, {"权限受限", "权限受限", "权限受限", "权限受限"}},
+        {SensorReadingCase::temporarilyUnavailable, {"不可用", "不可用", "不可用", "不可用"}},
+        {SensorReadingCase::warmingUp, {"采集中", "采集中", "采集中", "采集中"}},
+    };
+    for (const Row &row : rows) {
+        SystemMetricSample sample = sampleWith(SystemThermalState::fair);
+        sample.temperatureCelsius = readingOf(row.readingCase, 61.26);
+        sample.cpuUsage = readingOf(row.readingCase, 41.6);
+        sample.fanRPM = readingOf(row.readingCase, 1900.2);
+        sample.diskBytesPerSecond = readingOf(row.readingCase, 7'200'000);
+        const auto cards = overviewMetricCards(sample, {});
+        for (std::size_t i = 0; i < cards.size(); ++i)
+            EXPECT_EQ(cards[i].value, QString::fromUtf8(row.values[i]))
+                << sensorReadingCaseName(row.readingCase).toStdString() << " card " << i;
+        // The thermal state is not a reading: it is named whatever the sensors say.
+        EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 状态尚可"));
+    }
+}
+
+TEST_F(OverviewTextsTest, CardsHoldAbsurdReadingsAsNumbers)
+{
+    SystemMetricSample sample = sampleWith(SystemThermalState::critical);
+    sample.temperatureCelsius = readingOf(SensorReadingCase::available, -5.0);
+    sample.cpuUsage = readingOf(SensorReadingCase::available, 100.0);
+    sample.fanRPM = readingOf(SensorReadingCase::available, 30'000.0);
+    sample.diskBytesPerSecond = readingOf(SensorReadingCase::available, 10e9);
+    const auto cards = overviewMetricCards(sample, {point(1800, 100.0, -5.0)});
+    EXPECT_EQ(cards[0].value, QStringLiteral("-5.0°C"));
+    EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 状态临界"));
+    EXPECT_EQ(cards[1].caption, QStringLiteral("CPU 负载 · 近 5 分钟平均 100%"));
+    EXPECT_EQ(cards[2].value, QStringLiteral("30,000 rpm"));
+    EXPECT_EQ(cards[3].value, QStringLiteral("10.0 GB/s"));
+}
+
+TEST_F(OverviewTextsTest, IncidentStatusesHaveTheirTitlesAndDots)
+{
+    struct Row {
+        DashboardIncidentStatus status;
+        const char *title;
+        QRgb dot;
+    };
+    const Row rows[] = {
+        {DashboardIncidentStatus::observing, "高负载开始", P::warning},
+        {DashboardIncidentStatus::improved, "负载恢复", P::success},
+        {DashboardIncidentStatus::recoveredWithoutAction, "负载恢复", P::success},
+        {DashboardIncidentStatus::noImprovement, "仍需关注", P::textTertiary},
+        {DashboardIncidentStatus::insufficientData, "仍需关注", P::textTertiary},
+        {DashboardIncidentStatus::actionFailed, "操作失败", P::danger},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(overviewIncidentStatusLook(row.status),
+                  (OverviewIncidentStatusLook{QString::fromUtf8(row.title), row.dot}))
+            << row.title;
+}
+
+TEST_F(OverviewTextsTest, AxisLabelsCountWholeMinutesBeforeNow)
+{
+    const std::pair<double, const char *> rows[] = {
+        {1800, "现在"},     {1900, "现在"},  {1740, "-1 分钟"},
+        {1200, "-10 分钟"}, {0, "-30 分钟"}, {1201, "-9 分钟"},
+    };
+    for (const auto &[x, text] : rows)
+        EXPECT_EQ(overviewTrendAxisLabel(x), QString::fromUtf8(text)) << x;
+}
+
+TEST_F(OverviewTextsTest, ShortTimeHasNoDateAndSurvivesImpossibleTimes)
+{
+    const QString text = overviewShortTimeText(TimePoint::fromSecondsSince1970(1'795'444'200));
+    EXPECT_FALSE(text.isEmpty());
+    EXPECT_FALSE(text.contains(QStringLiteral("2026")));
+    EXPECT_TRUE(overviewShortTimeText(TimePoint::fromSecondsSince1970(std::nan(""))).isEmpty());
+    EXPECT_TRUE(overviewShortTimeText(TimePoint::fromSecondsSince1970(1e300)).isEmpty());
+}
+
+TEST(OverviewTrendContentTest, EmptyPointsGiveTheOverlayOnTheFixedScales)
+{
+    const TrendChartContent content = overviewTrendContent({});
+    EXPECT_TRUE(content.isEmpty());
+    EXPECT_EQ(content.style.emptyText, QStringLiteral("正在采集系统趋势…"));
+    EXPECT_EQ(content.style.plotCornerRadius, 16.0);
+    EXPECT_EQ(content.x.lowerBound, 0.0);
+    EXPECT_EQ(content.x.upperBound, 1800.0);
+    EXPECT_EQ(content.y.lowerBound, 0.0);
+    EXPECT_EQ(content.y.upperBound, 100.0);
+    EXPECT_FALSE(content.y.showsLabels);
+    ASSERT_FALSE(content.x.labels.empty());
+    EXPECT_EQ(content.x.labels.back().text, QStringLiteral("现在"));
+    EXPECT_EQ(content.x.labels.front().text, QStringLiteral("-30 分钟"));
+}
+
+TEST(OverviewTrendContentTest, SeriesKeepOnlyPointsWithValuesAndMarkTheNewest)
+{
+    struct Row {
+        const char *name;
+        std::vector<HeatTrendPoint> points;
+        std::size_t cpuPoints;
+        std::size_t temperaturePoints;
+        bool cpuMark;
+        bool temperatureMark;
+    };
+    const Row rows[] = {
+        {"one point", {point(1800, 40, 60)}, 1, 1, true, true},
+        {"gaps are left out",
+         {point(1000, 40, std::nullopt), point(1400, {}, 61), point(1800, 45, 62)},
+         2,
+         2,
+         true,
+         true},
+        {"newest point without CPU: no CPU mark",
+         {point(1700, 40, 60), point(1800, {}, 61)},
+         1,
+         2,
+         false,
+         true},
+        {"temperature never read", {point(1700, 40), point(1800, 50)}, 2, 0, true, false},
+    };
+    for (const Row &row : rows) {
+        const TrendChartContent content = overviewTrendContent(row.points);
+        ASSERT_EQ(content.series.size(), 2u);
+        const TrendChartSeries &cpu = content.series[0];
+        const TrendChartSeries &temperature = content.series[1];
+        EXPECT_EQ(cpu.points.size(), row.cpuPoints) << row.name;
+        EXPECT_EQ(temperature.points.size(), row.temperaturePoints) << row.name;
+        EXPECT_EQ(cpu.lastPointMarkArea.has_value(), row.cpuMark) << row.name;
+        EXPECT_EQ(temperature.lastPointMarkArea.has_value(), row.temperatureMark) << row.name;
+        EXPECT_FALSE(content.isEmpty()) << row.name;
+    }
+}
+
+TEST(OverviewTrendContentTest, SeriesLookAndAreaBases)
+{
+    const TrendChartContent content = overviewTrendContent({point(1800, 40, 60)});
+    const TrendChartSeries &cpu = content.series[0];
+    const TrendChartSeries &temperature = content.series[1];
+    EXPECT_EQ(cpu.name, QStringLiteral("CPU"));
+    EXPECT_EQ(cpu.color, QColor::fromRgb(P::warning));
+    EXPECT_EQ(cpu.lineWidth, 2.4);
+    EXPECT_EQ(cpu.area, (TrendChartArea{0.0, 0.18, 0.01}));
+    EXPECT_EQ(cpu.lastPointMarkArea, 28.0);
+    EXPECT_EQ(temperature.name, QStringLiteral("温度"));
+    EXPECT_EQ(temperature.color, QColor::fromRgb(P::accent));
+    EXPECT_EQ(temperature.area, (TrendChartArea{kOverviewTemperatureBaseCelsius, 0.1, 0.01}));
+    EXPECT_EQ(temperature.points.front(), QPointF(1800, 60));
+}

@@ -1,0 +1,160 @@
+// The menu bar item over a real store: it follows each tick, shows or hides
+// the tray icon as the desktop's tray comes and goes, offers the panel's two
+// actions, and without a tray the dashboard's brand block opens the panel.
+
+#include "presentation/app/KilnWardenApplication.h"
+#include "presentation/shell/DashboardShell.h"
+#include "presentation/shell/DashboardSidebar.h"
+#include "presentation/shell/DashboardWindow.h"
+#include "presentation/tray/KilnWardenMenuBarItem.h"
+#include "presentation/tray/KilnWardenMenuBarLabel.h"
+#include "presentation/tray/KilnWardenMenuBarPanel.h"
+#include "presentation/tray/MenuBarPanelPopup.h"
+#include "support/StoreTesting.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLayout>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+SystemMetricSample hotSample(double at)
+{
+    SystemMetricSample sample = makeSample(at);
+    sample.thermalState = SystemThermalState::critical;
+    sample.temperatureCelsius = SensorReading<double>::available(93.0, QStringLiteral("test"));
+    return sample;
+}
+
+TEST(MenuBarItem, followsTheStoreOncePerTick)
+{
+    auto store = makeStoreForTesting();
+    KilnWardenMenuBarItem item(*store, [] { return false; });
+    EXPECT_EQ(item.presentation().state, MenuBarPresentationState::collecting);
+    EXPECT_EQ(item.trayIcon()->toolTip(), QStringLiteral("KilnWarden"));
+
+    store->ingest(hotSample(1000.0));
+    EXPECT_EQ(item.presentation(), store->menuBarPresentation());
+    EXPECT_EQ(item.presentation().state, MenuBarPresentationState::actionRecommended);
+    EXPECT_EQ(item.trayIcon()->toolTip(), QStringLiteral("KilnWarden 建议处理 · 93°"));
+    EXPECT_EQ(item.popup()->panel()->presentation(), store->menuBarPresentation());
+
+    SystemMetricSample calm = makeSample(1002.0);
+    calm.temperatureCelsius = SensorReading<double>::available(51.0, QStringLiteral("test"));
+    store->ingest(calm);
+    EXPECT_EQ(item.trayIcon()->toolTip(), QStringLiteral("正常 · 51°"));
+    EXPECT_EQ(item.popup()->panel()->presentation().state, MenuBarPresentationState::normal);
+}
+
+TEST(MenuBarItem, showsTheIconWhileTheDesktopHasATray)
+{
+    auto store = makeStoreForTesting();
+    bool trayPresent = false;
+    KilnWardenMenuBarItem item(*store, [&trayPresent] { return trayPresent; });
+    QSignalSpy changes(&item, &KilnWardenMenuBarItem::trayAvailabilityChanged);
+    EXPECT_FALSE(item.isTrayAvailable());
+    EXPECT_FALSE(item.trayIcon()->isVisible());
+
+    // The tray appears, goes away and comes back while the program runs; the
+    // item notices at the next tick.
+    const bool steps[] = {true, true, false, true};
+    double at = 1000.0;
+    QList<bool> expectedChanges;
+    bool last = false;
+    for (const bool present : steps) {
+        trayPresent = present;
+        store->ingest(makeSample(at += 2.0));
+        EXPECT_EQ(item.isTrayAvailable(), present);
+        EXPECT_EQ(item.trayIcon()->isVisible(), present);
+        if (present != last)
+            expectedChanges << present;
+        last = present;
+    }
+    QList<bool> reported;
+    for (const QList<QVariant> &change : changes)
+        reported << change.first().toBool();
+    EXPECT_EQ(reported, expectedChanges);
+}
+
+TEST(MenuBarItem, contextMenuOffersThePanelsTwoActions)
+{
+    auto store = makeStoreForTesting();
+    KilnWardenMenuBarItem item(*store, [] { return true; });
+    QSignalSpy open(&item, &KilnWardenMenuBarItem::openDashboardRequested);
+    QSignalSpy quit(&item, &KilnWardenMenuBarItem::quitRequested);
+    const QList<QAction *> actions = item.contextMenu()->actions();
+    ASSERT_EQ(actions.size(), 2);
+    EXPECT_EQ(actions[0]->text(), QStringLiteral("打开仪表盘"));
+    EXPECT_EQ(actions[1]->text(), QStringLiteral("退出"));
+    actions[0]->trigger();
+    actions[1]->trigger();
+    EXPECT_EQ(open.count(), 1);
+    EXPECT_EQ(quit.count(), 1);
+    EXPECT_EQ(item.trayIcon()->contextMenu(), item.contextMenu());
+}
+
+TEST(MenuBarItem, panelButtonsCloseThePanelAndAsk)
+{
+    auto store = makeStoreForTesting();
+    KilnWardenMenuBarItem item(*store, [] { return true; });
+    QSignalSpy open(&item, &KilnWardenMenuBarItem::openDashboardRequested);
+    QSignalSpy quit(&item, &KilnWardenMenuBarItem::quitRequested);
+    for (const char *button : {"menuBar-open-dashboard", "menuBar-quit"}) {
+        SCOPED_TRACE(button);
+        item.openPanelAt(QRect(100, 0, 24, 24));
+        ASSERT_TRUE(item.popup()->isVisible());
+        auto *pushButton = item.popup()->findChild<QPushButton *>(QString::fromLatin1(button));
+        ASSERT_NE(pushButton, nullptr);
+        QTest::mouseClick(pushButton, Qt::LeftButton);
+        EXPECT_FALSE(item.popup()->isVisible());
+    }
+    EXPECT_EQ(open.count(), 1);
+    EXPECT_EQ(quit.count(), 1);
+}
+
+TEST(MenuBarItem, withoutATrayTheBrandBlockOpensThePanel)
+{
+    KilnWardenApplication application(
+        makeStoreForTesting(), {QStringLiteral("kilnwarden"), QStringLiteral("--dashboard-size"),
+                                QStringLiteral("1200"), QStringLiteral("800")});
+    application.launch();
+    QApplication::processEvents();
+    KilnWardenMenuBarItem *item = application.menuBarItem();
+    ASSERT_NE(item, nullptr);
+    // The offscreen platform has no tray, like a desktop without one.
+    ASSERT_FALSE(item->isTrayAvailable());
+    DashboardWindow *window = application.dashboardWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_FALSE(item->popup()->isVisible());
+
+    // A click while the window is hidden cannot reach the brand block; with
+    // the window back, the brand block opens the panel under itself.
+    window->hide();
+    application.showDashboardWindow();
+    QWidget *brand = window->shell()->sidebar()->brandBlock();
+    QTest::mouseClick(brand, Qt::LeftButton);
+    ASSERT_TRUE(item->popup()->isVisible());
+    // Under the mark and the name, whatever margins the block has around them.
+    const QRect content = brand->layout()->contentsRect();
+    const QRect contentGlobal(brand->mapToGlobal(content.topLeft()), content.size());
+    EXPECT_GT(item->popup()->geometry().top(), contentGlobal.bottom());
+    EXPECT_LT(item->popup()->geometry().top(), contentGlobal.bottom() + 12);
+    EXPECT_EQ(item->popup()->panel()->presentation(), application.store().menuBarPresentation());
+
+    // "打开仪表盘" closes the panel and brings the window to the front.
+    window->hide();
+    QTest::mouseClick(
+        item->popup()->findChild<QPushButton *>(QStringLiteral("menuBar-open-dashboard")),
+        Qt::LeftButton);
+    EXPECT_FALSE(item->popup()->isVisible());
+    EXPECT_TRUE(window->isVisible());
+    application.terminate();
+}
+
+} // namespace

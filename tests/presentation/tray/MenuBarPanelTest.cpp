@@ -1,0 +1,276 @@
+// The tray panel over made-up presentations, rendered offscreen: what it
+// chooses to show, what it says and speaks, its colours in the dark
+// appearance, and its buttons.
+
+#include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardPalette.h"
+#include "presentation/tray/KilnWardenMenuBarPanel.h"
+#include "presentation/tray/MenuBarAppearance.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using S = MenuBarPresentationState;
+
+MenuBarPresentationTask task(const QString &application = QStringLiteral("clang++"))
+{
+    return {application, QStringLiteral("243%"), QStringLiteral("12 分钟")};
+}
+
+MenuBarPresentation presentation(S state, std::optional<MenuBarPresentationTask> primaryTask = {},
+                                 std::optional<QString> statusMessage = {}, qint64 remaining = 0)
+{
+    MenuBarPresentation p;
+    p.state = state;
+    p.menuTitle = QStringLiteral("负载高 · 82°");
+    p.headline = QStringLiteral("负载高");
+    p.symbolName = QStringLiteral("exclamationmark.triangle.fill");
+    p.cpu = {QStringLiteral("cpu"), QStringLiteral("CPU"), QStringLiteral("64%"), std::nullopt};
+    p.temperature = {QStringLiteral("temperature"), QStringLiteral("温度"), QStringLiteral("82°C"),
+                     std::nullopt};
+    p.fan = {QStringLiteral("fan"), QStringLiteral("风扇"), QStringLiteral("受限"),
+             QStringLiteral("权限受限")};
+    p.statusMessage = std::move(statusMessage);
+    p.primaryTask = std::move(primaryTask);
+    p.remainingAttentionTaskCount = remaining;
+    return p;
+}
+
+// A shown panel, laid out as on screen.
+struct ShownPanel {
+    explicit ShownPanel(const MenuBarPresentation &p, bool dark = false)
+    {
+        panel.setPresentation(p);
+        panel.setDarkAppearance(dark);
+        panel.resize(panel.sizeHint());
+        panel.show();
+        QApplication::processEvents();
+    }
+    template <typename T = QWidget> T *child(const QString &name)
+    {
+        return panel.findChild<T *>(name);
+    }
+    bool shows(const QString &name)
+    {
+        QWidget *widget = child(name);
+        return widget && widget->isVisibleTo(&panel);
+    }
+    KilnWardenMenuBarPanel panel;
+};
+
+QColor over(const QColor &base, const QColor &tint)
+{
+    const double a = tint.alphaF();
+    return QColor::fromRgbF(static_cast<float>(tint.redF() * a + base.redF() * (1 - a)),
+                            static_cast<float>(tint.greenF() * a + base.greenF() * (1 - a)),
+                            static_cast<float>(tint.blueF() * a + base.blueF() * (1 - a)));
+}
+
+void expectNear(const QColor &actual, const QColor &expected)
+{
+    EXPECT_NEAR(actual.red(), expected.red(), 2) << qPrintable(actual.name());
+    EXPECT_NEAR(actual.green(), expected.green(), 2) << qPrintable(actual.name());
+    EXPECT_NEAR(actual.blue(), expected.blue(), 2) << qPrintable(actual.name());
+}
+
+TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
+{
+    const QString calm = QStringLiteral("当前未发现需要处理的持续高负载");
+    struct Case {
+        const char *name;
+        MenuBarPresentation presentation;
+        MenuBarPanelDetail detail;
+    };
+    const Case cases[] = {
+        {"collecting", presentation(S::collecting, {}, QStringLiteral("正在采集系统状态")),
+         MenuBarPanelDetail::message},
+        {"observing", presentation(S::observing, {}, QStringLiteral("正在观察系统状态")),
+         MenuBarPanelDetail::message},
+        {"normal", presentation(S::normal, {}, calm), MenuBarPanelDetail::message},
+        // A calm state never names a task, even when handed one.
+        {"normal with a task", presentation(S::normal, task(), calm), MenuBarPanelDetail::message},
+        {"normal without message", presentation(S::normal), MenuBarPanelDetail::none},
+        {"high load", presentation(S::highLoad, task()), MenuBarPanelDetail::primaryTask},
+        {"action", presentation(S::actionRecommended, task(), calm),
+         MenuBarPanelDetail::primaryTask},
+        {"high load without task", presentation(S::highLoad), MenuBarPanelDetail::none},
+        // An abnormal state without a task shows neither, message or not.
+        {"action without task", presentation(S::actionRecommended, {}, calm),
+         MenuBarPanelDetail::none},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(menuBarPanelDetail(c.presentation), c.detail);
+        ShownPanel shown(c.presentation);
+        EXPECT_EQ(shown.shows(QStringLiteral("menuBar-primary-task")),
+                  c.detail == MenuBarPanelDetail::primaryTask);
+        EXPECT_EQ(shown.shows(QStringLiteral("menuBar-status-message")),
+                  c.detail == MenuBarPanelDetail::message);
+        EXPECT_EQ(shown.panel.width(), 330);
+        // The panel is exactly as tall as its content: a hidden box takes no room.
+        EXPECT_EQ(shown.panel.height(), shown.panel.sizeHint().height());
+    }
+    // Showing the box makes the panel taller than showing nothing.
+    ShownPanel withBox(presentation(S::highLoad, task()));
+    ShownPanel without(presentation(S::highLoad));
+    EXPECT_GT(withBox.panel.height(), without.panel.height() + 40);
+}
+
+TEST(MenuBarPanel, namesThePrimaryTaskAndTheRemainingOnes)
+{
+    installDashboardAccessibility();
+    struct Case {
+        qint64 remaining;
+        QString text; // empty: no separator and no second text
+    };
+    const Case cases[] = {
+        {0, {}},
+        {-3, {}},
+        {1, QStringLiteral("另有 1 个需关注任务")},
+        {12, QStringLiteral("另有 12 个需关注任务")},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.remaining);
+        EXPECT_EQ(menuBarRemainingTaskText(c.remaining), c.text);
+        ShownPanel shown(presentation(S::highLoad, task(), {}, c.remaining));
+        auto *remaining = shown.child<QLabel>(QStringLiteral("menuBar-remaining-task-count"));
+        ASSERT_NE(remaining, nullptr);
+        EXPECT_EQ(remaining->isVisibleTo(&shown.panel), !c.text.isEmpty());
+        if (!c.text.isEmpty()) {
+            EXPECT_EQ(remaining->text(), c.text);
+            EXPECT_EQ(accessibleText(remaining, QAccessible::Name), c.text);
+        }
+        QStringList visibleTexts;
+        for (QLabel *label :
+             shown.child(QStringLiteral("menuBar-primary-task"))->findChildren<QLabel *>()) {
+            if (label->isVisibleTo(&shown.panel))
+                visibleTexts << label->text();
+        }
+        EXPECT_EQ(visibleTexts.contains(QStringLiteral("·")), !c.text.isEmpty());
+        EXPECT_TRUE(visibleTexts.contains(QStringLiteral("主要负载")));
+        EXPECT_TRUE(visibleTexts.contains(QStringLiteral("clang++")));
+        EXPECT_TRUE(visibleTexts.contains(QStringLiteral("243%")));
+        EXPECT_TRUE(visibleTexts.contains(QStringLiteral("运行 12 分钟")));
+    }
+}
+
+TEST(MenuBarPanel, speaksEachRowAsOneElement)
+{
+    installDashboardAccessibility();
+    MenuBarPresentation p = presentation(S::highLoad, task());
+    p.durationText = QStringLiteral("已持续 3 分钟");
+    ShownPanel shown(p);
+    struct Case {
+        const char *identifier;
+        QString name;
+    };
+    const Case cases[] = {
+        {"menuBar-status", QStringLiteral("负载高")},
+        {"menuBar-metric-cpu", QStringLiteral("CPU 64%")},
+        {"menuBar-metric-temperature", QStringLiteral("温度 82°C")},
+        // The short word shows; the full one is spoken.
+        {"menuBar-metric-fan", QStringLiteral("风扇 权限受限")},
+        {"menuBar-open-dashboard", QStringLiteral("打开仪表盘")},
+        {"menuBar-quit", QStringLiteral("退出")},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.identifier);
+        QWidget *widget = shown.child(QString::fromLatin1(c.identifier));
+        ASSERT_NE(widget, nullptr);
+        EXPECT_EQ(accessibleText(widget, QAccessible::Name), c.name);
+    }
+    EXPECT_EQ(accessibleText(shown.child(QStringLiteral("menuBar-status")), QAccessible::Value),
+              QStringLiteral("已持续 3 分钟"));
+    // The texts inside a combined row are not announced on their own.
+    QAccessibleInterface *value = QAccessible::queryAccessibleInterface(
+        shown.child(QStringLiteral("menuBar-metric-cpu"))->findChildren<QLabel *>().last());
+    ASSERT_NE(value, nullptr);
+    EXPECT_TRUE(value->state().invisible);
+}
+
+TEST(MenuBarPanel, paintsTheStateBackgroundsOfTheDarkAppearance)
+{
+    const QColor surface = menuBarPanelColors(true).background;
+    struct Case {
+        const char *name;
+        MenuBarPresentation presentation;
+        const char *box;
+        QColor expected;
+    };
+    using namespace DashboardPalette;
+    const Case cases[] = {
+        {"normal", presentation(S::normal, {}, QStringLiteral("当前未发现需要处理的持续高负载")),
+         "menuBar-status-message", over(surface, color(success, 0.22))},
+        {"collecting", presentation(S::collecting, {}, QStringLiteral("正在采集系统状态")),
+         "menuBar-status-message", over(surface, color(white, 0.1))},
+        {"observing", presentation(S::observing, {}, QStringLiteral("正在观察系统状态")),
+         "menuBar-status-message", over(surface, color(accent, 0.22))},
+        {"high load", presentation(S::highLoad, task()), "menuBar-primary-task",
+         over(surface, color(warning, 0.22))},
+        {"action", presentation(S::actionRecommended, task()), "menuBar-primary-task",
+         over(surface, color(danger, 0.22))},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        ShownPanel shown(c.presentation, true);
+        const QImage image = shown.panel.grab().toImage();
+        QWidget *box = shown.child(QString::fromLatin1(c.box));
+        ASSERT_NE(box, nullptr);
+        // Inside the box, left of its content and clear of its corners.
+        const QRect inBox(box->mapTo(&shown.panel, QPoint(0, 0)), box->size());
+        expectNear(image.pixelColor(inBox.left() + 4, inBox.center().y()), c.expected);
+        // Around it, the dark surface.
+        expectNear(image.pixelColor(6, inBox.center().y()), surface);
+    }
+    // The same calm row in the light appearance has the light background.
+    ShownPanel light(presentation(S::normal, {}, QStringLiteral("当前未发现需要处理的持续高负载")));
+    const QImage image = light.panel.grab().toImage();
+    QWidget *row = light.child(QStringLiteral("menuBar-status-message"));
+    const QRect inRow(row->mapTo(&light.panel, QPoint(0, 0)), row->size());
+    expectNear(image.pixelColor(inRow.left() + 4, inRow.center().y()),
+               QColor::fromRgb(successBackground));
+    expectNear(image.pixelColor(6, inRow.center().y()), Qt::white);
+}
+
+TEST(MenuBarPanel, followsTheApplicationPaletteLightness)
+{
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(0x2B, 0x2B, 0x2B));
+    EXPECT_TRUE(isDarkAppearance(palette));
+    palette.setColor(QPalette::Window, QColor(0xEF, 0xF0, 0xF1));
+    EXPECT_FALSE(isDarkAppearance(palette));
+}
+
+TEST(MenuBarPanel, buttonsOpenTheDashboardAndQuit)
+{
+    ShownPanel shown(presentation(S::normal));
+    QSignalSpy open(&shown.panel, &KilnWardenMenuBarPanel::openDashboardRequested);
+    QSignalSpy quit(&shown.panel, &KilnWardenMenuBarPanel::quitRequested);
+    auto *openButton = shown.child<QPushButton>(QStringLiteral("menuBar-open-dashboard"));
+    auto *quitButton = shown.child<QPushButton>(QStringLiteral("menuBar-quit"));
+    ASSERT_NE(openButton, nullptr);
+    ASSERT_NE(quitButton, nullptr);
+    EXPECT_TRUE(openButton->isDefault());
+    EXPECT_EQ(openButton->width(), quitButton->width());
+    EXPECT_GE(openButton->height(), 32);
+
+    QTest::mouseClick(quitButton, Qt::LeftButton);
+    EXPECT_EQ(quit.count(), 1);
+    EXPECT_EQ(open.count(), 0);
+    QTest::mouseClick(openButton, Qt::LeftButton);
+    EXPECT_EQ(open.count(), 1);
+    // Return is the panel's default action, wherever focus is.
+    shown.panel.setFocus();
+    QTest::keyClick(&shown.panel, Qt::Key_Return);
+    EXPECT_EQ(open.count(), 2);
+    EXPECT_EQ(quit.count(), 1);
+}
+
+} // namespace
