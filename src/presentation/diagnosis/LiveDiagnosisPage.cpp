@@ -14,6 +14,7 @@
 
 #include <QLineEdit>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 
 namespace {
@@ -45,6 +46,12 @@ LiveDiagnosisPage::LiveDiagnosisPage(DashboardStore &store, const DashboardPageA
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->viewport()->setAutoFillBackground(false);
     m_workspace->setAutoFillBackground(false);
+
+    // With its scroll bar showing, the workspace keeps its right edge off it.
+    connect(m_scroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] {
+        const QScrollBar *bar = m_scroll->verticalScrollBar();
+        m_workspace->setContentsMargins(0, 0, bar->maximum() > bar->minimum() ? 10 : 0, 0);
+    });
 
     m_frame = row(24, {32, 0, 32, 28}, {m_leftColumn, LayoutItem(m_scroll, 1)});
     attach(this, m_frame);
@@ -131,6 +138,8 @@ QWidget *LiveDiagnosisPage::buildLeftColumn()
     setAccessibility(clear, QStringLiteral("clearSourceFilter"), kwText("清除筛选"));
     auto *clearText = new TextLabel(kwText("清除筛选"), 10, DashboardFontWeight::medium,
                                     DashboardPalette::accent);
+    // Inside a button a label would take the button's text role; it keeps its own colour.
+    clearText->setForegroundRole(QPalette::WindowText);
     attach(clear, row(0, {}, {clearText}));
     attach(m_notice, row(6, {}, {noticeText, clear, flexible()}));
     connect(clear, &QAbstractButton::clicked, m_search, &QLineEdit::clear);
@@ -168,6 +177,7 @@ QWidget *LiveDiagnosisPage::buildScopeSwitch()
         auto *label =
             new TextLabel(text, 11, DashboardFontWeight::medium, DashboardPalette::textSecondary);
         label->setAlignment(Qt::AlignCenter);
+        label->setForegroundRole(QPalette::WindowText);
         attach(button, row(0, {}, {LayoutItem(label, 1)}));
         buttons->addWidget(button, 1);
         m_scopeButtons[i] = button;

@@ -112,7 +112,7 @@ ProcessOperationPanel::ProcessOperationPanel(DashboardStore &store,
     m_processFacts =
         wrappingLabel(10, DashboardFontWeight::regular, DashboardPalette::textSecondary);
     attach(m_summary, column(5, {12, 7, 12, 7},
-                             {row(8, {}, {LayoutItem(m_processName, 0), m_role, flexible()}),
+                             {row(8, {}, {LayoutItem(m_processName, 1), m_role, flexible(1)}),
                               m_processFacts}));
 
     auto *adviceCaption = new TextLabel(kwText("负载来源建议"), 10, DashboardFontWeight::semibold,
@@ -202,6 +202,10 @@ void ProcessOperationPanel::refresh(const DashboardTask *task, const DashboardPr
                                     .arg(QString::number(selected->pid),
                                          QString::number(roundedWholeNumber(selected->cpu)),
                                          selected->memory, selected->disk, selected->duration));
+        // The name takes what it needs and the badge follows it; only a name
+        // longer than the line is cut.
+        m_processName->setMaximumWidth(
+            m_processName->fontMetrics().horizontalAdvance(selected->name) + 2);
     }
     m_recommendation->setText(m_store.selectedDiagnosis().recommendation);
     m_impactText->setText(terminationImpactText(task, selected, canTerminate, status));

@@ -139,61 +139,49 @@ void ProcessTreeDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
 
     const QFont cellFont = dashboardFont(m_layout, 11, DashboardFontWeight::regular,
                                          DashboardFontDesign::monospacedDigits);
-    painter->setFont(cellFont);
-    const QFontMetrics cellMetrics(cellFont);
     painter->setPen(QColor::fromRgb(DashboardPalette::textSecondary));
-    painter->drawText(pid, Qt::AlignLeft | Qt::AlignVCenter, QString::number(row.pid));
+    m_texts.draw(*painter, pid, Qt::AlignLeft, QString::number(row.pid), cellFont);
     painter->setPen(QColor::fromRgb(DashboardPalette::textPrimary));
-    painter->drawText(cpu, Qt::AlignLeft | Qt::AlignVCenter, row.cpu);
+    m_texts.draw(*painter, cpu, Qt::AlignLeft, row.cpu, cellFont);
     painter->setPen(QColor::fromRgb(DashboardPalette::textSecondary));
-    painter->drawText(memory, Qt::AlignLeft | Qt::AlignVCenter,
-                      cellMetrics.elidedText(row.memory, Qt::ElideRight, memory.width()));
-    painter->setFont(dashboardFont(m_layout, 11, DashboardFontWeight::semibold));
+    m_texts.draw(*painter, memory, Qt::AlignLeft, row.memory, cellFont);
     painter->setPen(QColor::fromRgb(resourceImpactColor(row.impact)));
-    painter->drawText(impact, Qt::AlignLeft | Qt::AlignVCenter, resourceImpactLabel(row.impact));
+    m_texts.draw(*painter, impact, Qt::AlignLeft, resourceImpactLabel(row.impact),
+                 dashboardFont(m_layout, 11, DashboardFontWeight::semibold));
 
     // The two lines, between the chevron and the cells.
     const int textLeft = toggle.right() + 1 + 4;
-    const QRect text(textLeft, box.top(), std::max(0, pid.left() - 8 - textLeft), box.height());
+    const QRectF text(textLeft, box.top(), std::max(0, pid.left() - 8 - textLeft), box.height());
     const QFont nameFont = dashboardFont(m_layout, 12, DashboardFontWeight::medium);
     const QFont badgeFont = dashboardFont(m_layout, 9, DashboardFontWeight::medium);
     const QFont detailFont = dashboardFont(m_layout, 10);
-    const QFontMetrics nameMetrics(nameFont);
-    const QFontMetrics badgeMetrics(badgeFont);
-    const QFontMetrics detailMetrics(detailFont);
-    const int stack = nameMetrics.height() + 2 + detailMetrics.height();
-    const int top = text.top() + (text.height() - stack) / 2;
+    const double nameHeight = QFontMetricsF(nameFont).height();
+    const double detailHeight = QFontMetricsF(detailFont).height();
+    const double top = text.top() + (text.height() - nameHeight - 2 - detailHeight) / 2;
 
-    int badgeWidth = 0;
+    double badgeWidth = 0;
     if (!row.badge.isEmpty())
-        badgeWidth = badgeMetrics.horizontalAdvance(row.badge) + 12;
-    const int nameRoom = std::max(0, text.width() - (badgeWidth > 0 ? badgeWidth + 6 : 0));
-    const QString name = nameMetrics.elidedText(row.name, Qt::ElideRight, nameRoom);
-    painter->setFont(nameFont);
+        badgeWidth = QFontMetricsF(badgeFont).horizontalAdvance(row.badge) + 12;
+    const double nameRoom = std::max(0.0, text.width() - (badgeWidth > 0 ? badgeWidth + 6 : 0));
     painter->setPen(QColor::fromRgb(DashboardPalette::textPrimary));
-    const QRect nameRect(text.left(), top, nameRoom, nameMetrics.height());
-    painter->drawText(nameRect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, name);
+    const double nameWidth = m_texts.draw(*painter, QRectF(text.left(), top, nameRoom, nameHeight),
+                                          Qt::AlignLeft, row.name, nameFont);
     if (badgeWidth > 0 && text.width() >= badgeWidth) {
-        const int nameWidth = std::min(nameRoom, nameMetrics.horizontalAdvance(name));
-        const QRectF pill(text.left() + nameWidth + 6,
-                          top + (nameMetrics.height() - badgeMetrics.height() - 2) / 2.0,
-                          badgeWidth, badgeMetrics.height() + 2);
+        const double badgeHeight = QFontMetricsF(badgeFont).height() + 2;
+        const QRectF pill(text.left() + nameWidth + 6, top + (nameHeight - badgeHeight) / 2,
+                          badgeWidth, badgeHeight);
         const QRgb ink = row.isTarget ? DashboardPalette::danger : DashboardPalette::textSecondary;
         const QRgb fill =
             row.isTarget ? DashboardPalette::dangerBackground : DashboardPalette::mutedBackground;
         QPainterPath path;
         path.addRoundedRect(pill, pill.height() / 2, pill.height() / 2);
         painter->fillPath(path, QColor::fromRgb(fill));
-        painter->setFont(badgeFont);
         painter->setPen(QColor::fromRgb(ink));
-        painter->drawText(pill, Qt::AlignCenter, row.badge);
+        m_texts.draw(*painter, pill, Qt::AlignHCenter, row.badge, badgeFont);
     }
-    painter->setFont(detailFont);
     painter->setPen(QColor::fromRgb(DashboardPalette::textTertiary));
-    painter->drawText(
-        QRect(text.left(), top + nameMetrics.height() + 2, text.width(), detailMetrics.height()),
-        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-        detailMetrics.elidedText(row.detail, Qt::ElideRight, text.width()));
+    m_texts.draw(*painter, QRectF(text.left(), top + nameHeight + 2, text.width(), detailHeight),
+                 Qt::AlignLeft, row.detail, detailFont);
     painter->restore();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "presentation/diagnosis/KeyedRowModel.h"
+#include "presentation/diagnosis/PaintedTextCache.h"
 #include "presentation/diagnosis/ProcessTreeRows.h"
 #include "presentation/kit/DashboardLayoutMetrics.h"
 
@@ -73,6 +74,7 @@ public:
 
 private:
     DashboardLayoutMetrics m_layout;
+    mutable PaintedTextCache m_texts;
 };
 
 class ProcessTreeView final : public QListView {

@@ -112,28 +112,22 @@ void SourceListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
 
     const QFont title = dashboardFont(m_layout, 12, DashboardFontWeight::medium);
     const QFont caption = dashboardFont(m_layout, 9);
-    const QFontMetricsF titleMetrics(title);
-    const QFontMetricsF captionMetrics(caption);
-    const double stack = titleMetrics.height() + 2 + captionMetrics.height();
-    const double top = first.top() + (first.height() - stack) / 2;
-    painter->setFont(title);
+    const double titleHeight = QFontMetricsF(title).height();
+    const double captionHeight = QFontMetricsF(caption).height();
+    const double top = first.top() + (first.height() - titleHeight - 2 - captionHeight) / 2;
     painter->setPen(QColor::fromRgb(DashboardPalette::textPrimary));
-    painter->drawText(QRectF(first.left(), top, first.width(), titleMetrics.height()),
-                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      titleMetrics.elidedText(row.application, Qt::ElideRight, first.width()));
-    painter->setFont(caption);
+    m_texts.draw(*painter, QRectF(first.left(), top, first.width(), titleHeight), Qt::AlignLeft,
+                 row.application, title);
     painter->setPen(QColor::fromRgb(DashboardPalette::textTertiary));
-    painter->drawText(QRectF(first.left(), top + titleMetrics.height() + 2, first.width(),
-                             captionMetrics.height()),
-                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      captionMetrics.elidedText(row.subtitle, Qt::ElideRight, first.width()));
+    m_texts.draw(*painter,
+                 QRectF(first.left(), top + titleHeight + 2, first.width(), captionHeight),
+                 Qt::AlignLeft, row.subtitle, caption);
 
-    painter->setFont(dashboardFont(m_layout, 11, DashboardFontWeight::semibold));
     painter->setPen(QColor::fromRgb(row.isSelected ? DashboardPalette::accent
                                                    : DashboardPalette::textSecondary));
-    painter->drawText(target, Qt::AlignRight | Qt::AlignVCenter, row.targetCPU);
-    painter->setFont(dashboardFont(m_layout, 11));
-    painter->drawText(total, Qt::AlignRight | Qt::AlignVCenter, row.totalCPU);
+    m_texts.draw(*painter, target, Qt::AlignRight, row.targetCPU,
+                 dashboardFont(m_layout, 11, DashboardFontWeight::semibold));
+    m_texts.draw(*painter, total, Qt::AlignRight, row.totalCPU, dashboardFont(m_layout, 11));
     painter->restore();
 }
 

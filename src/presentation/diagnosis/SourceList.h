@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardModel.h"
 #include "presentation/diagnosis/KeyedRowModel.h"
+#include "presentation/diagnosis/PaintedTextCache.h"
 #include "presentation/kit/DashboardLayoutMetrics.h"
 
 #include <QListView>
@@ -52,6 +53,7 @@ public:
 private:
     RowMotion *m_motion;
     DashboardLayoutMetrics m_layout;
+    mutable PaintedTextCache m_texts;
 };
 
 class SourceListView final : public QListView {

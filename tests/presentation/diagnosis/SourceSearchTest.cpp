@@ -165,6 +165,33 @@ TEST_F(SourceSearch, PressingARowSelectsItsSourceAndRowsReportItThroughTheirRole
     }
 }
 
+// The darkest pixel a widget draws: text in its colour, not the button's.
+QColor darkestPixel(QWidget *widget)
+{
+    const QImage image = widget->grab().toImage();
+    QColor darkest = Qt::white;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            if (color.lightness() < darkest.lightness())
+                darkest = color;
+        }
+    }
+    return darkest;
+}
+
+TEST_F(SourceSearch, LabelsInsideTheButtonsKeepTheirColours)
+{
+    openPage();
+    // The chosen scope is white on the accent colour: nothing darker than the accent.
+    auto *attention = find(QStringLiteral("processListScope-attention"));
+    EXPECT_GE(darkestPixel(attention).lightness(),
+              QColor::fromRgb(DashboardPalette::accent).lightness() - 8);
+    auto *clear = find(QStringLiteral("clearSourceFilter"));
+    EXPECT_GE(darkestPixel(clear).lightness(),
+              QColor::fromRgb(DashboardPalette::accent).lightness() - 8);
+}
+
 TEST_F(SourceSearch, ScopeSwitchChangesHeadingCountsAndValues)
 {
     LiveDiagnosisPage *page = openPage();
