@@ -47,14 +47,18 @@ TEST(ParseDiskstats, TakesNameAndSectorFieldsAndSkipsBrokenLines)
 
 TEST(WholeDiskCounters, KeepsOnlyWholeRealDisksInBytes)
 {
-    const std::vector<QByteArray> block = {"vda",   "sda",  "loop0",   "zram0",  "dm-0",
-                                           "md127", "ram0", "nvme0n1", "mmcblk0"};
+    const std::vector<QByteArray> block = {"vda",   "sda",  "loop0",   "zram0",   "dm-0",
+                                           "md127", "ram0", "nvme0n1", "mmcblk0", "cciss!c0d0"};
     const std::vector<DiskstatsLine> lines = {
-        {"vda", 10, 20},     {"vda1", 9, 19},     {"sda", 1, 1},     {"loop0", 100, 0},
-        {"zram0", 100, 100}, {"dm-0", 50, 50},    {"md127", 70, 70}, {"ram0", 1, 1},
-        {"nvme0n1", 0, 0},   {"nvme0n1p1", 1, 1}, {"mmcblk0", 2, 3}, {"sr0", 4, 4}};
-    const std::vector<DiskDeviceCounters> expected = {
-        {"vda", 5120, 10240}, {"sda", 512, 512}, {"nvme0n1", 0, 0}, {"mmcblk0", 1024, 1536}};
+        {"vda", 10, 20},      {"vda1", 9, 19},       {"sda", 1, 1},     {"loop0", 100, 0},
+        {"zram0", 100, 100},  {"dm-0", 50, 50},      {"md127", 70, 70}, {"ram0", 1, 1},
+        {"nvme0n1", 0, 0},    {"nvme0n1p1", 1, 1},   {"mmcblk0", 2, 3}, {"sr0", 4, 4},
+        {"cciss/c0d0", 1, 0}, {"cciss/c0d0p1", 1, 0}};
+    const std::vector<DiskDeviceCounters> expected = {{"vda", 5120, 10240},
+                                                      {"sda", 512, 512},
+                                                      {"nvme0n1", 0, 0},
+                                                      {"mmcblk0", 1024, 1536},
+                                                      {"cciss/c0d0", 512, 0}};
     EXPECT_EQ(wholeDiskCounters(lines, block), expected);
     // Sector counts beyond what bytes can hold are capped, not wrapped.
     const auto huge = wholeDiskCounters({{"vda", ~0ull, 1}}, {"vda"});
