@@ -1,6 +1,7 @@
 // The report tool's process output, over the real machine with a spinning
 // child that this test starts with a secret-looking argument.
 
+#include "support/MachineTicks.h"
 #include "support/ShellChild.h"
 
 #include <QDir>
@@ -57,8 +58,8 @@ TEST_F(ReportProcessesTest, TextListsTheSpinningChildAmongTheTenBusiest)
     ASSERT_GE(section, 0) << text.toStdString();
     // The section ends at the first blank line; other sections follow it.
     const qsizetype end = text.indexOf(QStringLiteral("\n\n"), section);
-    const QStringList lines =
-        text.mid(section, end < 0 ? -1 : end - section).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList lines = text.mid(section, end < 0 ? -1 : end - section)
+                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     ASSERT_GE(lines.size(), 3);
     for (const char *title : {"进程", "PID", "CPU", "内存", "磁盘", "运行时长", "安全命令", "项目"})
         EXPECT_TRUE(lines[1].contains(QString::fromUtf8(title))) << title;
@@ -90,6 +91,7 @@ TEST_F(ReportProcessesTest, TextListsTheSpinningChildAmongTheTenBusiest)
 
 TEST_F(ReportProcessesTest, JsonCarriesEveryProcessWithAllItsFields)
 {
+    const MachineTickRecorder recorder(m_child->pid());
     const QByteArray json = runReport({"--samples", "2", "--interval", "0.5", "--json"});
     EXPECT_FALSE(json.contains("abc123"));
     const QJsonArray samples = QJsonDocument::fromJson(json)[QStringLiteral("samples")].toArray();
@@ -101,11 +103,11 @@ TEST_F(ReportProcessesTest, JsonCarriesEveryProcessWithAllItsFields)
         QJsonObject child;
         for (const QJsonValue process : processes) {
             const QJsonObject object = process.toObject();
-            EXPECT_EQ(object.keys(),
-                      (QStringList{"applicationName", "applicationPath", "command",
-                                   "cpuPercent", "diskBytesPerSecond", "duration", "identity",
-                                   "isServiceManager", "name", "parentPID", "processGroupID",
-                                   "residentBytes", "userID"}));
+            EXPECT_EQ(
+                object.keys(),
+                (QStringList{"applicationName", "applicationPath", "command", "cpuPercent",
+                             "diskBytesPerSecond", "duration", "identity", "isServiceManager",
+                             "name", "parentPID", "processGroupID", "residentBytes", "userID"}));
             EXPECT_EQ(object[QStringLiteral("identity")].toObject().keys(),
                       (QStringList{"executablePath", "pid", "startTime"}));
             EXPECT_EQ(object[QStringLiteral("command")].toObject().keys(),
@@ -132,7 +134,12 @@ TEST_F(ReportProcessesTest, JsonCarriesEveryProcessWithAllItsFields)
         }
         return QJsonObject();
     }();
-    EXPECT_GT(lastChild[QStringLiteral("cpuPercent")].toDouble(), 20.0);
+    // The child's share as its own CPU time over the report's interval says.
+    const std::optional<double> measured =
+        recorder.processPercentBetween(samples[0][QStringLiteral("timestamp")].toDouble(),
+                                       samples[1][QStringLiteral("timestamp")].toDouble());
+    ASSERT_TRUE(measured.has_value());
+    EXPECT_NEAR(lastChild[QStringLiteral("cpuPercent")].toDouble(), *measured, 15.0);
 }
 
 } // namespace
