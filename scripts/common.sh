@@ -3,7 +3,7 @@
 
 KW_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 KW_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev libgtest-dev libgmock-dev
-             libbenchmark-dev)
+             libbenchmark-dev clang libclang-rt-14-dev)
 
 kw_ensure_packages() {
     local missing=()

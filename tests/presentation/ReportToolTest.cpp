@@ -29,6 +29,8 @@ TEST(ReportOptions, ParsesOrNamesTheWrongOption)
         {{"--samples"}, std::nullopt, "--samples"},
         {{"--interval", "-1"}, std::nullopt, "--interval"},
         {{"--interval", "nan"}, std::nullopt, "--interval"},
+        {{"--interval", "1e300"}, std::nullopt, "--interval"},
+        {{"--interval=1e9"}, ReportOptions{2, 1e9, false, false}, ""},
         {{"--verbose"}, std::nullopt, "'--verbose'"},
         {{"--json=yes"}, std::nullopt, "'--json=yes'"},
         {{"samples"}, std::nullopt, "'samples'"},

@@ -178,23 +178,6 @@ TEST(ProcessTermination, RecordRejectionTouchesNoProcess)
     EXPECT_TRUE(log->snapshot().empty());
 }
 
-// The pid was reused between the request and the confirmation: the reading
-// is a newer process on the same pid.
-TEST(ProcessTermination, ReusedPidIsRefusedWithoutSignal)
-{
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
-    auto sender = std::make_shared<RecordingSignalSender>();
-    const auto controller = makeFakeTerminationController(reader, sender);
-    reader->setReading(
-        kPid, withExecutable(withStartTime(kSeen, 5000.0), QStringLiteral("/usr/bin/bash")));
-
-    const ProcessTerminationResult result =
-        controller.terminate(kSeen, ProcessTerminationSignal::graceful);
-    EXPECT_EQ(result, ProcessTerminationResult::rejected(Rejection::identityChanged));
-    EXPECT_EQ(result.text(), QStringLiteral("任务身份已经变化，为避免误伤未发送结束信号。"));
-    EXPECT_TRUE(sender->sent().empty());
-}
-
 struct TextCase {
     ProcessTerminationResult result;
     const char *text;

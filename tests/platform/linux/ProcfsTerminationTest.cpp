@@ -8,11 +8,9 @@
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcfsProcessIdentityReader.h"
 #include "sampling/Cancellation.h"
-#include "support/FakeTermination.h"
 #include "support/Fixtures.h"
 #include "support/ForkedChild.h"
 #include "support/ShellChild.h"
-#include "support/StoreTesting.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -104,7 +102,7 @@ TEST(ProcfsIdentityReader, AThreadIsNoProcess)
     thread.join();
 }
 
-TEST(ProcfsIdentityReader, ParsesAFixtureTree)
+TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
 {
     ProcfsProcessIdentityReader reader(fixturePath(QStringLiteral("identity-reader/proc")));
     const auto reading = reader.readIdentity(4242);
@@ -119,11 +117,7 @@ TEST(ProcfsIdentityReader, ParsesAFixtureTree)
     ASSERT_EQ(::stat(fixturePath(QStringLiteral("identity-reader/proc/4242")).toLocal8Bit(), &info),
               0);
     EXPECT_EQ(reading->userID, info.st_uid);
-}
 
-TEST(ProcfsIdentityReader, AnythingUnreadableGivesNothing)
-{
-    ProcfsProcessIdentityReader reader(fixturePath(QStringLiteral("identity-reader/proc")));
     EXPECT_FALSE(reader.readIdentity(4343).has_value()); // stat cut short
     EXPECT_FALSE(reader.readIdentity(4444).has_value()); // kernel thread: no exe
     EXPECT_FALSE(reader.readIdentity(4545).has_value()); // no such directory
@@ -373,52 +367,6 @@ TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
         return "";
     }));
     EXPECT_FALSE(hasExited(victim.pid()));
-}
-
-// The store's whole road over a real process: the graceful signal ends it,
-// the exit starts a verification, and made-up samples give the verdict.
-TEST(ProcfsTermination, StoreVerifiesRecoveryAfterARealExit)
-{
-    ForkedChild child(Behaviour::waitsForSignals);
-    ASSERT_TRUE(child.started());
-    const ProcessTerminationTarget target = seen(child.pid());
-    ProcessMetric process;
-    process.identity = target.identity;
-    process.userID = target.userID;
-    process.name = target.name;
-    DashboardProcessNode node;
-    node.id = processNodeKey(process.identity.pid, process.identity.startTime);
-    node.name = process.name;
-    node.pid = process.identity.pid;
-    node.isTarget = true;
-    DashboardTask task;
-    task.id = QStringLiteral("child");
-    task.application = QStringLiteral("Child");
-    task.kind = TaskKind::test;
-    task.canTerminate = true;
-    task.processTree = {node};
-
-    auto store = makeStoreForTesting(nullptr, 2.0, realController());
-    SystemMetricSample before = makeSample(1000.0);
-    before.cpuUsage = SensorReading<double>::available(90.0, QStringLiteral("test"));
-    before.processMetrics = {process}; // the only process the store may end
-    store->ingest(before);
-    store->requestTermination(task, node);
-    ASSERT_EQ(store->pendingTerminationTarget(), target);
-    store->confirmTermination();
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return store->terminationStatus()->phase != DashboardTerminationPhase::verifying; },
-        5000));
-
-    EXPECT_EQ(store->terminationStatus()->phase, DashboardTerminationPhase::exited);
-    EXPECT_EQ(store->recoveryState(), DashboardRecoveryState::recovering);
-    ASSERT_TRUE(child.reap(5.0));
-    EXPECT_EQ(child.terminatingSignal(), SIGTERM);
-
-    SystemMetricSample after = makeSample(1120.0);
-    after.cpuUsage = SensorReading<double>::available(85.0, QStringLiteral("test"));
-    store->ingest(after);
-    EXPECT_EQ(store->recoveryState(), DashboardRecoveryState::noImprovement);
 }
 
 } // namespace
