@@ -106,7 +106,8 @@ void DashboardStore::confirmTermination()
     // Taken before the signal, so that the verification compares with the
     // machine under load.
     const std::optional<SystemMetricSample> baseline = m_latestSystemSample;
-    const ProcessTerminationResult result = m_terminationController.terminate(target, pending.mode);
+    ProcessTerminationAttempt attempt = m_terminationController.attempt(target, pending.mode);
+    const ProcessTerminationResult &result = attempt.result;
     const QString &name = pending.process.name;
 
     if (!result.isSignalSent()) {
@@ -128,7 +129,7 @@ void DashboardStore::confirmTermination()
     write(m_terminationMessage, std::optional<QString>(verifying.arg(name)),
           Field::terminationMessage);
 
-    m_exitWaiter.start(m_terminationController, target,
+    m_exitWaiter.start(m_terminationController, target, std::move(attempt.pin),
                        [this, pending, baseline](bool stillRunning) {
                            finishTerminationWait(pending, baseline, stillRunning);
                        });

@@ -5,15 +5,21 @@
 #include <QMetaObject>
 
 #include <algorithm>
-#include <thread>
+#include <system_error>
 
 struct ProcessExitWaiter::Wait {
     Cancellation cancellation;
     Finished finished;
+    std::unique_ptr<PinnedProcess> pin;
     std::thread thread;
 };
 
-ProcessExitWaiter::ProcessExitWaiter(QObject *parent) : QObject(parent) {}
+ProcessExitWaiter::ProcessExitWaiter(QObject *parent, ThreadStarting startThread)
+    : QObject(parent), m_startThread(std::move(startThread))
+{
+    if (!m_startThread)
+        m_startThread = [](std::function<void()> job) { return std::thread(std::move(job)); };
+}
 
 ProcessExitWaiter::~ProcessExitWaiter()
 {
@@ -27,20 +33,31 @@ ProcessExitWaiter::~ProcessExitWaiter()
 }
 
 void ProcessExitWaiter::start(const ProcessTerminationController &controller,
-                              const ProcessTerminationTarget &target, Finished finished)
+                              const ProcessTerminationTarget &target,
+                              std::unique_ptr<PinnedProcess> pin, Finished finished)
 {
     auto owned = std::make_unique<Wait>();
     Wait *wait = owned.get();
     wait->finished = std::move(finished);
+    wait->pin = std::move(pin);
     m_waits.push_back(std::move(owned));
-    wait->thread = std::thread([this, wait, controller, target] {
-        const bool stillRunning = controller.waitForExit(target, wait->cancellation);
-        if (wait->cancellation.isCancelled())
-            return; // the waiter is going away; nobody is left to tell
+    try {
+        wait->thread = m_startThread([this, wait, controller, target] {
+            const bool stillRunning =
+                controller.waitForExit(target, wait->cancellation, wait->pin.get());
+            if (wait->cancellation.isCancelled())
+                return; // the waiter is going away; nobody is left to tell
+            QMetaObject::invokeMethod(
+                this, [this, wait, stillRunning] { deliver(wait, stillRunning); },
+                Qt::QueuedConnection);
+        });
+    } catch (const std::system_error &) {
+        // No thread (EAGAIN: the process or the user is at its limit). The
+        // answer keeps its road through the event loop, and without a wait
+        // there is no proof of exit.
         QMetaObject::invokeMethod(
-            this, [this, wait, stillRunning] { deliver(wait, stillRunning); },
-            Qt::QueuedConnection);
-    });
+            this, [this, wait] { deliver(wait, true); }, Qt::QueuedConnection);
+    }
 }
 
 void ProcessExitWaiter::deliver(Wait *wait, bool stillRunning)

@@ -20,24 +20,20 @@ SensorReading<double> temperatureReading(const TemperatureSurvey &survey,
     if (!survey.interfacePresent)
         return SensorReading<double>::unsupported(texts.noInterface);
     std::vector<double> dieValues;
-    bool anyValue = false;
-    bool anyRefused = false;
-    bool dieChannelRefused = false;
+    std::size_t dieChannels = 0;
+    std::size_t dieChannelsRefused = 0;
     for (const TemperatureChannel &channel : survey.channels) {
-        const bool isDie = channelNameMatches(channel.name, cpuDieNames);
-        if (channel.reading.value) {
-            anyValue = true;
-            if (isDie)
-                dieValues.push_back(*channel.reading.value);
-        }
-        if (channel.reading.refused) {
-            anyRefused = true;
-            dieChannelRefused = dieChannelRefused || isDie;
-        }
+        if (!channelNameMatches(channel.name, cpuDieNames))
+            continue;
+        ++dieChannels;
+        if (channel.reading.value)
+            dieValues.push_back(*channel.reading.value);
+        if (channel.reading.refused)
+            ++dieChannelsRefused;
     }
     if (const std::optional<double> folded = foldTemperature(dieValues))
         return SensorReading<double>::available(*folded, texts.source);
-    if (anyRefused && (!anyValue || dieChannelRefused))
+    if (dieChannels > 0 && dieChannelsRefused == dieChannels)
         return SensorReading<double>::permissionDenied(texts.permissionDenied);
     return SensorReading<double>::unsupported(texts.noChannel);
 }

@@ -43,8 +43,8 @@ struct TemperatureChannel {
 
 // Everything one tick found about temperatures.
 struct TemperatureSurvey {
-    bool interfacePresent = false; // the platform's sensor interface exists at all
-    std::vector<TemperatureChannel> channels;
+    bool interfacePresent = false;            // the platform's sensor interface exists at all
+    std::vector<TemperatureChannel> channels; // the channels that were tried
 
     bool operator==(const TemperatureSurvey &) const = default;
 };
@@ -57,12 +57,12 @@ struct TemperatureTexts {
     QString noChannel;        // unsupported
 };
 
-// The decision, in this order:
+// The decision, in this order, over the CPU die channels of the survey
+// (other channels take no part):
 // 1. no interface: unsupported;
-// 2. the CPU die channels fold (foldTemperature) to a value: available;
-// 3. a refusal could be what hides the figure, that is, some channel was
-//    refused and either no channel at all gave a value or a refused channel
-//    is a CPU die channel: permissionDenied;
+// 2. the die channels fold (foldTemperature) to a value: available;
+// 3. there are die channels and every one of them was refused:
+//    permissionDenied;
 // 4. otherwise: unsupported, no recognisable channel.
 SensorReading<double> temperatureReading(const TemperatureSurvey &survey,
                                          std::span<const std::string_view> cpuDieNames,

@@ -38,6 +38,21 @@ sumNetworkCounters(const std::optional<std::vector<NetworkInterfaceRecord>> &rec
     return sum;
 }
 
+std::map<QString, NetworkCounters>
+countedNetworkInterfaces(const std::vector<NetworkInterfaceRecord> &records, int linkLevelFamily)
+{
+    std::map<QString, NetworkCounters> interfaces;
+    for (const NetworkInterfaceRecord &record : records) {
+        if (!countsTowardThroughput(record, linkLevelFamily))
+            continue;
+        NetworkCounters &counters = interfaces[record.name];
+        counters.receivedBytes =
+            saturatingAdd(counters.receivedBytes, record.counters->receivedBytes);
+        counters.sentBytes = saturatingAdd(counters.sentBytes, record.counters->sentBytes);
+    }
+    return interfaces;
+}
+
 NetworkIORateTracker::NetworkIORateTracker(int linkLevelFamily, QString source)
     : m_linkLevelFamily(linkLevelFamily), m_source(std::move(source))
 {
@@ -51,19 +66,35 @@ NetworkIORateTracker::update(const std::optional<std::vector<NetworkInterfaceRec
     if (!sums)
         return SensorReading<NetworkThroughput>::temporarilyUnavailable(
             kwText("无法读取网络接口计数器"));
-    const NetworkByteSnapshot snapshot{sums->receivedBytes, sums->sentBytes, now};
-    const std::optional<NetworkByteSnapshot> older = std::exchange(m_previous, snapshot);
+    NetworkByteSnapshot snapshot{sums->receivedBytes, sums->sentBytes, now,
+                                 countedNetworkInterfaces(*records, m_linkLevelFamily)};
+    const std::optional<NetworkByteSnapshot> older = std::exchange(m_previous, std::move(snapshot));
     if (!older)
         return SensorReading<NetworkThroughput>::warmingUp();
+    const NetworkByteSnapshot &newer = *m_previous;
     const double elapsed = now.secondsSince(older->timestamp);
-    // Compared before subtracting: an interface that went down leaves the sum,
-    // and an unsigned difference would then wrap instead of going negative.
-    if (!(elapsed > 0.0) || snapshot.receivedBytes < older->receivedBytes ||
-        snapshot.sentBytes < older->sentBytes)
+    // Compared before subtracting: an unsigned difference would wrap instead
+    // of going negative.
+    bool wentBackwards = false;
+    NetworkCounters delta;
+    for (const auto &[name, counters] : newer.interfaces) {
+        const auto before = older->interfaces.find(name);
+        if (before == older->interfaces.end())
+            continue;
+        if (counters.receivedBytes < before->second.receivedBytes ||
+            counters.sentBytes < before->second.sentBytes) {
+            wentBackwards = true;
+            break;
+        }
+        delta.receivedBytes = saturatingAdd(delta.receivedBytes,
+                                            counters.receivedBytes - before->second.receivedBytes);
+        delta.sentBytes =
+            saturatingAdd(delta.sentBytes, counters.sentBytes - before->second.sentBytes);
+    }
+    if (!(elapsed > 0.0) || wentBackwards)
         return SensorReading<NetworkThroughput>::temporarilyUnavailable(
             kwText("网络接口计数器无有效增量"));
-    const NetworkThroughput throughput{
-        static_cast<double>(snapshot.receivedBytes - older->receivedBytes) / elapsed,
-        static_cast<double>(snapshot.sentBytes - older->sentBytes) / elapsed};
+    const NetworkThroughput throughput{static_cast<double>(delta.receivedBytes) / elapsed,
+                                       static_cast<double>(delta.sentBytes) / elapsed};
     return SensorReading<NetworkThroughput>::available(throughput, m_source);
 }

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -35,6 +36,9 @@ struct NetworkByteSnapshot {
     std::uint64_t receivedBytes = 0;
     std::uint64_t sentBytes = 0;
     TimePoint timestamp;
+    // The counted interfaces' own counters: a rate comes only from interfaces
+    // counted in both ticks.
+    std::map<QString, NetworkCounters> interfaces;
 
     bool operator==(const NetworkByteSnapshot &) const = default;
 };
@@ -51,9 +55,21 @@ std::optional<NetworkCounters>
 sumNetworkCounters(const std::optional<std::vector<NetworkInterfaceRecord>> &records,
                    int linkLevelFamily);
 
+// The counted records' counters by interface name (a name listed twice adds up).
+std::map<QString, NetworkCounters>
+countedNetworkInterfaces(const std::vector<NetworkInterfaceRecord> &records, int linkLevelFamily);
+
 // The machine-wide network rate of every platform. `linkLevelFamily` is the
 // platform's link-level address family (AF_LINK 18 on macOS, AF_PACKET 17
 // on Linux).
+//
+// The rate is the sum of each interface's own delta over the interfaces
+// counted in both ticks. An interface that appears (plugged in, a VPN or
+// container link coming up), disappears or cannot be read for one tick adds
+// nothing to that tick: a difference of sums would turn its lifetime total
+// into a spike of gigabytes per second, or lose every other interface's
+// traffic to a falling sum. A counter that goes backwards on an interface
+// counted in both ticks (a wrap, a driver reset) is no delta.
 class NetworkIORateTracker {
 public:
     NetworkIORateTracker(int linkLevelFamily, QString source);

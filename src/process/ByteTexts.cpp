@@ -1,13 +1,22 @@
 #include "process/ByteTexts.h"
 
+#include <charconv>
 #include <cmath>
 
 namespace {
 
-// printf-style formatting with a point as the decimal mark in every locale.
+// printf's "%.*f": the exact binary value rounded to `decimals` places, ties
+// to even (1.25 gives "1.2"), with a point as the decimal mark in every
+// locale. QString::number rounds ties away from zero instead, and snprintf
+// follows LC_NUMERIC, which the application sets from the environment.
 QString fixed(double value, int decimals)
 {
-    return QString::number(value, 'f', decimals);
+    char buffer[400]; // DBL_MAX has 309 digits before the point
+    const std::to_chars_result result =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
+    if (result.ec != std::errc())
+        return QStringLiteral("0");
+    return QString::fromLatin1(buffer, result.ptr - buffer);
 }
 
 } // namespace
@@ -28,7 +37,7 @@ QString rateText(double bytesPerSecondReported)
     // A rate is never negative; a broken one reads as none rather than "nan".
     const double bytesPerSecond =
         std::isfinite(bytesPerSecondReported) && bytesPerSecondReported > 0 ? bytesPerSecondReported
-                                                                             : 0.0;
+                                                                            : 0.0;
     if (bytesPerSecond >= 1e9)
         return fixed(bytesPerSecond / 1e9, 1) + QStringLiteral(" GB/s");
     if (bytesPerSecond >= 1e6)

@@ -21,7 +21,8 @@ public:
     void cancel();
     bool isCancelled() const;
 
-    // Sleeps for `seconds` (a non-positive value returns at once). Returns
+    // Sleeps for `seconds` (a non-positive value returns at once; one beyond
+    // kLongestSleepSeconds, infinity included, sleeps that long). Returns
     // true when the whole time passed, false when cancelled before or during.
     bool sleepFor(double seconds);
 
@@ -29,6 +30,11 @@ private:
     struct State;
     std::unique_ptr<State> m_state;
 };
+
+// The longest sleep a timer holds here: about 31 years. The kernel keeps
+// timer deadlines as 64-bit nanoseconds since boot (some 292 years), so this
+// leaves room for any uptime; a longer request sleeps this long.
+inline constexpr double kLongestSleepSeconds = 1e9;
 
 // Seconds on the continuous clock, for measuring spans that include suspend.
 double continuousClockSeconds();

@@ -73,29 +73,41 @@ ProcessTerminationResult
 ProcessTerminationController::terminate(const ProcessTerminationTarget &target,
                                         ProcessTerminationSignal signal) const
 {
+    return attempt(target, signal).result;
+}
+
+ProcessTerminationAttempt
+ProcessTerminationController::attempt(const ProcessTerminationTarget &target,
+                                      ProcessTerminationSignal signal) const
+{
     // The record alone can refuse without touching the machine.
     if (auto rejection = checkRecord(target))
-        return ProcessTerminationResult::rejected(*rejection);
+        return {ProcessTerminationResult::rejected(*rejection), nullptr};
     if (!m_signalSender)
-        return ProcessTerminationResult::signalFailed(ENOSYS);
+        return {ProcessTerminationResult::signalFailed(ENOSYS), nullptr};
 
     // Pin first, then prove: if the reading below is the target, the process
     // pinned before it can only be the target too, since a pid holds one
     // process at a time and the target was there before the pin.
-    const std::unique_ptr<PinnedProcess> pinned = m_signalSender->pin(target.identity.pid);
+    std::unique_ptr<PinnedProcess> pinned = m_signalSender->pin(target.identity.pid);
     if (auto rejection = checkCurrent(target, read(target.identity.pid)))
-        return ProcessTerminationResult::rejected(*rejection);
+        return {ProcessTerminationResult::rejected(*rejection), nullptr};
     if (!pinned)
-        return ProcessTerminationResult::signalFailed(ENOSYS);
+        return {ProcessTerminationResult::signalFailed(ENOSYS), nullptr};
 
     const int error = pinned->send(signal);
     if (error != 0)
-        return ProcessTerminationResult::signalFailed(error);
-    return ProcessTerminationResult::signalSent(signal);
+        return {ProcessTerminationResult::signalFailed(error), nullptr};
+    return {ProcessTerminationResult::signalSent(signal), std::move(pinned)};
 }
 
-bool ProcessTerminationController::isRunning(const ProcessTerminationTarget &target) const
+bool ProcessTerminationController::isRunning(const ProcessTerminationTarget &target,
+                                             PinnedProcess *pin) const
 {
+    if (pin) {
+        if (const std::optional<bool> running = pin->isRunning())
+            return *running;
+    }
     const std::optional<ProcessTerminationTarget> current = read(target.identity.pid);
     return current && current->userID == target.userID &&
            current->identity.pid == target.identity.pid &&
@@ -104,14 +116,14 @@ bool ProcessTerminationController::isRunning(const ProcessTerminationTarget &tar
 }
 
 bool ProcessTerminationController::waitForExit(const ProcessTerminationTarget &target,
-                                               Cancellation &cancellation) const
+                                               Cancellation &cancellation, PinnedProcess *pin) const
 {
-    if (!isRunning(target))
+    if (!isRunning(target, pin))
         return false;
     for (double interval : m_exitVerificationIntervals) {
         if (!cancellation.sleepFor(interval))
             return true;
-        if (!isRunning(target))
+        if (!isRunning(target, pin))
             return false;
     }
     return true;

@@ -12,6 +12,14 @@
 
 class Cancellation;
 
+// One `terminate` with the hold it took on the process: after a sent signal
+// the pin still holds the signalled process, so the exit wait can ask the
+// process itself instead of reading the pid again.
+struct ProcessTerminationAttempt {
+    ProcessTerminationResult result;
+    std::unique_ptr<PinnedProcess> pin; // set only when the signal was sent
+};
+
 // Guards the one operation of the program that changes the machine: a signal
 // is sent only after the process that the user saw has been proved to be the
 // process that is there. One signal per `terminate`, never retried; going from
@@ -57,18 +65,25 @@ public:
     // Call on the store's thread; it does not wait.
     ProcessTerminationResult terminate(const ProcessTerminationTarget &target,
                                        ProcessTerminationSignal signal) const;
+    // The same, keeping the pin of a sent signal for `waitForExit`.
+    ProcessTerminationAttempt attempt(const ProcessTerminationTarget &target,
+                                      ProcessTerminationSignal signal) const;
 
     // Whether the target is still running when the wait ends: checks at once,
     // then after each interval (on a clock that counts through suspend),
     // returning false as soon as it has gone. A cancelled sleep gives true:
     // without proof of exit the target counts as running. Blocks the calling
-    // thread; touches only the identity reader.
-    bool waitForExit(const ProcessTerminationTarget &target, Cancellation &cancellation) const;
+    // thread; touches only the pin and the identity reader.
+    bool waitForExit(const ProcessTerminationTarget &target, Cancellation &cancellation,
+                     PinnedProcess *pin = nullptr) const;
 
-    // Running: a reading at the target's pid with the target's owner, pid,
-    // start time and executable. A reused pid is therefore an exit. The name
-    // takes no part.
-    bool isRunning(const ProcessTerminationTarget &target) const;
+    // Running: what the pin of the signalled process says, when it can tell.
+    // The pin follows the process, not what can be read of it, so a process
+    // that deletes its binary or stops being readable still runs. Without a
+    // pin that can tell: a reading at the target's pid with the target's
+    // owner, pid, start time and executable; a reused pid is then an exit.
+    // The name takes no part.
+    bool isRunning(const ProcessTerminationTarget &target, PinnedProcess *pin = nullptr) const;
 
 private:
     std::optional<ProcessTerminationTarget> read(pid_t pid) const;

@@ -3,6 +3,7 @@
 #include "dashboard/DashboardModel.h"
 
 #include <memory>
+#include <optional>
 #include <sys/types.h>
 
 // A hold on the one process that was at a pid when it was pinned. Signals go
@@ -15,6 +16,11 @@ public:
     // Sends graceful (SIGTERM, 15) or forced (SIGKILL, 9) once. Gives 0 when the
     // kernel took the signal, else the error number; never retries.
     virtual int send(ProcessTerminationSignal signal) = 0;
+    // Whether the pinned process is still running, where the handle can tell
+    // without reading anything else (a pidfd becomes readable once its
+    // process has exited; a zombie has exited). Absent where it cannot: a
+    // bare pid, or a pin that failed. Never blocks; callable from any thread.
+    virtual std::optional<bool> isRunning() = 0;
 };
 
 // Sends termination signals. The only way to a signal is through `pin`, taken

@@ -1,6 +1,7 @@
 // The report tool's process output, over the real machine with a spinning
 // child that this test starts with a secret-looking argument.
 
+#include "support/MachineTicks.h"
 #include "support/ShellChild.h"
 
 #include <QDir>
@@ -90,6 +91,7 @@ TEST_F(ReportProcessesTest, TextListsTheSpinningChildAmongTheTenBusiest)
 
 TEST_F(ReportProcessesTest, JsonCarriesEveryProcessWithAllItsFields)
 {
+    const MachineTickRecorder recorder(m_child->pid());
     const QByteArray json = runReport({"--samples", "2", "--interval", "0.5", "--json"});
     EXPECT_FALSE(json.contains("abc123"));
     const QJsonArray samples = QJsonDocument::fromJson(json)[QStringLiteral("samples")].toArray();
@@ -132,7 +134,12 @@ TEST_F(ReportProcessesTest, JsonCarriesEveryProcessWithAllItsFields)
         }
         return QJsonObject();
     }();
-    EXPECT_GT(lastChild[QStringLiteral("cpuPercent")].toDouble(), 20.0);
+    // The child's share as its own CPU time over the report's interval says.
+    const std::optional<double> measured =
+        recorder.processPercentBetween(samples[0][QStringLiteral("timestamp")].toDouble(),
+                                       samples[1][QStringLiteral("timestamp")].toDouble());
+    ASSERT_TRUE(measured.has_value());
+    EXPECT_NEAR(lastChild[QStringLiteral("cpuPercent")].toDouble(), *measured, 15.0);
 }
 
 } // namespace

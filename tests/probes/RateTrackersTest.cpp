@@ -112,6 +112,14 @@ TEST(NetworkIORateTracker, FollowsTheSnapshotRulesTickByTick)
         {7.0, std::vector{link("eth0", up, 8000, 5000)}, R::temporarilyUnavailable(netUnchanged)},
         {9.0, std::vector{link("eth0", up, 8200, 5000)}, R::available({100.0, 0.0}, "getifaddrs")},
         {9.0, std::vector{link("eth0", up, 8400, 5100)}, R::temporarilyUnavailable(netUnchanged)},
+        // An interface that appears, disappears or goes unread for a tick adds
+        // nothing to that tick; eth0 alone gives the rate.
+        {11.0, std::vector{link("eth0", up, 8600, 5300), link("wlan0", up, 4e9, 3e9)},
+         R::available({100.0, 100.0}, "getifaddrs")},
+        {13.0, std::vector{link("eth0", up, 8800, 5500)},
+         R::available({100.0, 100.0}, "getifaddrs")},
+        {15.0, std::vector{link("eth0", up, 9000, 5700), {"wlan0", up, kLink, std::nullopt}},
+         R::available({100.0, 100.0}, "getifaddrs")},
     };
     NetworkIORateTracker tracker(kLink, QStringLiteral("getifaddrs"));
     for (std::size_t i = 0; i < std::size(ticks); ++i)

@@ -108,7 +108,7 @@ SensorChannelValue value(double v)
 const SensorChannelValue refused{std::nullopt, true};
 const SensorChannelValue unreadable{std::nullopt, false};
 
-TEST(TemperatureReading, DecidesInTheOrderInterfaceValueRefusalNothing)
+TEST(TemperatureReading, DecidesOverTheDieChannelsInTheOrderInterfaceValueRefusalNothing)
 {
     struct Case {
         const char *name;
@@ -127,9 +127,15 @@ TEST(TemperatureReading, DecidesInTheOrderInterfaceValueRefusalNothing)
         {"die channel out of range",
          {true, {{"k10temp Tctl", value(130)}}},
          R::unsupported("no channel")},
-        {"everything refused",
-         {true, {{"hwmon0 temp1", refused}, {"acpitz", refused}}},
+        {"every die channel refused",
+         {true, {{"coretemp Core 0", refused}, {"k10temp Tctl", refused}}},
          R::permissionDenied("refused")},
+        {"only channels that are not the die refused",
+         {true, {{"hwmon0 temp1", refused}, {"acpitz", refused}}},
+         R::unsupported("no channel")},
+        {"one die channel refused, another unreadable",
+         {true, {{"coretemp Core 0", refused}, {"coretemp Core 1", unreadable}}},
+         R::unsupported("no channel")},
         {"the die channel refused, another readable",
          {true, {{"coretemp Core 0", refused}, {"acpitz", value(45)}}},
          R::permissionDenied("refused")},

@@ -1,5 +1,7 @@
 #include "support/FakeProbes.h"
 
+#include <utility>
+
 void ProbeCallLog::record(std::string probe, std::optional<TimePoint> time)
 {
     std::function<void()> hook;
@@ -69,10 +71,13 @@ struct FakeGPU final : GPUUsageProbing {
 };
 struct FakeDisk final : DiskIOProbing {
     std::shared_ptr<ProbeCallLog> log;
+    bool warmed = false;
     SensorReading<double> sample(TimePoint now) override
     {
         log->record("disk", now);
-        return SensorReading<double>::warmingUp();
+        if (!std::exchange(warmed, true))
+            return SensorReading<double>::warmingUp();
+        return SensorReading<double>::available(2e6, QStringLiteral("fake disk"));
     }
 };
 struct FakeMemory final : MemoryUsageProbing {
@@ -85,10 +90,13 @@ struct FakeMemory final : MemoryUsageProbing {
 };
 struct FakeNetwork final : NetworkIOProbing {
     std::shared_ptr<ProbeCallLog> log;
+    bool warmed = false;
     SensorReading<NetworkThroughput> sample(TimePoint now) override
     {
         log->record("network", now);
-        return SensorReading<NetworkThroughput>::warmingUp();
+        if (!std::exchange(warmed, true))
+            return SensorReading<NetworkThroughput>::warmingUp();
+        return SensorReading<NetworkThroughput>::available({1e3, 2e3}, QStringLiteral("fake net"));
     }
 };
 struct FakeProcesses final : ProcessMetricsProbing {
@@ -101,8 +109,7 @@ struct FakeProcesses final : ProcessMetricsProbing {
     }
 };
 
-template <typename Fake>
-std::unique_ptr<Fake> make(const std::shared_ptr<ProbeCallLog> &log)
+template <typename Fake> std::unique_ptr<Fake> make(const std::shared_ptr<ProbeCallLog> &log)
 {
     auto fake = std::make_unique<Fake>();
     fake->log = log;

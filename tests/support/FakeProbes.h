@@ -28,7 +28,8 @@ struct ProbeCallLog {
     std::size_t count(const std::string &probe);
 };
 
-// Builds a sampler whose probes all log to `log`. The CPU probe returns
-// `warmingUp` on its first call and then 25 %; processes are `processes`.
-std::shared_ptr<SystemMetricSampler>
-makeFakeSampler(std::shared_ptr<ProbeCallLog> log, QList<ProcessMetric> processes = {});
+// Builds a sampler whose probes all log to `log`. The rate probes (CPU, disk,
+// network) return `warmingUp` on their first call only, then a figure (25 %,
+// 2 MB/s, 1 KB/s in and 2 KB/s out); processes are `processes`.
+std::shared_ptr<SystemMetricSampler> makeFakeSampler(std::shared_ptr<ProbeCallLog> log,
+                                                     QList<ProcessMetric> processes = {});

@@ -71,6 +71,12 @@ public:
         return m_sender.m_sendError;
     }
 
+    std::optional<bool> isRunning() override
+    {
+        std::lock_guard lock(m_sender.m_mutex);
+        return m_sender.m_pinRunning;
+    }
+
 private:
     RecordingSignalSender &m_sender;
     pid_t m_pid;
@@ -85,6 +91,12 @@ void RecordingSignalSender::setSendError(int error)
 {
     std::lock_guard lock(m_mutex);
     m_sendError = error;
+}
+
+void RecordingSignalSender::setPinRunning(std::optional<bool> running)
+{
+    std::lock_guard lock(m_mutex);
+    m_pinRunning = running;
 }
 
 std::vector<pid_t> RecordingSignalSender::pinned()

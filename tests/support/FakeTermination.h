@@ -41,7 +41,8 @@ private:
 };
 
 // Records every pin and every signal instead of sending it; `send` answers
-// with `sendError` (0: taken).
+// with `sendError` (0: taken), a pin's `isRunning` with `pinRunning`
+// (absent by default: a pin that cannot tell, so the reader decides).
 class RecordingSignalSender final : public SignalSending {
 public:
     struct Sent {
@@ -53,6 +54,7 @@ public:
     explicit RecordingSignalSender(std::shared_ptr<TerminationCallLog> log = nullptr);
 
     void setSendError(int error);
+    void setPinRunning(std::optional<bool> running);
     std::vector<pid_t> pinned();
     std::vector<Sent> sent();
 
@@ -62,6 +64,7 @@ private:
     friend class RecordingPinnedProcess;
     std::mutex m_mutex;
     int m_sendError = 0;
+    std::optional<bool> m_pinRunning;
     std::vector<pid_t> m_pinned;
     std::vector<Sent> m_sent;
     std::shared_ptr<TerminationCallLog> m_log;

@@ -1,11 +1,17 @@
 #include "support/FakeTermination.h"
 
+#include "dashboard/ProcessExitWaiter.h"
+
 #include "sampling/Cancellation.h"
 #include "termination/ProtectedProcessNames.h"
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QTest>
+
 #include <cerrno>
+#include <system_error>
 #include <thread>
 
 #include <unistd.h>
@@ -47,6 +53,7 @@ struct SafetyCase {
     ProcessTerminationTarget target;
     std::optional<ProcessTerminationTarget> current;
     std::optional<Rejection> expected;
+    pid_t selfPID = ::getpid();
 };
 
 class SafetyCheckOrder : public ::testing::TestWithParam<SafetyCase> {};
@@ -58,7 +65,7 @@ TEST_P(SafetyCheckOrder, FirstFailingTestDecides)
     const SafetyCase &row = GetParam();
     auto reader = std::make_shared<FakeProcessIdentityReader>();
     auto sender = std::make_shared<RecordingSignalSender>();
-    const ProcessTerminationController controller = makeFakeTerminationController(reader, sender);
+    const ProcessTerminationController controller(reader, sender, ::getuid(), row.selfPID);
     reader->setReading(row.target.identity.pid, row.current);
 
     EXPECT_EQ(controller.check(row.target, row.current), row.expected);
@@ -90,6 +97,8 @@ INSTANTIATE_TEST_SUITE_P(
         SafetyCase{"PidOne", withPid(kSeen, 1), std::nullopt, Rejection::systemCritical},
         SafetyCase{"PidZero", withPid(kSeen, 0), std::nullopt, Rejection::systemCritical},
         SafetyCase{"NegativePid", withPid(kSeen, -1), std::nullopt, Rejection::systemCritical},
+        SafetyCase{"PidOneBeforeSelf", withPid(kSeen, 1), std::nullopt, Rejection::systemCritical,
+                   1},
         SafetyCase{"ThisProgram", withPid(kSeen, ::getpid()), withPid(kSeen, ::getpid()),
                    Rejection::selfProcess},
         SafetyCase{"ProtectedMacName", withName(kSeen, QStringLiteral("WindowServer")), kSeen,
@@ -104,7 +113,13 @@ INSTANTIATE_TEST_SUITE_P(
                    Rejection::notCurrentUser},
         SafetyCase{"OwnerChangedBeforeIdentity", kSeen,
                    withStartTime(withUser(kSeen, kOtherUser), 99.0), Rejection::notCurrentUser},
+        SafetyCase{"OwnerChangedBeforeProtectedName", kSeen,
+                   withName(withUser(kSeen, kOtherUser), QStringLiteral("sshd")),
+                   Rejection::notCurrentUser},
         SafetyCase{"NowProtectedName", kSeen, withName(kSeen, QStringLiteral("sshd")),
+                   Rejection::protectedProcess},
+        SafetyCase{"ProtectedNameBeforeIdentity", kSeen,
+                   withStartTime(withName(kSeen, QStringLiteral("login")), 99.0),
                    Rejection::protectedProcess},
         SafetyCase{"StartTimeOneMicrosecondLater", kSeen,
                    withStartTime(kSeen, kSeen.identity.startTime.secondsSince1970 + 1e-6),
@@ -122,16 +137,17 @@ INSTANTIATE_TEST_SUITE_P(
                    std::nullopt}),
     [](const auto &info) { return std::string(info.param.name); });
 
-TEST(ProtectedProcessNames, EveryLinuxSessionNameIsProtectedInAnyCase)
+TEST(ProtectedProcessNames, TheSessionNamesOfBothSystemsInAnyCase)
 {
-    for (std::string_view name : kLinuxProtectedProcessNames) {
-        const QString text = QString::fromLatin1(name.data(), qsizetype(name.size()));
-        EXPECT_TRUE(isTerminationProtectedName(text)) << name;
-        EXPECT_TRUE(isTerminationProtectedName(text.toUpper())) << name;
-    }
-    for (const char *name : {"kernel_task", "launchd", "loginwindow", "SecurityAgent",
-                             "SystemUIServer", "WindowServer"})
+    for (const char *name :
+         {"kernel_task",  "launchd",      "loginwindow", "SecurityAgent", "SystemUIServer",
+          "WindowServer", "systemd",      "init",        "Xorg",          "Xwayland",
+          "gnome-shell",  "kwin_wayland", "kwin_x11",    "plasmashell",   "dbus-daemon",
+          "dbus-broker",  "sshd",         "login",       "gdm",           "sddm",
+          "lightdm"}) {
         EXPECT_TRUE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
+        EXPECT_TRUE(isTerminationProtectedName(QString::fromLatin1(name).toUpper())) << name;
+    }
     // Exact match only: a prefix or a longer name is not protected.
     for (const char *name : {"systemd-foo", "sshd-session", "gdm-x", "node", ""})
         EXPECT_FALSE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
@@ -160,23 +176,6 @@ TEST(ProcessTermination, RecordRejectionTouchesNoProcess)
     EXPECT_EQ(controller.terminate(withPid(kSeen, 1), ProcessTerminationSignal::forced),
               ProcessTerminationResult::rejected(Rejection::systemCritical));
     EXPECT_TRUE(log->snapshot().empty());
-}
-
-// The pid was reused between the request and the confirmation: the reading
-// is a newer process on the same pid.
-TEST(ProcessTermination, ReusedPidIsRefusedWithoutSignal)
-{
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
-    auto sender = std::make_shared<RecordingSignalSender>();
-    const auto controller = makeFakeTerminationController(reader, sender);
-    reader->setReading(
-        kPid, withExecutable(withStartTime(kSeen, 5000.0), QStringLiteral("/usr/bin/bash")));
-
-    const ProcessTerminationResult result =
-        controller.terminate(kSeen, ProcessTerminationSignal::graceful);
-    EXPECT_EQ(result, ProcessTerminationResult::rejected(Rejection::identityChanged));
-    EXPECT_EQ(result.text(), QStringLiteral("任务身份已经变化，为避免误伤未发送结束信号。"));
-    EXPECT_TRUE(sender->sent().empty());
 }
 
 struct TextCase {
@@ -285,6 +284,75 @@ TEST(WaitForExit, CancelledSleepCountsAsRunning)
     canceller.join();
     EXPECT_LT(continuousClockSeconds() - started, 10.0); // the cancel ended the 30 s sleep
     EXPECT_EQ(reader->readCount(kPid), 1);
+}
+
+TEST(WaitForExit, DefaultScheduleChecksEarlyAndOftenForTwoSeconds)
+{
+    EXPECT_EQ(ProcessTerminationController::defaultExitVerificationIntervals(),
+              (std::vector<double>{0.1, 0.15, 0.25, 0.5, 1.0}));
+}
+
+// The pin of the signalled process speaks for it when it can tell: what can
+// be read at the pid (a deleted binary, a process turned unreadable) plays
+// no part then. Only a pin that cannot tell leaves it to the readings.
+TEST(WaitForExit, ThePinDecidesWhenItCanTell)
+{
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    auto sender = std::make_shared<RecordingSignalSender>();
+    const auto controller = makeFakeTerminationController(reader, sender, {0.01, 0.01});
+    const std::unique_ptr<PinnedProcess> pin = sender->pin(kPid);
+    Cancellation cancellation;
+
+    sender->setPinRunning(true);
+    EXPECT_TRUE(controller.waitForExit(kSeen, cancellation, pin.get()));
+    EXPECT_EQ(reader->readCount(kPid), 0);
+
+    reader->setReading(kPid, kSeen);
+    sender->setPinRunning(false);
+    EXPECT_FALSE(controller.isRunning(kSeen, pin.get()));
+    sender->setPinRunning(std::nullopt);
+    EXPECT_TRUE(controller.isRunning(kSeen, pin.get()));
+}
+
+TEST(ProcessTermination, KeepsThePinOfASentSignalOnly)
+{
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    auto sender = std::make_shared<RecordingSignalSender>();
+    const auto controller = makeFakeTerminationController(reader, sender);
+    reader->setReading(kPid, kSeen);
+    EXPECT_NE(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
+    EXPECT_EQ(controller.attempt(withPid(kSeen, 1), ProcessTerminationSignal::graceful).pin,
+              nullptr);
+    sender->setSendError(EPERM);
+    EXPECT_EQ(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
+}
+
+// The waiter hands the pin to the wait, and a wait with no thread to run on
+// still answers through the event loop: running, as nothing proved the exit.
+TEST(ProcessExitWaiter, AsksThePinAndAnswersEvenWithoutAThread)
+{
+    auto reader = std::make_shared<FakeProcessIdentityReader>();
+    auto sender = std::make_shared<RecordingSignalSender>();
+    reader->setReading(kPid, kSeen);
+    sender->setPinRunning(false);
+    const auto controller = makeFakeTerminationController(reader, sender, {0.01});
+
+    std::optional<bool> answer;
+    ProcessExitWaiter waiter;
+    waiter.start(controller, kSeen, sender->pin(kPid), [&](bool running) { answer = running; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return answer.has_value(); }, 5000));
+    EXPECT_EQ(answer, false);
+
+    answer.reset();
+    ProcessExitWaiter withoutThreads(nullptr, [](std::function<void()>) -> std::thread {
+        throw std::system_error(EAGAIN, std::generic_category());
+    });
+    withoutThreads.start(controller, kSeen, sender->pin(kPid),
+                         [&](bool running) { answer = running; });
+    EXPECT_FALSE(answer.has_value()); // never inside the call
+    ASSERT_TRUE(QTest::qWaitFor([&] { return answer.has_value(); }, 5000));
+    EXPECT_EQ(answer, true);
+    EXPECT_EQ(withoutThreads.activeCount(), 0u);
 }
 
 } // namespace

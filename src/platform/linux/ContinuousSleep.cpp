@@ -3,6 +3,7 @@
 // poll waits for whichever comes first.
 #include "sampling/Cancellation.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cmath>
@@ -70,17 +71,17 @@ bool Cancellation::isCancelled() const
     return m_state->cancelled.load();
 }
 
-bool Cancellation::sleepFor(double seconds)
+bool Cancellation::sleepFor(double requestedSeconds)
 {
     if (isCancelled())
         return false;
-    if (!(seconds > 0.0))
+    if (!(requestedSeconds > 0.0))
         return true;
+    const double seconds = std::min(requestedSeconds, kLongestSleepSeconds);
 
-    FileDescriptor timer(::timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK));
-    if (timer.get() < 0 || m_state->wakeup.get() < 0) {
-        // Without the descriptors, fall back to short slices so that a cancel
-        // is still seen within 50 ms.
+    // Without the descriptors, or with a timer that refuses the deadline,
+    // sleep in short slices so that a cancel is still seen within 50 ms.
+    auto sleepInSlices = [&] {
         const double deadline = continuousClockSeconds() + seconds;
         while (!isCancelled()) {
             const double left = deadline - continuousClockSeconds();
@@ -90,13 +91,18 @@ bool Cancellation::sleepFor(double seconds)
             ::nanosleep(&slice, nullptr);
         }
         return false;
-    }
+    };
+
+    FileDescriptor timer(::timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK));
+    if (timer.get() < 0 || m_state->wakeup.get() < 0)
+        return sleepInSlices();
 
     itimerspec deadline{};
     deadline.it_value = toTimespec(seconds);
     if (deadline.it_value.tv_sec == 0 && deadline.it_value.tv_nsec == 0)
         deadline.it_value.tv_nsec = 1; // a zero value would disarm the timer
-    ::timerfd_settime(timer.get(), 0, &deadline, nullptr);
+    if (::timerfd_settime(timer.get(), 0, &deadline, nullptr) != 0)
+        return sleepInSlices();
 
     pollfd fds[2] = {{timer.get(), POLLIN, 0}, {m_state->wakeup.get(), POLLIN, 0}};
     for (;;) {

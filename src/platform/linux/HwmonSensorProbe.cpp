@@ -67,7 +67,8 @@ SensorChannelValue sensorFileValue(const FileReadResult &file, double scale)
     return {static_cast<double>(*raw) / scale, false};
 }
 
-HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileReader &read)
+HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileReader &read,
+                                 std::span<const std::string_view> cpuDieNames)
 {
     HwmonSensorScan scan;
     // Millidegrees Celsius in both hwmon and thermal zones (sysfs-class-hwmon).
@@ -80,8 +81,11 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
             QString label = trimmedText(read(device.path + stem + "_label"));
             if (label.isEmpty())
                 label = QString::fromLatin1(stem);
+            QString name = device.name + QLatin1Char(' ') + label;
+            if (!channelNameMatches(name, cpuDieNames))
+                continue; // never opened: see the header
             scan.temperatures.channels.push_back(
-                {device.name + QLatin1Char(' ') + label,
+                {std::move(name),
                  sensorFileValue(read(device.path + stem + "_input"), millidegrees)});
         }
         for (const unsigned long long number : inputNumbers(device.entries, "fan")) {
@@ -97,6 +101,8 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
             QString type = trimmedText(read(zonePath + "type"));
             if (type.isEmpty())
                 type = QString::fromUtf8(zone.name);
+            if (!channelNameMatches(type, cpuDieNames))
+                continue;
             scan.temperatures.channels.push_back(
                 {type, sensorFileValue(read(zonePath + "temp"), millidegrees)});
         }
@@ -120,7 +126,7 @@ HwmonSensorProbe::HwmonSensorProbe(QString sysRoot, KernelFileReader reader)
 AppleSensorReadings HwmonSensorProbe::read()
 {
     // One walk serves both halves; the temperature is decided first.
-    const HwmonSensorScan scan = scanHwmonSensors(m_sysRoot, m_read);
+    const HwmonSensorScan scan = scanHwmonSensors(m_sysRoot, m_read, kLinuxCPUDieChannelNames);
     AppleSensorReadings readings;
     readings.temperature =
         temperatureReading(scan.temperatures, kLinuxCPUDieChannelNames, m_temperatureTexts);

@@ -10,9 +10,13 @@
 
 // What one walk of <sysRoot> found.
 struct HwmonSensorScan {
-    // Each hwmon temp<n>_input, named "<hwmon name> <label>" (label from
-    // temp<n>_label, else "temp<n>"), then each thermal zone's temp, named by
-    // its type; millidegrees become degrees.
+    // Each CPU die channel: hwmon temp<n>_input, named "<hwmon name> <label>"
+    // (label from temp<n>_label, else "temp<n>"), then thermal zone temps,
+    // named by their type; millidegrees become degrees. The name comes from
+    // files that cost nothing (name, labels, zone types); an input whose name
+    // is not a die's is never opened, because reading some sensors wakes
+    // their device: a disk's drivetemp read every 2 s keeps the disk from
+    // spinning down, an NVMe sensor keeps the drive out of its sleep states.
     TemperatureSurvey temperatures;
     // Each hwmon fan<n>_input (RPM).
     std::vector<SensorChannelValue> fans;
@@ -20,7 +24,8 @@ struct HwmonSensorScan {
 
 // hwmon devices and their inputs go in the order of their numbers (hwmon2
 // before hwmon10), so the fold sees the same order on every tick.
-HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileReader &read);
+HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileReader &read,
+                                 std::span<const std::string_view> cpuDieNames);
 
 // One value of a sysfs sensor file: a decimal integer divided by `scale`.
 // Empty text, junk and failed reads give no value; a refused read is marked.

@@ -3,6 +3,8 @@
 #include "probes/GPUUsage.h"
 #include "sampling/Text.h"
 
+#include <algorithm>
+
 std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const KernelFileReader &read)
 {
     std::vector<double> values;
@@ -11,7 +13,19 @@ std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const Kern
     if (!names)
         return values;
     for (const NumberedEntry &card : numberedEntries(*names, "card")) {
-        const FileReadResult file = read(drmPath + card.name + "/device/gpu_busy_percent");
+        const QByteArray device = drmPath + card.name + "/device/";
+        // Runtime power management: a sleeping card is idle, and reading its
+        // busy file would wake it. Whether the file exists is in the listing,
+        // which the driver does not answer.
+        const FileReadResult power = read(device + "power/runtime_status");
+        if (power.bytes && power.bytes->trimmed() == "suspended") {
+            const auto entries = listDirectory(device);
+            if (entries && std::find(entries->begin(), entries->end(),
+                                     QByteArray("gpu_busy_percent")) != entries->end())
+                values.push_back(0.0);
+            continue;
+        }
+        const FileReadResult file = read(device + "gpu_busy_percent");
         if (!file.bytes)
             continue;
         if (const std::optional<long long> percent = parseDecimal(asView(*file.bytes)))
@@ -30,15 +44,9 @@ LinuxGPUUsageProbe::LinuxGPUUsageProbe(QString sysRoot, QByteArray nvmlLibraryPa
 std::vector<double> LinuxGPUUsageProbe::nvmlUtilisations()
 {
     if (!m_nvml) {
-        if (m_ticksUntilNvmlAttempt > 0) {
-            --m_ticksUntilNvmlAttempt;
-            return {};
-        }
         m_nvml = NvmlLibrary::open(m_nvmlLibraryPath);
-        if (!m_nvml) {
-            m_ticksUntilNvmlAttempt = kTicksBetweenNvmlAttempts - 1;
+        if (!m_nvml)
             return {};
-        }
     }
     std::optional<std::vector<double>> values = m_nvml->utilisations();
     if (!values) {

@@ -12,20 +12,20 @@
 // amdgpu's busy percent of every DRM card: <sysRoot>/class/drm/card<n>/device/
 // gpu_busy_percent, in card order. Connector entries (card0-DP-1) and render
 // nodes are not cards. A file that is missing, unreadable or not a number
-// gives nothing for that card.
+// gives nothing for that card. A card whose device/power/runtime_status is
+// "suspended" is idle: 0 %, and its busy file is not read, because that read
+// would wake it and keep a laptop's second GPU powered.
 std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const KernelFileReader &read);
 
 // GPU utilisation: amdgpu through sysfs and NVIDIA through NVML, the largest
 // value of all devices.
 //
-// The NVML session is kept while it works (see NvmlLibrary). A failed open is
-// tried again on a later tick, not on every tick: nvmlInit can be slow to
-// fail and may even start nvidia-modprobe, and a driver that was not there a
-// minute ago rarely appears in the next two seconds.
+// The NVML session is kept while it works (see NvmlLibrary). A failed open
+// is tried again at the next tick, like every other reading: a driver loaded
+// after start (or after a reset) is seen within one tick. On machines without
+// the library the attempt is one failed dlopen.
 class LinuxGPUUsageProbe final : public GPUUsageProbing {
 public:
-    static constexpr int kTicksBetweenNvmlAttempts = 30; // about a minute at one tick per 2 s
-
     explicit LinuxGPUUsageProbe(QString sysRoot = QStringLiteral("/sys"),
                                 QByteArray nvmlLibraryPath = "libnvidia-ml.so.1",
                                 KernelFileReader reader = systemFileReader());
@@ -38,5 +38,4 @@ private:
     QByteArray m_nvmlLibraryPath;
     KernelFileReader m_read;
     std::unique_ptr<NvmlLibrary> m_nvml;
-    int m_ticksUntilNvmlAttempt = 0; // 0: try to open on this tick
 };

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include <poll.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -35,12 +36,27 @@ public:
         return errno;
     }
 
+    // A pidfd polls readable once every thread of its process has exited,
+    // reaped or not: a zombie has exited. What the process's files say
+    // (a deleted binary, a process turned non-dumpable) plays no part.
+    std::optional<bool> isRunning() override
+    {
+        pollfd entry{m_pidfd.get(), POLLIN, 0};
+        int ready = 0;
+        do {
+            ready = ::poll(&entry, 1, 0);
+        } while (ready < 0 && errno == EINTR);
+        if (ready < 0 || (entry.revents & POLLNVAL) != 0)
+            return std::nullopt;
+        return ready == 0;
+    }
+
 private:
     UniqueFileDescriptor m_pidfd;
 };
 
 // Kernels before 5.3: the bare pid, and the race between the identity check
-// and kill that only a pidfd closes.
+// and kill that only a pidfd closes. It cannot tell whether the process runs.
 class BarePidPinnedProcess final : public PinnedProcess {
 public:
     explicit BarePidPinnedProcess(pid_t pid) : m_pid(pid) {}
@@ -53,6 +69,7 @@ public:
             return 0;
         return errno;
     }
+    std::optional<bool> isRunning() override { return std::nullopt; }
 
 private:
     pid_t m_pid;
@@ -64,6 +81,7 @@ class FailedPin final : public PinnedProcess {
 public:
     explicit FailedPin(int error) : m_error(error) {}
     int send(ProcessTerminationSignal) override { return m_error; }
+    std::optional<bool> isRunning() override { return std::nullopt; }
 
 private:
     int m_error;
@@ -79,9 +97,11 @@ std::unique_ptr<PinnedProcess> PidfdSignalSender::pin(pid_t pid)
     if (fd >= 0)
         return std::make_unique<PidfdPinnedProcess>(UniqueFileDescriptor(static_cast<int>(fd)));
     const int error = errno;
-    // pidfd_open itself never fails with EPERM; a seccomp filter that denies
-    // it (older container runtimes) does, and means "no pidfd" as ENOSYS does.
-    if (error == ENOSYS || error == EPERM)
+    // Only a kernel without the call falls back to kill. pidfd_open itself
+    // never fails with EPERM, but a seccomp profile that refuses it does; that
+    // kernel may well reuse pids under us, so the failure stands (the
+    // signal-failure text) rather than opening the race kill leaves.
+    if (error == ENOSYS)
         return std::make_unique<BarePidPinnedProcess>(pid);
     return std::make_unique<FailedPin>(error);
 }

@@ -64,7 +64,9 @@ bool isCountedDisk(const QString &name, const std::vector<QByteArray> &blockDevi
         if (name.startsWith(QLatin1String(prefix.data(), qsizetype(prefix.size()))))
             return false;
     }
-    const QByteArray encoded = name.toUtf8();
+    // A name with "/" in diskstats (cciss/c0d0) has "!" in /sys/block, since
+    // a file name cannot hold "/".
+    const QByteArray encoded = name.toUtf8().replace('/', '!');
     return std::find(blockDevices.begin(), blockDevices.end(), encoded) != blockDevices.end();
 }
 

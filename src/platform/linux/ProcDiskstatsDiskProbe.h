@@ -25,7 +25,8 @@ struct DiskstatsLine {
 // is not a number is passed over.
 std::vector<DiskstatsLine> parseDiskstats(std::string_view text);
 
-// Whole disks only: a name listed in /sys/block (partitions are not), and not
+// Whole disks only: a name listed in /sys/block (partitions are not; "/" in a
+// diskstats name is "!" there), and not
 // a loop, ram, zram, device-mapper (dm-) or software RAID (md) device. Those
 // are either memory or stacked on the real disks, and counting them would let
 // the largest-total choice jump between a disk and the volume on top of it.

@@ -2,6 +2,7 @@
 
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ProcPidStat.h"
+#include "platform/linux/ProcPidStatus.h"
 #include "platform/linux/ProcStat.h"
 #include "platform/linux/ProcessName.h"
 #include "platform/linux/UniqueFileDescriptor.h"
@@ -34,12 +35,15 @@ std::optional<QByteArray> readFileAt(int directory, const char *name)
     }
 }
 
-std::optional<QByteArray> readLinkAt(int directory, const char *name)
+// The link's target; nothing when it cannot be read (kernel thread, exited
+// process), is cut short, or was refused (then `refused` is set).
+std::optional<QByteArray> readLinkAt(int directory, const char *name, bool &refused)
 {
     char buffer[4096];
     const ssize_t length = ::readlinkat(directory, name, buffer, sizeof buffer);
+    refused = length < 0 && (errno == EACCES || errno == EPERM);
     if (length <= 0 || static_cast<std::size_t>(length) >= sizeof buffer)
-        return std::nullopt; // unreadable (kernel thread, exited process), or truncated
+        return std::nullopt;
     return QByteArray(buffer, length);
 }
 
@@ -75,8 +79,19 @@ std::optional<ProcessTerminationTarget> ProcfsProcessIdentityReader::readIdentit
     if (!stat)
         return std::nullopt;
 
-    const std::optional<QByteArray> executable = readLinkAt(directory.get(), "exe");
-    if (!executable)
+    // /proc/<tid> of a thread reads like a process; its Tgid gives it away.
+    const std::optional<QByteArray> statusText = readFileAt(directory.get(), "status");
+    if (!statusText || parseProcPidStatusThreadGroup(asView(*statusText)) != pid)
+        return std::nullopt;
+
+    // Another user's exe (or a non-dumpable process's) is refused to all but
+    // root. The process is there all the same, and its owner is known: the
+    // reading stands with no executable, so the check refuses it for its
+    // owner, or as a changed executable, rather than calling it gone.
+    bool executableRefused = false;
+    const std::optional<QByteArray> executable =
+        readLinkAt(directory.get(), "exe", executableRefused);
+    if (!executable && !executableRefused)
         return std::nullopt;
 
     const FileReadResult machineStat = readKernelFile(root + "/stat");
@@ -91,7 +106,7 @@ std::optional<ProcessTerminationTarget> ProcfsProcessIdentityReader::readIdentit
     target.identity.startTime =
         processStartTime(*bootTime, stat->startTicks, systemClockTicksPerSecond());
     // Invalid UTF-8 in a path is repaired the same way as in the metric reader.
-    target.identity.executablePath = QString::fromUtf8(*executable);
+    target.identity.executablePath = QString::fromUtf8(executable.value_or(QByteArray()));
     target.userID = info.st_uid;
     target.name = processDisplayName(stat->name, target.identity.executablePath);
     return target;

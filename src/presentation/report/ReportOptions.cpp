@@ -1,5 +1,7 @@
 #include "presentation/report/ReportOptions.h"
 
+#include "sampling/Cancellation.h"
+
 #include <cmath>
 
 QString reportUsageLine()
@@ -46,10 +48,12 @@ ReportOptionsResult parseReportOptions(const QStringList &arguments)
             const std::optional<QString> value = takeValue();
             bool ok = false;
             const double seconds = value ? value->toDouble(&ok) : 0.0;
-            if (!ok || !std::isfinite(seconds) || seconds <= 0.0)
+            // Only what a timer can hold: about 31 years at most.
+            if (!ok || !std::isfinite(seconds) || seconds <= 0.0 || seconds > kLongestSleepSeconds)
                 return {std::nullopt,
                         QStringLiteral("kilnwarden-report: --interval needs a number of seconds "
-                                       "above 0, got '%1'")
+                                       "above 0 and at most %1, got '%2'")
+                            .arg(kLongestSleepSeconds, 0, 'f', 0)
                             .arg(value.value_or(QString()))};
             options.interval = seconds;
         } else {

@@ -137,6 +137,8 @@ class ScriptedPin final : public PinnedProcess {
 public:
     ScriptedPin(ScriptedProcessTable &table, pid_t pid) : m_table(table), m_pid(pid) {}
     int send(ProcessTerminationSignal) override { return m_table.signal(m_pid); }
+    // Like a bare pid: the exit check reads the table instead.
+    std::optional<bool> isRunning() override { return std::nullopt; }
 
 private:
     ScriptedProcessTable &m_table;

@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <map>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -47,14 +47,18 @@ TEST(ParseDiskstats, TakesNameAndSectorFieldsAndSkipsBrokenLines)
 
 TEST(WholeDiskCounters, KeepsOnlyWholeRealDisksInBytes)
 {
-    const std::vector<QByteArray> block = {"vda",   "sda",  "loop0",   "zram0",  "dm-0",
-                                           "md127", "ram0", "nvme0n1", "mmcblk0"};
+    const std::vector<QByteArray> block = {"vda",   "sda",  "loop0",   "zram0",   "dm-0",
+                                           "md127", "ram0", "nvme0n1", "mmcblk0", "cciss!c0d0"};
     const std::vector<DiskstatsLine> lines = {
-        {"vda", 10, 20},     {"vda1", 9, 19},     {"sda", 1, 1},     {"loop0", 100, 0},
-        {"zram0", 100, 100}, {"dm-0", 50, 50},    {"md127", 70, 70}, {"ram0", 1, 1},
-        {"nvme0n1", 0, 0},   {"nvme0n1p1", 1, 1}, {"mmcblk0", 2, 3}, {"sr0", 4, 4}};
-    const std::vector<DiskDeviceCounters> expected = {
-        {"vda", 5120, 10240}, {"sda", 512, 512}, {"nvme0n1", 0, 0}, {"mmcblk0", 1024, 1536}};
+        {"vda", 10, 20},      {"vda1", 9, 19},       {"sda", 1, 1},     {"loop0", 100, 0},
+        {"zram0", 100, 100},  {"dm-0", 50, 50},      {"md127", 70, 70}, {"ram0", 1, 1},
+        {"nvme0n1", 0, 0},    {"nvme0n1p1", 1, 1},   {"mmcblk0", 2, 3}, {"sr0", 4, 4},
+        {"cciss/c0d0", 1, 0}, {"cciss/c0d0p1", 1, 0}};
+    const std::vector<DiskDeviceCounters> expected = {{"vda", 5120, 10240},
+                                                      {"sda", 512, 512},
+                                                      {"nvme0n1", 0, 0},
+                                                      {"mmcblk0", 1024, 1536},
+                                                      {"cciss/c0d0", 512, 0}};
     EXPECT_EQ(wholeDiskCounters(lines, block), expected);
     // Sector counts beyond what bytes can hold are capped, not wrapped.
     const auto huge = wholeDiskCounters({{"vda", ~0ull, 1}}, {"vda"});
@@ -79,23 +83,20 @@ TEST(ProcDiskstatsDiskProbe, UsesTheLargestWholeDiskOfEachFixture)
         {"server-vm", "vda", 3200810, 1359296},
     };
     for (const Machine &machine : machines) {
-        QTemporaryDir proc;
-        ASSERT_TRUE(proc.isValid());
-        QFile original(fixture(machine.name, "proc") + QStringLiteral("/diskstats"));
-        ASSERT_TRUE(original.open(QIODevice::ReadOnly));
-        const QByteArray before = original.readAll();
-        auto write = [&](const QByteArray &text) {
-            QFile file(proc.filePath(QStringLiteral("diskstats")));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            file.write(text);
+        const FileReadResult original =
+            readKernelFile(fixture(machine.name, "proc") + QStringLiteral("/diskstats"));
+        ASSERT_TRUE(original.bytes);
+        QByteArray diskstats = *original.bytes;
+        const KernelFileReader reader = [&diskstats](const QByteArray &path) {
+            return path.endsWith("/diskstats") ? FileReadResult{diskstats, 0}
+                                               : readKernelFile(path);
         };
-        write(before);
-        ProcDiskstatsDiskProbe probe(proc.path(), fixture(machine.name, "sys"));
+        ProcDiskstatsDiskProbe probe(fixture(machine.name, "proc"), fixture(machine.name, "sys"),
+                                     reader);
         EXPECT_EQ(probe.sample(at(100)), SensorReading<double>::warmingUp()) << machine.name;
         // 2 seconds later, 4000 more sectors read and 2000 more written.
-        const QList<QByteArray> lines = before.split('\n');
         QByteArray rewritten;
-        for (QByteArray line : lines) {
+        for (QByteArray line : original.bytes->split('\n')) {
             QList<QByteArray> fields = line.simplified().split(' ');
             if (fields.size() > 9 && fields[2] == machine.disk) {
                 fields[5] = QByteArray::number(machine.sectorsRead + 4000);
@@ -104,13 +105,13 @@ TEST(ProcDiskstatsDiskProbe, UsesTheLargestWholeDiskOfEachFixture)
             }
             rewritten += line + '\n';
         }
-        write(rewritten);
+        diskstats = rewritten;
         EXPECT_EQ(probe.sample(at(102)),
                   SensorReading<double>::available(6000.0 * 512 / 2,
                                                    QStringLiteral("Linux /proc/diskstats")))
             << machine.name;
         // The kernel's counters went back (a device was removed and came back).
-        write(before);
+        diskstats = *original.bytes;
         EXPECT_EQ(probe.sample(at(104)), SensorReading<double>::temporarilyUnavailable(
                                              QStringLiteral("磁盘累计计数器无有效增量")))
             << machine.name;
@@ -191,23 +192,24 @@ TEST(NetworkInterfaceRecords, ReadsSixtyFourBitCountersOfLinkRecordsOnly)
     EXPECT_EQ(records[2].family, AF_INET);
 }
 
-TEST(GetifaddrsNetworkProbe, RatesOverMadeUpInterfacesAndFixtureCounters)
+TEST(GetifaddrsNetworkProbe, RatesOverMadeUpInterfacesAndCounters)
 {
-    QTemporaryDir sys;
-    ASSERT_TRUE(sys.isValid());
+    std::map<QByteArray, std::uint64_t> counters;
+    const KernelFileReader reader = [&counters](const QByteArray &path) {
+        const auto found = counters.find(path);
+        return found == counters.end()
+                   ? FileReadResult{std::nullopt, ENOENT}
+                   : FileReadResult{QByteArray::number(qulonglong(found->second)) + '\n', 0};
+    };
     auto setCounters = [&](const char *name, std::uint64_t received, std::uint64_t sent) {
-        const QString statistics =
-            sys.path() + QStringLiteral("/class/net/%1/statistics/").arg(QLatin1String(name));
-        ASSERT_TRUE(QDir().mkpath(statistics));
-        for (const auto &[file, value] : {std::pair{"rx_bytes", received}, {"tx_bytes", sent}}) {
-            QFile out(statistics + QLatin1String(file));
-            ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            out.write(QByteArray::number(qulonglong(value)) + '\n');
-        }
+        const QByteArray statistics = "/sys/class/net/" + QByteArray(name) + "/statistics/";
+        counters[statistics + "rx_bytes"] = received;
+        counters[statistics + "tx_bytes"] = sent;
     };
     const std::vector<InterfaceAddress> addresses = {
         {"lo", up | loopback, AF_PACKET}, {"eth0", up, AF_PACKET}, {"eth0", up, AF_INET6}};
-    GetifaddrsNetworkProbe probe(sys.path(), std::make_unique<MadeUpListing>(addresses));
+    GetifaddrsNetworkProbe probe(QStringLiteral("/sys"), std::make_unique<MadeUpListing>(addresses),
+                                 reader);
     // Beyond 4 GiB, where the 32-bit counters of ifa_data would have wrapped.
     const std::uint64_t base = 6ull << 30;
     setCounters("lo", 1, 1);

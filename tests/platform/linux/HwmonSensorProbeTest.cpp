@@ -1,31 +1,13 @@
 #include "platform/linux/HwmonSensorProbe.h"
 
+#include "support/SysfsTesting.h"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <string>
 
 namespace {
-
-QString fixtureSys(const char *machine)
-{
-    return QStringLiteral(KW_FIXTURES_DIR "/%1/sys").arg(QLatin1String(machine));
-}
-
-// The system reader, except that files whose path ends with one of `endings`
-// fail with `error`: EACCES for a refusal (root ignores mode 000, so the
-// refusal has to be made here), ENOENT for a file that vanished after the
-// directory was listed.
-KernelFileReader failingReader(std::vector<QByteArray> endings, int error)
-{
-    return [endings = std::move(endings), error](const QByteArray &path) {
-        for (const QByteArray &ending : endings) {
-            if (path.endsWith(ending))
-                return FileReadResult{std::nullopt, error};
-        }
-        return readKernelFile(path);
-    };
-}
 
 using R = SensorReading<double>;
 
@@ -96,8 +78,8 @@ INSTANTIATE_TEST_SUITE_P(
                     EACCES,
                     R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
                     R::permissionDenied(QStringLiteral("无权读取 hwmon 风扇传感器"))},
-        // Every die channel refused while acpitz, nvme and the ThinkPad still
-        // read: the refusal is what hides the die, so it is what is reported.
+        // Every die channel refused (acpitz, nvme and the ThinkPad are never
+        // opened): the refusal is what hides the die, so it is what is reported.
         MachineCase{"DieChannelsRefused",
                     "intel-laptop",
                     {"hwmon10/temp1_input", "hwmon10/temp2_input", "hwmon10/temp3_input",
@@ -105,6 +87,14 @@ INSTANTIATE_TEST_SUITE_P(
                     EACCES,
                     R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
                     R::available(2400.0, fanSource)},
+        // One die channel refused, the others junk: not every one tried was
+        // refused, so nothing recognisable is what is reported.
+        MachineCase{"GoodChannelRefusedBesideJunk",
+                    "broken-sensors",
+                    {"hwmon0/temp5_input"},
+                    EACCES,
+                    R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
+                    R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
         MachineCase{"SomeCoresRefused",
                     "intel-laptop",
                     {"hwmon10/temp1_input", "hwmon10/temp2_input"},
@@ -128,25 +118,37 @@ INSTANTIATE_TEST_SUITE_P(
                     R::available(2400.0, fanSource)}),
     [](const testing::TestParamInfo<MachineCase> &info) { return std::string(info.param.label); });
 
-TEST(ScanHwmonSensors, NamesChannelsByDeviceAndLabelInNumericOrder)
+// Only die channels are opened: the nvme, acpitz and ThinkPad inputs (a
+// disk's sensor can wake the disk) never are, whatever they would read.
+TEST(ScanHwmonSensors, OpensOnlyTheDieChannelsInNumericOrder)
 {
+    auto opened = std::make_shared<std::vector<QByteArray>>();
+    const QByteArray sys = fixtureSys("intel-laptop").toLocal8Bit();
     const HwmonSensorScan scan =
-        scanHwmonSensors(fixtureSys("intel-laptop").toLocal8Bit(), systemFileReader());
+        scanHwmonSensors(sys, recordingReader(opened), kLinuxCPUDieChannelNames);
     QStringList names;
     for (const TemperatureChannel &channel : scan.temperatures.channels)
         names << channel.name;
-    // hwmon10 after hwmon3, crit and label files are not inputs, BAT0 has none.
-    EXPECT_EQ(names, (QStringList{"acpitz temp1", "nvme Composite", "thinkpad temp1",
-                                  "coretemp Package id 0", "coretemp Core 0", "coretemp Core 1",
-                                  "coretemp Core 2", "coretemp Core 3", "acpitz", "x86_pkg_temp"}));
-    EXPECT_EQ(scan.temperatures.channels[1].reading, (SensorChannelValue{38.85, false}));
-    EXPECT_TRUE(scan.temperatures.interfacePresent);
+    // hwmon10 after hwmon3, crit and label files are not inputs.
+    EXPECT_EQ(names, (QStringList{"coretemp Package id 0", "coretemp Core 0", "coretemp Core 1",
+                                  "coretemp Core 2", "coretemp Core 3", "x86_pkg_temp"}));
+    EXPECT_EQ(scan.temperatures.channels[1].reading, (SensorChannelValue{50.0, false}));
+    QList<QByteArray> temperatureInputs;
+    for (const QByteArray &path : *opened) {
+        if (path.contains("/temp") && (path.endsWith("_input") || path.endsWith("/temp")))
+            temperatureInputs << path.mid(sys.size());
+    }
+    EXPECT_EQ(temperatureInputs,
+              (QList<QByteArray>{
+                  "/class/hwmon/hwmon10/temp1_input", "/class/hwmon/hwmon10/temp2_input",
+                  "/class/hwmon/hwmon10/temp3_input", "/class/hwmon/hwmon10/temp4_input",
+                  "/class/hwmon/hwmon10/temp5_input", "/class/thermal/thermal_zone1/temp"}));
 }
 
 TEST(ScanHwmonSensors, KeepsBrokenFilesAsChannelsWithoutValues)
 {
-    const HwmonSensorScan scan =
-        scanHwmonSensors(fixtureSys("broken-sensors").toLocal8Bit(), systemFileReader());
+    const HwmonSensorScan scan = scanHwmonSensors(fixtureSys("broken-sensors").toLocal8Bit(),
+                                                  systemFileReader(), kLinuxCPUDieChannelNames);
     ASSERT_EQ(scan.temperatures.channels.size(), 5u);
     const std::vector<std::optional<double>> expected = {std::nullopt, std::nullopt, -5.0,
                                                          999999.999, 51.5};

@@ -1,7 +1,8 @@
-#include "platform/linux/FileReading.h"
 #include "platform/linux/ProcStat.h"
+#include "platform/linux/FileReading.h"
 #include "platform/linux/ProcStatCPUUsageProbe.h"
 #include "support/Fixtures.h"
+#include "support/MachineTicks.h"
 
 #include <QDir>
 #include <QFile>
@@ -36,8 +37,7 @@ TEST(ProcStatParser, FoldsTheKernelFieldsIntoFourCounters)
 
 TEST(ProcStatParser, BootTime)
 {
-    EXPECT_EQ(parseProcStatBootTime("cpu 1 2 3 4\nbtime 1700000000\nprocesses 5\n"),
-              1700000000LL);
+    EXPECT_EQ(parseProcStatBootTime("cpu 1 2 3 4\nbtime 1700000000\nprocesses 5\n"), 1700000000LL);
     EXPECT_EQ(parseProcStatBootTime("btime\n"), std::nullopt);
     EXPECT_EQ(parseProcStatBootTime("btime abc\n"), std::nullopt);
     const FileReadResult real = readKernelFile(fixturePath("procstat-debian-vm"));
@@ -61,23 +61,29 @@ TEST(ProcStatCPUUsageProbe, ReadsAProcRootAndSaysWhyWhenItCannot)
     writeStat("garbage\n");
     EXPECT_EQ(probe.sample(), SensorReading<double>::temporarilyUnavailable("/proc/stat 读取失败"));
     writeStat("cpu  150 0 150 900 0 0 0 0 0 0\n");
-    EXPECT_EQ(probe.sample(),
-              SensorReading<double>::available(50.0, "Linux /proc/stat CPU ticks"));
+    EXPECT_EQ(probe.sample(), SensorReading<double>::available(50.0, "Linux /proc/stat CPU ticks"));
 }
 
-TEST(ProcStatCPUUsageProbe, TheRealMachineGivesAFigureOnTheSecondTick)
+// The probe against the machine's ticks read by the test just before each of
+// its reads, with one core kept busy: the same interval, whatever the load.
+TEST(ProcStatCPUUsageProbe, TheRealMachineAgreesWithItsOwnTicks)
 {
+    auto ticks = [] {
+        const FileReadResult stat = readKernelFile(QByteArrayLiteral("/proc/stat"));
+        return stat.bytes ? parseProcStatCPUTicks(asView(*stat.bytes)) : std::nullopt;
+    };
+    BusyChild busy;
     ProcStatCPUUsageProbe probe;
+    const auto before = ticks();
     EXPECT_EQ(probe.sample(), SensorReading<double>::warmingUp());
-    QThread::msleep(50);
-    const auto second = probe.sample();
-    // Two reads 50 ms apart may see no tick at all on an idle machine.
-    if (second.isAvailable()) {
-        EXPECT_GE(*second.value(), 0.0);
-        EXPECT_LE(*second.value(), 100.0);
-    } else {
-        EXPECT_EQ(second, SensorReading<double>::temporarilyUnavailable("CPU 计数器无有效增量"));
-    }
+    QThread::msleep(300);
+    const auto after = ticks();
+    const SensorReading<double> second = probe.sample();
+    ASSERT_TRUE(before && after && second.isAvailable());
+    const std::optional<double> measured = cpuUsageBetween(*before, *after);
+    ASSERT_TRUE(measured.has_value());
+    EXPECT_NEAR(*second.value(), *measured, 5.0);
+    EXPECT_GT(*second.value(), 0.0); // the spinning child is seen
 }
 
 } // namespace

@@ -1,30 +1,43 @@
 // The Linux termination path over real processes that this test starts
 // itself (and over fixture trees for the reader's parsing). Nothing here
-// signals a process that the test did not fork.
+// signals a process that the test did not fork; what needs another user, a
+// seccomp filter or a pid namespace runs in a forked process of its own.
 
 #include "platform/PlatformFactory.h"
 #include "platform/linux/PidfdSignalSender.h"
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcfsProcessIdentityReader.h"
 #include "sampling/Cancellation.h"
-#include "support/FakeTermination.h"
 #include "support/Fixtures.h"
 #include "support/ForkedChild.h"
-#include "support/StoreTesting.h"
+#include "support/ShellChild.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <csignal>
+#include <fstream>
+#include <thread>
 
+#include <grp.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
 using Behaviour = ForkedChild::Behaviour;
+using Signal = ProcessTerminationSignal;
+using Result = ProcessTerminationResult;
 
 // The real controller: procfs reader and pidfd sender, this user, this process.
 ProcessTerminationController realController()
@@ -32,13 +45,35 @@ ProcessTerminationController realController()
     return makeProcessTerminationController();
 }
 
-// What the user would have seen of the child.
-ProcessTerminationTarget seen(const ForkedChild &child)
+// The same with a short schedule, for waits that must run to their end.
+ProcessTerminationController quickController()
+{
+    return ProcessTerminationController(std::make_shared<ProcfsProcessIdentityReader>(),
+                                        std::make_shared<PidfdSignalSender>(), ::getuid(),
+                                        ::getpid(), {0.02, 0.02, 0.02});
+}
+
+// What the user would have seen of a process.
+ProcessTerminationTarget seen(pid_t pid)
 {
     ProcfsProcessIdentityReader reader;
-    const std::optional<ProcessTerminationTarget> reading = reader.readIdentity(child.pid());
+    const std::optional<ProcessTerminationTarget> reading = reader.readIdentity(pid);
     EXPECT_TRUE(reading.has_value());
     return reading.value_or(ProcessTerminationTarget{});
+}
+
+bool hasExited(pid_t pid)
+{
+    siginfo_t info{};
+    return ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           info.si_pid == pid;
+}
+
+void expectForkedBodyHolds(const std::string &message)
+{
+    if (message.rfind("skip:", 0) == 0)
+        GTEST_SKIP() << message;
+    EXPECT_EQ(message, "");
 }
 
 TEST(ProcfsIdentityReader, ReadsThisProcessAsTheKernelShowsIt)
@@ -55,7 +90,19 @@ TEST(ProcfsIdentityReader, ReadsThisProcessAsTheKernelShowsIt)
     EXPECT_EQ(reader.readIdentity(::getpid()), self);
 }
 
-TEST(ProcfsIdentityReader, ParsesAFixtureTree)
+// /proc/<tid> opens like a process directory; a thread is not a process.
+TEST(ProcfsIdentityReader, AThreadIsNoProcess)
+{
+    ProcfsProcessIdentityReader reader;
+    std::thread thread([&] {
+        const pid_t threadID = static_cast<pid_t>(::syscall(SYS_gettid));
+        ASSERT_NE(threadID, ::getpid());
+        EXPECT_FALSE(reader.readIdentity(threadID).has_value());
+    });
+    thread.join();
+}
+
+TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
 {
     ProcfsProcessIdentityReader reader(fixturePath(QStringLiteral("identity-reader/proc")));
     const auto reading = reader.readIdentity(4242);
@@ -70,14 +117,11 @@ TEST(ProcfsIdentityReader, ParsesAFixtureTree)
     ASSERT_EQ(::stat(fixturePath(QStringLiteral("identity-reader/proc/4242")).toLocal8Bit(), &info),
               0);
     EXPECT_EQ(reading->userID, info.st_uid);
-}
 
-TEST(ProcfsIdentityReader, AnythingUnreadableGivesNothing)
-{
-    ProcfsProcessIdentityReader reader(fixturePath(QStringLiteral("identity-reader/proc")));
     EXPECT_FALSE(reader.readIdentity(4343).has_value()); // stat cut short
     EXPECT_FALSE(reader.readIdentity(4444).has_value()); // kernel thread: no exe
     EXPECT_FALSE(reader.readIdentity(4545).has_value()); // no such directory
+    EXPECT_FALSE(reader.readIdentity(4646).has_value()); // a thread of 4242
     EXPECT_FALSE(reader.readIdentity(0).has_value());
     EXPECT_FALSE(reader.readIdentity(-1).has_value());
     ProcfsProcessIdentityReader noBootTime(
@@ -89,13 +133,15 @@ TEST(ProcfsTermination, GracefulSignalEndsAProcessThatHonoursIt)
 {
     ForkedChild child(Behaviour::waitsForSignals);
     ASSERT_TRUE(child.started());
-    const auto target = seen(child);
+    const auto target = seen(child.pid());
     const auto controller = realController();
 
-    EXPECT_EQ(controller.terminate(target, ProcessTerminationSignal::graceful),
-              ProcessTerminationResult::signalSent(ProcessTerminationSignal::graceful));
+    ProcessTerminationAttempt attempt = controller.attempt(target, Signal::graceful);
+    EXPECT_EQ(attempt.result, Result::signalSent(Signal::graceful));
     Cancellation cancellation;
-    EXPECT_FALSE(controller.waitForExit(target, cancellation)); // a zombie is no longer running
+    // A zombie is no longer running, by its pin and by its readings alike.
+    EXPECT_FALSE(controller.waitForExit(target, cancellation, attempt.pin.get()));
+    EXPECT_FALSE(controller.isRunning(target));
     ASSERT_TRUE(child.reap(5.0));
     EXPECT_EQ(child.terminatingSignal(), SIGTERM);
 }
@@ -104,32 +150,34 @@ TEST(ProcfsTermination, IgnoredGracefulSignalLeavesItRunningUntilForced)
 {
     ForkedChild child(Behaviour::ignoresTerm);
     ASSERT_TRUE(child.started());
-    const auto target = seen(child);
-    const auto controller = realController();
+    const auto target = seen(child.pid());
+    const auto controller = quickController();
     Cancellation cancellation;
 
-    EXPECT_EQ(controller.terminate(target, ProcessTerminationSignal::graceful),
-              ProcessTerminationResult::signalSent(ProcessTerminationSignal::graceful));
-    EXPECT_TRUE(controller.waitForExit(target, cancellation)); // the whole 2 s schedule
-    EXPECT_FALSE(child.reap(0.0));
+    ProcessTerminationAttempt graceful = controller.attempt(target, Signal::graceful);
+    EXPECT_EQ(graceful.result, Result::signalSent(Signal::graceful));
+    EXPECT_TRUE(controller.waitForExit(target, cancellation, graceful.pin.get()));
+    EXPECT_FALSE(hasExited(child.pid()));
 
-    EXPECT_EQ(controller.terminate(target, ProcessTerminationSignal::forced),
-              ProcessTerminationResult::signalSent(ProcessTerminationSignal::forced));
-    EXPECT_FALSE(controller.waitForExit(target, cancellation));
+    ProcessTerminationAttempt forced = controller.attempt(target, Signal::forced);
+    EXPECT_EQ(forced.result, Result::signalSent(Signal::forced));
+    EXPECT_FALSE(controller.waitForExit(target, cancellation, forced.pin.get()));
     ASSERT_TRUE(child.reap(5.0));
     EXPECT_EQ(child.terminatingSignal(), SIGKILL);
 }
 
 // Exits about 0.17 s in: after the 0.1 s check, before the 0.25 s one. The
-// wait must end there, not after the whole 2 s.
+// wait on the default schedule must end there, not after the whole 2 s.
 TEST(ProcfsTermination, ExitDuringTheSecondIntervalIsFoundEarly)
 {
     ForkedChild child(Behaviour::exitsAfterDelay, 0.17);
     ASSERT_TRUE(child.started());
-    const auto target = seen(child);
+    const auto target = seen(child.pid());
+    PidfdSignalSender sender;
+    const std::unique_ptr<PinnedProcess> pin = sender.pin(child.pid());
     Cancellation cancellation;
     const double started = continuousClockSeconds();
-    EXPECT_FALSE(realController().waitForExit(target, cancellation));
+    EXPECT_FALSE(realController().waitForExit(target, cancellation, pin.get()));
     EXPECT_LT(continuousClockSeconds() - started, 1.0);
 }
 
@@ -139,7 +187,7 @@ TEST(ProcfsTermination, ProcessGoneBeforeTheSignalIsAlreadyExited)
         SCOPED_TRACE(reaped ? "reaped" : "zombie");
         ForkedChild child(Behaviour::waitsForSignals);
         ASSERT_TRUE(child.started());
-        const auto target = seen(child);
+        const auto target = seen(child.pid());
         // End our own child ourselves, so the controller finds it gone.
         ASSERT_EQ(::kill(child.pid(), SIGKILL), 0);
         if (reaped)
@@ -147,71 +195,178 @@ TEST(ProcfsTermination, ProcessGoneBeforeTheSignalIsAlreadyExited)
         else
             ASSERT_TRUE(child.waitUntilZombie(5.0));
 
-        EXPECT_EQ(realController().terminate(target, ProcessTerminationSignal::graceful),
-                  ProcessTerminationResult::rejected(ProcessTerminationRejection::alreadyExited));
+        EXPECT_EQ(realController().terminate(target, Signal::graceful),
+                  Result::rejected(ProcessTerminationRejection::alreadyExited));
     }
 }
 
-// The pin holds the process, not the number: once the pinned process has
-// gone, sending through the pin fails instead of reaching the pid's next
-// owner.
-TEST(PidfdSignalSender, PinOutlivingItsProcessSendsNothing)
+// The victim ignores SIGTERM and its binary is deleted once it has been
+// signalled: its exe now ends in " (deleted)", which no longer matches what
+// the user saw, yet it runs. The wait asks the pinned process, so the forced
+// route is offered; the next tick's reading (with the new path) is what the
+// forced signal is checked against.
+TEST(ProcfsTermination, VictimWhoseBinaryIsDeletedStillRuns)
 {
-    ForkedChild child(Behaviour::waitsForSignals);
-    ASSERT_TRUE(child.started());
-    PidfdSignalSender sender;
-    const std::unique_ptr<PinnedProcess> pinned = sender.pin(child.pid());
-    ASSERT_TRUE(pinned);
-    ASSERT_EQ(::kill(child.pid(), SIGKILL), 0);
-    ASSERT_TRUE(child.reap(5.0));
+    QTemporaryDir directory;
+    ASSERT_TRUE(directory.isValid());
+    const QString copy = directory.filePath(QStringLiteral("kw-victim"));
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/bin/sleep"), copy));
+    ASSERT_TRUE(QFile::setPermissions(copy, QFile::ReadOwner | QFile::ExeOwner));
+    ShellChild victim(directory.path().toLocal8Bit(),
+                      {"sh", "-c", "trap '' TERM; exec ./kw-victim 60"});
+    ASSERT_TRUE(victim.started());
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return seen(victim.pid()).identity.executablePath == copy; }, 5000));
+    const ProcessTerminationTarget target = seen(victim.pid());
+    const auto controller = quickController();
+    Cancellation cancellation;
 
-    EXPECT_EQ(pinned->send(ProcessTerminationSignal::graceful), ESRCH);
+    ProcessTerminationAttempt graceful = controller.attempt(target, Signal::graceful);
+    ASSERT_EQ(graceful.result, Result::signalSent(Signal::graceful));
+    ASSERT_TRUE(QFile::remove(copy));
+    EXPECT_TRUE(controller.waitForExit(target, cancellation, graceful.pin.get()));
+    EXPECT_FALSE(hasExited(victim.pid()));
+
+    const ProcessTerminationTarget nextTick = seen(victim.pid());
+    EXPECT_EQ(nextTick.identity.executablePath, copy + QStringLiteral(" (deleted)"));
+    ProcessTerminationAttempt forced = controller.attempt(nextTick, Signal::forced);
+    EXPECT_EQ(forced.result, Result::signalSent(Signal::forced));
+    EXPECT_FALSE(controller.waitForExit(nextTick, cancellation, forced.pin.get()));
 }
 
-// The store's whole road over a real process: the graceful signal ends it,
-// the exit starts a verification, and made-up samples give the verdict.
-TEST(ProcfsTermination, StoreVerifiesRecoveryAfterARealExit)
+// A pid namespace of our own, where `ns_last_pid` hands the pid of a process
+// that has gone to a new one: the pin taken on the first never reaches the
+// second, the check refuses the reused pid, and the wait counts the first as
+// gone.
+std::string reusePidInPrivateNamespace()
 {
-    ForkedChild child(Behaviour::waitsForSignals);
-    ASSERT_TRUE(child.started());
-    const ProcessTerminationTarget target = seen(child);
-    ProcessMetric process;
-    process.identity = target.identity;
-    process.userID = target.userID;
-    process.name = target.name;
-    DashboardProcessNode node;
-    node.id = processNodeKey(process.identity.pid, process.identity.startTime);
-    node.name = process.name;
-    node.pid = process.identity.pid;
-    node.isTarget = true;
-    DashboardTask task;
-    task.id = QStringLiteral("child");
-    task.application = QStringLiteral("Child");
-    task.kind = TaskKind::test;
-    task.canTerminate = true;
-    task.processTree = {node};
+    // pid 1 of the namespace, with a /proc of its own in a mount namespace
+    // of its own.
+    if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        ::mount("proc", "/proc", "proc", 0, nullptr) != 0)
+        return "skip: no private /proc";
+    ProcfsProcessIdentityReader reader;
+    PidfdSignalSender sender;
+    const auto controller = realController();
 
-    auto store = makeStoreForTesting(nullptr, 2.0, realController());
-    SystemMetricSample before = makeSample(1000.0);
-    before.cpuUsage = SensorReading<double>::available(90.0, QStringLiteral("test"));
-    before.processMetrics = {process}; // the only process the store may end
-    store->ingest(before);
-    store->requestTermination(task, node);
-    ASSERT_EQ(store->pendingTerminationTarget(), target);
-    store->confirmTermination();
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return store->terminationStatus()->phase != DashboardTerminationPhase::verifying; },
-        5000));
+    auto first = std::make_unique<ForkedChild>(Behaviour::waitsForSignals);
+    const pid_t pid = first->pid();
+    const std::optional<ProcessTerminationTarget> target = reader.readIdentity(pid);
+    if (!target)
+        return "the first process could not be read";
+    const std::unique_ptr<PinnedProcess> pin = sender.pin(pid);
+    ::kill(pid, SIGKILL);
+    if (!first->reap(5.0))
+        return "the first process was not reaped";
+    first.reset();
 
-    EXPECT_EQ(store->terminationStatus()->phase, DashboardTerminationPhase::exited);
-    EXPECT_EQ(store->recoveryState(), DashboardRecoveryState::recovering);
-    ASSERT_TRUE(child.reap(5.0));
-    EXPECT_EQ(child.terminatingSignal(), SIGTERM);
+    {
+        std::ofstream lastPid("/proc/sys/kernel/ns_last_pid");
+        lastPid << pid - 1;
+        if (!lastPid.flush())
+            return "skip: ns_last_pid cannot be written";
+    }
+    ForkedChild second(Behaviour::waitsForSignals);
+    if (second.pid() != pid)
+        return "skip: the pid went elsewhere";
+    const std::optional<ProcessTerminationTarget> reading = reader.readIdentity(pid);
+    if (!reading || reading->identity.startTime == target->identity.startTime)
+        return "skip: both processes started within one clock tick";
 
-    SystemMetricSample after = makeSample(1120.0);
-    after.cpuUsage = SensorReading<double>::available(85.0, QStringLiteral("test"));
-    store->ingest(after);
-    EXPECT_EQ(store->recoveryState(), DashboardRecoveryState::noImprovement);
+    std::string failures;
+    if (pin->send(Signal::graceful) != ESRCH)
+        failures += "the pin reached the pid's new process; ";
+    if (pin->isRunning() != false)
+        failures += "the pin says its process still runs; ";
+    if (controller.terminate(*target, Signal::graceful) !=
+        Result::rejected(ProcessTerminationRejection::identityChanged))
+        failures += "the reused pid was not refused; ";
+    Cancellation cancellation;
+    if (controller.waitForExit(*target, cancellation))
+        failures += "the reused pid counts as running; ";
+    if (hasExited(pid))
+        failures += "the new process was signalled; ";
+    return failures;
+}
+
+TEST(ProcfsTermination, ReusedPidInAPrivateNamespaceIsNeverSignalled)
+{
+    expectForkedBodyHolds(runInForkedProcess([]() -> std::string {
+        if (::unshare(CLONE_NEWPID | CLONE_NEWNS) != 0)
+            return "skip: no private pid namespace";
+        // The next child is the namespace's pid 1.
+        return runInForkedProcess(reusePidInPrivateNamespace);
+    }));
+}
+
+// A seccomp profile that answers pidfd_open with `error`, in a forked process
+// that starts its own victim.
+std::string terminateUnderSeccomp(int error, bool expectSignal)
+{
+    ForkedChild victim(Behaviour::waitsForSignals);
+    const ProcessTerminationTarget target = seen(victim.pid());
+    constexpr int pidfdOpen = 434; // the same number on every architecture
+    sock_filter filter[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, pidfdOpen, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | (static_cast<unsigned>(error) & 0xffff)),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    sock_fprog program{static_cast<unsigned short>(std::size(filter)), filter};
+    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
+        ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+        return "skip: no seccomp filter";
+
+    const Result result = realController().terminate(target, Signal::graceful);
+    if (!expectSignal) {
+        if (result != Result::signalFailed(error))
+            return "a refused pidfd_open did not fail closed";
+        if (result.text() != QStringLiteral("没有权限结束该任务，未进行重试。"))
+            return "the failure does not read as a refused signal";
+        return hasExited(victim.pid()) ? "the victim was signalled anyway" : "";
+    }
+    if (result != Result::signalSent(Signal::graceful))
+        return "a kernel without pidfd did not fall back to kill";
+    return victim.reap(5.0) && victim.terminatingSignal() == SIGTERM ? ""
+                                                                     : "the victim did not end";
+}
+
+TEST(ProcfsTermination, RefusedPidfdFailsClosedAndOnlyAMissingOneFallsBackToKill)
+{
+    expectForkedBodyHolds(runInForkedProcess([] { return terminateUnderSeccomp(EPERM, false); }));
+    expectForkedBodyHolds(runInForkedProcess([] { return terminateUnderSeccomp(ENOSYS, true); }));
+}
+
+// Run as root, the test makes two throwaway users: one owns the victim, the
+// other runs the controller. The second cannot read the victim's exe, but
+// the owner is still read, so the check says whose process it is.
+TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "making other users' processes needs root";
+    const uid_t owner = unusedUserID(61000);
+    const uid_t controllerUser = unusedUserID(owner + 1);
+    ForkedChild victim(Behaviour::waitsForSignals, 0.0, owner);
+    ASSERT_TRUE(victim.started());
+    ProcessTerminationTarget target = seen(victim.pid());
+    ASSERT_EQ(target.userID, owner);
+    // A record that claims the controller's user, as a stale one could.
+    target.userID = controllerUser;
+
+    expectForkedBodyHolds(runInForkedProcess([&]() -> std::string {
+        if (::setgroups(0, nullptr) != 0 || ::setgid(controllerUser) != 0 ||
+            ::setuid(controllerUser) != 0)
+            return "skip: cannot become a throwaway user";
+        const std::optional<ProcessTerminationTarget> reading =
+            ProcfsProcessIdentityReader().readIdentity(victim.pid());
+        if (!reading || reading->userID != owner || !reading->identity.executablePath.isEmpty())
+            return "the owner was not read without the exe";
+        if (realController().terminate(target, Signal::forced) !=
+            Result::rejected(ProcessTerminationRejection::notCurrentUser))
+            return "another user's process was not refused for its owner";
+        return "";
+    }));
+    EXPECT_FALSE(hasExited(victim.pid()));
 }
 
 } // namespace

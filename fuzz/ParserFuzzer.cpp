@@ -1,0 +1,156 @@
+// libFuzzer target over every text parser of the Linux layer and the command
+// redaction. The first byte picks the parser, the rest is the text. Beyond
+// "no crash, no sanitizer report", each branch checks what must hold for
+// any input: what a parser returns is drawn from its input, and nothing of
+// an argument vector survives redaction but a table word.
+
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/HwmonSensorProbe.h"
+#include "platform/linux/ProcDiskstatsDiskProbe.h"
+#include "platform/linux/ProcMeminfoMemoryProbe.h"
+#include "platform/linux/ProcPidFiles.h"
+#include "platform/linux/ProcPidStat.h"
+#include "platform/linux/ProcPidStatus.h"
+#include "platform/linux/ProcStat.h"
+#include "platform/linux/SystemdApplicationUnit.h"
+#include "process/CommandRedaction.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+namespace {
+
+void require(bool condition, const char *what)
+{
+    if (!condition) {
+        std::fprintf(stderr, "property broken: %s\n", what);
+        std::abort();
+    }
+}
+
+bool contains(std::string_view text, const QString &part)
+{
+    return std::string_view(text).find(part.toStdString()) != std::string_view::npos;
+}
+
+// "exe \x1f arg1 \0 arg2 ... \x1f cwd": three fields, the arguments NUL-separated.
+void fuzzRedaction(std::string_view text)
+{
+    const std::size_t first = text.find('\x1f');
+    const std::string_view exe = text.substr(0, first);
+    std::string_view rest = first == std::string_view::npos ? "" : text.substr(first + 1);
+    const std::size_t second = rest.find('\x1f');
+    const std::string_view argv = rest.substr(0, second);
+    const std::optional<QString> cwd =
+        second == std::string_view::npos
+            ? std::nullopt
+            : std::optional<QString>(QString::fromUtf8(rest.substr(second + 1).data(),
+                                                       qsizetype(rest.size() - second - 1)));
+    const QString executable = QString::fromUtf8(exe.data(), qsizetype(exe.size()));
+    const QStringList arguments = parseProcPidCmdline(QByteArrayView(argv.data(), argv.size()));
+    const RedactedCommandSummary summary =
+        makeRedactedCommandSummary(executable, arguments, cwd);
+
+    // The command is the executable's file name, a table word, or both.
+    static const QStringList table = {"build", "dev",  "lint", "run",
+                                      "serve", "start", "test", "watch"};
+    QString name = executable;
+    while (name.endsWith(QLatin1Char('/')))
+        name.chop(1);
+    name = name.mid(name.lastIndexOf(QLatin1Char('/')) + 1);
+    bool shaped = summary.command == name || summary.command == QStringLiteral("未知任务");
+    for (const QString &word : table) {
+        shaped = shaped || summary.command == word ||
+                 summary.command == name + QLatin1Char(' ') + word;
+    }
+    require(shaped, "a redacted command holds argument text");
+
+    // A project comes from the working directory alone: one whole component.
+    if (summary.project) {
+        require(cwd.has_value(), "a project without a working directory");
+        require(!summary.project->isEmpty() && !summary.project->contains(QLatin1Char('/')),
+                "a project that is not one component");
+        require(cwd->split(QLatin1Char('/')).contains(*summary.project),
+                "a project that is not a component of the working directory");
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    if (size == 0)
+        return 0;
+    const std::string_view text(reinterpret_cast<const char *>(data + 1), size - 1);
+    switch (data[0] % 13) {
+    case 0:
+        if (const auto stat = parseProcPidStat(text))
+            require(text.find(')') != std::string_view::npos, "a stat without its name's end");
+        break;
+    case 1:
+        parseProcPidStatmResidentPages(text);
+        break;
+    case 2:
+        parseProcPidIoDiskBytes(text);
+        break;
+    case 3:
+        for (const QString &argument : parseProcPidCmdline(QByteArrayView(text.data(), text.size())))
+            require(!argument.isEmpty() && !argument.contains(QChar(0)),
+                    "an empty argument or one holding a NUL");
+        break;
+    case 4:
+        systemdCgroupPath(text);
+        if (const auto id = applicationIDFromCgroup(text))
+            require(!id->isEmpty() && !id->contains(QLatin1Char('/')),
+                    "an ApplicationID that is empty or crosses a path");
+        break;
+    case 5:
+        parseMeminfo(text);
+        break;
+    case 6:
+        // Invalid UTF-8 in a name is repaired, so only valid text can be
+        // found again as it stands.
+        for (const DiskstatsLine &line : parseDiskstats(text))
+            require(!line.name.isEmpty() && !line.name.contains(QLatin1Char(' ')) &&
+                        (!isValidUtf8(text) || contains(text, line.name)),
+                    "a disk name not taken whole from its line");
+        break;
+    case 7:
+        if (const auto ticks = parseProcStatCPUTicks(text)) {
+            for (const double value : {ticks->user, ticks->system, ticks->idle, ticks->nice})
+                require(std::isfinite(value) && value >= 0.0, "a negative or broken tick count");
+        }
+        parseProcStatBootTime(text);
+        break;
+    case 8:
+        if (const auto name = parseDesktopEntryName(text))
+            require(!name->contains(QLatin1Char('\n')), "a desktop name across lines");
+        break;
+    case 9:
+        if (const auto tgid = parseProcPidStatusThreadGroup(text))
+            require(*tgid > 0, "a thread group id below 1");
+        break;
+    case 10: {
+        const QByteArray bytes(text.data(), qsizetype(text.size()));
+        const SensorChannelValue value = sensorFileValue({bytes, 0}, 1000.0);
+        require(!value.value || std::isfinite(*value.value), "a sensor value that is not finite");
+        if (const auto number = parseDecimal(text))
+            require(contains(text, QString::number(*number).remove(QLatin1Char('-'))),
+                    "a decimal not written in its text");
+        parseUnsignedDecimal(text);
+        break;
+    }
+    case 11:
+        applicationIDFromUnitName(text);
+        break;
+    default:
+        fuzzRedaction(text);
+        break;
+    }
+    return 0;
+}
