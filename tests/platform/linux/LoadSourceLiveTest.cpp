@@ -161,7 +161,9 @@ TEST(LoadSourceLiveTest, ShellWithASpinningTestRunnerRanksFirstAsATest)
     EXPECT_EQ(first.kind, TaskKind::test);
     EXPECT_EQ(first.application, QStringLiteral("pytest"));
     EXPECT_EQ(first.relatedProcessCount, 3); // the shell, the runner, the sleeper
-    EXPECT_GT(first.targetProcess.cpu, 20.0);
+    // How much CPU the spinner got depends on how busy the machine is; that it
+    // got some, and more than the sleeping source, does not.
+    EXPECT_GT(first.targetProcess.cpu, 0.0);
     ASSERT_EQ(first.processTree.size(), 1u);
     EXPECT_EQ(first.processTree[0].pid, busy.pid());
     EXPECT_EQ(first.processTree[0].children.size(), 2u);
@@ -171,6 +173,7 @@ TEST(LoadSourceLiveTest, ShellWithASpinningTestRunnerRanksFirstAsATest)
     const DashboardTask *idle = taskWithTarget(tasks, QStringLiteral("sleep"));
     ASSERT_NE(idle, nullptr);
     EXPECT_EQ(idle->processTree[0].pid, quiet.pid());
+    EXPECT_GT(first.cpu, idle->cpu);
 }
 
 } // namespace

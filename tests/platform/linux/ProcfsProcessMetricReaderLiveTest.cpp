@@ -111,8 +111,9 @@ TEST_F(LiveProcfsTest, SpinningChildComesBackRedactedWithItsProjectAndNearOneCor
                                 first->command.command, first->command.project.value_or("")})
         EXPECT_FALSE(text.contains(QStringLiteral("abc123"))) << text.toStdString();
 
-    // One tick of about a second: the spinning shell should take close to one
-    // core, and exactly what the scheduler says it took.
+    // One tick of about a second: the spinning shell gets what the scheduler
+    // gives it (little on a busy machine), and the reading is exactly what the
+    // scheduler says it took over the same interval.
     ProcessMetricsProbe probe(std::make_unique<ProcfsProcessMetricReader>());
     const TimePoint start = TimePoint::now();
     probe.sample(start);
@@ -122,15 +123,12 @@ TEST_F(LiveProcfsTest, SpinningChildComesBackRedactedWithItsProjectAndNearOneCor
     const auto metric = findProcess(probe.sample(end), child.pid());
     const auto scheduledAfter = scheduledNanoseconds(child.pid());
     ASSERT_TRUE(metric);
-    EXPECT_GT(metric->cpuPercent, 20.0);
-    EXPECT_LT(metric->cpuPercent, 130.0);
+    EXPECT_GT(metric->cpuPercent, 0.0);
+    EXPECT_LT(metric->cpuPercent, 130.0); // one thread never takes more than a core
     if (scheduledBefore && scheduledAfter) {
         const double scheduledPercent =
             (*scheduledAfter - *scheduledBefore) / end.secondsSince(start) / 1e7;
         EXPECT_NEAR(metric->cpuPercent, scheduledPercent, 15.0);
-    }
-    if (::sysconf(_SC_NPROCESSORS_ONLN) > 2) { // otherwise parallel builds may starve it
-        EXPECT_GT(metric->cpuPercent, 60.0);
     }
 }
 
