@@ -193,10 +193,10 @@ TEST(SystemSymbols, viewCentresItsGlyphAndFollowsTheTextScale)
         }
         return bounds;
     };
-    EXPECT_EQ(view->sizeHint(), QSize(24, 24));
+    EXPECT_EQ(view->sizeHint(), QSize(29, 29)); // 1.2 × 24, as a symbol beside text
     const QRect scaled = inkBounds();
     view->setScalesWithText(false);
-    EXPECT_EQ(view->sizeHint(), QSize(16, 16));
+    EXPECT_EQ(view->sizeHint(), QSize(20, 20)); // 1.2 × 16, rounded up
     const QRect plain = inkBounds();
     EXPECT_NEAR(double(scaled.width()) / plain.width(), 1.5, 0.15);
     for (const QRect &bounds : {scaled, plain}) {
