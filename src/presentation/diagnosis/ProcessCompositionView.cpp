@@ -86,7 +86,7 @@ void ProcessCompositionView::setContent(const DashboardTask *task,
                                         const std::optional<QString> &selectedProcessID)
 {
     const bool sameTask = m_task && task && m_task->id == task->id;
-    m_task = task;
+    m_task = task ? std::optional<DashboardTask>(*task) : std::nullopt;
     m_selectedProcessID = selectedProcessID;
     m_expansion.follow(task);
     rebuildRows();

@@ -40,7 +40,9 @@ private:
     void rebuildRows();
     void followScrollBar();
 
-    const DashboardTask *m_task = nullptr;
+    // A copy: the store replaces its task list on every tick, so a pointer
+    // into it would dangle by the next call.
+    std::optional<DashboardTask> m_task;
     std::optional<QString> m_selectedProcessID;
     ProcessExpansion m_expansion;
     ProcessTreeView *m_tree;
