@@ -93,7 +93,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             require(text.find(')') != std::string_view::npos, "a stat without its name's end");
         break;
     case 1:
-        parseProcPidStatmResidentPages(text);
+        // Resident pages now come from stat (field 24), which has no parser
+        // of its own: the stat parser again, on another selector.
+        parseProcPidStat(text);
         break;
     case 2:
         parseProcPidIoDiskBytes(text);
