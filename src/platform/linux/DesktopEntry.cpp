@@ -46,7 +46,14 @@ QString unescapeValue(std::string_view value)
         }
         bytes.append(value[index]);
     }
-    return QString::fromUtf8(bytes);
+    // A name is one line of text: an escaped line break or tab (or any other
+    // control character) shows as "?", so no entry can forge a row.
+    QString text = QString::fromUtf8(bytes);
+    for (QChar &character : text) {
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char('?');
+    }
+    return text;
 }
 
 bool isRegularFile(const QString &path)
