@@ -168,7 +168,10 @@ std::optional<QString> applicationIDFromCgroup(std::string_view procPidCgroup)
         const std::size_t slash = remaining.rfind('/');
         const std::string_view component =
             slash == std::string_view::npos ? remaining : remaining.substr(slash + 1);
-        if (auto id = applicationIDFromUnitName(component))
+        // An ID names a file (<ID>.desktop): a decoded "\x2f" must not
+        // let it reach into another folder, and an empty one names nothing.
+        if (auto id = applicationIDFromUnitName(component);
+            id && !id->isEmpty() && !id->contains(QLatin1Char('/')))
             return id;
         remaining =
             slash == std::string_view::npos ? std::string_view() : remaining.substr(0, slash);
