@@ -1,6 +1,7 @@
 #include "dashboard/DashboardStore.h"
 
 #include "process/ApplicationGrouping.h"
+#include "process/TaskAssembly.h"
 
 #include <QMetaObject>
 
@@ -150,11 +151,14 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
     const QString firstBusyLoad = firstBusyLoadID(loads);
     const std::vector<ApplicationLoad> rankedLoads =
         rankForTick(std::move(loads), sample.timestamp);
+    // One collator, locale and set of node keys for the rest of the tick.
+    const ProcessNameOrder order;
+    TickTexts texts(order);
     // 7. Termination targets.
-    rebuildTerminationTargets(sample);
+    rebuildTerminationTargets(sample, texts);
 
     // 8.-9. Tasks and live tasks.
-    publishTasks(rankedLoads);
+    publishTasks(rankedLoads, texts);
     // 10.-11. Selection of task and process.
     keepSelectionValid(firstBusyLoad);
     // 12. Menu bar abnormal time.

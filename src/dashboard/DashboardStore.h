@@ -37,6 +37,8 @@
 // Signals are held back until the whole operation has run (a whole ingest, a
 // whole user action), then emitted in field order, followed by `changed`:
 // a view that reacts never sees half a tick.
+class TickTexts;
+
 class DashboardStore final : public QObject {
     Q_OBJECT
 
@@ -234,7 +236,7 @@ private:
 
     // Termination steps (DashboardStoreTermination.cpp).
     std::optional<DashboardRecoveryState> applyRecoveryVerdict(const SystemMetricSample &sample);
-    void rebuildTerminationTargets(const SystemMetricSample &sample);
+    void rebuildTerminationTargets(const SystemMetricSample &sample, TickTexts &texts);
     void finishTerminationWait(const DashboardPendingTermination &pending,
                                const std::optional<SystemMetricSample> &baseline,
                                bool stillRunning);
@@ -248,7 +250,7 @@ private:
     // tasks; the selection kept valid (DashboardStoreRanking.cpp).
     std::vector<ApplicationLoad> rankForTick(std::vector<ApplicationLoad> loads,
                                              TimePoint timestamp);
-    void publishTasks(const std::vector<ApplicationLoad> &rankedLoads);
+    void publishTasks(const std::vector<ApplicationLoad> &rankedLoads, TickTexts &texts);
     void keepSelectionValid(const QString &firstBusyLoadID);
     void pruneRetiredStreams();
 

@@ -35,14 +35,12 @@ std::vector<ApplicationLoad> DashboardStore::rankForTick(std::vector<Application
     return stabilizeTargets(std::move(ranked), index, timestamp, m_taskTargets);
 }
 
-void DashboardStore::publishTasks(const std::vector<ApplicationLoad> &rankedLoads)
+void DashboardStore::publishTasks(const std::vector<ApplicationLoad> &rankedLoads, TickTexts &texts)
 {
-    const ProcessNameOrder order; // one collator for the whole tick
-    TickTexts texts(order);
     std::vector<DashboardTask> tasks;
     tasks.reserve(rankedLoads.size());
     for (const ApplicationLoad &load : rankedLoads)
-        tasks.push_back(assembleTask(load, TaskClassification::classify(load), texts));
+        tasks.push_back(assembleTask(load, TaskClassification::classify(load, &texts), texts));
     write(m_allTasks, std::move(tasks), Field::allTasks);
     const std::size_t liveCount = std::min(kLiveTaskCount, m_allTasks.size());
     write(m_liveTasks,

@@ -7,6 +7,7 @@
 
 #include "dashboard/RecoveryStart.h"
 #include "dashboard/TaskRanking.h"
+#include "process/TaskAssembly.h"
 #include "sampling/Text.h"
 
 namespace {
@@ -37,7 +38,7 @@ DashboardStore::applyRecoveryVerdict(const SystemMetricSample &sample)
     return m_recoveryState;
 }
 
-void DashboardStore::rebuildTerminationTargets(const SystemMetricSample &sample)
+void DashboardStore::rebuildTerminationTargets(const SystemMetricSample &sample, TickTexts &texts)
 {
     // The whole sample, not the ranked loads: a node is offered by the same
     // rules that the safety check applies again to the record at the signal.
@@ -47,8 +48,7 @@ void DashboardStore::rebuildTerminationTargets(const SystemMetricSample &sample)
         ProcessTerminationTarget target = targetOf(process);
         if (m_terminationController.checkRecord(target))
             continue;
-        targets.insert(processNodeKey(process.identity.pid, process.identity.startTime),
-                       std::move(target));
+        targets.insert(texts.nodeKey(process.identity), std::move(target));
     }
     m_processTerminationTargets = std::move(targets);
 }

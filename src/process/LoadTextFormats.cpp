@@ -25,13 +25,19 @@ long long durationTextKey(double seconds)
 
 QString durationText(double seconds)
 {
+    return durationText(seconds, QLocale());
+}
+
+QString durationText(double seconds, const QLocale &locale)
+{
     const long long whole = wholeSeconds(seconds);
     if (whole >= 3600)
         return kwText("%1 小时 %2 分钟")
-            .arg(formatLocaleInteger(whole / 3600), formatLocaleInteger(whole % 3600 / 60));
+            .arg(formatLocaleInteger(whole / 3600, locale),
+                 formatLocaleInteger(whole % 3600 / 60, locale));
     if (whole >= 60)
-        return kwText("%1 分钟").arg(formatLocaleInteger(whole / 60));
-    return kwText("%1 秒").arg(formatLocaleInteger(whole));
+        return kwText("%1 分钟").arg(formatLocaleInteger(whole / 60, locale));
+    return kwText("%1 秒").arg(formatLocaleInteger(whole, locale));
 }
 
 ResourceImpact resourceImpact(double cpuPercent, double diskBytesPerSecond)

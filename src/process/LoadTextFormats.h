@@ -3,6 +3,7 @@
 #include "dashboard/DashboardModel.h"
 #include "process/ByteTexts.h"
 
+#include <QLocale>
 #include <QString>
 
 #include <cstdint>
@@ -13,6 +14,7 @@
 // "1 小时 5 分钟", "3 分钟", "59 秒", rounded to whole seconds, halves away from
 // zero; negative and non-finite values read as 0. Numbers in the user's locale.
 QString durationText(double seconds);
+QString durationText(double seconds, const QLocale &locale);
 // What `durationText` depends on: equal keys give equal texts (from one
 // minute on, every second of a minute gives the same text).
 long long durationTextKey(double seconds);

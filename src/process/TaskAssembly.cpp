@@ -1,10 +1,12 @@
 #include "process/TaskAssembly.h"
 
 #include "process/LoadTextFormats.h"
+#include "sampling/Text.h"
 
 #include <QHash>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <unordered_map>
 #include <unordered_set>
@@ -67,7 +69,7 @@ private:
         if (!m_visited.insert(process.identity.pid).second)
             return std::nullopt;
         DashboardProcessNode node;
-        node.id = processNodeKey(process.identity.pid, process.identity.startTime);
+        node.id = m_texts.nodeKey(process.identity);
         node.name = process.name;
         node.pid = process.identity.pid;
         node.parentPID = process.parentPID;
@@ -115,7 +117,26 @@ QString memoised(QHash<Key, QString> &texts, Key key, Format format)
 
 QString TickTexts::duration(double seconds)
 {
-    return memoised(m_durations, durationTextKey(seconds), [&] { return durationText(seconds); });
+    return memoised(m_durations, durationTextKey(seconds),
+                    [&] { return durationText(seconds, m_locale); });
+}
+
+QString TickTexts::integer(long long value)
+{
+    return formatLocaleInteger(value, m_locale);
+}
+
+QString TickTexts::nodeKey(const ProcessIdentity &identity)
+{
+    // A pid is one process within a tick; the start time guards the rare
+    // reuse between the sample's processes and an earlier caller's.
+    // The start time compares bit for bit, as the key prints it: 0.0 and -0.0
+    // are equal doubles but two keys.
+    const auto bits = std::bit_cast<std::uint64_t>(identity.startTime.secondsSince1970);
+    NodeKey &entry = m_nodeKeys[identity.pid];
+    if (entry.key.isEmpty() || entry.startBits != bits)
+        entry = NodeKey{bits, processNodeKey(identity.pid, identity.startTime)};
+    return entry.key;
 }
 
 QString TickTexts::memory(std::uint64_t bytes)
@@ -149,15 +170,15 @@ DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification
     task.application = load.application;
     task.kind = classification.kind;
     task.detail = classification.detail;
-    task.targetProcess = DashboardProcessSummary{target.name, target.identity.pid,
-                                                 target.cpuPercent, durationText(target.duration)};
+    task.targetProcess = DashboardProcessSummary{
+        target.name, target.identity.pid, target.cpuPercent, texts.duration(target.duration)};
     task.relatedProcessCount = static_cast<qint64>(load.processes.size());
     task.processTree = assembleProcessTree(load.processes, target.identity.pid, texts);
     task.cpu = cpu;
-    task.memory = memoryText(totals.residentBytes);
-    task.disk = rateText(disk);
+    task.memory = texts.memory(totals.residentBytes);
+    task.disk = texts.rate(disk);
     task.energy = resourceImpact(cpu, disk);
-    task.duration = durationText(loadDuration(load));
+    task.duration = texts.duration(loadDuration(load));
     task.symbolName = classification.symbolName;
     task.diagnosis = classification.diagnosis;
     task.canTerminate = classification.canTerminate;

@@ -6,29 +6,41 @@
 #include "process/TaskClassification.h"
 
 #include <QHash>
+#include <QLocale>
 
 #include <cstdint>
 #include <sys/types.h>
 #include <vector>
 
-// What one tick's assembly shares between its tasks: one collator for every
-// tree, and the texts that processes repeat (most share their running minute
-// and a disk rate of 0, many a memory figure), each formatted once. Made
-// afresh for each tick, so the user's locale of the moment holds.
+// What one tick's ingest shares between its steps: one collator for every
+// tree, one locale, the texts that processes repeat (most share their running
+// minute and a disk rate of 0, many a memory figure), each formatted once,
+// and each process's node key, which both the termination targets and the
+// trees are keyed by. Made afresh for each tick, so the user's locale of the
+// moment holds.
 class TickTexts {
 public:
     explicit TickTexts(const ProcessNameOrder &order) : m_order(order) {}
 
     const ProcessNameOrder &order() const { return m_order; }
-    QString duration(double seconds);    // durationText
-    QString memory(std::uint64_t bytes); // memoryText
-    QString rate(double bytesPerSecond); // rateText
+    QString duration(double seconds);                 // durationText
+    QString memory(std::uint64_t bytes);              // memoryText
+    QString rate(double bytesPerSecond);              // rateText
+    QString integer(long long value);                 // formatLocaleInteger
+    QString nodeKey(const ProcessIdentity &identity); // processNodeKey
 
 private:
+    struct NodeKey {
+        std::uint64_t startBits = 0;
+        QString key;
+    };
+
     const ProcessNameOrder &m_order;
+    QLocale m_locale;
     QHash<long long, QString> m_durations;
     QHash<std::uint64_t, QString> m_memories;
     QHash<double, QString> m_rates;
+    QHash<pid_t, NodeKey> m_nodeKeys;
 };
 
 // Turns a classified load source into what the views show: sums over the

@@ -1,6 +1,7 @@
 #include "process/TaskClassification.h"
 
 #include "process/LoadTextFormats.h"
+#include "process/TaskAssembly.h"
 #include "sampling/Text.h"
 #include "termination/ProtectedProcessNames.h"
 
@@ -147,26 +148,31 @@ DiagnosisConfidence confidenceOf(TaskKind kind, bool hasProject)
     return DiagnosisConfidence::low;
 }
 
-QString detailOf(const ApplicationLoad &load)
+QString detailOf(const ApplicationLoad &load, TickTexts *texts)
 {
     const RedactedCommandSummary &command = load.target.command;
     if (command.project)
         return command.command + QStringLiteral(" · ") + *command.project;
     if (load.processes.size() < 2)
         return command.command;
+    const auto count = static_cast<long long>(load.processes.size());
     return kwText("%1 · %2 个进程")
-        .arg(command.command, formatLocaleInteger(static_cast<long long>(load.processes.size())));
+        .arg(command.command, texts ? texts->integer(count) : formatLocaleInteger(count));
 }
 
-QString supportingFactsOf(const ApplicationLoad &load)
+QString supportingFactsOf(const ApplicationLoad &load, TickTexts *texts)
 {
     const LoadTotals totals = loadTotals(load);
     const double cpu = totals.cpuPercent;
     const double disk = totals.diskBytesPerSecond;
     const long long roundedCPU =
         std::isfinite(cpu) ? std::llround(std::clamp(cpu, -1e15, 1e15)) : 0;
+    const double duration = loadDuration(load);
+    if (texts)
+        return kwText("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
+            .arg(texts->integer(roundedCPU), texts->duration(duration), texts->rate(disk));
     return kwText("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
-        .arg(formatLocaleInteger(roundedCPU), durationText(loadDuration(load)), rateText(disk));
+        .arg(formatLocaleInteger(roundedCPU), durationText(duration), rateText(disk));
 }
 
 } // namespace
@@ -210,16 +216,16 @@ TaskKind classifyTaskKind(const ApplicationLoad &load)
     return TaskKind::unknown;
 }
 
-TaskClassification TaskClassification::classify(const ApplicationLoad &load)
+TaskClassification TaskClassification::classify(const ApplicationLoad &load, TickTexts *tickTexts)
 {
     const TaskKind kind = classifyTaskKind(load);
     const KindTexts texts = kindTexts(kind, load.application);
     TaskClassification result;
     result.kind = kind;
-    result.detail = detailOf(load);
+    result.detail = detailOf(load, tickTexts);
     result.diagnosis =
         TaskDiagnosis{texts.title, confidenceOf(kind, load.target.command.project.has_value()),
-                      texts.recommendation, supportingFactsOf(load)};
+                      texts.recommendation, supportingFactsOf(load, tickTexts)};
     result.impact = texts.impact;
     result.canTerminate = kind != TaskKind::unknown && !isProtectedTarget(load.target.name);
     result.symbolName = texts.symbolName;

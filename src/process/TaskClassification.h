@@ -5,6 +5,8 @@
 
 #include <QString>
 
+class TickTexts;
+
 // What kind of work a load source is, and what to tell the user about it.
 // A pure function of one load, recomputed on every tick. It reads only the
 // source's name, its process names and their redacted commands, so no
@@ -19,7 +21,8 @@ struct TaskClassification {
 
     bool operator==(const TaskClassification &) const = default;
 
-    static TaskClassification classify(const ApplicationLoad &load);
+    // `texts`, when given, are the tick's shared formats (TaskAssembly.h).
+    static TaskClassification classify(const ApplicationLoad &load, TickTexts *texts = nullptr);
 };
 
 // The kind alone: keyword tests over the lower-cased haystack of the source's

@@ -19,3 +19,8 @@ QString formatLocaleInteger(long long value)
 {
     return QLocale().toString(value);
 }
+
+QString formatLocaleInteger(long long value, const QLocale &locale)
+{
+    return locale.toString(value);
+}

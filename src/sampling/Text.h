@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
 
 // Every display text is a Simplified Chinese literal that is also its own
@@ -13,3 +14,5 @@ QString formatLocaleNumber(double value, int fractionDigits);
 
 // An integer in the user's current locale, with grouping.
 QString formatLocaleInteger(long long value);
+// The same in `locale`: a tick that formats many numbers makes its locale once.
+QString formatLocaleInteger(long long value, const QLocale &locale);
