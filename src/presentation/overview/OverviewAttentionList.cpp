@@ -8,32 +8,6 @@
 #include "presentation/overview/OverviewTexts.h"
 #include "sampling/Text.h"
 
-QWidget *makeOverviewListHeading(const QString &title)
-{
-    auto *heading =
-        new TextLabel(title, 18, DashboardFontWeight::semibold, DashboardPalette::textPrimary);
-    heading->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    heading->setFixedHeight(34);
-    setAccessibleRole(heading, QAccessible::Heading);
-    return heading;
-}
-
-QWidget *makeOverviewEmptyLabel(const QString &text)
-{
-    auto *box = new QWidget;
-    box->setMinimumHeight(100);
-    auto *symbol = new SymbolView(QStringLiteral("checkmark.circle.fill"), 13,
-                                  QColor::fromRgb(DashboardPalette::success));
-    symbol->setFixedSize(16, 16);
-    setAccessibilityHidden(symbol);
-    auto *words = new TextLabel(text, 13, DashboardFontWeight::regular, DashboardPalette::success);
-    auto *line = row(6, {}, {symbol, words, flexible()});
-    line->setAlignment(symbol, Qt::AlignVCenter);
-    attach(box, column(0, {}, {flexible(), line, flexible()}));
-    box->setAccessibleName(text);
-    return box;
-}
-
 OverviewAttentionRow::OverviewAttentionRow(QWidget *parent) : PressableBox(parent)
 {
     setFixedHeight(62);
@@ -80,24 +54,16 @@ void OverviewAttentionRow::setTask(const DashboardTask &task, bool selected)
 
 OverviewAttentionList::OverviewAttentionList(QWidget *parent) : QWidget(parent)
 {
-    auto *layout = column(0, {}, {makeOverviewListHeading(kwText("需要关注"))});
-    for (std::size_t i = 0; i <= m_rows.size(); ++i) {
-        m_dividers[i] = new HairLine;
-        layout->addWidget(m_dividers[i]);
-        if (i == m_rows.size())
-            break;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
         m_rows[i] = new OverviewAttentionRow;
-        layout->addWidget(m_rows[i]);
         connect(m_rows[i], &QAbstractButton::clicked, this, [this, i] {
             // The id is read at the press: the row may show another task by now.
             if (m_onSelect && !m_rows[i]->taskID().isEmpty())
                 m_onSelect(m_rows[i]->taskID());
         });
     }
-    m_empty = makeOverviewEmptyLabel(kwText("当前没有持续高负载进程"));
-    layout->addWidget(m_empty);
-    layout->addStretch(1);
-    attach(this, layout);
+    m_body.build(this, kwText("需要关注"), {m_rows.begin(), m_rows.end()},
+                 kwText("当前没有持续高负载进程"));
     setTasks({}, {});
 }
 
@@ -113,12 +79,5 @@ void OverviewAttentionList::setTasks(const std::vector<DashboardTask> &tasks,
     for (int i = 0; i < count; ++i)
         m_rows[std::size_t(i)]->setTask(tasks[std::size_t(i)],
                                         tasks[std::size_t(i)].id == selectedTaskID);
-    if (count == m_rowCount)
-        return;
-    m_rowCount = count;
-    for (std::size_t i = 0; i < m_rows.size(); ++i)
-        m_rows[i]->setVisible(int(i) < count);
-    for (std::size_t i = 0; i < m_dividers.size(); ++i)
-        m_dividers[i]->setVisible(count > 0 && int(i) <= count);
-    m_empty->setVisible(count == 0);
+    m_body.show(count);
 }

@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardModel.h"
 #include "presentation/kit/DashboardWidgets.h"
+#include "presentation/overview/OverviewDividedRows.h"
 
 #include <array>
 #include <functional>
@@ -43,20 +44,12 @@ public:
     void setTasks(const std::vector<DashboardTask> &tasks, const QString &selectedTaskID);
     void setOnSelect(std::function<void(const QString &taskID)> onSelect);
 
-    int visibleRowCount() const { return m_rowCount; }
+    int visibleRowCount() const { return m_body.count(); }
     OverviewAttentionRow *row(int index) const { return m_rows[std::size_t(index)]; }
-    QWidget *emptyLabel() const { return m_empty; }
+    QWidget *emptyLabel() const { return m_body.emptyLabel(); }
 
 private:
     std::array<OverviewAttentionRow *, kMaximumRows> m_rows{};
-    std::array<HairLine *, kMaximumRows + 1> m_dividers{};
-    QWidget *m_empty;
-    int m_rowCount = -1;
+    OverviewDividedRows m_body;
     std::function<void(const QString &)> m_onSelect;
 };
-
-// The heading of the two lists, 34 high with the title at its top.
-QWidget *makeOverviewListHeading(const QString &title);
-// The label of an empty list: the success check and the words, centred in a
-// box at least 100 high.
-QWidget *makeOverviewEmptyLabel(const QString &text);

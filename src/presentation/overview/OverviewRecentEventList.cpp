@@ -41,19 +41,10 @@ void OverviewEventRow::setIncident(const DashboardIncident &incident)
 
 OverviewRecentEventList::OverviewRecentEventList(QWidget *parent) : QWidget(parent)
 {
-    auto *layout = column(0, {}, {makeOverviewListHeading(kwText("最近事件"))});
-    for (std::size_t i = 0; i <= m_rows.size(); ++i) {
-        m_dividers[i] = new HairLine;
-        layout->addWidget(m_dividers[i]);
-        if (i == m_rows.size())
-            break;
-        m_rows[i] = new OverviewEventRow;
-        layout->addWidget(m_rows[i]);
-    }
-    m_empty = makeOverviewEmptyLabel(kwText("本次会话暂无升温事件"));
-    layout->addWidget(m_empty);
-    layout->addStretch(1);
-    attach(this, layout);
+    for (OverviewEventRow *&row : m_rows)
+        row = new OverviewEventRow;
+    m_body.build(this, kwText("最近事件"), {m_rows.begin(), m_rows.end()},
+                 kwText("本次会话暂无升温事件"));
     setIncidents({});
 }
 
@@ -62,12 +53,5 @@ void OverviewRecentEventList::setIncidents(const std::vector<DashboardIncident> 
     const int count = static_cast<int>(std::min<std::size_t>(incidents.size(), m_rows.size()));
     for (int i = 0; i < count; ++i)
         m_rows[std::size_t(i)]->setIncident(incidents[std::size_t(i)]);
-    if (count == m_rowCount)
-        return;
-    m_rowCount = count;
-    for (std::size_t i = 0; i < m_rows.size(); ++i)
-        m_rows[i]->setVisible(int(i) < count);
-    for (std::size_t i = 0; i < m_dividers.size(); ++i)
-        m_dividers[i]->setVisible(count > 0 && int(i) <= count);
-    m_empty->setVisible(count == 0);
+    m_body.show(count);
 }

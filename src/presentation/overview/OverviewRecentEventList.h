@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardIncident.h"
 #include "presentation/kit/DashboardWidgets.h"
+#include "presentation/overview/OverviewDividedRows.h"
 
 #include <array>
 #include <vector>
@@ -35,13 +36,11 @@ public:
 
     void setIncidents(const std::vector<DashboardIncident> &incidents);
 
-    int visibleRowCount() const { return m_rowCount; }
+    int visibleRowCount() const { return m_body.count(); }
     OverviewEventRow *row(int index) const { return m_rows[std::size_t(index)]; }
-    QWidget *emptyLabel() const { return m_empty; }
+    QWidget *emptyLabel() const { return m_body.emptyLabel(); }
 
 private:
     std::array<OverviewEventRow *, kMaximumRows> m_rows{};
-    std::array<HairLine *, kMaximumRows + 1> m_dividers{};
-    QWidget *m_empty;
-    int m_rowCount = -1;
+    OverviewDividedRows m_body;
 };
