@@ -26,6 +26,29 @@ std::optional<QByteArray> readLinkTarget(const QByteArray &path);
 std::optional<long long> parseDecimal(std::string_view text);
 std::optional<unsigned long long> parseUnsignedDecimal(std::string_view text);
 
+// The lines of a text, one per call to `next`, without their newlines; a last
+// line without one counts too. Nothing once the text is used up.
+class TextLines {
+public:
+    explicit TextLines(std::string_view text) : m_text(text) {}
+
+    std::optional<std::string_view> next()
+    {
+        if (m_position >= m_text.size())
+            return std::nullopt;
+        std::size_t end = m_text.find('\n', m_position);
+        if (end == std::string_view::npos)
+            end = m_text.size();
+        const std::string_view line = m_text.substr(m_position, end - m_position);
+        m_position = end + 1;
+        return line;
+    }
+
+private:
+    std::string_view m_text;
+    std::size_t m_position = 0;
+};
+
 inline std::string_view asView(const QByteArray &bytes)
 {
     return std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()));

@@ -35,26 +35,21 @@ std::size_t splitFields(std::string_view line, std::array<std::string_view, Coun
 
 std::vector<DiskstatsLine> parseDiskstats(std::string_view text)
 {
-    std::vector<DiskstatsLine> lines;
-    std::size_t position = 0;
-    while (position < text.size()) {
-        std::size_t end = text.find('\n', position);
-        if (end == std::string_view::npos)
-            end = text.size();
-        const std::string_view line = text.substr(position, end - position);
-        position = end + 1;
+    std::vector<DiskstatsLine> disks;
+    TextLines lines(text);
+    while (const std::optional<std::string_view> line = lines.next()) {
         // major minor name reads merged sectors ms writes merged sectors ...
         std::array<std::string_view, 10> fields;
-        if (splitFields(line, fields) < fields.size())
+        if (splitFields(*line, fields) < fields.size())
             continue;
         const auto read = parseUnsignedDecimal(fields[5]);
         const auto written = parseUnsignedDecimal(fields[9]);
         if (!read || !written)
             continue;
-        lines.push_back(
+        disks.push_back(
             {QString::fromUtf8(fields[2].data(), qsizetype(fields[2].size())), *read, *written});
     }
-    return lines;
+    return disks;
 }
 
 bool isCountedDisk(const QString &name, const std::vector<QByteArray> &blockDevices)

@@ -10,13 +10,9 @@ namespace {
 
 std::optional<std::uint64_t> kibibyteField(std::string_view meminfo, std::string_view label)
 {
-    std::size_t position = 0;
-    while (position < meminfo.size()) {
-        std::size_t end = meminfo.find('\n', position);
-        if (end == std::string_view::npos)
-            end = meminfo.size();
-        std::string_view line = meminfo.substr(position, end - position);
-        position = end + 1;
+    TextLines lines(meminfo);
+    while (std::optional<std::string_view> next = lines.next()) {
+        std::string_view line = *next;
         if (line.size() <= label.size() || line.substr(0, label.size()) != label ||
             line[label.size()] != ':')
             continue;

@@ -1,5 +1,7 @@
 #include "platform/linux/ProcStat.h"
 
+#include "platform/linux/FileReading.h"
+
 #include <charconv>
 #include <vector>
 
@@ -7,15 +9,10 @@ namespace {
 
 std::string_view lineStartingWith(std::string_view text, std::string_view prefix)
 {
-    std::size_t position = 0;
-    while (position < text.size()) {
-        std::size_t end = text.find('\n', position);
-        if (end == std::string_view::npos)
-            end = text.size();
-        std::string_view line = text.substr(position, end - position);
-        if (line.substr(0, prefix.size()) == prefix)
-            return line;
-        position = end + 1;
+    TextLines lines(text);
+    while (const std::optional<std::string_view> line = lines.next()) {
+        if (line->starts_with(prefix))
+            return *line;
     }
     return {};
 }
