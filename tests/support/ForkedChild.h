@@ -44,6 +44,10 @@ private:
     std::optional<int> m_terminatingSignal;
 };
 
+// Whether `pid`, an unreaped child of this process, has exited; it stays a
+// zombie either way.
+bool hasExited(pid_t pid);
+
 // Runs `body` in a forked process of its own and gives back what it
 // returned: empty when every check in it held, else its message (one that
 // starts with "skip:" when the machine does not allow what it needs). For
