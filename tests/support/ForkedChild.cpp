@@ -22,8 +22,6 @@ namespace {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (user && (::setgroups(0, nullptr) != 0 || ::setgid(*user) != 0 || ::setuid(*user) != 0))
         ::_exit(126);
-    if (behaviour == ForkedChild::Behaviour::exitsAtOnce)
-        ::_exit(0);
     struct sigaction action {};
     action.sa_handler = behaviour == ForkedChild::Behaviour::ignoresTerm ? SIG_IGN : SIG_DFL;
     ::sigemptyset(&action.sa_mask);

@@ -17,7 +17,6 @@ public:
         waitsForSignals, // default dispositions: SIGTERM ends it
         ignoresTerm,     // SIGTERM ignored: only SIGKILL ends it
         exitsAfterDelay, // exits by itself after `delaySeconds`
-        exitsAtOnce,     // exits as soon as it starts
     };
 
     // Forks and waits until the child has set itself up (its dispositions are

@@ -38,57 +38,46 @@ std::optional<double> scheduledNanoseconds(pid_t pid)
 
 class LiveProcfsTest : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(m_project.isValid());
-        m_projectName = QFileInfo(m_project.path()).fileName();
-    }
+    void SetUp() override { ASSERT_TRUE(m_project.isValid()); }
 
     QTemporaryDir m_project{QDir::tempPath() + QStringLiteral("/kw-project-XXXXXX")};
-    QString m_projectName;
 };
 
-TEST_F(LiveProcfsTest, SpinningChildComesBackRedactedWithItsProjectAndNearOneCore)
+// One tick of about a second: the spinning shell gets what the scheduler
+// gives it (little on a busy machine), and the reading is what the scheduler
+// says it took over the same interval.
+TEST_F(LiveProcfsTest, SpinningChildComesBackRedactedWithItsProjectAndItsOwnCPUTime)
 {
     const ShellChild child(m_project.path().toLocal8Bit(),
                            spinningShellArguments({"test", "--token=abc123"}));
     ASSERT_TRUE(child.started());
-
-    ProcfsProcessMetricReader reader;
-    const auto firstRecords = reader.readMetrics(TimePoint::now());
-    const auto secondRecords = reader.readMetrics(TimePoint::now());
-    const RawProcessMetric *first = findPid(firstRecords, child.pid());
-    const RawProcessMetric *second = findPid(secondRecords, child.pid());
-    ASSERT_TRUE(first && second);
+    ProcessMetricsProbe probe(std::make_unique<ProcfsProcessMetricReader>());
+    const TimePoint start = TimePoint::now();
+    const QList<ProcessMetric> before = probe.sample(start);
+    const auto scheduledBefore = scheduledNanoseconds(child.pid());
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    const TimePoint end = TimePoint::now();
+    const QList<ProcessMetric> after = probe.sample(end);
+    const auto scheduledAfter = scheduledNanoseconds(child.pid());
+    const ProcessMetric *first = findPid(before, child.pid());
+    const ProcessMetric *metric = findPid(after, child.pid());
+    ASSERT_TRUE(first && metric);
 
     const QString shell = QFileInfo(QStringLiteral("/bin/sh")).canonicalFilePath();
     EXPECT_EQ(first->identity.executablePath, shell);
     EXPECT_EQ(first->command,
               (RedactedCommandSummary{QFileInfo(shell).fileName() + QStringLiteral(" test"),
-                                      m_projectName}));
+                                      QFileInfo(m_project.path()).fileName()}));
     EXPECT_EQ(first->parentPID, ::getpid());
     EXPECT_EQ(first->userID, ::getuid());
-    EXPECT_EQ(first->identity, second->identity) << "the start time must not move";
-    const double age = TimePoint::now().secondsSince(first->identity.startTime);
+    EXPECT_EQ(first->identity, metric->identity) << "the start time must not move";
+    const double age = start.secondsSince(first->identity.startTime);
     EXPECT_GE(age, -0.02);
     EXPECT_LT(age, 30.0);
     for (const QString &text : {first->name, first->identity.executablePath, first->command.command,
                                 first->command.project.value_or("")})
         EXPECT_FALSE(text.contains(QStringLiteral("abc123"))) << text.toStdString();
 
-    // One tick of about a second: the spinning shell gets what the scheduler
-    // gives it (little on a busy machine), and the reading is exactly what the
-    // scheduler says it took over the same interval.
-    ProcessMetricsProbe probe(std::make_unique<ProcfsProcessMetricReader>());
-    const TimePoint start = TimePoint::now();
-    probe.sample(start);
-    const auto scheduledBefore = scheduledNanoseconds(child.pid());
-    std::this_thread::sleep_for(std::chrono::seconds(1));
-    const TimePoint end = TimePoint::now();
-    const QList<ProcessMetric> metrics = probe.sample(end);
-    const ProcessMetric *metric = findPid(metrics, child.pid());
-    const auto scheduledAfter = scheduledNanoseconds(child.pid());
-    ASSERT_TRUE(metric);
     EXPECT_GT(metric->cpuPercent, 0.0);
     EXPECT_LT(metric->cpuPercent, 130.0); // one thread never takes more than a core
     if (scheduledBefore && scheduledAfter) {

@@ -90,41 +90,31 @@ TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
     EXPECT_FALSE(noBootTime.readIdentity(4242).has_value());
 }
 
-TEST(ProcfsTermination, GracefulSignalEndsAProcessThatHonoursIt)
+// A child that honours SIGTERM ends by the graceful signal; one that ignores
+// it runs on until the forced one. A wait that must run to its end does so on
+// a short schedule, one that must see the exit on the default one.
+TEST(ProcfsTermination, GracefulSignalEndsWhatHonoursItAndForcedSignalTheRest)
 {
-    ForkedChild child(Behaviour::waitsForSignals);
-    ASSERT_TRUE(child.started());
-    const auto target = seen(child.pid());
-    const auto controller = makeProcessTerminationController();
-
-    ProcessTerminationAttempt attempt = controller.attempt(target, Signal::graceful);
-    EXPECT_EQ(attempt.result, Result::signalSent(Signal::graceful));
-    Cancellation cancellation;
-    // A zombie is no longer running, by its pin and by its readings alike.
-    EXPECT_FALSE(controller.waitForExit(target, cancellation, attempt.pin.get()));
-    EXPECT_FALSE(controller.isRunning(target));
-    ASSERT_TRUE(child.reap(5.0));
-    EXPECT_EQ(child.terminatingSignal(), SIGTERM);
-}
-
-TEST(ProcfsTermination, IgnoredGracefulSignalLeavesItRunningUntilForced)
-{
-    ForkedChild child(Behaviour::ignoresTerm);
-    ASSERT_TRUE(child.started());
-    const auto target = seen(child.pid());
-    const auto controller = quickController();
-    Cancellation cancellation;
-
-    ProcessTerminationAttempt graceful = controller.attempt(target, Signal::graceful);
-    EXPECT_EQ(graceful.result, Result::signalSent(Signal::graceful));
-    EXPECT_TRUE(controller.waitForExit(target, cancellation, graceful.pin.get()));
-    EXPECT_FALSE(hasExited(child.pid()));
-
-    ProcessTerminationAttempt forced = controller.attempt(target, Signal::forced);
-    EXPECT_EQ(forced.result, Result::signalSent(Signal::forced));
-    EXPECT_FALSE(controller.waitForExit(target, cancellation, forced.pin.get()));
-    ASSERT_TRUE(child.reap(5.0));
-    EXPECT_EQ(child.terminatingSignal(), SIGKILL);
+    for (const bool ignores : {false, true}) {
+        SCOPED_TRACE(ignores ? "ignores SIGTERM" : "honours SIGTERM");
+        ForkedChild child(ignores ? Behaviour::ignoresTerm : Behaviour::waitsForSignals);
+        ASSERT_TRUE(child.started());
+        const auto target = seen(child.pid());
+        Cancellation cancellation;
+        for (const Signal signal : {Signal::graceful, Signal::forced}) {
+            const bool runsOn = ignores && signal == Signal::graceful;
+            const auto controller = runsOn ? quickController() : makeProcessTerminationController();
+            ProcessTerminationAttempt attempt = controller.attempt(target, signal);
+            EXPECT_EQ(attempt.result, Result::signalSent(signal));
+            // A zombie is no longer running, by its pin and by its readings alike.
+            EXPECT_EQ(controller.waitForExit(target, cancellation, attempt.pin.get()), runsOn);
+            EXPECT_EQ(controller.isRunning(target), runsOn);
+            if (!runsOn)
+                break;
+        }
+        ASSERT_TRUE(child.reap(5.0));
+        EXPECT_EQ(child.terminatingSignal(), ignores ? SIGKILL : SIGTERM);
+    }
 }
 
 // Exits about 0.17 s in: after the 0.1 s check, before the 0.25 s one. The
