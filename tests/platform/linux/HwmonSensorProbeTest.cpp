@@ -157,11 +157,7 @@ TEST(ScanHwmonSensors, KeepsBrokenFilesAsChannelsWithoutValues)
 
 TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
 {
-    struct Case {
-        FileReadResult file;
-        SensorChannelValue expected;
-    };
-    const Case cases[] = {
+    const std::pair<FileReadResult, SensorChannelValue> cases[] = {
         {{QByteArray("52000\n"), 0}, {52.0, false}},
         {{QByteArray("-7500"), 0}, {-7.5, false}},
         {{QByteArray(""), 0}, {}},
@@ -172,9 +168,9 @@ TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
         {{std::nullopt, ENOENT}, {}},
         {{std::nullopt, ENXIO}, {}}, // a sensor whose chip does not answer
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(sensorFileValue(c.file, 1000.0), c.expected)
-            << (c.file.bytes ? c.file.bytes->constData() : "error");
+    for (const auto &[file, expected] : cases)
+        EXPECT_EQ(sensorFileValue(file, 1000.0), expected)
+            << (file.bytes ? file.bytes->constData() : "error");
 }
 
 } // namespace

@@ -97,29 +97,24 @@ TEST(LinuxGPUUsageProbe, NvmlGivesTheBusiestDeviceAndKeepsItsSession)
 
 TEST(LinuxGPUUsageProbe, UnusableLibrariesGiveNoDeviceAndAreRetriedAtTheNextTick)
 {
-    struct Case {
-        const char *name;
-        QByteArray path;
-        bool initAttempted;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, QByteArray, bool> cases[] = {
         {"no library", noLibrary, false},
         {"init fails", KW_FAKE_NVML_INIT_FAILS_PATH, true},
         {"a function is missing", KW_FAKE_NVML_MISSING_SYMBOL_PATH, false},
     };
-    for (const Case &c : cases) {
+    for (const auto &[name, path, initAttempted] : cases) {
         std::optional<FakeNvmlCounters> counters;
-        if (c.path != noLibrary)
-            counters.emplace(c.path.constData());
+        if (path != noLibrary)
+            counters.emplace(path.constData());
         const int initBefore = counters ? counters->initCalls() : 0;
-        LinuxGPUUsageProbe probe(fixtureSys("server-vm"), c.path);
+        LinuxGPUUsageProbe probe(fixtureSys("server-vm"), path);
         for (int tick = 1; tick <= 3; ++tick) {
-            EXPECT_EQ(probe.sample(), R::unsupported(noGPU)) << c.name << " tick " << tick;
+            EXPECT_EQ(probe.sample(), R::unsupported(noGPU)) << name << " tick " << tick;
             const int initCalls = counters ? counters->initCalls() - initBefore : 0;
-            EXPECT_EQ(initCalls, c.initAttempted ? tick : 0) << c.name;
+            EXPECT_EQ(initCalls, initAttempted ? tick : 0) << name;
         }
         // A failed init is never shut down: there is no session to end.
-        EXPECT_EQ(counters ? counters->shutdownCalls() : 0, 0) << c.name;
+        EXPECT_EQ(counters ? counters->shutdownCalls() : 0, 0) << name;
     }
 }
 

@@ -11,11 +11,7 @@ namespace {
 
 TEST(MeminfoParser, TotalAndAvailableInBytes)
 {
-    struct Row {
-        const char *text;
-        std::optional<MeminfoFigures> expected;
-    };
-    const std::vector<Row> rows = {
+    const std::pair<const char *, std::optional<MeminfoFigures>> rows[] = {
         {"MemTotal:       16314160 kB\nMemFree: 1 kB\nMemAvailable:   10000000 kB\n",
          MeminfoFigures{16314160ULL * 1024, 10000000ULL * 1024}},
         {"MemAvailable: 5 kB\nMemTotal: 10 kB\n", MeminfoFigures{10240, 5120}},
@@ -26,8 +22,8 @@ TEST(MeminfoParser, TotalAndAvailableInBytes)
         {"MemTotalX: 10 kB\nMemAvailable: 1 kB\n", std::nullopt},
         {"", std::nullopt},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(parseMeminfo(row.text), row.expected) << row.text;
+    for (const auto &[text, expected] : rows)
+        EXPECT_EQ(parseMeminfo(text), expected) << text;
 }
 
 SensorReading<SystemMemoryUsage> probeOver(const QString &fixture)
