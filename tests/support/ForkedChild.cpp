@@ -22,8 +22,6 @@ namespace {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (user && (::setgroups(0, nullptr) != 0 || ::setgid(*user) != 0 || ::setuid(*user) != 0))
         ::_exit(126);
-    if (behaviour == ForkedChild::Behaviour::exitsAtOnce)
-        ::_exit(0);
     struct sigaction action {};
     action.sa_handler = behaviour == ForkedChild::Behaviour::ignoresTerm ? SIG_IGN : SIG_DFL;
     ::sigemptyset(&action.sa_mask);
@@ -85,20 +83,25 @@ ForkedChild::~ForkedChild()
     }
 }
 
+bool hasExited(pid_t pid)
+{
+    siginfo_t info{};
+    return ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           info.si_pid == pid;
+}
+
 bool ForkedChild::waitUntilZombie(double timeoutSeconds)
 {
     if (m_pid <= 0 || m_reaped)
         return false;
     const auto deadline =
         std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
-    do {
-        siginfo_t info{};
-        if (::waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-            info.si_pid == m_pid)
-            return true;
+    while (!hasExited(m_pid)) {
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    } while (std::chrono::steady_clock::now() < deadline);
-    return false;
+    }
+    return true;
 }
 
 bool ForkedChild::reap(double timeoutSeconds)

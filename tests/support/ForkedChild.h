@@ -17,7 +17,6 @@ public:
         waitsForSignals, // default dispositions: SIGTERM ends it
         ignoresTerm,     // SIGTERM ignored: only SIGKILL ends it
         exitsAfterDelay, // exits by itself after `delaySeconds`
-        exitsAtOnce,     // exits as soon as it starts
     };
 
     // Forks and waits until the child has set itself up (its dispositions are
@@ -43,6 +42,10 @@ private:
     bool m_reaped = false;
     std::optional<int> m_terminatingSignal;
 };
+
+// Whether `pid`, an unreaped child of this process, has exited; it stays a
+// zombie either way.
+bool hasExited(pid_t pid);
 
 // Runs `body` in a forked process of its own and gives back what it
 // returned: empty when every check in it held, else its message (one that

@@ -1,6 +1,8 @@
 #include "support/ShellChild.h"
 
 #include <cerrno>
+#include <cstdlib>
+#include <unordered_map>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -8,12 +10,26 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::string> &arguments)
+ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::string> &arguments,
+                       Session session)
+    : m_leadsGroup(session != Session::inherited)
 {
     std::vector<char *> argv;
     for (const std::string &argument : arguments)
         argv.push_back(const_cast<char *>(argument.c_str()));
     argv.push_back(nullptr);
+    // ptsname is no call for a forked child of a threaded program.
+    std::string terminalName;
+    if (session == Session::ownTerminal) {
+        m_terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+        const char *name =
+            m_terminal < 0 || ::grantpt(m_terminal) != 0 || ::unlockpt(m_terminal) != 0
+                ? nullptr
+                : ::ptsname(m_terminal);
+        if (!name)
+            return;
+        terminalName = name;
+    }
     // The close-on-exec pipe reaches end of file when the exec succeeds or
     // the child gives up, so the caller sees the shell's own command line.
     int execPipe[2];
@@ -23,8 +39,19 @@ ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::strin
     m_pid = ::fork();
     if (m_pid == 0) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (::getppid() == parent && ::chdir(directory.constData()) == 0)
-            ::execv("/bin/sh", argv.data());
+        if (::getppid() != parent || ::chdir(directory.constData()) != 0)
+            ::_exit(127);
+        if (session == Session::ownGroup && ::setpgid(0, 0) != 0)
+            ::_exit(127);
+        if (session == Session::ownTerminal) {
+            // Opened after setsid, the terminal becomes the controlling one.
+            const int terminal = ::setsid() < 0 ? -1 : ::open(terminalName.c_str(), O_RDWR);
+            if (terminal < 0)
+                ::_exit(127);
+            for (int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+                ::dup2(terminal, fd);
+        }
+        ::execv("/bin/sh", argv.data());
         ::_exit(127);
     }
     ::close(execPipe[1]);
@@ -37,10 +64,14 @@ ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::strin
 ShellChild::~ShellChild()
 {
     if (m_pid > 0) {
-        ::kill(m_pid, SIGKILL);
+        // The group, where there is one, is the one this child leads: its
+        // own pid, unreaped until below, names it.
+        ::kill(m_leadsGroup ? -m_pid : m_pid, SIGKILL);
         while (::waitpid(m_pid, nullptr, 0) < 0 && errno == EINTR) {
         }
     }
+    if (m_terminal >= 0)
+        ::close(m_terminal);
 }
 
 std::vector<std::string> spinningShellArguments(const std::vector<std::string> &extra)
@@ -48,4 +79,24 @@ std::vector<std::string> spinningShellArguments(const std::vector<std::string> &
     std::vector<std::string> arguments{"sh", "-c", "while :; do :; done", "kw-spinner"};
     arguments.insert(arguments.end(), extra.begin(), extra.end());
     return arguments;
+}
+
+QList<ProcessMetric> startedByThisProgram(const QList<ProcessMetric> &all, bool withThisProgram)
+{
+    std::unordered_map<pid_t, pid_t> parentOf;
+    for (const ProcessMetric &process : all)
+        parentOf.emplace(process.identity.pid, process.parentPID);
+    const pid_t self = ::getpid();
+    QList<ProcessMetric> mine;
+    for (const ProcessMetric &process : all) {
+        pid_t pid = process.identity.pid;
+        bool descends = withThisProgram && pid == self;
+        for (int depth = 0; depth < 64 && !descends && parentOf.count(pid); ++depth) {
+            pid = parentOf.at(pid);
+            descends = pid == self;
+        }
+        if (descends)
+            mine.append(process);
+    }
+    return mine;
 }

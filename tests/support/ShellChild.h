@@ -7,7 +7,10 @@
 // the handle kills and reaps it, so its pid cannot pass to another process
 // while the handle lives.
 
+#include "sampling/ProcessMetric.h"
+
 #include <QByteArray>
+#include <QList>
 
 #include <string>
 #include <sys/types.h>
@@ -15,10 +18,19 @@
 
 class ShellChild {
 public:
+    enum class Session {
+        inherited,   // in the test program's process group
+        ownGroup,    // leads a process group of its own, ended as a whole
+        ownTerminal, // leads a session on a pseudo-terminal of its own
+    };
+
     // Runs /bin/sh with `arguments` (argv[0] first) in `directory`, and
-    // returns once the exec has happened or failed.
-    ShellChild(const QByteArray &directory, const std::vector<std::string> &arguments);
-    ~ShellChild(); // SIGKILL, then reap
+    // returns once the exec has happened or failed. What a shell of its own
+    // group or session starts must end by itself within a minute, in case
+    // the test program dies before the handle does.
+    ShellChild(const QByteArray &directory, const std::vector<std::string> &arguments,
+               Session session = Session::inherited);
+    ~ShellChild(); // SIGKILL (to the whole group where it leads one), then reap
     ShellChild(const ShellChild &) = delete;
     ShellChild &operator=(const ShellChild &) = delete;
 
@@ -27,8 +39,27 @@ public:
 
 private:
     pid_t m_pid = -1;
+    bool m_leadsGroup = false;
+    int m_terminal = -1;
 };
 
 // The arguments of a shell that spins on one core for as long as it lives:
 // `sh -c 'while :; do :; done' <name> <extra...>`.
 std::vector<std::string> spinningShellArguments(const std::vector<std::string> &extra);
+
+// The processes of `all` that descend from this test program, and the
+// program itself with `withThisProgram`. On a shared machine the program's
+// ancestors belong to the same user, so without this a test's children
+// would join whatever started the test, among unrelated busy processes.
+QList<ProcessMetric> startedByThisProgram(const QList<ProcessMetric> &all,
+                                          bool withThisProgram = false);
+
+// The record of `pid` among `records`, or null.
+template <typename Records> auto findPid(const Records &records, pid_t pid)
+{
+    for (const auto &record : records) {
+        if (record.identity.pid == pid)
+            return &record;
+    }
+    return static_cast<decltype(&*records.begin())>(nullptr);
+}

@@ -13,13 +13,16 @@ namespace {
 
 const QString kFixture = QStringLiteral(KW_FIXTURES_DIR "/xdg-desktop");
 
+// The expected text of a row: UTF-8, or nothing.
+using Expected = std::optional<const char *>;
+std::optional<QString> text(Expected utf8)
+{
+    return utf8 ? std::optional<QString>(QString::fromUtf8(*utf8)) : std::nullopt;
+}
+
 TEST(SystemdApplicationUnitTest, ApplicationIDOfEachUnitForm)
 {
-    struct Row {
-        std::string_view unit;
-        std::optional<const char *> id;
-    };
-    const Row rows[] = {
+    const std::pair<std::string_view, Expected> rows[] = {
         // Scopes: launcher optional, random part required.
         {"app-gnome-org.gnome.Nautilus-3245.scope", "org.gnome.Nautilus"},
         {"app-org.kde.konsole-5b1c1f0b.scope", "org.kde.konsole"},
@@ -49,23 +52,13 @@ TEST(SystemdApplicationUnitTest, ApplicationIDOfEachUnitForm)
         {"app-bad\\x2g-1.scope", "bad\\x2g"},
         {"app-caf\\xc3\\xa9-1.scope", "café"},
     };
-    for (const Row &row : rows) {
-        const auto id = applicationIDFromUnitName(row.unit);
-        if (row.id)
-            EXPECT_EQ(id, QString::fromUtf8(*row.id)) << row.unit;
-        else
-            EXPECT_EQ(id, std::nullopt) << row.unit;
-    }
+    for (const auto &[unit, id] : rows)
+        EXPECT_EQ(applicationIDFromUnitName(unit), text(id)) << unit;
 }
 
 TEST(SystemdApplicationUnitTest, ApplicationIDFromCgroupFiles)
 {
-    struct Row {
-        const char *name;
-        std::string_view cgroup;
-        std::optional<const char *> id;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, std::string_view, Expected> rows[] = {
         {"unified hierarchy, app scope",
          "0::/user.slice/user-1000.slice/user@1000.service/app.slice/"
          "app-gnome-org.gnome.Nautilus-3245.scope\n"sv,
@@ -93,23 +86,13 @@ TEST(SystemdApplicationUnitTest, ApplicationIDFromCgroupFiles)
         {"no trailing newline", "0::/app.slice/app-x-1.scope"sv, "x"},
         {"colon inside the path", "0::/app.slice/app-a:b-1.scope\n"sv, "a:b"},
     };
-    for (const Row &row : rows) {
-        const auto id = applicationIDFromCgroup(row.cgroup);
-        if (row.id)
-            EXPECT_EQ(id, QString::fromUtf8(*row.id)) << row.name;
-        else
-            EXPECT_EQ(id, std::nullopt) << row.name;
-    }
+    for (const auto &[name, cgroup, id] : rows)
+        EXPECT_EQ(applicationIDFromCgroup(cgroup), text(id)) << name;
 }
 
 TEST(DesktopEntryTest, NamePrefersChineseInTheMainGroup)
 {
-    struct Row {
-        const char *name;
-        std::string_view text;
-        std::optional<const char *> expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, std::string_view, Expected> rows[] = {
         {"chinese wins", "[Desktop Entry]\nName=Files\nName[zh_CN]=文件\n"sv, "文件"},
         {"chinese before plain", "[Desktop Entry]\nName[zh_CN]=文件\nName=Files\n"sv, "文件"},
         {"plain only", "[Desktop Entry]\nName=Files\nName[de]=Dateien\n"sv, "Files"},
@@ -128,13 +111,8 @@ TEST(DesktopEntryTest, NamePrefersChineseInTheMainGroup)
          "A\xef\xbf\xbd"
          "B"},
     };
-    for (const Row &row : rows) {
-        const auto name = parseDesktopEntryName(row.text);
-        if (row.expected)
-            EXPECT_EQ(name, QString::fromUtf8(*row.expected)) << row.name;
-        else
-            EXPECT_EQ(name, std::nullopt) << row.name;
-    }
+    for (const auto &[description, entry, expected] : rows)
+        EXPECT_EQ(parseDesktopEntryName(entry), text(expected)) << description;
 }
 
 TEST(DesktopEntryTest, DataDirectoriesFollowTheXDGDefaults)
@@ -163,12 +141,7 @@ TEST(DesktopApplicationIdentitiesTest, NamesFromTheEntryOrTheApplicationID)
 {
     DesktopApplicationIdentities identities(
         {kFixture + "/home/.local/share", kFixture + "/usr/share"});
-    struct Row {
-        const char *id;
-        QString path;
-        const char *name;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, QString, const char *> rows[] = {
         {"org.gnome.Terminal",
          kFixture + "/home/.local/share/applications/org.gnome.Terminal.desktop", "终端"},
         {"firefox", kFixture + "/usr/share/applications/firefox.desktop", "Firefox Web Browser"},
@@ -176,10 +149,10 @@ TEST(DesktopApplicationIdentitiesTest, NamesFromTheEntryOrTheApplicationID)
         {"org.example.NotInstalled", "org.example.NotInstalled", "NotInstalled"},
         {"trailing.", "trailing.", "trailing."},
     };
-    for (const Row &row : rows) {
-        const DesktopApplicationIdentity identity = identities.identityForApplicationID(row.id);
-        EXPECT_EQ(identity.applicationPath, row.path) << row.id;
-        EXPECT_EQ(identity.applicationName, QString::fromUtf8(row.name)) << row.id;
+    for (const auto &[id, path, name] : rows) {
+        const DesktopApplicationIdentity identity = identities.identityForApplicationID(id);
+        EXPECT_EQ(identity.applicationPath, path) << id;
+        EXPECT_EQ(identity.applicationName, QString::fromUtf8(name)) << id;
     }
 }
 
@@ -212,11 +185,7 @@ TEST(DesktopApplicationIdentitiesTest, CgroupAnswersAreSharedAcrossTicks)
 
 TEST(ServiceManagerRecognitionTest, KnowsTheUsersServiceManagerByItsCgroupOnly)
 {
-    struct Row {
-        const char *path;
-        bool expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char *, bool> rows[] = {
         {"/user.slice/user-1000.slice/user@1000.service/init.scope", true},
         {"/user.slice/user@0.service/init.scope", true},
         {"/init.scope", false}, // the system manager: pid 1 already
@@ -228,8 +197,8 @@ TEST(ServiceManagerRecognitionTest, KnowsTheUsersServiceManagerByItsCgroupOnly)
         {"user@1000.service/init.scope", false},
         {"", false},
     };
-    for (const Row &row : rows)
-        EXPECT_EQ(isUserServiceManagerCgroup(row.path), row.expected) << row.path;
+    for (const auto &[path, expected] : rows)
+        EXPECT_EQ(isUserServiceManagerCgroup(path), expected) << path;
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <ostream>
 #include <string>
 
 namespace {
@@ -20,6 +21,11 @@ struct MachineCase {
     R fan;
 };
 
+void PrintTo(const MachineCase &c, std::ostream *out)
+{
+    *out << c.label;
+}
+
 class HwmonSensorProbeOnMachines : public testing::TestWithParam<MachineCase> {};
 
 TEST_P(HwmonSensorProbeOnMachines, ReadsTheFoldedTemperatureAndFan)
@@ -33,8 +39,25 @@ TEST_P(HwmonSensorProbeOnMachines, ReadsTheFoldedTemperatureAndFan)
     EXPECT_EQ(probe.read(), readings);
 }
 
-const QString temperatureSource = QStringLiteral("Linux hwmon CPU sensors");
-const QString fanSource = QStringLiteral("Linux hwmon fan sensors");
+R temperature(double celsius)
+{
+    return R::available(celsius, QStringLiteral("Linux hwmon CPU sensors"));
+}
+R fan(double rpm)
+{
+    return R::available(rpm, QStringLiteral("Linux hwmon fan sensors"));
+}
+const R noTemperatureInterface =
+    R::unsupported(QStringLiteral("当前系统没有可用的 hwmon 温度传感器接口"));
+const R noDieChannel = R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道"));
+const R noFanSensor = R::unsupported(QStringLiteral("系统没有可读取的风扇转速传感器"));
+const R noFanSpeed = R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"));
+const R temperatureRefused = R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器"));
+const R fanRefused = R::permissionDenied(QStringLiteral("无权读取 hwmon 风扇传感器"));
+
+const std::vector<QByteArray> kIntelDieInputs = {"hwmon10/temp1_input", "hwmon10/temp2_input",
+                                                 "hwmon10/temp3_input", "hwmon10/temp4_input",
+                                                 "hwmon10/temp5_input", "thermal_zone1/temp"};
 
 INSTANTIATE_TEST_SUITE_P(
     Fixtures, HwmonSensorProbeOnMachines,
@@ -42,80 +65,55 @@ INSTANTIATE_TEST_SUITE_P(
         // coretemp package 52 and cores 50/49/53/48, x86_pkg_temp zone 52:
         // the median of 48 49 50 52 52 53. acpitz, nvme and thinkpad temp1
         // are not the die. The ThinkPad fan turns at 2400.
-        MachineCase{"IntelLaptop",
-                    "intel-laptop",
-                    {},
-                    0,
-                    R::available(51.0, temperatureSource),
-                    R::available(2400.0, fanSource)},
+        MachineCase{"IntelLaptop", "intel-laptop", {}, 0, temperature(51.0), fan(2400.0)},
         // k10temp Tctl 61.25 and Tccd1 58.5; nct6798 CPUTIN and amdgpu edge are
         // not the die. Fans 0 (nct), 1150 (nct), 0 (amdgpu): the turning one.
-        MachineCase{"AmdDesktop",
-                    "amd-desktop",
-                    {},
-                    0,
-                    R::available(59.875, temperatureSource),
-                    R::available(1150.0, fanSource)},
-        MachineCase{"ServerVm",
-                    "server-vm",
-                    {},
-                    0,
-                    R::unsupported(QStringLiteral("当前系统没有可用的 hwmon 温度传感器接口")),
-                    R::unsupported(QStringLiteral("系统没有可读取的风扇转速传感器"))},
+        MachineCase{"AmdDesktop", "amd-desktop", {}, 0, temperature(59.875), fan(1150.0)},
+        MachineCase{"ServerVm", "server-vm", {}, 0, noTemperatureInterface, noFanSensor},
         // Only the one good coretemp channel survives empty, junk, negative
         // and absurd files; no fan file holds a speed (65535 is the "no fan"
         // value of some Super I/O chips).
-        MachineCase{"BrokenSensors",
-                    "broken-sensors",
-                    {},
-                    0,
-                    R::available(51.5, temperatureSource),
-                    R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
+        MachineCase{"BrokenSensors", "broken-sensors", {}, 0, temperature(51.5), noFanSpeed},
         // Every input and zone temperature refused.
         MachineCase{"EverythingRefused",
                     "intel-laptop",
                     {"_input", "/temp"},
                     EACCES,
-                    R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
-                    R::permissionDenied(QStringLiteral("无权读取 hwmon 风扇传感器"))},
+                    temperatureRefused,
+                    fanRefused},
         // Every die channel refused (acpitz, nvme and the ThinkPad are never
         // opened): the refusal is what hides the die, so it is what is reported.
-        MachineCase{"DieChannelsRefused",
-                    "intel-laptop",
-                    {"hwmon10/temp1_input", "hwmon10/temp2_input", "hwmon10/temp3_input",
-                     "hwmon10/temp4_input", "hwmon10/temp5_input", "thermal_zone1/temp"},
-                    EACCES,
-                    R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器")),
-                    R::available(2400.0, fanSource)},
+        MachineCase{"DieChannelsRefused", "intel-laptop", kIntelDieInputs, EACCES,
+                    temperatureRefused, fan(2400.0)},
         // One die channel refused, the others junk: not every one tried was
         // refused, so nothing recognisable is what is reported.
         MachineCase{"GoodChannelRefusedBesideJunk",
                     "broken-sensors",
                     {"hwmon0/temp5_input"},
                     EACCES,
-                    R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
-                    R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
+                    noDieChannel,
+                    noFanSpeed},
         MachineCase{"SomeCoresRefused",
                     "intel-laptop",
                     {"hwmon10/temp1_input", "hwmon10/temp2_input"},
                     EACCES,
-                    R::available(50.5, temperatureSource),
-                    R::available(2400.0, fanSource)},
+                    temperature(50.5),
+                    fan(2400.0)},
         // Files that vanish between listing and reading are no refusal.
         MachineCase{"InputsVanished",
                     "intel-laptop",
                     {"_input", "/temp"},
                     ENOENT,
-                    R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
-                    R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))},
+                    noDieChannel,
+                    noFanSpeed},
         // The names and labels vanish: channels fall back to "<hwmonN> temp<n>"
         // and the zone's directory name, none of which names the die.
         MachineCase{"NamesVanished",
                     "intel-laptop",
                     {"/name", "_label", "/type"},
                     ENOENT,
-                    R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道")),
-                    R::available(2400.0, fanSource)}),
+                    noDieChannel,
+                    fan(2400.0)}),
     [](const testing::TestParamInfo<MachineCase> &info) { return std::string(info.param.label); });
 
 // Only die channels are opened: the nvme, acpitz and ThinkPad inputs (a
@@ -133,16 +131,14 @@ TEST(ScanHwmonSensors, OpensOnlyTheDieChannelsInNumericOrder)
     EXPECT_EQ(names, (QStringList{"coretemp Package id 0", "coretemp Core 0", "coretemp Core 1",
                                   "coretemp Core 2", "coretemp Core 3", "x86_pkg_temp"}));
     EXPECT_EQ(scan.temperatures.channels[1].reading, (SensorChannelValue{50.0, false}));
-    QList<QByteArray> temperatureInputs;
+    // Each as "<device>/<file>".
+    std::vector<QByteArray> temperatureInputs;
     for (const QByteArray &path : *opened) {
         if (path.contains("/temp") && (path.endsWith("_input") || path.endsWith("/temp")))
-            temperatureInputs << path.mid(sys.size());
+            temperatureInputs.push_back(
+                path.mid(path.lastIndexOf('/', path.lastIndexOf('/') - 1) + 1));
     }
-    EXPECT_EQ(temperatureInputs,
-              (QList<QByteArray>{
-                  "/class/hwmon/hwmon10/temp1_input", "/class/hwmon/hwmon10/temp2_input",
-                  "/class/hwmon/hwmon10/temp3_input", "/class/hwmon/hwmon10/temp4_input",
-                  "/class/hwmon/hwmon10/temp5_input", "/class/thermal/thermal_zone1/temp"}));
+    EXPECT_EQ(temperatureInputs, kIntelDieInputs);
 }
 
 TEST(ScanHwmonSensors, KeepsBrokenFilesAsChannelsWithoutValues)
@@ -161,11 +157,7 @@ TEST(ScanHwmonSensors, KeepsBrokenFilesAsChannelsWithoutValues)
 
 TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
 {
-    struct Case {
-        FileReadResult file;
-        SensorChannelValue expected;
-    };
-    const Case cases[] = {
+    const std::pair<FileReadResult, SensorChannelValue> cases[] = {
         {{QByteArray("52000\n"), 0}, {52.0, false}},
         {{QByteArray("-7500"), 0}, {-7.5, false}},
         {{QByteArray(""), 0}, {}},
@@ -176,22 +168,9 @@ TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
         {{std::nullopt, ENOENT}, {}},
         {{std::nullopt, ENXIO}, {}}, // a sensor whose chip does not answer
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(sensorFileValue(c.file, 1000.0), c.expected)
-            << (c.file.bytes ? c.file.bytes->constData() : "error");
-}
-
-TEST(HwmonSensorProbe, ThisMachineHasNoSensorInterface)
-{
-    // The test machine is a VM without hwmon and without thermal zones.
-    if (listDirectory("/sys/class/hwmon") ||
-        !listDirectory("/sys/class/thermal").value_or(std::vector<QByteArray>{}).empty())
-        GTEST_SKIP() << "this machine has sensors";
-    HwmonSensorProbe probe;
-    const AppleSensorReadings readings = probe.read();
-    EXPECT_EQ(readings.temperature,
-              R::unsupported(QStringLiteral("当前系统没有可用的 hwmon 温度传感器接口")));
-    EXPECT_EQ(readings.fan, R::unsupported(QStringLiteral("系统没有可读取的风扇转速传感器")));
+    for (const auto &[file, expected] : cases)
+        EXPECT_EQ(sensorFileValue(file, 1000.0), expected)
+            << (file.bytes ? file.bytes->constData() : "error");
 }
 
 } // namespace

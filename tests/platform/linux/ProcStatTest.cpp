@@ -15,11 +15,7 @@ namespace {
 
 TEST(ProcStatParser, FoldsTheKernelFieldsIntoFourCounters)
 {
-    struct Row {
-        const char *text;
-        std::optional<CPUTickSnapshot> expected;
-    };
-    const std::vector<Row> rows = {
+    const std::pair<const char *, std::optional<CPUTickSnapshot>> rows[] = {
         // user nice system idle iowait irq softirq steal guest guest_nice
         {"cpu  100 5 50 800 20 3 2 1 40 0\ncpu0 1 2 3 4\n",
          CPUTickSnapshot{100, 50 + 3 + 2 + 1, 800 + 20, 5}},
@@ -31,8 +27,8 @@ TEST(ProcStatParser, FoldsTheKernelFieldsIntoFourCounters)
         {"cpu0 1 2 3 4\n", std::nullopt},
         {"", std::nullopt},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(parseProcStatCPUTicks(row.text), row.expected) << row.text;
+    for (const auto &[text, expected] : rows)
+        EXPECT_EQ(parseProcStatCPUTicks(text), expected) << text;
 }
 
 TEST(ProcStatParser, BootTime)

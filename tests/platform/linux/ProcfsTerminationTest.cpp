@@ -39,13 +39,7 @@ using Behaviour = ForkedChild::Behaviour;
 using Signal = ProcessTerminationSignal;
 using Result = ProcessTerminationResult;
 
-// The real controller: procfs reader and pidfd sender, this user, this process.
-ProcessTerminationController realController()
-{
-    return makeProcessTerminationController();
-}
-
-// The same with a short schedule, for waits that must run to their end.
+// The real controller with a short schedule, for waits that must run to their end.
 ProcessTerminationController quickController()
 {
     return ProcessTerminationController(std::make_shared<ProcfsProcessIdentityReader>(),
@@ -62,44 +56,11 @@ ProcessTerminationTarget seen(pid_t pid)
     return reading.value_or(ProcessTerminationTarget{});
 }
 
-bool hasExited(pid_t pid)
-{
-    siginfo_t info{};
-    return ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-           info.si_pid == pid;
-}
-
 void expectForkedBodyHolds(const std::string &message)
 {
     if (message.rfind("skip:", 0) == 0)
         GTEST_SKIP() << message;
     EXPECT_EQ(message, "");
-}
-
-TEST(ProcfsIdentityReader, ReadsThisProcessAsTheKernelShowsIt)
-{
-    ProcfsProcessIdentityReader reader;
-    const auto self = reader.readIdentity(::getpid());
-    ASSERT_TRUE(self.has_value());
-    EXPECT_EQ(self->identity.pid, ::getpid());
-    EXPECT_EQ(self->userID, ::geteuid());
-    char path[4096] = {};
-    ASSERT_GT(::readlink("/proc/self/exe", path, sizeof path - 1), 0);
-    EXPECT_EQ(self->identity.executablePath, QString::fromUtf8(path));
-    // Read twice, one process gives one equal start time.
-    EXPECT_EQ(reader.readIdentity(::getpid()), self);
-}
-
-// /proc/<tid> opens like a process directory; a thread is not a process.
-TEST(ProcfsIdentityReader, AThreadIsNoProcess)
-{
-    ProcfsProcessIdentityReader reader;
-    std::thread thread([&] {
-        const pid_t threadID = static_cast<pid_t>(::syscall(SYS_gettid));
-        ASSERT_NE(threadID, ::getpid());
-        EXPECT_FALSE(reader.readIdentity(threadID).has_value());
-    });
-    thread.join();
 }
 
 TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
@@ -129,41 +90,31 @@ TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
     EXPECT_FALSE(noBootTime.readIdentity(4242).has_value());
 }
 
-TEST(ProcfsTermination, GracefulSignalEndsAProcessThatHonoursIt)
+// A child that honours SIGTERM ends by the graceful signal; one that ignores
+// it runs on until the forced one. A wait that must run to its end does so on
+// a short schedule, one that must see the exit on the default one.
+TEST(ProcfsTermination, GracefulSignalEndsWhatHonoursItAndForcedSignalTheRest)
 {
-    ForkedChild child(Behaviour::waitsForSignals);
-    ASSERT_TRUE(child.started());
-    const auto target = seen(child.pid());
-    const auto controller = realController();
-
-    ProcessTerminationAttempt attempt = controller.attempt(target, Signal::graceful);
-    EXPECT_EQ(attempt.result, Result::signalSent(Signal::graceful));
-    Cancellation cancellation;
-    // A zombie is no longer running, by its pin and by its readings alike.
-    EXPECT_FALSE(controller.waitForExit(target, cancellation, attempt.pin.get()));
-    EXPECT_FALSE(controller.isRunning(target));
-    ASSERT_TRUE(child.reap(5.0));
-    EXPECT_EQ(child.terminatingSignal(), SIGTERM);
-}
-
-TEST(ProcfsTermination, IgnoredGracefulSignalLeavesItRunningUntilForced)
-{
-    ForkedChild child(Behaviour::ignoresTerm);
-    ASSERT_TRUE(child.started());
-    const auto target = seen(child.pid());
-    const auto controller = quickController();
-    Cancellation cancellation;
-
-    ProcessTerminationAttempt graceful = controller.attempt(target, Signal::graceful);
-    EXPECT_EQ(graceful.result, Result::signalSent(Signal::graceful));
-    EXPECT_TRUE(controller.waitForExit(target, cancellation, graceful.pin.get()));
-    EXPECT_FALSE(hasExited(child.pid()));
-
-    ProcessTerminationAttempt forced = controller.attempt(target, Signal::forced);
-    EXPECT_EQ(forced.result, Result::signalSent(Signal::forced));
-    EXPECT_FALSE(controller.waitForExit(target, cancellation, forced.pin.get()));
-    ASSERT_TRUE(child.reap(5.0));
-    EXPECT_EQ(child.terminatingSignal(), SIGKILL);
+    for (const bool ignores : {false, true}) {
+        SCOPED_TRACE(ignores ? "ignores SIGTERM" : "honours SIGTERM");
+        ForkedChild child(ignores ? Behaviour::ignoresTerm : Behaviour::waitsForSignals);
+        ASSERT_TRUE(child.started());
+        const auto target = seen(child.pid());
+        Cancellation cancellation;
+        for (const Signal signal : {Signal::graceful, Signal::forced}) {
+            const bool runsOn = ignores && signal == Signal::graceful;
+            const auto controller = runsOn ? quickController() : makeProcessTerminationController();
+            ProcessTerminationAttempt attempt = controller.attempt(target, signal);
+            EXPECT_EQ(attempt.result, Result::signalSent(signal));
+            // A zombie is no longer running, by its pin and by its readings alike.
+            EXPECT_EQ(controller.waitForExit(target, cancellation, attempt.pin.get()), runsOn);
+            EXPECT_EQ(controller.isRunning(target), runsOn);
+            if (!runsOn)
+                break;
+        }
+        ASSERT_TRUE(child.reap(5.0));
+        EXPECT_EQ(child.terminatingSignal(), ignores ? SIGKILL : SIGTERM);
+    }
 }
 
 // Exits about 0.17 s in: after the 0.1 s check, before the 0.25 s one. The
@@ -177,7 +128,7 @@ TEST(ProcfsTermination, ExitDuringTheSecondIntervalIsFoundEarly)
     const std::unique_ptr<PinnedProcess> pin = sender.pin(child.pid());
     Cancellation cancellation;
     const double started = continuousClockSeconds();
-    EXPECT_FALSE(realController().waitForExit(target, cancellation, pin.get()));
+    EXPECT_FALSE(makeProcessTerminationController().waitForExit(target, cancellation, pin.get()));
     EXPECT_LT(continuousClockSeconds() - started, 1.0);
 }
 
@@ -195,7 +146,7 @@ TEST(ProcfsTermination, ProcessGoneBeforeTheSignalIsAlreadyExited)
         else
             ASSERT_TRUE(child.waitUntilZombie(5.0));
 
-        EXPECT_EQ(realController().terminate(target, Signal::graceful),
+        EXPECT_EQ(makeProcessTerminationController().terminate(target, Signal::graceful),
                   Result::rejected(ProcessTerminationRejection::alreadyExited));
     }
 }
@@ -247,7 +198,7 @@ std::string reusePidInPrivateNamespace()
         return "skip: no private /proc";
     ProcfsProcessIdentityReader reader;
     PidfdSignalSender sender;
-    const auto controller = realController();
+    const auto controller = makeProcessTerminationController();
 
     auto first = std::make_unique<ForkedChild>(Behaviour::waitsForSignals);
     const pid_t pid = first->pid();
@@ -317,7 +268,7 @@ std::string terminateUnderSeccomp(int error, bool expectSignal)
         ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
         return "skip: no seccomp filter";
 
-    const Result result = realController().terminate(target, Signal::graceful);
+    const Result result = makeProcessTerminationController().terminate(target, Signal::graceful);
     if (!expectSignal) {
         if (result != Result::signalFailed(error))
             return "a refused pidfd_open did not fail closed";
@@ -361,7 +312,7 @@ TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
             ProcfsProcessIdentityReader().readIdentity(victim.pid());
         if (!reading || reading->userID != owner || !reading->identity.executablePath.isEmpty())
             return "the owner was not read without the exe";
-        if (realController().terminate(target, Signal::forced) !=
+        if (makeProcessTerminationController().terminate(target, Signal::forced) !=
             Result::rejected(ProcessTerminationRejection::notCurrentUser))
             return "another user's process was not refused for its owner";
         return "";

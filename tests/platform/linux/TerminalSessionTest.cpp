@@ -9,6 +9,7 @@
 #include "process/ProcessMetricsProbe.h"
 #include "support/FixtureProcRoot.h"
 #include "support/Fixtures.h"
+#include "support/ShellChild.h"
 
 #include <gtest/gtest.h>
 
@@ -18,11 +19,6 @@
 #include <set>
 #include <thread>
 
-#include <csignal>
-#include <fcntl.h>
-#include <stdlib.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -46,6 +42,22 @@ void PrintTo(const Source &source, std::ostream *out)
     *out << '}';
 }
 
+// The sources, in the order of their smallest pid.
+std::vector<Source> grouped(const QList<ProcessMetric> &processes)
+{
+    std::vector<Source> sources;
+    for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
+        Source source{load.application, load.applicationPath, {}};
+        for (const ProcessMetric &process : load.processes)
+            source.members.insert(process.identity.pid);
+        sources.push_back(std::move(source));
+    }
+    std::sort(sources.begin(), sources.end(), [](const Source &a, const Source &b) {
+        return *a.members.begin() < *b.members.begin();
+    });
+    return sources;
+}
+
 // The fixture read through the real reader and probe, with the CPU shares
 // given (one tick has no rates), grouped.
 std::vector<Source> sourcesOf(const QString &fixture, const std::map<pid_t, double> &cpu)
@@ -60,17 +72,7 @@ std::vector<Source> sourcesOf(const QString &fixture, const std::map<pid_t, doub
         if (const auto found = cpu.find(process.identity.pid); found != cpu.end())
             process.cpuPercent = found->second;
     }
-    std::vector<Source> sources;
-    for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
-        Source source{load.application, load.applicationPath, {}};
-        for (const ProcessMetric &process : load.processes)
-            source.members.insert(process.identity.pid);
-        sources.push_back(std::move(source));
-    }
-    std::sort(sources.begin(), sources.end(), [](const Source &a, const Source &b) {
-        return *a.members.begin() < *b.members.begin();
-    });
-    return sources;
+    return grouped(processes);
 }
 
 TEST(TerminalSessionTest, EachTabAndPaneIsASourceAndAnAppStartedFromATabKeepsItsOwn)
@@ -108,113 +110,50 @@ TEST(TerminalSessionTest, ContainerWhosePidOneIsBashKeepsTheUsersBashAsAParent)
     EXPECT_EQ(sourcesOf(QStringLiteral("container-bash/proc"), {{9, 95.0}}), expected);
 }
 
-// A session of its own on a pseudo-terminal this test opens: the child calls
-// setsid and opens the terminal, which becomes its controlling terminal, then
-// runs `script` in sh. Ended with its whole process group.
-class TerminalSession {
-public:
-    explicit TerminalSession(const char *script)
-    {
-        m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-        if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0)
-            return;
-        const char *name = ::ptsname(m_master);
-        if (!name)
-            return;
-        const std::string terminal = name;
-        const pid_t parent = ::getpid();
-        m_pid = ::fork();
-        if (m_pid == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            if (::getppid() != parent || ::setsid() < 0)
-                ::_exit(127);
-            const int slave = ::open(terminal.c_str(), O_RDWR); // becomes the controlling terminal
-            if (slave < 0)
-                ::_exit(127);
-            ::dup2(slave, STDIN_FILENO);
-            ::dup2(slave, STDOUT_FILENO);
-            ::dup2(slave, STDERR_FILENO);
-            ::execl("/bin/sh", "sh", "-c", script, static_cast<char *>(nullptr));
-            ::_exit(127);
-        }
-    }
-    ~TerminalSession()
-    {
-        if (m_pid > 0) {
-            ::kill(-m_pid, SIGKILL); // the session leader leads its process group too
-            ::waitpid(m_pid, nullptr, 0);
-        }
-        if (m_master >= 0)
-            ::close(m_master);
-    }
-    TerminalSession(const TerminalSession &) = delete;
-    TerminalSession &operator=(const TerminalSession &) = delete;
-
-    pid_t pid() const { return m_pid; }
-
-private:
-    int m_master = -1;
-    pid_t m_pid = -1;
-};
-
 TEST(TerminalSessionTest, TwoBusyChildrenInTwoLiveTerminalSessionsAreTwoSources)
 {
     // Each shell leads its session on its own terminal and starts a spinner
     // that ends by itself within a minute.
-    const char *script = "bash -c 'while [ $SECONDS -lt 60 ]; do :; done' & wait";
-    TerminalSession first(script);
-    TerminalSession second(script);
-    ASSERT_GT(first.pid(), 0);
-    ASSERT_GT(second.pid(), 0);
+    const std::vector<std::string> script = {
+        "sh", "-c", "bash -c 'while [ $SECONDS -lt 60 ]; do :; done' & wait"};
+    const ShellChild first("/", script, ShellChild::Session::ownTerminal);
+    const ShellChild second("/", script, ShellChild::Session::ownTerminal);
+    ASSERT_TRUE(first.started() && second.started());
 
     // This test program and what it started: without the rule, both
     // sessions would fold into the lineage of this program.
     ProcessMetricsProbe probe(std::make_unique<ProcfsProcessMetricReader>());
     const pid_t self = ::getpid();
-    auto ours = [&](const QList<ProcessMetric> &all) {
-        std::map<pid_t, pid_t> parentOf;
-        for (const ProcessMetric &process : all)
-            parentOf.emplace(process.identity.pid, process.parentPID);
-        QList<ProcessMetric> mine;
-        for (const ProcessMetric &process : all) {
-            pid_t pid = process.identity.pid;
-            for (int depth = 0; depth < 8 && pid > 0 && pid != self; ++depth)
-                pid = parentOf.count(pid) ? parentOf.at(pid) : 0;
-            if (pid == self)
-                mine.append(process);
-        }
-        return mine;
-    };
+    auto ours = [&](TimePoint now) { return startedByThisProgram(probe.sample(now), true); };
 
     // Wait (at most 5 s) until both spinners run, then take two ticks.
     QList<ProcessMetric> processes;
     for (int attempt = 0; attempt < 50; ++attempt) {
-        processes = ours(probe.sample(TimePoint::now()));
+        processes = ours(TimePoint::now());
         if (processes.size() >= 5)
             break;
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
-    processes = ours(probe.sample(TimePoint::now()));
+    processes = ours(TimePoint::now());
     ASSERT_EQ(processes.size(), 5); // this program, two shells, two spinners
 
-    std::map<pid_t, QString> sourceOf;
-    std::map<QString, std::set<pid_t>> members;
-    for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
-        for (const ProcessMetric &process : load.processes) {
-            sourceOf[process.identity.pid] = load.id;
-            members[load.id].insert(process.identity.pid);
-        }
-    }
     for (const ProcessMetric &process : processes) {
         const pid_t pid = process.identity.pid;
         EXPECT_EQ(process.leadsTerminalSession, pid == first.pid() || pid == second.pid()) << pid;
     }
-    EXPECT_NE(sourceOf.at(first.pid()), sourceOf.at(second.pid()));
-    EXPECT_NE(sourceOf.at(first.pid()), sourceOf.at(self));
-    EXPECT_EQ(members.at(sourceOf.at(first.pid())).size(), 2u); // the shell and its spinner
-    EXPECT_EQ(members.at(sourceOf.at(second.pid())).size(), 2u);
-    EXPECT_EQ(members.at(sourceOf.at(self)), std::set<pid_t>{self});
+    const std::vector<Source> sources = grouped(processes);
+    auto sourceOf = [&](pid_t pid) {
+        for (const Source &source : sources) {
+            if (source.members.count(pid))
+                return source.members;
+        }
+        return std::set<pid_t>{};
+    };
+    EXPECT_EQ(sources.size(), 3u);
+    EXPECT_EQ(sourceOf(self), std::set<pid_t>{self});
+    EXPECT_EQ(sourceOf(first.pid()).size(), 2u); // the shell and its spinner
+    EXPECT_EQ(sourceOf(second.pid()).size(), 2u);
 }
 
 } // namespace

@@ -5,33 +5,26 @@
 
 namespace {
 
-struct ZoneCase {
-    const char *machine;
-    SystemThermalState expected;
-};
-
-class ThermalZoneFixtures : public ::testing::TestWithParam<ZoneCase> {};
-
-TEST_P(ThermalZoneFixtures, TripPointsGiveTheState)
+TEST(ThermalZoneFixtures, TripPointsGiveTheState)
 {
-    const ZoneCase row = GetParam();
-    ThermalZoneThermalStateProbe probe(fixturePath(QStringLiteral("thermal-zones/") + row.machine));
-    EXPECT_EQ(probe.read(), row.expected);
+    const std::pair<const char *, SystemThermalState> machines[] = {
+        {"no-zones", SystemThermalState::unknown},
+        {"does-not-exist", SystemThermalState::unknown},
+        {"no-trip-points", SystemThermalState::unknown},
+        {"below-trips", SystemThermalState::nominal},
+        {"active", SystemThermalState::fair},
+        {"passive", SystemThermalState::serious},
+        {"hot", SystemThermalState::critical},
+        {"critical", SystemThermalState::critical},
+        {"highest-zone-wins", SystemThermalState::serious},
+        {"unreadable-temp", SystemThermalState::nominal},
+        {"intel-laptop", SystemThermalState::nominal},
+    };
+    for (const auto &[machine, expected] : machines) {
+        ThermalZoneThermalStateProbe probe(fixturePath(QStringLiteral("thermal-zones/") + machine));
+        EXPECT_EQ(probe.read(), expected) << machine;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Machines, ThermalZoneFixtures,
-    ::testing::Values(ZoneCase{"no-zones", SystemThermalState::unknown},
-                      ZoneCase{"does-not-exist", SystemThermalState::unknown},
-                      ZoneCase{"no-trip-points", SystemThermalState::unknown},
-                      ZoneCase{"below-trips", SystemThermalState::nominal},
-                      ZoneCase{"active", SystemThermalState::fair},
-                      ZoneCase{"passive", SystemThermalState::serious},
-                      ZoneCase{"hot", SystemThermalState::critical},
-                      ZoneCase{"critical", SystemThermalState::critical},
-                      ZoneCase{"highest-zone-wins", SystemThermalState::serious},
-                      ZoneCase{"unreadable-temp", SystemThermalState::nominal},
-                      ZoneCase{"intel-laptop", SystemThermalState::nominal}));
 
 TEST(ThermalTrips, EdgesOfTheTripRule)
 {
