@@ -320,11 +320,7 @@ TEST_F(OperationPanel, AnExitStartsTheCountdownThatMovesWithSamples)
     for (int i = 0; i < 29; ++i)
         ingest(after, 20.0);
     EXPECT_EQ(statusText(), QStringLiteral("正在验证结束该进程后的整机变化 · 剩余约 1 分 0 秒"));
-    const auto labels = m_window->findChildren<TextLabel *>();
-    const bool showsComparison = std::any_of(labels.begin(), labels.end(), [](TextLabel *label) {
-        return label->isVisible() && label->fullText() == QStringLiteral("40% → 20%");
-    });
-    EXPECT_TRUE(showsComparison);
+    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("40% → 20%")));
 }
 
 TEST_F(OperationPanel, OpenTerminalCallsThePagesAction)

@@ -165,21 +165,6 @@ TEST_F(SourceSearch, PressingARowSelectsItsSourceAndRowsReportItThroughTheirRole
     }
 }
 
-// The darkest pixel a widget draws: text in its colour, not the button's.
-QColor darkestPixel(QWidget *widget)
-{
-    const QImage image = widget->grab().toImage();
-    QColor darkest = Qt::white;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QColor color = image.pixelColor(x, y);
-            if (color.lightness() < darkest.lightness())
-                darkest = color;
-        }
-    }
-    return darkest;
-}
-
 TEST_F(SourceSearch, LabelsInsideTheButtonsKeepTheirColours)
 {
     openPage();
@@ -203,15 +188,9 @@ TEST_F(SourceSearch, ScopeSwitchChangesHeadingCountsAndValues)
     QTest::mouseClick(all, Qt::LeftButton);
     EXPECT_EQ(page->scope(), ProcessListScope::all);
     EXPECT_EQ(accessibleText(all, QAccessible::Value), QStringLiteral("已选择"));
-    const auto texts = m_window->findChildren<TextLabel *>();
-    const auto shows = [&](const QString &text) {
-        return std::any_of(texts.begin(), texts.end(), [&](TextLabel *label) {
-            return label->fullText() == text && label->isVisible();
-        });
-    };
-    EXPECT_TRUE(shows(QStringLiteral("全部负载来源")));
-    EXPECT_TRUE(shows(QStringLiteral("3 个来源 · 7 个进程")));
-    EXPECT_TRUE(shows(QStringLiteral("按来源归组 · 覆盖 7 个当前用户进程")));
+    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("全部负载来源")));
+    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("3 个来源 · 7 个进程")));
+    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("按来源归组 · 覆盖 7 个当前用户进程")));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "presentation/hardware/HardwareMonitorView.h"
 
+#include "presentation/PresentationTesting.h"
 #include "presentation/hardware/HardwareCategoryTabs.h"
 #include "presentation/hardware/HardwareSensorTable.h"
 #include "presentation/kit/Accessibility.h"
@@ -16,23 +17,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-template <typename Value> SensorReading<Value> readingOf(SensorReadingCase readingCase, Value value)
-{
-    switch (readingCase) {
-    case SensorReadingCase::available:
-        return SensorReading<Value>::available(value, QStringLiteral("test"));
-    case SensorReadingCase::unsupported:
-        return SensorReading<Value>::unsupported(QStringLiteral("none"));
-    case SensorReadingCase::permissionDenied:
-        return SensorReading<Value>::permissionDenied(QStringLiteral("refused"));
-    case SensorReadingCase::temporarilyUnavailable:
-        return SensorReading<Value>::temporarilyUnavailable(QStringLiteral("failed"));
-    case SensorReadingCase::warmingUp:
-        break;
-    }
-    return SensorReading<Value>::warmingUp();
-}
 
 struct Readings {
     double temperature = 64;
@@ -91,36 +75,8 @@ Shown shownOn(HardwareMonitorView &page)
             textOf(&page, "hardwareTrend-title"),     page.chart()->content()};
 }
 
-int tonePixelsOutside(QWidget *widget, const QRect &allowed, const QColor &tone)
-{
-    const QImage image = widget->grab().toImage();
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (allowed.contains(x, y))
-                continue;
-            const QColor pixel = image.pixelColor(x, y);
-            if (std::abs(pixel.red() - tone.red()) + std::abs(pixel.green() - tone.green()) +
-                    std::abs(pixel.blue() - tone.blue()) <
-                60)
-                ++count;
-        }
-    }
-    return count;
-}
-
-// Pins the locale (figures follow it) and lets accessibility values be read.
 class HardwareMonitorViewTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        installDashboardAccessibility();
-        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    }
-    void TearDown() override { QLocale::setDefault(m_previous); }
-
-private:
-    QLocale m_previous;
+    ScopedLocale m_locale;
 };
 
 } // namespace
