@@ -57,16 +57,6 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
     EXPECT_FALSE(application.store().isMonitoring());
 }
 
-TEST(KilnWardenApplication, DefaultSizeIsTheScreenCappedAt1440By900)
-{
-    KilnWardenApplication application(QStringList{
-        QStringLiteral("kilnwarden"), QStringLiteral("--dashboard-size"), QStringLiteral("1200")});
-    const QSizeF size = application.initialWindowSize();
-    EXPECT_LE(size.width(), 1440);
-    EXPECT_LE(size.height(), 900);
-    EXPECT_GT(size.width(), 0);
-}
-
 // The program as installed: a second start shows the first one's window and
 // leaves; a termination signal quits it cleanly through its event loop.
 TEST(KilnWardenProgram, SecondStartHandsOverAndSignalQuitsCleanly)
