@@ -215,12 +215,11 @@ TEST_F(OperationPanel, EnabledRuleTitlesAndImpactBeforeAnyAttempt)
         std::optional<pid_t> process;
         bool enabled;
         QString title;
-        bool impactIsRefusal;
     } cases[] = {
-        {801, std::nullopt, true, QStringLiteral("结束主要进程"), false},
-        {801, 802, true, QStringLiteral("结束选中进程"), false},
-        {901, std::nullopt, false, QStringLiteral("结束主要进程"), false}, // terminationImpact
-        {901, 900, true, QStringLiteral("结束选中进程"), false},
+        {801, std::nullopt, true, QStringLiteral("结束主要进程")},
+        {801, 802, true, QStringLiteral("结束选中进程")},
+        {901, std::nullopt, false, QStringLiteral("结束主要进程")}, // refused: the impact says why
+        {901, 900, true, QStringLiteral("结束选中进程")},
     };
     for (const auto &test : cases) {
         select(test.target, test.process);

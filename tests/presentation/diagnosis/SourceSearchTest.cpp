@@ -165,32 +165,24 @@ TEST_F(SourceSearch, PressingARowSelectsItsSourceAndRowsReportItThroughTheirRole
     }
 }
 
-TEST_F(SourceSearch, LabelsInsideTheButtonsKeepTheirColours)
-{
-    openPage();
-    // The chosen scope is white on the accent colour: nothing darker than the accent.
-    auto *attention = find(QStringLiteral("processListScope-attention"));
-    EXPECT_GE(darkestPixel(attention).lightness(),
-              QColor::fromRgb(DashboardPalette::accent).lightness() - 8);
-    auto *clear = find(QStringLiteral("clearSourceFilter"));
-    EXPECT_GE(darkestPixel(clear).lightness(),
-              QColor::fromRgb(DashboardPalette::accent).lightness() - 8);
-}
-
-TEST_F(SourceSearch, ScopeSwitchChangesHeadingCountsAndValues)
+TEST_F(SourceSearch, ScopeSwitchChangesHeadingCountsAndValuesAndKeepsItsLabelsColours)
 {
     LiveDiagnosisPage *page = openPage();
     auto *attention = find(QStringLiteral("processListScope-attention"));
     auto *all = find(QStringLiteral("processListScope-all"));
     ASSERT_TRUE(attention && all);
+    // The chosen scope is white on the accent colour: nothing darker than the accent.
+    const int accent = QColor::fromRgb(DashboardPalette::accent).lightness();
+    EXPECT_GE(darkestPixel(attention).lightness(), accent - 8);
+    EXPECT_GE(darkestPixel(find(QStringLiteral("clearSourceFilter"))).lightness(), accent - 8);
     EXPECT_EQ(accessibleText(attention, QAccessible::Value), QStringLiteral("已选择"));
     EXPECT_EQ(accessibleText(all, QAccessible::Value), QStringLiteral("未选择"));
     QTest::mouseClick(all, Qt::LeftButton);
     EXPECT_EQ(page->scope(), ProcessListScope::all);
     EXPECT_EQ(accessibleText(all, QAccessible::Value), QStringLiteral("已选择"));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("全部负载来源")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("3 个来源 · 7 个进程")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("按来源归组 · 覆盖 7 个当前用户进程")));
+    for (const char *text :
+         {"全部负载来源", "3 个来源 · 7 个进程", "按来源归组 · 覆盖 7 个当前用户进程"})
+        EXPECT_TRUE(showsText(m_window.get(), QString::fromUtf8(text))) << text;
 }
 
 } // namespace

@@ -72,14 +72,11 @@ TEST_F(SettingsPageTest, LiveSwitchFollowsTheHeaderButtonAndDrivesTheStore)
 
 TEST_F(SettingsPageTest, RestoreDefaultsOnlyStartsMonitoring)
 {
-    struct Case {
-        bool monitoringBefore;
-    };
-    for (const Case c : {Case{true}, Case{false}}) {
-        SCOPED_TRACE(c.monitoringBefore);
+    for (const bool monitoringBefore : {true, false}) {
+        SCOPED_TRACE(monitoringBefore);
         IncidentFeed local;
         local.hot(QStringLiteral("cargo"), 90.0, 88.0);
-        if (c.monitoringBefore)
+        if (monitoringBefore)
             local.store().startMonitoring();
         SettingsPage page(local.store());
         page.show();
@@ -96,20 +93,15 @@ TEST_F(SettingsPageTest, FixedSwitchesStayAsTheyAre)
 {
     SettingsPage page(feed.store());
     page.show();
-    struct Case {
-        const char *identifier;
-        bool on;
-    };
-    for (const Case c :
-         {Case{"settingsNotificationsSwitch", false}, Case{"settingsCurrentUserSwitch", true}}) {
-        SCOPED_TRACE(c.identifier);
-        auto *fixed = page.findChild<SettingsSwitch *>(QString::fromLatin1(c.identifier));
+    for (const auto &[identifier, on] : {std::pair{"settingsNotificationsSwitch", false},
+                                         std::pair{"settingsCurrentUserSwitch", true}}) {
+        SCOPED_TRACE(identifier);
+        auto *fixed = page.findChild<SettingsSwitch *>(QString::fromLatin1(identifier));
         ASSERT_NE(fixed, nullptr);
         for (int press = 0; press < 2; ++press) {
             QTest::mouseClick(fixed, Qt::LeftButton);
-            EXPECT_EQ(fixed->isChecked(), c.on);
-            EXPECT_EQ(switchValue(fixed),
-                      c.on ? QStringLiteral("已开启") : QStringLiteral("已关闭"));
+            EXPECT_EQ(fixed->isChecked(), on);
+            EXPECT_EQ(switchValue(fixed), on ? QStringLiteral("已开启") : QStringLiteral("已关闭"));
         }
     }
     EXPECT_FALSE(feed.store().isMonitoring());
