@@ -84,15 +84,10 @@ TEST_F(LiveDiagnosis, EmptyStoreShowsTheWaitingTextsEverywhere)
 {
     openPage({960, 640});
     EXPECT_TRUE(find(QStringLiteral("taskListState"))->isVisible());
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("正在采集进程负载")));
-    EXPECT_TRUE(
-        showsText(m_window.get(), QStringLiteral("切换到“全部来源”可以主动查找其他来源。")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("正在分析当前进程负载")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("—")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("等待进程采样")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("等待负载来源采样")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("正在读取温度与热状态")));
-    EXPECT_TRUE(showsText(m_window.get(), QStringLiteral("选择进程后显示结束操作的影响范围。")));
+    for (const char *text : {"正在采集进程负载", "切换到“全部来源”可以主动查找其他来源。",
+                             "正在分析当前进程负载", "—", "等待进程采样", "等待负载来源采样",
+                             "正在读取温度与热状态", "选择进程后显示结束操作的影响范围。"})
+        EXPECT_TRUE(showsText(m_window.get(), QString::fromUtf8(text))) << text;
     EXPECT_EQ(find<TwoLineText>(QStringLiteral("selectionSummary"))->text(),
               QStringLiteral("选择一个进程查看来源上下文和持续时间"));
     auto *end = find(QStringLiteral("endTaskButton"));
