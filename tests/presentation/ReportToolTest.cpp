@@ -1,60 +1,24 @@
-#include "presentation/report/ReportOptions.h"
-#include "presentation/report/TextTable.h"
+// The report tool as a user runs it, over the real machine with a spinning
+// child that this test starts itself, in a project folder of its own and
+// with a secret-looking argument.
 
+#include "support/MachineTicks.h"
+#include "support/ShellChild.h"
+
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-
-#include "support/MachineTicks.h"
+#include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 namespace {
-
-TEST(ReportOptions, ParsesOrNamesTheWrongOption)
-{
-    struct Row {
-        QStringList arguments;
-        std::optional<ReportOptions> expected;
-        const char *errorFragment;
-    };
-    const std::vector<Row> rows = {
-        {{}, ReportOptions{2, 2.0, false, false}, ""},
-        {{"--samples", "5", "--interval", "0.5", "--json"}, ReportOptions{5, 0.5, true, false}, ""},
-        {{"--samples=3"}, ReportOptions{3, 2.0, false, false}, ""},
-        {{"--help"}, ReportOptions{2, 2.0, false, true}, ""},
-        {{"--samples", "0"}, std::nullopt, "--samples"},
-        {{"--samples", "two"}, std::nullopt, "--samples"},
-        {{"--samples"}, std::nullopt, "--samples"},
-        {{"--interval", "-1"}, std::nullopt, "--interval"},
-        {{"--interval", "nan"}, std::nullopt, "--interval"},
-        {{"--interval", "1e300"}, std::nullopt, "--interval"},
-        {{"--interval=1e9"}, ReportOptions{2, 1e9, false, false}, ""},
-        {{"--verbose"}, std::nullopt, "'--verbose'"},
-        {{"--json=yes"}, std::nullopt, "'--json=yes'"},
-        {{"samples"}, std::nullopt, "'samples'"},
-    };
-    for (const auto &row : rows) {
-        const ReportOptionsResult result = parseReportOptions(row.arguments);
-        SCOPED_TRACE(row.arguments.join(' ').toStdString());
-        EXPECT_EQ(result.options, row.expected);
-        if (!row.expected) {
-            EXPECT_TRUE(result.error.contains(row.errorFragment)) << result.error.toStdString();
-            EXPECT_FALSE(result.error.contains('\n'));
-        }
-    }
-}
-
-TEST(TextTable, WideCharactersTakeTwoCells)
-{
-    EXPECT_EQ(terminalWidth("CPU"), 3);
-    EXPECT_EQ(terminalWidth("温度"), 4);
-    TextTable table({"读数", "值"});
-    table.addRow({"CPU", "5%"});
-    table.addRow({"温度", "不可用"});
-    EXPECT_EQ(table.render(), "读数  值\n----  ------\nCPU   5%\n温度  不可用\n");
-}
 
 struct ProcessResult {
     int exitCode = -1;
@@ -66,7 +30,11 @@ ProcessResult runReport(const QStringList &arguments)
 {
     QProcess process;
     process.start(QStringLiteral(KW_REPORT_BINARY), arguments);
-    process.waitForFinished(60000);
+    if (!process.waitForFinished(60'000)) {
+        process.kill();
+        process.waitForFinished();
+        ADD_FAILURE() << "the report did not finish";
+    }
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
@@ -81,36 +49,135 @@ TEST(ReportTool, AWrongOptionPrintsTwoLinesAndExitsTwo)
     EXPECT_TRUE(lines[1].startsWith("usage:"));
 }
 
-// The report's CPU figure over its last interval against the machine's own
-// ticks over that same interval, read by the test: the two agree however
-// busy the machine is. A spinning child makes the figure worth checking.
-TEST(ReportTool, CPUFigureIsTheMachinesOverTheSameInterval)
+class ReportRun : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_project.isValid());
+        m_child.emplace(m_project.path().toLocal8Bit(),
+                        spinningShellArguments({"serve", "--token=abc123"}));
+        ASSERT_TRUE(m_child->started());
+    }
+
+    QByteArray output(const QStringList &arguments)
+    {
+        const ProcessResult result = runReport(arguments);
+        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+        EXPECT_FALSE(result.out.contains("abc123"));
+        return result.out;
+    }
+    QString projectName() const { return QFileInfo(m_project.path()).fileName(); }
+    QString expectedCommand() const
+    {
+        return QFileInfo(QFileInfo(QStringLiteral("/bin/sh")).canonicalFilePath()).fileName() +
+               QStringLiteral(" serve");
+    }
+
+    QTemporaryDir m_project{QDir::tempPath() + QStringLiteral("/kw-report-XXXXXX")};
+    std::optional<ShellChild> m_child;
+};
+
+TEST_F(ReportRun, TextShowsEveryReadingTheMenuBarAndTheChildAmongTheTenBusiest)
 {
-    BusyChild busy;
-    MachineTickRecorder machine;
-    const ProcessResult result = runReport({"--samples", "3", "--interval", "1", "--json"});
-    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
-    const QJsonArray samples = QJsonDocument::fromJson(result.out)["samples"].toArray();
-    ASSERT_EQ(samples.size(), 3);
-    EXPECT_EQ(samples[0]["cpuUsage"]["case"].toString(), "warmingUp");
-    const QJsonObject last = samples[2]["cpuUsage"].toObject();
-    ASSERT_EQ(last["case"].toString(), "available");
-    EXPECT_EQ(last["source"].toString(), "Linux /proc/stat CPU ticks");
-    const std::optional<double> measured = machine.usageBetween(samples[1]["timestamp"].toDouble(),
-                                                                samples[2]["timestamp"].toDouble());
-    ASSERT_TRUE(measured.has_value());
-    EXPECT_NEAR(last["value"].toDouble(), *measured, 10.0);
+    const QString text = QString::fromUtf8(output({"--samples", "2", "--interval", "1"}));
+    for (const char *title : {"CPU 使用率", "热状态", "温度", "风扇", "GPU", "磁盘", "内存", "网络",
+                              "Linux /proc/meminfo", "菜单栏：", "升温事件"})
+        EXPECT_TRUE(text.contains(QString::fromUtf8(title))) << title;
+
+    const qsizetype section = text.indexOf(QStringLiteral("最忙的进程"));
+    ASSERT_GE(section, 0) << text.toStdString();
+    // The section ends at the first blank line; other sections follow it.
+    const qsizetype end = text.indexOf(QStringLiteral("\n\n"), section);
+    const QStringList lines = text.mid(section, end < 0 ? -1 : end - section)
+                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_GE(lines.size(), 3);
+    for (const char *title : {"进程", "PID", "CPU", "内存", "磁盘", "运行时长", "安全命令", "项目"})
+        EXPECT_TRUE(lines[1].contains(QString::fromUtf8(title))) << title;
+    const qsizetype rows = lines.size() - 3; // title, header, rule
+    EXPECT_GE(rows, 1);
+    EXPECT_LE(rows, 10);
+
+    // Busiest first: the CPU column never rises down the table.
+    const QRegularExpression cpuColumn(QStringLiteral(" (\\d+\\.\\d)% "));
+    double previousCpu = 1e9;
+    QString childRow;
+    for (const QString &line : lines.mid(3)) {
+        const QRegularExpressionMatch match = cpuColumn.match(line);
+        ASSERT_TRUE(match.hasMatch()) << line.toStdString();
+        EXPECT_LE(match.captured(1).toDouble(), previousCpu) << line.toStdString();
+        previousCpu = match.captured(1).toDouble();
+        if (line.split(QLatin1Char(' '), Qt::SkipEmptyParts).value(1) ==
+            QString::number(m_child->pid()))
+            childRow = line;
+    }
+    ASSERT_FALSE(childRow.isEmpty()) << text.toStdString();
+    EXPECT_TRUE(childRow.contains(expectedCommand())) << childRow.toStdString();
+    EXPECT_TRUE(childRow.endsWith(projectName())) << childRow.toStdString();
 }
 
-TEST(ReportTool, TextModeShowsEveryReadingRow)
+// The CPU figures against the ticks the test reads itself over the report's
+// own interval: they agree however busy the machine is.
+TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
 {
-    const ProcessResult result = runReport({"--samples", "1", "--interval", "0.1"});
-    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
-    const QString text = QString::fromUtf8(result.out);
-    for (const char *title :
-         {"CPU 使用率", "热状态", "温度", "风扇", "GPU", "磁盘", "内存", "网络"})
-        EXPECT_TRUE(text.contains(QString::fromUtf8(title))) << title;
-    EXPECT_TRUE(text.contains("Linux /proc/meminfo"));
+    const MachineTickRecorder recorder(m_child->pid());
+    const QJsonObject report =
+        QJsonDocument::fromJson(output({"--samples", "2", "--interval", "1", "--json"})).object();
+    const QJsonArray samples = report[QStringLiteral("samples")].toArray();
+    ASSERT_EQ(samples.size(), 2);
+
+    QJsonObject child;
+    for (const QJsonValue sample : samples) {
+        const QJsonArray processes = sample[QStringLiteral("processMetrics")].toArray();
+        EXPECT_GT(processes.size(), 1);
+        child = {};
+        for (const QJsonValue process : processes) {
+            const QJsonObject object = process.toObject();
+            EXPECT_EQ(object.keys(),
+                      (QStringList{"applicationName", "applicationPath", "command", "controlGroup",
+                                   "cpuPercent", "diskBytesPerSecond", "duration", "identity",
+                                   "isServiceManager", "leadsTerminalSession", "name", "parentPID",
+                                   "processGroupID", "residentBytes", "userID"}));
+            EXPECT_EQ(object[QStringLiteral("identity")].toObject().keys(),
+                      (QStringList{"executablePath", "pid", "startTime"}));
+            EXPECT_EQ(object[QStringLiteral("command")].toObject().keys(),
+                      (QStringList{"command", "project"}));
+            if (object[QStringLiteral("identity")][QStringLiteral("pid")].toInteger() ==
+                m_child->pid())
+                child = object;
+        }
+        ASSERT_FALSE(child.isEmpty());
+        EXPECT_EQ(child[QStringLiteral("command")][QStringLiteral("command")].toString(),
+                  expectedCommand());
+        EXPECT_EQ(child[QStringLiteral("command")][QStringLiteral("project")].toString(),
+                  projectName());
+        EXPECT_EQ(child[QStringLiteral("parentPID")].toInteger(), ::getpid());
+        EXPECT_EQ(child[QStringLiteral("userID")].toInteger(), ::getuid());
+        EXPECT_TRUE(child[QStringLiteral("applicationPath")].isNull());
+        EXPECT_GT(child[QStringLiteral("residentBytes")].toInteger(), 0);
+    }
+
+    const double from = samples[0]["timestamp"].toDouble();
+    const double to = samples[1]["timestamp"].toDouble();
+    EXPECT_EQ(samples[0]["cpuUsage"]["case"].toString(), "warmingUp");
+    const QJsonObject cpu = samples[1]["cpuUsage"].toObject();
+    ASSERT_EQ(cpu["case"].toString(), "available");
+    EXPECT_EQ(cpu["source"].toString(), "Linux /proc/stat CPU ticks");
+    const std::optional<double> machine = recorder.usageBetween(from, to);
+    ASSERT_TRUE(machine.has_value());
+    EXPECT_NEAR(cpu["value"].toDouble(), *machine, 10.0);
+    const std::optional<double> spinner = recorder.processPercentBetween(from, to);
+    ASSERT_TRUE(spinner.has_value());
+    EXPECT_NEAR(child[QStringLiteral("cpuPercent")].toDouble(), *spinner, 15.0);
+
+    EXPECT_TRUE(report.value("incidents").isArray());
+    const QJsonObject menuBar = report.value("menuBar").toObject();
+    for (const char *field :
+         {"state", "menuTitle", "headline", "durationText", "symbolName", "cpu", "temperature",
+          "fan", "statusMessage", "primaryTask", "remainingAttentionTaskCount"})
+        EXPECT_TRUE(menuBar.contains(QLatin1String(field))) << field;
+    // A sample arrived, so the menu bar is past collecting.
+    EXPECT_TRUE((QStringList{"observing", "normal", "highLoad", "actionRecommended"})
+                    .contains(menuBar.value("state").toString()));
 }
 
 } // namespace

@@ -4,9 +4,8 @@
 #include "platform/ApplicationInstanceChannel.h"
 #include "platform/QuitSignalWatcher.h"
 #include "platform/TerminalLauncher.h"
+#include "presentation/PresentationTesting.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -19,17 +18,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-bool waitFor(const std::function<bool()> &condition, int milliseconds = 3000)
-{
-    QDeadlineTimer deadline(milliseconds);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
-}
 
 TEST(ApplicationInstanceChannel, SecondStartAsksTheFirstToShowItsWindow)
 {

@@ -3,11 +3,11 @@
 
 #include "presentation/app/KilnWardenApplication.h"
 #include "dashboard/DashboardStore.h"
+#include "presentation/PresentationTesting.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -15,18 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-bool waitFor(const std::function<bool()> &condition, int milliseconds)
-{
-    QDeadlineTimer deadline(milliseconds);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return true;
-}
 
 TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
 {
@@ -67,16 +55,6 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
 
     application.terminate();
     EXPECT_FALSE(application.store().isMonitoring());
-}
-
-TEST(KilnWardenApplication, DefaultSizeIsTheScreenCappedAt1440By900)
-{
-    KilnWardenApplication application(QStringList{
-        QStringLiteral("kilnwarden"), QStringLiteral("--dashboard-size"), QStringLiteral("1200")});
-    const QSizeF size = application.initialWindowSize();
-    EXPECT_LE(size.width(), 1440);
-    EXPECT_LE(size.height(), 900);
-    EXPECT_GT(size.width(), 0);
 }
 
 // The program as installed: a second start shows the first one's window and

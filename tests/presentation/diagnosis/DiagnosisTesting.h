@@ -5,6 +5,7 @@
 // made-up samples fed through `ingest`, and the real window around the page.
 
 #include "dashboard/DashboardStore.h"
+#include "presentation/PresentationTesting.h"
 #include "presentation/diagnosis/LiveDiagnosisPage.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardPalette.h"

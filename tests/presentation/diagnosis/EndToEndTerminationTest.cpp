@@ -6,17 +6,14 @@
 #include "DiagnosisTesting.h"
 
 #include "platform/PlatformFactory.h"
-#include "presentation/diagnosis/DiagnosisRoles.h"
 #include "presentation/diagnosis/DiagnosisWorkspace.h"
 #include "presentation/diagnosis/ProcessCompositionView.h"
 #include "presentation/diagnosis/ProcessOperationPanel.h"
 #include "presentation/diagnosis/ProcessTree.h"
 #include "presentation/diagnosis/SourceList.h"
-#include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/TerminationConfirmationDialog.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -112,7 +109,6 @@ bool pathTo(const DashboardProcessNode &node, pid_t pid, std::vector<pid_t> &pat
 
 TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
 {
-    installDashboardAccessibility();
     QTemporaryDir project(QDir::tempPath() + QStringLiteral("/kiln-e2e-XXXXXX"));
     ASSERT_TRUE(project.isValid());
     BusyTestRunner child(project.path());
@@ -128,17 +124,17 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
     };
     for (int i = 0; i < 3; ++i)
         tick();
-
-    const auto listed = [&] {
-        for (const DashboardTask &task : store.allTasks()) {
-            for (const DashboardProcessNode &root : task.processTree) {
-                if (root.nodeWithPID(pid))
-                    return true;
-            }
+    // The source holding the child, and the pids from its root down to it.
+    const DashboardTask *task = nullptr;
+    std::vector<pid_t> path;
+    for (const DashboardTask &candidate : store.allTasks()) {
+        for (const DashboardProcessNode &root : candidate.processTree) {
+            if (pathTo(root, pid, path))
+                task = &candidate;
         }
-        return false;
-    };
-    ASSERT_TRUE(listed()) << "the sampler did not find the child";
+    }
+    ASSERT_NE(task, nullptr) << "the sampler did not find the child";
+    const QString taskID = task->id;
 
     DashboardWindow window(store, DashboardSection::liveDiagnosis, [] {});
     window.resize(1440, 900);
@@ -153,48 +149,28 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
     QTest::keyClicks(window.findChild<QLineEdit *>(QStringLiteral("processSearch")),
                      QFileInfo(project.path()).fileName());
     SourceListView *list = page->sourceList();
-    QString taskID;
-    for (const SourceListRow &row : list->sourceModel()->rows()) {
-        for (const DashboardTask &task : store.allTasks()) {
-            if (task.id == row.key && !task.processTree.empty()) {
-                for (const DashboardProcessNode &root : task.processTree) {
-                    if (root.nodeWithPID(pid))
-                        taskID = task.id;
-                }
-            }
-        }
-    }
-    ASSERT_FALSE(taskID.isEmpty()) << "the child's source is not listed";
+    ASSERT_GE(list->sourceModel()->rowOf(taskID), 0) << "the child's source is not listed";
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->rowRect(taskID).center());
     ASSERT_EQ(store.selectedTaskID(), taskID);
 
     // Walk its processes down to the child, opening what is closed.
     ProcessTreeView *tree = page->workspace()->composition()->treeView();
-    std::vector<pid_t> path;
-    for (const DashboardProcessNode &root : store.selectedTask()->processTree) {
-        if (pathTo(root, pid, path))
-            break;
-        path.clear();
-    }
-    ASSERT_FALSE(path.empty());
-    for (std::size_t i = 0; i + 1 < path.size(); ++i) {
-        const int row = tree->treeModel()->rowOf(
-            store.selectedTask()->processTree.front().nodeWithPID(path[i])
-                ? store.selectedTask()->processTree.front().nodeWithPID(path[i])->id
-                : QString());
-        if (row >= 0 && !tree->treeModel()->rowAt(row).isExpanded) {
-            tree->scrollTo(tree->treeModel()->index(row));
+    ProcessTreeModel *model = tree->treeModel();
+    const auto rowOf = [&](pid_t wanted) {
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->rowAt(row).pid == wanted)
+                return row;
+        }
+        return -1;
+    };
+    for (const pid_t ancestor : path) {
+        const int row = rowOf(ancestor);
+        ASSERT_GE(row, 0) << ancestor;
+        tree->scrollTo(model->index(row));
+        if (ancestor != pid && !model->rowAt(row).isExpanded)
             QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
-                              tree->toggleRect(path[i]).center());
-        }
+                              tree->toggleRect(ancestor).center());
     }
-    tree->scrollTo(tree->treeModel()->index(tree->treeModel()->rowOf([&] {
-        for (const DashboardProcessNode &root : store.selectedTask()->processTree) {
-            if (const DashboardProcessNode *found = root.nodeWithPID(pid))
-                return found->id;
-        }
-        return QString();
-    }())));
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->rowRect(pid).center());
     const auto selected = store.selectedProcess();
     ASSERT_TRUE(selected.has_value());

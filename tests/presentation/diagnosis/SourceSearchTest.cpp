@@ -165,53 +165,24 @@ TEST_F(SourceSearch, PressingARowSelectsItsSourceAndRowsReportItThroughTheirRole
     }
 }
 
-// The darkest pixel a widget draws: text in its colour, not the button's.
-QColor darkestPixel(QWidget *widget)
-{
-    const QImage image = widget->grab().toImage();
-    QColor darkest = Qt::white;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QColor color = image.pixelColor(x, y);
-            if (color.lightness() < darkest.lightness())
-                darkest = color;
-        }
-    }
-    return darkest;
-}
-
-TEST_F(SourceSearch, LabelsInsideTheButtonsKeepTheirColours)
-{
-    openPage();
-    // The chosen scope is white on the accent colour: nothing darker than the accent.
-    auto *attention = find(QStringLiteral("processListScope-attention"));
-    EXPECT_GE(darkestPixel(attention).lightness(),
-              QColor::fromRgb(DashboardPalette::accent).lightness() - 8);
-    auto *clear = find(QStringLiteral("clearSourceFilter"));
-    EXPECT_GE(darkestPixel(clear).lightness(),
-              QColor::fromRgb(DashboardPalette::accent).lightness() - 8);
-}
-
-TEST_F(SourceSearch, ScopeSwitchChangesHeadingCountsAndValues)
+TEST_F(SourceSearch, ScopeSwitchChangesHeadingCountsAndValuesAndKeepsItsLabelsColours)
 {
     LiveDiagnosisPage *page = openPage();
     auto *attention = find(QStringLiteral("processListScope-attention"));
     auto *all = find(QStringLiteral("processListScope-all"));
     ASSERT_TRUE(attention && all);
+    // The chosen scope is white on the accent colour: nothing darker than the accent.
+    const int accent = QColor::fromRgb(DashboardPalette::accent).lightness();
+    EXPECT_GE(darkestPixel(attention).lightness(), accent - 8);
+    EXPECT_GE(darkestPixel(find(QStringLiteral("clearSourceFilter"))).lightness(), accent - 8);
     EXPECT_EQ(accessibleText(attention, QAccessible::Value), QStringLiteral("已选择"));
     EXPECT_EQ(accessibleText(all, QAccessible::Value), QStringLiteral("未选择"));
     QTest::mouseClick(all, Qt::LeftButton);
     EXPECT_EQ(page->scope(), ProcessListScope::all);
     EXPECT_EQ(accessibleText(all, QAccessible::Value), QStringLiteral("已选择"));
-    const auto texts = m_window->findChildren<TextLabel *>();
-    const auto shows = [&](const QString &text) {
-        return std::any_of(texts.begin(), texts.end(), [&](TextLabel *label) {
-            return label->fullText() == text && label->isVisible();
-        });
-    };
-    EXPECT_TRUE(shows(QStringLiteral("全部负载来源")));
-    EXPECT_TRUE(shows(QStringLiteral("3 个来源 · 7 个进程")));
-    EXPECT_TRUE(shows(QStringLiteral("按来源归组 · 覆盖 7 个当前用户进程")));
+    for (const char *text :
+         {"全部负载来源", "3 个来源 · 7 个进程", "按来源归组 · 覆盖 7 个当前用户进程"})
+        EXPECT_TRUE(showsText(m_window.get(), QString::fromUtf8(text))) << text;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "presentation/hardware/HardwareTexts.h"
 #include "presentation/hardware/HardwareChartContent.h"
 
+#include "presentation/PresentationTesting.h"
 #include "presentation/kit/DashboardPalette.h"
 
 #include <QLocale>
@@ -12,19 +13,6 @@
 namespace {
 
 namespace P = DashboardPalette;
-
-// Sets the default locale for one test and puts the previous one back.
-class ScopedLocale {
-public:
-    explicit ScopedLocale(const QLocale &locale) : m_previous(QLocale())
-    {
-        QLocale::setDefault(locale);
-    }
-    ~ScopedLocale() { QLocale::setDefault(m_previous); }
-
-private:
-    QLocale m_previous;
-};
 
 HardwareTrendPoint trendPoint(double elapsed, double value)
 {
@@ -48,23 +36,6 @@ std::vector<QPointF> seriesOf(std::initializer_list<double> values)
     return series;
 }
 
-template <typename Value> SensorReading<Value> readingOf(SensorReadingCase readingCase, Value value)
-{
-    switch (readingCase) {
-    case SensorReadingCase::available:
-        return SensorReading<Value>::available(value, QStringLiteral("test"));
-    case SensorReadingCase::unsupported:
-        return SensorReading<Value>::unsupported(QStringLiteral("none"));
-    case SensorReadingCase::permissionDenied:
-        return SensorReading<Value>::permissionDenied(QStringLiteral("refused"));
-    case SensorReadingCase::temporarilyUnavailable:
-        return SensorReading<Value>::temporarilyUnavailable(QStringLiteral("failed"));
-    case SensorReadingCase::warmingUp:
-        break;
-    }
-    return SensorReading<Value>::warmingUp();
-}
-
 SystemMetricSample sampleOf(SensorReadingCase readingCase,
                             SystemThermalState thermal = SystemThermalState::nominal)
 {
@@ -82,11 +53,8 @@ SystemMetricSample sampleOf(SensorReadingCase readingCase,
 
 constexpr std::array kCategoryNames = {"temperature", "cpu", "gpu", "memory", "disk", "fan"};
 
-// Numbers follow the user's locale; these tests pin one, so they read the
-// same on every machine.
 class HardwareTextsTest : public ::testing::Test {
-protected:
-    ScopedLocale m_locale{QLocale(QLocale::English, QLocale::UnitedStates)};
+    ScopedLocale m_locale;
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 // the detail's moving duration, and a log of a thousand incidents.
 
 #include "presentation/history/EventHistoryPage.h"
+#include "presentation/PresentationTesting.h"
 #include "presentation/history/EventHistoryToolbar.h"
 #include "presentation/history/IncidentDetailPanel.h"
 #include "presentation/history/IncidentListModel.h"
@@ -12,7 +13,6 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "support/IncidentFeed.h"
 
-#include <QImage>
 #include <QLineEdit>
 #include <QListView>
 #include <QSignalSpy>
@@ -24,8 +24,6 @@ namespace {
 
 class EventHistoryPageTest : public ::testing::Test {
 protected:
-    void SetUp() override { installDashboardAccessibility(); }
-
     std::unique_ptr<EventHistoryPage> makePage()
     {
         DashboardPageActions actions;
@@ -67,12 +65,8 @@ TEST_F(EventHistoryPageTest, NoIncidentsShowsBothEmptyStates)
 
     // Chips draw their labels in their own colours: white on the accent for
     // the current filter, the secondary text colour for the others.
-    const QImage chip = page->toolbar()->chip(EventHistoryFilter::highLoad)->grab().toImage();
-    int darkest = 255;
-    for (int y = 0; y < chip.height(); ++y)
-        for (int x = 0; x < chip.width(); ++x)
-            darkest = std::min(darkest, qGray(chip.pixel(x, y)));
-    EXPECT_NEAR(darkest, qGray(DashboardPalette::textSecondary), 25);
+    const QColor darkest = darkestPixel(page->toolbar()->chip(EventHistoryFilter::highLoad));
+    EXPECT_NEAR(qGray(darkest.rgb()), qGray(DashboardPalette::textSecondary), 25);
 }
 
 TEST_F(EventHistoryPageTest, SelectionFollowsTheRulesAsIncidentsArrive)

@@ -2,6 +2,7 @@
 // the peaks, the duration's two forms and its end, the temperature change.
 
 #include "presentation/history/IncidentTexts.h"
+#include "presentation/PresentationTesting.h"
 #include "presentation/kit/DashboardPalette.h"
 
 #include <QLocale>
@@ -24,13 +25,6 @@ DashboardIncident incident(double peakCPU, std::optional<double> peakTemperature
     result.peakTemperature = peakTemperature;
     return result;
 }
-
-// Number formats depend on the locale; each test states the one it reads.
-class LocaleScope {
-public:
-    explicit LocaleScope(const QLocale &locale) { QLocale::setDefault(locale); }
-    ~LocaleScope() { QLocale::setDefault(QLocale::c()); }
-};
 
 TEST(IncidentTexts, TitleTakesTheFirstThresholdThatHolds)
 {
@@ -56,7 +50,7 @@ TEST(IncidentTexts, TitleTakesTheFirstThresholdThatHolds)
 
 TEST(IncidentTexts, PeakSummaryRoundsHalvesAwayFromZero)
 {
-    const LocaleScope locale(QLocale::c());
+    const ScopedLocale locale(QLocale::c());
     struct Case {
         double cpu;
         std::optional<double> temperature;
@@ -177,7 +171,7 @@ TEST(IncidentTexts, TemperatureChangeHasThreeForms)
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
-        const LocaleScope locale(c.locale);
+        const ScopedLocale locale(c.locale);
         DashboardIncident subject = incident(50.0, c.peak);
         subject.points = c.points;
         EXPECT_EQ(incidentTemperatureChange(subject), QString::fromUtf8(c.text));

@@ -49,23 +49,21 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(DashboardLayoutMetrics, EachClassHasItsRow)
 {
-    const auto compact = DashboardLayoutMetrics::forSize(1000, 800);
-    const auto standard = DashboardLayoutMetrics::forSize(1200, 800);
-    const auto spacious = DashboardLayoutMetrics::forSize(1500, 800);
-    EXPECT_EQ((std::array{compact.headerHeight, compact.pageHorizontalPadding,
-                          compact.contentSpacing, compact.taskColumnWidth, compact.eventColumnWidth,
-                          compact.diagnosisChartHeight, compact.hardwareChartHeight}),
-              (std::array{100.0, 20.0, 16.0, 286.0, 300.0, 288.0, 250.0}));
-    EXPECT_EQ(
-        (std::array{standard.headerHeight, standard.pageHorizontalPadding, standard.contentSpacing,
-                    standard.taskColumnWidth, standard.eventColumnWidth,
-                    standard.diagnosisChartHeight, standard.hardwareChartHeight}),
-        (std::array{108.0, 24.0, 20.0, 340.0, 640.0, 300.0, 278.0}));
-    EXPECT_EQ(
-        (std::array{spacious.headerHeight, spacious.pageHorizontalPadding, spacious.contentSpacing,
-                    spacious.taskColumnWidth, spacious.eventColumnWidth,
-                    spacious.diagnosisChartHeight, spacious.hardwareChartHeight}),
-        (std::array{116.0, 32.0, 24.0, 392.0, 764.0, 300.0, 286.0}));
+    // Header, page padding, spacing, task column, event column, diagnosis
+    // chart, hardware chart.
+    const std::pair<double, std::array<double, 7>> rows[] = {
+        {1000, {100, 20, 16, 286, 300, 288, 250}},
+        {1200, {108, 24, 20, 340, 640, 300, 278}},
+        {1500, {116, 32, 24, 392, 764, 300, 286}},
+    };
+    for (const auto &[width, expected] : rows) {
+        const auto m = DashboardLayoutMetrics::forSize(width, 800);
+        EXPECT_EQ((std::array{m.headerHeight, m.pageHorizontalPadding, m.contentSpacing,
+                              m.taskColumnWidth, m.eventColumnWidth, m.diagnosisChartHeight,
+                              m.hardwareChartHeight}),
+                  expected)
+            << width;
+    }
     // A view outside any window sees the spacious row at full scale.
     EXPECT_EQ(DashboardLayoutMetrics(), DashboardLayoutMetrics::forSize(1440, 900));
 }

@@ -1,5 +1,6 @@
 #include "presentation/overview/OverviewDashboardView.h"
 
+#include "presentation/PresentationTesting.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/TrendChart.h"
 #include "presentation/overview/OverviewAttentionList.h"
@@ -39,25 +40,6 @@ SystemMetricSample busySample(double seconds)
     return sample;
 }
 
-// Renders `widget` and looks for pixels close to `tone` outside `allowed`.
-int tonePixelsOutside(QWidget *widget, const QRect &allowed, const QColor &tone)
-{
-    const QImage image = widget->grab().toImage();
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (allowed.contains(x, y))
-                continue;
-            const QColor pixel = image.pixelColor(x, y);
-            if (std::abs(pixel.red() - tone.red()) + std::abs(pixel.green() - tone.green()) +
-                    std::abs(pixel.blue() - tone.blue()) <
-                60)
-                ++count;
-        }
-    }
-    return count;
-}
-
 std::vector<OverviewMetricCard *> cardsOf(OverviewDashboardView &page)
 {
     std::vector<OverviewMetricCard *> cards;
@@ -66,15 +48,9 @@ std::vector<OverviewMetricCard *> cardsOf(OverviewDashboardView &page)
     return cards;
 }
 
-// Lets accessibility values be read, as a screen reader would.
-class OverviewDashboardViewTest : public ::testing::Test {
-protected:
-    void SetUp() override { installDashboardAccessibility(); }
-};
-
 } // namespace
 
-TEST_F(OverviewDashboardViewTest, EmptyStoreShowsCollectingWordsAndEmptyLists)
+TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyLists)
 {
     auto store = makeStoreForTesting();
     OverviewDashboardView page(*store, {});
@@ -97,7 +73,7 @@ TEST_F(OverviewDashboardViewTest, EmptyStoreShowsCollectingWordsAndEmptyLists)
               QStringLiteral("本次会话暂无升温事件"));
 }
 
-TEST_F(OverviewDashboardViewTest, ShowsTheFirstThreeSourcesWithTheirBadges)
+TEST(OverviewDashboardView, ShowsTheFirstThreeSourcesWithTheirBadges)
 {
     auto store = makeStoreForTesting();
     store->ingest(busySample(1000));
@@ -115,7 +91,7 @@ TEST_F(OverviewDashboardViewTest, ShowsTheFirstThreeSourcesWithTheirBadges)
     EXPECT_EQ(list->row(2)->taskID(), store->liveTasks()[2].id);
 }
 
-TEST_F(OverviewDashboardViewTest, PressingASourceSelectsItAndOpensTheDiagnosisPage)
+TEST(OverviewDashboardView, PressingASourceSelectsItAndOpensTheDiagnosisPage)
 {
     auto store = makeStoreForTesting();
     store->ingest(busySample(1000));
@@ -131,7 +107,7 @@ TEST_F(OverviewDashboardViewTest, PressingASourceSelectsItAndOpensTheDiagnosisPa
     EXPECT_EQ(shell.selectedSection(), DashboardSection::liveDiagnosis);
 }
 
-TEST_F(OverviewDashboardViewTest, IncidentsShowTheFirstThreeNewestFirst)
+TEST(OverviewDashboardView, IncidentsShowTheFirstThreeNewestFirst)
 {
     auto store = makeStoreForTesting();
     // Hot with a task opens an incident; a cool sample closes it; four times.
@@ -150,7 +126,7 @@ TEST_F(OverviewDashboardViewTest, IncidentsShowTheFirstThreeNewestFirst)
                     .startsWith(QStringLiteral("负载恢复 worker0 · ")));
 }
 
-TEST_F(OverviewDashboardViewTest, ScrollsOnlyInAShortWindow)
+TEST(OverviewDashboardView, ScrollsOnlyInAShortWindow)
 {
     auto store = makeStoreForTesting();
     OverviewDashboardView page(*store, {});
@@ -161,7 +137,7 @@ TEST_F(OverviewDashboardViewTest, ScrollsOnlyInAShortWindow)
     EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
 }
 
-TEST_F(OverviewDashboardViewTest, AbsurdReadingsAndAnHourOfHistoryStayInsideThePlot)
+TEST(OverviewDashboardView, AbsurdReadingsAndAnHourOfHistoryStayInsideThePlot)
 {
     struct Row {
         const char *name;

@@ -1,6 +1,7 @@
 #include "presentation/overview/OverviewTexts.h"
 #include "presentation/overview/OverviewTrendContent.h"
 
+#include "presentation/PresentationTesting.h"
 #include "presentation/kit/DashboardPalette.h"
 
 #include <QLocale>
@@ -33,34 +34,10 @@ SystemMetricSample sampleWith(SystemThermalState thermal)
     return sample;
 }
 
-SensorReading<double> readingOf(SensorReadingCase readingCase, double value)
-{
-    switch (readingCase) {
-    case SensorReadingCase::available:
-        return SensorReading<double>::available(value, QStringLiteral("test"));
-    case SensorReadingCase::unsupported:
-        return SensorReading<double>::unsupported(QStringLiteral("no such sensor"));
-    case SensorReadingCase::permissionDenied:
-        return SensorReading<double>::permissionDenied(QStringLiteral("refused"));
-    case SensorReadingCase::temporarilyUnavailable:
-        return SensorReading<double>::temporarilyUnavailable(QStringLiteral("read failed"));
-    case SensorReadingCase::warmingUp:
-        break;
-    }
-    return SensorReading<double>::warmingUp();
-}
-
 const char *const kSampling = "采集中";
 
-// Numbers follow the user's locale; these tests pin one (and put the
-// previous one back) so they read the same on every machine.
 class OverviewTextsTest : public ::testing::Test {
-protected:
-    void SetUp() override { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
-    void TearDown() override { QLocale::setDefault(m_previous); }
-
-private:
-    QLocale m_previous;
+    ScopedLocale m_locale;
 };
 
 } // namespace
@@ -153,7 +130,7 @@ TEST_F(OverviewTextsTest, CardsShowEveryReadingCaseInItsOwnWords)
         sample.temperatureCelsius = readingOf(row.readingCase, 61.26);
         sample.cpuUsage = readingOf(row.readingCase, 41.6);
         sample.fanRPM = readingOf(row.readingCase, 1900.2);
-        sample.diskBytesPerSecond = readingOf(row.readingCase, 7'200'000);
+        sample.diskBytesPerSecond = readingOf(row.readingCase, 7'200'000.0);
         const auto cards = overviewMetricCards(sample, {});
         for (std::size_t i = 0; i < cards.size(); ++i)
             EXPECT_EQ(cards[i].value, QString::fromUtf8(row.values[i]))

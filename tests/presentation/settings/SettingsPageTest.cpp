@@ -3,6 +3,7 @@
 // switches cannot change, and the clear dialog empties the log at once.
 
 #include "presentation/settings/SettingsPage.h"
+#include "presentation/PresentationTesting.h"
 #include "presentation/history/EventHistoryPage.h"
 #include "presentation/history/IncidentListPanel.h"
 #include "presentation/kit/Accessibility.h"
@@ -14,7 +15,6 @@
 #include "presentation/shell/DashboardShell.h"
 #include "support/IncidentFeed.h"
 
-#include <QImage>
 #include <QPushButton>
 #include <QTest>
 
@@ -24,28 +24,10 @@ namespace {
 
 class SettingsPageTest : public ::testing::Test {
 protected:
-    void SetUp() override { installDashboardAccessibility(); }
     void TearDown() override { feed.store().stopMonitoring(); }
 
     IncidentFeed feed;
 };
-
-// The text's core is the darkest thing a light widget paints: it should be
-// the text's own colour, not the black of a role it was not meant to use.
-int distanceOfDarkestPixel(QWidget *widget, QRgb expected)
-{
-    const QImage image = widget->grab().toImage();
-    QRgb darkest = qRgb(255, 255, 255);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb pixel = image.pixel(x, y);
-            if (qGray(pixel) < qGray(darkest))
-                darkest = pixel;
-        }
-    }
-    return std::abs(qRed(darkest) - qRed(expected)) + std::abs(qGreen(darkest) - qGreen(expected)) +
-           std::abs(qBlue(darkest) - qBlue(expected));
-}
 
 QString switchValue(SettingsSwitch *control)
 {
@@ -90,14 +72,11 @@ TEST_F(SettingsPageTest, LiveSwitchFollowsTheHeaderButtonAndDrivesTheStore)
 
 TEST_F(SettingsPageTest, RestoreDefaultsOnlyStartsMonitoring)
 {
-    struct Case {
-        bool monitoringBefore;
-    };
-    for (const Case c : {Case{true}, Case{false}}) {
-        SCOPED_TRACE(c.monitoringBefore);
+    for (const bool monitoringBefore : {true, false}) {
+        SCOPED_TRACE(monitoringBefore);
         IncidentFeed local;
         local.hot(QStringLiteral("cargo"), 90.0, 88.0);
-        if (c.monitoringBefore)
+        if (monitoringBefore)
             local.store().startMonitoring();
         SettingsPage page(local.store());
         page.show();
@@ -114,20 +93,15 @@ TEST_F(SettingsPageTest, FixedSwitchesStayAsTheyAre)
 {
     SettingsPage page(feed.store());
     page.show();
-    struct Case {
-        const char *identifier;
-        bool on;
-    };
-    for (const Case c :
-         {Case{"settingsNotificationsSwitch", false}, Case{"settingsCurrentUserSwitch", true}}) {
-        SCOPED_TRACE(c.identifier);
-        auto *fixed = page.findChild<SettingsSwitch *>(QString::fromLatin1(c.identifier));
+    for (const auto &[identifier, on] : {std::pair{"settingsNotificationsSwitch", false},
+                                         std::pair{"settingsCurrentUserSwitch", true}}) {
+        SCOPED_TRACE(identifier);
+        auto *fixed = page.findChild<SettingsSwitch *>(QString::fromLatin1(identifier));
         ASSERT_NE(fixed, nullptr);
         for (int press = 0; press < 2; ++press) {
             QTest::mouseClick(fixed, Qt::LeftButton);
-            EXPECT_EQ(fixed->isChecked(), c.on);
-            EXPECT_EQ(switchValue(fixed),
-                      c.on ? QStringLiteral("已开启") : QStringLiteral("已关闭"));
+            EXPECT_EQ(fixed->isChecked(), on);
+            EXPECT_EQ(switchValue(fixed), on ? QStringLiteral("已开启") : QStringLiteral("已关闭"));
         }
     }
     EXPECT_FALSE(feed.store().isMonitoring());
@@ -152,8 +126,12 @@ TEST_F(SettingsPageTest, GroupsRowsAndTextsInOrder)
 
     page.resize(1000, 900);
     page.show();
-    EXPECT_LT(distanceOfDarkestPixel(page.clearHistoryButton(), DashboardPalette::danger), 60);
-    EXPECT_LT(distanceOfDarkestPixel(page.restoreDefaultsButton(), DashboardPalette::accent), 60);
+    EXPECT_LT(colorDistance(darkestPixel(page.clearHistoryButton()),
+                            QColor::fromRgb(DashboardPalette::danger)),
+              60);
+    EXPECT_LT(colorDistance(darkestPixel(page.restoreDefaultsButton()),
+                            QColor::fromRgb(DashboardPalette::accent)),
+              60);
 }
 
 TEST_F(SettingsPageTest, ClearDialogCancelsOrEmptiesTheLogAtOnce)

@@ -50,27 +50,23 @@ TEST(ApplicationIconFiles, svgDrawsTheTileAndTheFullColourMark)
     ASSERT_EQ(paths.size(), 4u);
     ASSERT_EQ(rects.size(), 6u);
 
-    struct Stroke {
-        QString start;
-        QRgb color;
-        QString width;
-    };
+    // The brackets in ink, the pulse in the accent with its peak in the heat colour.
     using namespace DashboardPalette;
-    const Stroke strokes[] = {
-        {QStringLiteral("M 24 10 L 15 10 C 12 10 10 12 10 15 L 10 25 M 76 10"), brandInk,
-         QStringLiteral("7")},
-        {QStringLiteral("M 15 57 C 21 57 21 52 26 52"), accent, QStringLiteral("6")},
-        {QStringLiteral("M 54 57 C 59 57 59 31 65 31"), brandOrange, QStringLiteral("6")},
-        {QStringLiteral("M 77 55 C 81 55 82 46 86 46"), accent, QStringLiteral("6")},
+    const std::pair<const char *, QRgb> strokes[] = {
+        {"M 24 10 L 15 10 C 12 10 10 12 10 15 L 10 25 M 76 10", brandInk},
+        {"M 15 57 C 21 57 21 52 26 52", accent},
+        {"M 54 57 C 59 57 59 31 65 31", brandOrange},
+        {"M 77 55 C 81 55 82 46 86 46", accent},
     };
     for (size_t index = 0; index < paths.size(); ++index) {
         SCOPED_TRACE(index);
         const QXmlStreamAttributes &path = paths[index].attributes;
-        EXPECT_TRUE(path.value(QStringLiteral("d")).startsWith(strokes[index].start))
-            << qPrintable(path.value(QStringLiteral("d")).toString());
+        EXPECT_TRUE(
+            path.value(QStringLiteral("d")).startsWith(QLatin1String(strokes[index].first)));
         EXPECT_EQ(path.value(QStringLiteral("stroke")),
-                  QColor::fromRgb(strokes[index].color).name());
-        EXPECT_EQ(path.value(QStringLiteral("stroke-width")), strokes[index].width);
+                  QColor::fromRgb(strokes[index].second).name());
+        EXPECT_EQ(path.value(QStringLiteral("stroke-width")),
+                  QLatin1String(index == 0 ? "7" : "6"));
         EXPECT_EQ(path.value(QStringLiteral("stroke-linecap")), QStringLiteral("round"));
         EXPECT_EQ(path.value(QStringLiteral("fill")), QStringLiteral("none"));
     }

@@ -1,0 +1,108 @@
+#pragma once
+
+// Helpers shared by the window's tests: readings of any case, a pinned
+// locale, what a widget paints, and waiting on the event loop.
+
+#include "presentation/kit/DashboardWidgets.h"
+#include "sampling/SensorReading.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QImage>
+#include <QLocale>
+#include <QWidget>
+
+#include <cstdlib>
+#include <functional>
+
+// A reading of `readingCase`; `value` only counts for an available one.
+template <typename Value> SensorReading<Value> readingOf(SensorReadingCase readingCase, Value value)
+{
+    switch (readingCase) {
+    case SensorReadingCase::available:
+        return SensorReading<Value>::available(value, QStringLiteral("test"));
+    case SensorReadingCase::unsupported:
+        return SensorReading<Value>::unsupported(QStringLiteral("none"));
+    case SensorReadingCase::permissionDenied:
+        return SensorReading<Value>::permissionDenied(QStringLiteral("refused"));
+    case SensorReadingCase::temporarilyUnavailable:
+        return SensorReading<Value>::temporarilyUnavailable(QStringLiteral("failed"));
+    case SensorReadingCase::warmingUp:
+        break;
+    }
+    return SensorReading<Value>::warmingUp();
+}
+
+// Numbers follow the user's locale: a test pins one (US English unless it
+// says otherwise) while this lives, and puts the previous one back.
+class ScopedLocale {
+public:
+    explicit ScopedLocale(const QLocale &locale = QLocale(QLocale::English, QLocale::UnitedStates))
+    {
+        QLocale::setDefault(locale);
+    }
+    ~ScopedLocale() { QLocale::setDefault(m_previous); }
+    ScopedLocale(const ScopedLocale &) = delete;
+    ScopedLocale &operator=(const ScopedLocale &) = delete;
+
+private:
+    QLocale m_previous;
+};
+
+// The summed distance of the red, green and blue channels.
+inline int colorDistance(const QColor &a, const QColor &b)
+{
+    return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
+           std::abs(a.blue() - b.blue());
+}
+
+// The pixels `widget` paints near `tone` outside `allowed`.
+inline int tonePixelsOutside(QWidget *widget, const QRect &allowed, const QColor &tone)
+{
+    const QImage image = widget->grab().toImage();
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (!allowed.contains(x, y) && colorDistance(image.pixelColor(x, y), tone) < 60)
+                ++count;
+        }
+    }
+    return count;
+}
+
+// The darkest pixel a light widget paints: the core of its text, so the
+// colour the text is drawn in.
+inline QColor darkestPixel(QWidget *widget)
+{
+    const QImage image = widget->grab().toImage();
+    QColor darkest = Qt::white;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) < qGray(darkest.rgb()))
+                darkest = image.pixelColor(x, y);
+        }
+    }
+    return darkest;
+}
+
+// Whether a visible label under `root` shows exactly `text`.
+inline bool showsText(const QWidget *root, const QString &text)
+{
+    const auto labels = root->findChildren<TextLabel *>();
+    return std::any_of(labels.begin(), labels.end(), [&](TextLabel *label) {
+        return label->isVisible() && label->fullText() == text;
+    });
+}
+
+// Runs the event loop until `condition` holds or `milliseconds` pass.
+inline bool waitFor(const std::function<bool()> &condition, int milliseconds = 3000)
+{
+    QDeadlineTimer deadline(milliseconds);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+    return true;
+}

@@ -1,0 +1,195 @@
+// The report's building blocks without running the tool: its options, its
+// table, its JSON records and its text over a store fed made-up samples.
+
+#include "presentation/report/ReportJson.h"
+#include "presentation/report/ReportOptions.h"
+#include "presentation/report/ReportTasks.h"
+#include "presentation/report/ReportText.h"
+#include "presentation/report/TextTable.h"
+#include "support/StoreTesting.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ReportOptions, ParsesOrNamesTheWrongOption)
+{
+    struct Row {
+        QStringList arguments;
+        std::optional<ReportOptions> expected;
+        const char *errorFragment;
+    };
+    const std::vector<Row> rows = {
+        {{}, ReportOptions{2, 2.0, false, false}, ""},
+        {{"--samples", "5", "--interval", "0.5", "--json"}, ReportOptions{5, 0.5, true, false}, ""},
+        {{"--samples=3"}, ReportOptions{3, 2.0, false, false}, ""},
+        {{"--help"}, ReportOptions{2, 2.0, false, true}, ""},
+        {{"--samples", "0"}, std::nullopt, "--samples"},
+        {{"--samples", "two"}, std::nullopt, "--samples"},
+        {{"--samples"}, std::nullopt, "--samples"},
+        {{"--interval", "-1"}, std::nullopt, "--interval"},
+        {{"--interval", "nan"}, std::nullopt, "--interval"},
+        {{"--interval", "1e300"}, std::nullopt, "--interval"},
+        {{"--interval=1e9"}, ReportOptions{2, 1e9, false, false}, ""},
+        {{"--verbose"}, std::nullopt, "'--verbose'"},
+        {{"--json=yes"}, std::nullopt, "'--json=yes'"},
+        {{"samples"}, std::nullopt, "'samples'"},
+    };
+    for (const auto &row : rows) {
+        const ReportOptionsResult result = parseReportOptions(row.arguments);
+        SCOPED_TRACE(row.arguments.join(' ').toStdString());
+        EXPECT_EQ(result.options, row.expected);
+        if (!row.expected) {
+            EXPECT_TRUE(result.error.contains(row.errorFragment)) << result.error.toStdString();
+            EXPECT_FALSE(result.error.contains('\n'));
+        }
+    }
+}
+
+TEST(TextTable, WideCharactersTakeTwoCells)
+{
+    EXPECT_EQ(terminalWidth("CPU"), 3);
+    EXPECT_EQ(terminalWidth("温度"), 4);
+    TextTable table({"读数", "值"});
+    table.addRow({"CPU", "5%"});
+    table.addRow({"温度", "不可用"});
+    EXPECT_EQ(table.render(), "读数  值\n----  ------\nCPU   5%\n温度  不可用\n");
+}
+
+TEST(ReportJson, IncidentNamesFieldsAsTheRecordAndWritesAbsentValuesAsNull)
+{
+    const QUuid id = QUuid::fromString(QStringLiteral("{0f8fad5b-d9cb-469f-a165-70867728950e}"));
+    const DashboardIncident incident{
+        .id = id,
+        .startedAt = TimePoint::fromSecondsSince1970(100.0),
+        .endedAt = std::nullopt,
+        .application = QStringLiteral("cargo"),
+        .detail = QStringLiteral("Rust 构建"),
+        .peakCPU = 187.5,
+        .peakTemperature = std::nullopt,
+        .status = DashboardIncidentStatus::recoveredWithoutAction,
+        .action = QStringLiteral("结束 cargo 构建"),
+        .actionAt = TimePoint::fromSecondsSince1970(101.5),
+        .points = {{TimePoint::fromSecondsSince1970(100.0), 50.0, std::nullopt, 1800.0}},
+    };
+    const QJsonObject expected{
+        {"id", "0f8fad5b-d9cb-469f-a165-70867728950e"},
+        {"startedAt", 100.0},
+        {"endedAt", QJsonValue::Null},
+        {"application", "cargo"},
+        {"detail", "Rust 构建"},
+        {"peakCPU", 187.5},
+        {"peakTemperature", QJsonValue::Null},
+        {"status", "recoveredWithoutAction"},
+        {"action", "结束 cargo 构建"},
+        {"actionAt", 101.5},
+        {"points", QJsonArray{QJsonObject{{"timestamp", 100.0},
+                                          {"cpu", 50.0},
+                                          {"temperature", QJsonValue::Null},
+                                          {"fanRPM", 1800.0}}}},
+    };
+    EXPECT_EQ(incidentJson(incident), expected);
+}
+
+TEST(ReportJson, MenuBarWritesStateAsCaseNameAndTheNamedTask)
+{
+    MenuBarPresentation presentation;
+    presentation.state = MenuBarPresentationState::actionRecommended;
+    presentation.fan = {"fan", "风扇", "受限", QStringLiteral("权限受限")};
+    presentation.primaryTask = MenuBarPresentationTask{"vite", "42%", "3 分钟"};
+    presentation.remainingAttentionTaskCount = 2;
+
+    const QJsonObject json = menuBarPresentationJson(presentation);
+    EXPECT_EQ(json.value("state").toString(), "actionRecommended");
+    EXPECT_TRUE(json.value("durationText").isNull());
+    EXPECT_TRUE(json.value("statusMessage").isNull());
+    EXPECT_EQ(json.value("fan").toObject(), (QJsonObject{{"id", "fan"},
+                                                         {"title", "风扇"},
+                                                         {"value", "受限"},
+                                                         {"accessibilityValue", "权限受限"}}));
+    EXPECT_TRUE(json.value("cpu").toObject().value("accessibilityValue").isNull());
+    EXPECT_EQ(
+        json.value("primaryTask").toObject(),
+        (QJsonObject{{"application", "vite"}, {"cpuText", "42%"}, {"runningDuration", "3 分钟"}}));
+    EXPECT_EQ(json.value("remainingAttentionTaskCount").toInt(), 2);
+}
+
+TEST(ReportText, ShowsTheMenuBarLineAndAnEmptyIncidentLog)
+{
+    auto store = makeStoreForTesting();
+    SystemMetricSample sample = makeSample(1000.0);
+    sample.cpuUsage = SensorReading<double>::available(50.0, "test");
+    sample.temperatureCelsius = SensorReading<double>::available(80.0, "test");
+    sample.fanRPM = SensorReading<double>::permissionDenied("no access");
+    store->ingest(sample);
+
+    const QString text = reportText(*store, {sample});
+    EXPECT_TRUE(text.contains(QStringLiteral(
+        "菜单栏：负载高 · 80°；面板：负载高 · 刚刚出现 · CPU 50% · 温度 80°C · 风扇 受限\n")))
+        << text.toStdString();
+    EXPECT_TRUE(text.endsWith(QStringLiteral("本次运行没有升温事件。\n"))) << text.toStdString();
+}
+
+// A test runner under an idle shell, and an idle process of its own.
+SystemMetricSample runnerSample(double seconds, double runnerCPU)
+{
+    ProcessMetric runner = makeProcess(11, 10, "pytest", runnerCPU);
+    runner.command.project = QStringLiteral("kiln");
+    SystemMetricSample sample = makeSample(seconds);
+    sample.processMetrics = {makeProcess(10, 1, "bash"), runner, makeProcess(12, 10, "sleep"),
+                             makeProcess(20, 1, "idle")};
+    return sample;
+}
+
+TEST(ReportTasks, FirstSampleExplainsWhyNothingIsRanked)
+{
+    auto store = makeStoreForTesting();
+    const SystemMetricSample first = runnerSample(100, 0.0);
+    store->ingest(first);
+    const QString text = reportText(*store, {first});
+    EXPECT_TRUE(text.contains(QStringLiteral("暂无可排序的负载来源"))) << text.toStdString();
+    const QJsonObject json = reportJson(*store, {first});
+    EXPECT_TRUE(json["allTasks"].toArray().isEmpty());
+    EXPECT_EQ(json["selectedTaskID"].toString(), QString());
+}
+
+TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
+{
+    auto store = makeStoreForTesting();
+    const SystemMetricSample first = runnerSample(100, 0.0);
+    const SystemMetricSample second = runnerSample(102, 97.0);
+    store->ingest(first);
+    store->ingest(second);
+
+    const QString text = loadSourcesSection(*store);
+    for (const char *fragment :
+         {"pytest", "test", "97.0%", "30 MB", "0 B/s", "10 秒", "pytest（PID 11）",
+          "pytest 正在运行测试任务。", "测试仍在持续占用资源", "high", "idle", "unknown", "low",
+          "选中的任务：pytest", "pytest · kiln"}) {
+        EXPECT_TRUE(text.contains(QString::fromUtf8(fragment))) << fragment << "\n"
+                                                                << text.toStdString();
+    }
+    EXPECT_LT(text.indexOf(QStringLiteral("pytest")), text.indexOf(QStringLiteral("idle")));
+
+    const QJsonObject json = reportJson(*store, {first, second});
+    const QJsonArray all = json["allTasks"].toArray();
+    ASSERT_EQ(all.size(), 2);
+    const QJsonObject task = all[0].toObject();
+    EXPECT_EQ(task["kind"].toString(), QStringLiteral("test"));
+    EXPECT_EQ(task["targetProcess"]["pid"].toInt(), 11);
+    EXPECT_EQ(task["relatedProcessCount"].toInt(), 3);
+    EXPECT_EQ(task["diagnosis"]["confidence"].toString(), QStringLiteral("high"));
+    const QJsonObject root = task["processTree"][0].toObject();
+    EXPECT_EQ(root["name"].toString(), QStringLiteral("bash"));
+    EXPECT_EQ(root["children"].toArray().size(), 2);
+    EXPECT_TRUE(root["children"][0]["isTarget"].toBool());
+    EXPECT_EQ(json["liveTasks"].toArray().size(), 2);
+    EXPECT_EQ(json["liveTasks"][0].toString(), task["id"].toString());
+    EXPECT_EQ(json["selectedTaskID"].toString(), task["id"].toString());
+    EXPECT_EQ(json["selectedProcessID"].toString(), root["children"][0]["id"].toString());
+}
+
+} // namespace
