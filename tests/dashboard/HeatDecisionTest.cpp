@@ -3,11 +3,11 @@
 
 #include "dashboard/HeatTest.h"
 #include "dashboard/MenuBarPresentation.h"
+#include "support/RowName.h"
 #include "support/StoreTesting.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <optional>
 
 namespace {
@@ -24,20 +24,6 @@ struct HeatRow {
     bool hot;
     State state;
 };
-
-SystemMetricSample sampleFor(Thermal thermal, std::optional<double> temperature,
-                             std::optional<double> systemCPU)
-{
-    SystemMetricSample sample = makeSample(1000.0);
-    sample.thermalState = thermal;
-    if (temperature)
-        sample.temperatureCelsius = SensorReading<double>::available(*temperature, "test");
-    else
-        sample.temperatureCelsius = SensorReading<double>::unsupported("no sensor");
-    if (systemCPU)
-        sample.cpuUsage = SensorReading<double>::available(*systemCPU, "test");
-    return sample;
-}
 
 const HeatRow kHeatRows[] = {
     // The system's own pressure is enough by itself.
@@ -74,24 +60,21 @@ const HeatRow kHeatRows[] = {
     {"nominalCool", Thermal::nominal, 40.0, 95.0, 95.0, false, State::normal},
 };
 
-void PrintTo(const HeatRow &row, std::ostream *out)
-{
-    *out << row.name;
-}
+using rows::PrintTo;
 
 class HeatDecision : public testing::TestWithParam<HeatRow> {};
 
 TEST_P(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
 {
     const HeatRow &row = GetParam();
-    const SystemMetricSample sample = sampleFor(row.thermal, row.temperature, row.systemCPU);
+    const SystemMetricSample sample =
+        makeSample({.thermal = row.thermal, .cpu = row.systemCPU, .temperature = row.temperature});
     EXPECT_EQ(isSampleHot(sample, row.taskCPU), row.hot);
     EXPECT_EQ(menuBarState(&sample, row.taskCPU), row.state)
         << menuBarPresentationStateName(menuBarState(&sample, row.taskCPU)).toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, HeatDecision, testing::ValuesIn(kHeatRows),
-                         [](const auto &info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, HeatDecision, testing::ValuesIn(kHeatRows), RowName());
 
 TEST(HeatDecision, NoSampleIsCollecting)
 {

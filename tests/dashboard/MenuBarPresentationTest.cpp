@@ -2,6 +2,7 @@
 // and the texts that depend on the user's locale.
 
 #include "dashboard/MenuBarPresentation.h"
+#include "support/RowName.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
@@ -15,50 +16,18 @@ namespace {
 using State = MenuBarPresentationState;
 using Thermal = SystemThermalState;
 
-// Sets the process-wide default locale for one test and puts the old one back.
-class DefaultLocaleScope {
-public:
-    explicit DefaultLocaleScope(const QLocale &locale) { QLocale::setDefault(locale); }
-    ~DefaultLocaleScope() { QLocale::setDefault(m_saved); }
-    DefaultLocaleScope(const DefaultLocaleScope &) = delete;
-    DefaultLocaleScope &operator=(const DefaultLocaleScope &) = delete;
-
-private:
-    QLocale m_saved;
-};
-
-QLocale chinese()
-{
-    return QLocale(QLocale::Chinese, QLocale::China);
-}
-QLocale german()
-{
-    return QLocale(QLocale::German, QLocale::Germany);
-}
+const QLocale chinese(QLocale::Chinese, QLocale::China);
+const QLocale german(QLocale::German, QLocale::Germany);
 
 SystemMetricSample sampleWith(double time, Thermal thermal, std::optional<double> temperature,
                               std::optional<double> cpu = std::nullopt)
 {
-    SystemMetricSample sample = makeSample(time);
-    sample.thermalState = thermal;
-    if (temperature)
-        sample.temperatureCelsius = SensorReading<double>::available(*temperature, "test");
-    else
-        sample.temperatureCelsius = SensorReading<double>::unsupported("none");
-    if (cpu)
-        sample.cpuUsage = SensorReading<double>::available(*cpu, "test");
-    return sample;
+    return makeSample({.time = time, .thermal = thermal, .cpu = cpu, .temperature = temperature});
 }
 
 DashboardTask task(const QString &application, double cpu, ResourceImpact energy)
 {
-    DashboardTask made;
-    made.id = application;
-    made.application = application;
-    made.cpu = cpu;
-    made.energy = energy;
-    made.duration = QStringLiteral("3 分钟");
-    return made;
+    return makeTask(application, cpu, TaskKind::unknown, energy);
 }
 
 TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
@@ -88,17 +57,11 @@ TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.value);
-        {
-            DefaultLocaleScope scope(QLocale::c());
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.c));
-        }
-        {
-            DefaultLocaleScope scope(chinese());
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.chinese));
-        }
-        {
-            DefaultLocaleScope scope(german());
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.german));
+        const std::pair<QLocale, const char *> expected[] = {
+            {QLocale::c(), row.c}, {chinese, row.chinese}, {german, row.german}};
+        for (const auto &[locale, text] : expected) {
+            ScopedDefaultLocale scope(locale);
+            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(text));
         }
     }
 }
@@ -127,14 +90,10 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
         std::optional<TimePoint> start;
         if (row.secondsBeforeSample)
             start = TimePoint::fromSecondsSince1970(sampleTime - *row.secondsBeforeSample);
-        {
-            DefaultLocaleScope scope(QLocale::c());
-            EXPECT_EQ(makePresentation(&hot, {}, start).durationText, QString::fromUtf8(row.c));
-        }
-        {
-            DefaultLocaleScope scope(chinese());
-            EXPECT_EQ(makePresentation(&hot, {}, start).durationText,
-                      QString::fromUtf8(row.chinese));
+        for (const auto &[locale, text] :
+             {std::pair{QLocale::c(), row.c}, std::pair{chinese, row.chinese}}) {
+            ScopedDefaultLocale scope(locale);
+            EXPECT_EQ(makePresentation(&hot, {}, start).durationText, QString::fromUtf8(text));
         }
     }
 }
@@ -172,33 +131,24 @@ const StateRow kStateRows[] = {
      State::actionRecommended, "建议处理", "建议处理", "exclamationmark.octagon.fill", nullptr},
     {"justBelowNinety", Thermal::nominal, 89.96, 10.0, std::nullopt, State::normal, "89.9°",
      "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
-    {"ninety", Thermal::nominal, 90.0, 10.0, std::nullopt, State::actionRecommended,
-     "建议处理 · 90°", "建议处理", "exclamationmark.octagon.fill", nullptr},
-    {"warmLightLoad", Thermal::nominal, 75.0, 29.9, std::nullopt, State::normal, "75°",
-     "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
     {"warmTaskLoad", Thermal::nominal, 75.0, 29.9, 30.0, State::highLoad, "负载高 · 75°", "负载高",
      "exclamationmark.triangle.fill", nullptr},
     {"unknownCool", Thermal::unknown, 40.0, 10.0, std::nullopt, State::observing, "观察中 · 40°",
      "观察中", "eye", "正在观察系统状态"},
     {"unknownNoTemperature", Thermal::unknown, std::nullopt, 10.0, std::nullopt, State::observing,
      "观察中", "观察中", "eye", "正在观察系统状态"},
-    {"unknownVeryHot", Thermal::unknown, 95.0, 10.0, std::nullopt, State::actionRecommended,
-     "建议处理 · 95°", "建议处理", "exclamationmark.octagon.fill", nullptr},
     {"normalNoTemperature", Thermal::nominal, std::nullopt, 90.0, 90.0, State::normal, "正常",
      "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
 };
 
-void PrintTo(const StateRow &row, std::ostream *out)
-{
-    *out << row.name;
-}
+using rows::PrintTo;
 
 class MenuBarStateTexts : public testing::TestWithParam<StateRow> {};
 
 TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
 {
     const StateRow &row = GetParam();
-    DefaultLocaleScope scope(QLocale::c());
+    ScopedDefaultLocale scope(QLocale::c());
     const SystemMetricSample sample = sampleWith(500.0, row.thermal, row.temperature, row.cpu);
     std::vector<DashboardTask> tasks;
     if (row.firstTaskCPU)
@@ -215,8 +165,7 @@ TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
         EXPECT_EQ(presentation.statusMessage, std::nullopt);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, MenuBarStateTexts, testing::ValuesIn(kStateRows),
-                         [](const auto &info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, MenuBarStateTexts, testing::ValuesIn(kStateRows), RowName());
 
 TEST(MenuBarPresentation, WithoutSampleEverythingIsCollecting)
 {
@@ -266,7 +215,7 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
         {"warmingUp", Reading::warmingUp(), Reading::warmingUp(), Reading::warmingUp(), "采集中",
          "采集中", "采集中", std::nullopt},
     };
-    DefaultLocaleScope scope(QLocale::c());
+    ScopedDefaultLocale scope(QLocale::c());
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         SystemMetricSample sample = makeSample(10.0);
@@ -313,7 +262,7 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
         {"calmNamesNobody", &calm, &mixed, std::nullopt, 0},
         {"noTasks", &hot, nullptr, std::nullopt, 0},
     };
-    DefaultLocaleScope scope(QLocale::c());
+    ScopedDefaultLocale scope(QLocale::c());
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         const MenuBarPresentation presentation = makePresentation(
@@ -327,13 +276,10 @@ TEST(MenuBarPresentation, TaskCpuTextFollowsTheLocale)
 {
     const SystemMetricSample hot = sampleWith(10.0, Thermal::serious, 70.0, 50.0);
     const std::vector<DashboardTask> tasks = {task("make", 1234.4, ResourceImpact::high)};
-    {
-        DefaultLocaleScope scope(QLocale::c());
-        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, "1234%");
-    }
-    {
-        DefaultLocaleScope scope(chinese());
-        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, "1,234%");
+    for (const auto &[locale, text] :
+         {std::pair{QLocale::c(), "1234%"}, std::pair{chinese, "1,234%"}}) {
+        ScopedDefaultLocale scope(locale);
+        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, text);
     }
 }
 
