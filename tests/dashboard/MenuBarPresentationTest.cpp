@@ -98,19 +98,6 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
     }
 }
 
-TEST(MenuBarDurationText, AbsentOutsideAbnormalStatesOrWithoutSample)
-{
-    const auto longAgo = TimePoint::fromSecondsSince1970(0.0);
-    const SystemMetricSample calm = sampleWith(1000.0, Thermal::nominal, 50.0, 10.0);
-    const SystemMetricSample unknown = sampleWith(1000.0, Thermal::unknown, 50.0, 10.0);
-    EXPECT_EQ(makePresentation(&calm, {}, longAgo).durationText, std::nullopt);
-    EXPECT_EQ(makePresentation(&unknown, {}, longAgo).durationText, std::nullopt);
-    EXPECT_EQ(makePresentation(nullptr, {}, longAgo).durationText, std::nullopt);
-    const SystemMetricSample critical = sampleWith(1000.0, Thermal::critical, std::nullopt);
-    EXPECT_EQ(makePresentation(&critical, {}, longAgo).durationText,
-              QStringLiteral("已持续 16 分钟"));
-}
-
 struct StateRow {
     const char *name;
     Thermal thermal;
@@ -229,9 +216,6 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
         EXPECT_EQ(presentation.cpu.accessibilityValue, row.spoken);
         EXPECT_EQ(presentation.temperature.accessibilityValue, row.spoken);
         EXPECT_EQ(presentation.fan.accessibilityValue, row.spoken);
-        EXPECT_EQ(presentation.cpu.id, "cpu");
-        EXPECT_EQ(presentation.temperature.id, "temperature");
-        EXPECT_EQ(presentation.fan.id, "fan");
     }
 }
 
