@@ -1,5 +1,6 @@
 #include "dashboard/RecoveryStart.h"
 #include "sampling/Cancellation.h"
+#include "support/RowName.h"
 #include "support/StoreTesting.h"
 
 #include <QSignalSpy>
@@ -187,6 +188,8 @@ struct FailureCase {
     std::size_t signalsSent;
 };
 
+using rows::PrintTo;
+
 class TerminationFailure : public TerminationWorkflow,
                            public ::testing::WithParamInterface<FailureCase> {};
 
@@ -227,7 +230,7 @@ INSTANTIATE_TEST_SUITE_P(
                                   "esbuild：任务身份已经变化，为避免误伤未发送结束信号。", 0},
                       FailureCase{"NoPermission", makeTarget(202, QStringLiteral("esbuild")), EPERM,
                                   "esbuild：没有权限结束该任务，未进行重试。", 1}),
-    [](const auto &info) { return std::string(info.param.name); });
+    RowName());
 
 TEST_F(TerminationWorkflow, ExitStartsAVerificationJudgedByLaterSamples)
 {
