@@ -11,63 +11,25 @@ namespace {
 
 using Status = DashboardIncidentStatus;
 using Thermal = SystemThermalState;
-
-struct Tick {
-    double time;
-    Thermal thermal = Thermal::nominal;
-    std::optional<double> cpu;
-    std::optional<double> temperature;
-    std::optional<double> fan;
-};
-
-SystemMetricSample sampleAt(const Tick &tick)
-{
-    SystemMetricSample sample = makeSample(tick.time);
-    sample.thermalState = tick.thermal;
-    if (tick.cpu)
-        sample.cpuUsage = SensorReading<double>::available(*tick.cpu, "test");
-    if (tick.temperature)
-        sample.temperatureCelsius = SensorReading<double>::available(*tick.temperature, "test");
-    else
-        sample.temperatureCelsius = SensorReading<double>::permissionDenied("no access");
-    if (tick.fan)
-        sample.fanRPM = SensorReading<double>::available(*tick.fan, "test");
-    return sample;
-}
+const auto at = secondsAt;
 
 // Hot by temperature and load; calm at any load.
-Tick hotTick(double time, double cpu = 50.0, double temperature = 80.0)
+SystemMetricSample hot(double time, double cpu = 50.0, double temperature = 80.0)
 {
-    return {time, Thermal::nominal, cpu, temperature, 2000.0};
+    return makeSample({.time = time, .cpu = cpu, .temperature = temperature, .fan = 2000.0});
 }
-Tick calmTick(double time)
+SystemMetricSample calm(double time)
 {
-    return {time, Thermal::nominal, 20.0, 50.0, 1200.0};
-}
-
-DashboardTask task(const QString &application, double cpu = 40.0, TaskKind kind = TaskKind::unknown)
-{
-    DashboardTask made;
-    made.id = QStringLiteral("id-") + application;
-    made.application = application;
-    made.kind = kind;
-    made.detail = application + QStringLiteral(" detail");
-    made.cpu = cpu;
-    return made;
-}
-
-TimePoint at(double seconds)
-{
-    return TimePoint::fromSecondsSince1970(seconds);
+    return makeSample({.time = time, .cpu = 20.0, .temperature = 50.0, .fan = 1200.0});
 }
 
 TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSample)
 {
     DashboardIncidentTracker tracker;
-    const DashboardTask vite = task("vite", 60.0);
+    const DashboardTask vite = makeTask("vite", 60.0);
 
     // System CPU 10 but the task's sum is 60: the opening peak takes the task.
-    tracker.observe(sampleAt(hotTick(100.0, 10.0, 80.0)), &vite);
+    tracker.observe(hot(100.0, 10.0, 80.0), &vite);
     ASSERT_EQ(tracker.incidents().size(), 1u);
     const DashboardIncident &opened = tracker.incidents().front();
     EXPECT_FALSE(opened.id.isNull());
@@ -84,25 +46,26 @@ TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSa
     EXPECT_EQ(opened.points.front(), (DashboardIncidentPoint{at(100.0), 10.0, 80.0, 2000.0}));
 
     // Afterwards only the system's figure raises the peak: the task's 200 doesn't.
-    const DashboardTask busier = task("vite", 200.0);
-    tracker.observe(sampleAt(hotTick(102.0, 50.0, 78.0)), &busier);
+    const DashboardTask busier = makeTask("vite", 200.0);
+    tracker.observe(hot(102.0, 50.0, 78.0), &busier);
     EXPECT_EQ(tracker.incidents().front().peakCPU, 60.0);
     EXPECT_EQ(tracker.incidents().front().peakTemperature, 80.0);
 
     // Thermal pressure keeps it hot without a temperature; the peak stays.
-    tracker.observe(sampleAt({104.0, Thermal::fair, std::nullopt, std::nullopt, std::nullopt}),
-                    &busier);
-    tracker.observe(sampleAt(hotTick(106.0, 55.0, 86.5)), nullptr); // no task: goes on
+    tracker.observe(makeSample({.time = 104.0, .thermal = Thermal::fair}), &busier);
+    tracker.observe(hot(106.0, 55.0, 86.5), nullptr); // no task: goes on
     EXPECT_EQ(tracker.incidents().front().peakCPU, 60.0);
     EXPECT_EQ(tracker.incidents().front().peakTemperature, 86.5);
 
-    tracker.observe(sampleAt({108.0, Thermal::fair, 95.0, 70.0, std::nullopt}), nullptr);
+    tracker.observe(
+        makeSample({.time = 108.0, .thermal = Thermal::fair, .cpu = 95.0, .temperature = 70.0}),
+        nullptr);
     EXPECT_EQ(tracker.incidents().front().peakCPU, 95.0);
     EXPECT_EQ(tracker.incidents().front().peakTemperature, 86.5);
     EXPECT_TRUE(tracker.activeIncidentID().has_value());
 
     // One calm sample closes it, and still leaves its point.
-    tracker.observe(sampleAt(calmTick(110.0)), &busier);
+    tracker.observe(calm(110.0), &busier);
     ASSERT_EQ(tracker.incidents().size(), 1u);
     const DashboardIncident closed = tracker.incidents().front();
     EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
@@ -115,7 +78,7 @@ TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSa
     EXPECT_EQ(closed.points.back(), (DashboardIncidentPoint{at(110.0), 20.0, 50.0, 1200.0}));
 
     // A closed incident stays closed: the next hot sample opens a new one in front.
-    tracker.observe(sampleAt(hotTick(112.0)), &vite);
+    tracker.observe(hot(112.0), &vite);
     ASSERT_EQ(tracker.incidents().size(), 2u);
     EXPECT_EQ(tracker.incidents()[1], closed);
     EXPECT_NE(tracker.incidents()[0].id, tracker.incidents()[1].id);
@@ -125,14 +88,15 @@ TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSa
 TEST(DashboardIncidentTracker, OpensWithoutTemperatureUnderThermalPressure)
 {
     DashboardIncidentTracker tracker;
-    const DashboardTask idle = task("idle", 0.0);
-    tracker.observe(sampleAt({0.0, Thermal::fair, std::nullopt, std::nullopt, std::nullopt}),
-                    &idle);
+    const DashboardTask idle = makeTask("idle", 0.0);
+    tracker.observe(makeSample({.time = 0.0, .thermal = Thermal::fair}), &idle);
     ASSERT_NE(tracker.activeIncident(), nullptr);
     EXPECT_EQ(tracker.activeIncident()->peakCPU, 0.0); // unreadable CPU counts as 0
     EXPECT_EQ(tracker.activeIncident()->peakTemperature, std::nullopt);
 
-    tracker.observe(sampleAt({2.0, Thermal::serious, 5.0, 72.0, std::nullopt}), &idle);
+    tracker.observe(
+        makeSample({.time = 2.0, .thermal = Thermal::serious, .cpu = 5.0, .temperature = 72.0}),
+        &idle);
     EXPECT_EQ(tracker.activeIncident()->peakTemperature, 72.0); // first reading sets it
     EXPECT_EQ(tracker.activeIncident()->peakCPU, 5.0);
 }
@@ -140,12 +104,14 @@ TEST(DashboardIncidentTracker, OpensWithoutTemperatureUnderThermalPressure)
 TEST(DashboardIncidentTracker, HotMachineWithoutTaskOrCalmMachineOpensNothing)
 {
     DashboardIncidentTracker tracker;
-    const DashboardTask busy = task("busy", 100.0);
-    tracker.observe(sampleAt(hotTick(0.0)), nullptr);
-    tracker.observe(sampleAt({2.0, Thermal::critical, 90.0, 99.0, std::nullopt}), nullptr);
-    tracker.observe(sampleAt(calmTick(4.0)), &busy);
+    const DashboardTask busy = makeTask("busy", 100.0);
+    tracker.observe(hot(0.0), nullptr);
+    tracker.observe(
+        makeSample({.time = 2.0, .thermal = Thermal::critical, .cpu = 90.0, .temperature = 99.0}),
+        nullptr);
+    tracker.observe(calm(4.0), &busy);
     // Loaded but unreadable temperature.
-    tracker.observe(sampleAt({6.0, Thermal::nominal, 100.0, std::nullopt, std::nullopt}), &busy);
+    tracker.observe(makeSample({.time = 6.0, .cpu = 100.0}), &busy);
     EXPECT_TRUE(tracker.incidents().empty());
     EXPECT_EQ(tracker.activeIncidentID(), std::nullopt);
     EXPECT_EQ(tracker, DashboardIncidentTracker());
@@ -154,8 +120,8 @@ TEST(DashboardIncidentTracker, HotMachineWithoutTaskOrCalmMachineOpensNothing)
 TEST(DashboardIncidentTracker, ActionOnQuietMachineOpensAnIncidentThatTheNextCalmSampleCloses)
 {
     DashboardIncidentTracker tracker;
-    const DashboardTask jest = task("jest", 12.0, TaskKind::test);
-    const SystemMetricSample quiet = sampleAt(calmTick(50.0));
+    const DashboardTask jest = makeTask("jest", 12.0, TaskKind::test);
+    const SystemMetricSample quiet = calm(50.0);
 
     tracker.recordAction(jest, std::nullopt, at(51.0), &quiet);
     ASSERT_EQ(tracker.incidents().size(), 1u);
@@ -168,7 +134,7 @@ TEST(DashboardIncidentTracker, ActionOnQuietMachineOpensAnIncidentThatTheNextCal
     EXPECT_EQ(opened.peakCPU, 20.0);
     EXPECT_EQ(opened.points.size(), 1u);
 
-    tracker.observe(sampleAt(calmTick(52.0)), &jest);
+    tracker.observe(calm(52.0), &jest);
     const DashboardIncident &closed = tracker.incidents().front();
     EXPECT_EQ(closed.status, Status::recoveredWithoutAction);
     EXPECT_EQ(closed.endedAt, at(52.0));
@@ -179,13 +145,13 @@ TEST(DashboardIncidentTracker, ActionOnQuietMachineOpensAnIncidentThatTheNextCal
 TEST(DashboardIncidentTracker, ActionWithoutSampleAndIncidentChangesNothing)
 {
     DashboardIncidentTracker tracker;
-    tracker.recordAction(task("make"), std::nullopt, at(1.0), nullptr);
+    tracker.recordAction(makeTask("make"), std::nullopt, at(1.0), nullptr);
     EXPECT_EQ(tracker, DashboardIncidentTracker());
 
     // With one closed incident in the log, the action doesn't touch it either.
-    const DashboardTask make = task("make", 80.0);
-    tracker.observe(sampleAt(hotTick(2.0)), &make);
-    tracker.observe(sampleAt(calmTick(4.0)), &make);
+    const DashboardTask make = makeTask("make", 80.0);
+    tracker.observe(hot(2.0), &make);
+    tracker.observe(calm(4.0), &make);
     const DashboardIncidentTracker before = tracker;
     tracker.recordAction(make, std::nullopt, at(5.0), nullptr);
     EXPECT_EQ(tracker, before);
@@ -194,9 +160,9 @@ TEST(DashboardIncidentTracker, ActionWithoutSampleAndIncidentChangesNothing)
 TEST(DashboardIncidentTracker, ActionOnActiveIncidentOverwritesEarlierActionAndKeepsStatus)
 {
     DashboardIncidentTracker tracker;
-    const DashboardTask cargo = task("cargo", 90.0, TaskKind::build);
-    tracker.observe(sampleAt(hotTick(0.0)), &cargo);
-    const SystemMetricSample later = sampleAt(hotTick(3.0));
+    const DashboardTask cargo = makeTask("cargo", 90.0, TaskKind::build);
+    tracker.observe(hot(0.0), &cargo);
+    const SystemMetricSample later = hot(3.0);
 
     tracker.recordAction(cargo, QStringLiteral("rustc"), at(3.0), &later);
     tracker.recordAction(cargo, std::nullopt, at(7.0), &later);
@@ -226,7 +192,8 @@ TEST(DashboardIncidentTracker, ActionTextNamesProcessThenBuildThenTask)
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.expected.toStdString());
-        EXPECT_EQ(incidentActionText(task("Gradle", 1.0, row.kind), row.processName), row.expected);
+        EXPECT_EQ(incidentActionText(makeTask("Gradle", 1.0, row.kind), row.processName),
+                  row.expected);
     }
 }
 
@@ -248,8 +215,8 @@ TEST(DashboardIncidentTracker, VerdictClosesActiveIncidentWithItsStatus)
     for (const Row &row : rows) {
         SCOPED_TRACE(dashboardRecoveryStateName(row.state).toStdString());
         DashboardIncidentTracker tracker;
-        const DashboardTask node = task("node", 60.0);
-        tracker.observe(sampleAt(hotTick(0.0)), &node);
+        const DashboardTask node = makeTask("node", 60.0);
+        tracker.observe(hot(0.0), &node);
         tracker.finishActiveIncident(row.state, at(9.0));
         const DashboardIncident &incident = tracker.incidents().front();
         if (row.closesAs) {
@@ -261,7 +228,7 @@ TEST(DashboardIncidentTracker, VerdictClosesActiveIncidentWithItsStatus)
             EXPECT_EQ(incident.endedAt, std::nullopt);
             EXPECT_EQ(tracker.activeIncidentID(), incident.id);
             // Still open: the next hot sample adds to it.
-            tracker.observe(sampleAt(hotTick(2.0)), &node);
+            tracker.observe(hot(2.0), &node);
             EXPECT_EQ(tracker.incidents().size(), 1u);
             EXPECT_EQ(tracker.incidents().front().points.size(), 2u);
         }
@@ -271,11 +238,11 @@ TEST(DashboardIncidentTracker, VerdictClosesActiveIncidentWithItsStatus)
 TEST(DashboardIncidentTracker, VerdictAfterIncidentAlreadyClosedChangesNothing)
 {
     DashboardIncidentTracker tracker;
-    const DashboardTask swift = task("swift", 70.0);
-    tracker.observe(sampleAt(hotTick(0.0)), &swift);
-    const SystemMetricSample actionSample = sampleAt(hotTick(2.0));
+    const DashboardTask swift = makeTask("swift", 70.0);
+    tracker.observe(hot(0.0), &swift);
+    const SystemMetricSample actionSample = hot(2.0);
     tracker.recordAction(swift, std::nullopt, at(2.0), &actionSample);
-    tracker.observe(sampleAt(calmTick(4.0)), &swift); // cooled before the verdict
+    tracker.observe(calm(4.0), &swift); // cooled before the verdict
 
     const DashboardIncidentTracker closed = tracker;
     tracker.finishActiveIncident(DashboardRecoveryState::recovered, at(122.0));
@@ -287,13 +254,14 @@ TEST(DashboardIncidentTracker, VerdictAfterIncidentAlreadyClosedChangesNothing)
 TEST(DashboardIncidentTracker, NewestFirstAfterTwoActions)
 {
     DashboardIncidentTracker tracker;
-    const SystemMetricSample first = sampleAt(calmTick(10.0));
-    const SystemMetricSample second = sampleAt(calmTick(20.0));
+    const SystemMetricSample first = calm(10.0);
+    const SystemMetricSample second = calm(20.0);
 
-    tracker.recordAction(task("pytest", 5.0, TaskKind::test), std::nullopt, at(10.0), &first);
+    tracker.recordAction(makeTask("pytest", 5.0, TaskKind::test), std::nullopt, at(10.0), &first);
     // The ending failed: the incident closes at once, and the next action opens another.
     tracker.finishActiveIncident(DashboardRecoveryState::terminationFailed, at(11.0));
-    tracker.recordAction(task("webpack", 5.0, TaskKind::build), std::nullopt, at(20.0), &second);
+    tracker.recordAction(makeTask("webpack", 5.0, TaskKind::build), std::nullopt, at(20.0),
+                         &second);
 
     ASSERT_EQ(tracker.incidents().size(), 2u);
     EXPECT_EQ(tracker.incidents()[0].application, "webpack");

@@ -17,13 +17,7 @@ SystemMetricSample tick(double time, SystemThermalState thermal,
                         std::optional<double> temperature = std::nullopt,
                         std::optional<double> cpu = std::nullopt)
 {
-    SystemMetricSample sample = makeSample(time);
-    sample.thermalState = thermal;
-    if (temperature)
-        sample.temperatureCelsius = SensorReading<double>::available(*temperature, "test");
-    if (cpu)
-        sample.cpuUsage = SensorReading<double>::available(*cpu, "test");
-    return sample;
+    return makeSample({.time = time, .thermal = thermal, .cpu = cpu, .temperature = temperature});
 }
 
 TEST(DashboardStoreMenuBar, AbnormalTimeStartsOnceAndClearsOnOneCalmSample)

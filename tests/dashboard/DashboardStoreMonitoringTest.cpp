@@ -13,8 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 // Runs the event loop until `done` or the deadline.
-template <typename Predicate>
-bool processEventsUntil(Predicate done, int milliseconds = 5000)
+template <typename Predicate> bool processEventsUntil(Predicate done, int milliseconds = 5000)
 {
     QDeadlineTimer deadline(milliseconds);
     while (!done() && !deadline.hasExpired())

@@ -15,25 +15,16 @@ struct SignalCount {
 
 SystemMetricSample sampleAt(double seconds, QList<ProcessMetric> processes)
 {
-    SystemMetricSample sample = makeSample(seconds);
-    sample.processMetrics = std::move(processes);
-    return sample;
+    return makeSample({.time = seconds, .processes = std::move(processes)});
 }
 
-std::vector<QString> applicationsOf(const std::vector<DashboardTask> &tasks)
+// The tasks' applications, as "worker editor".
+QString applicationsOf(const std::vector<DashboardTask> &tasks)
 {
-    std::vector<QString> names;
+    QStringList names;
     for (const DashboardTask &task : tasks)
-        names.push_back(task.application);
-    return names;
-}
-
-std::vector<QString> names(std::initializer_list<const char *> list)
-{
-    std::vector<QString> result;
-    for (const char *name : list)
-        result.push_back(QString::fromUtf8(name));
-    return result;
+        names << task.application;
+    return names.join(' ');
 }
 
 QString idOf(const DashboardStore &store, const char *application)
@@ -77,7 +68,7 @@ TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
     EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(true));
 
     store->ingest(sampleAt(102, desk()));
-    EXPECT_EQ(applicationsOf(store->allTasks()), names({"worker", "editor", "daemon"}));
+    EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
     EXPECT_EQ(store->selectedTaskID(), idOf(*store, "worker"));
     EXPECT_EQ(store->selectedProcessID(),
               processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
@@ -230,12 +221,12 @@ TEST(DashboardStoreTasksTest, OrderAndTargetsHoldBetweenReorders)
 {
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, desk(60.0, 10.0)));
-    EXPECT_EQ(applicationsOf(store->allTasks()), names({"worker", "editor", "daemon"}));
+    EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
     // The editor overtakes; the order holds until 8 s after the last reorder.
     store->ingest(sampleAt(102, desk(0.0, 300.0)));
-    EXPECT_EQ(applicationsOf(store->allTasks()), names({"worker", "editor", "daemon"}));
+    EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
     store->ingest(sampleAt(108, desk(0.0, 300.0)));
-    EXPECT_EQ(applicationsOf(store->allTasks()), names({"editor", "worker", "daemon"}));
+    EXPECT_EQ(applicationsOf(store->allTasks()), "editor worker daemon");
 }
 
 TEST(DashboardStoreTasksTest, EqualTicksDoNotNotifyTaskObservers)

@@ -1,5 +1,6 @@
 #include "dashboard/RecoveryStart.h"
 #include "sampling/Cancellation.h"
+#include "support/RowName.h"
 #include "support/StoreTesting.h"
 
 #include <QSignalSpy>
@@ -17,27 +18,9 @@ using Phase = DashboardTerminationPhase;
 using Signal = ProcessTerminationSignal;
 using State = DashboardRecoveryState;
 
-DashboardProcessNode nodeOf(const ProcessMetric &process, bool isTarget)
-{
-    DashboardProcessNode node;
-    node.id = processNodeKey(process.identity.pid, process.identity.startTime);
-    node.name = process.name;
-    node.pid = process.identity.pid;
-    node.parentPID = process.parentPID;
-    node.cpu = process.cpuPercent;
-    node.command = process.command.command;
-    node.isTarget = isTarget;
-    return node;
-}
-
 ProcessTerminationTarget targetOf(const ProcessMetric &process)
 {
     return ProcessTerminationTarget{process.identity, process.userID, process.name};
-}
-
-SensorReading<double> available(double value)
-{
-    return SensorReading<double>::available(value, QStringLiteral("test"));
 }
 
 // A store over a fake reader and a recording sender: no process is touched.
@@ -58,10 +41,7 @@ protected:
 
     void ingestAt(double seconds, double cpu = 80.0)
     {
-        SystemMetricSample sample = makeSample(seconds);
-        sample.cpuUsage = available(cpu);
-        sample.processMetrics = {processA, processB};
-        store->ingest(sample);
+        store->ingest(makeSample({.time = seconds, .cpu = cpu, .processes = {processA, processB}}));
     }
 
     // What the fake reader shows at each call: the process, or nothing.
@@ -101,8 +81,8 @@ protected:
     std::unique_ptr<DashboardStore> store;
     ProcessMetric processA = makeProcess(101, 1, QStringLiteral("node"), 60.0);
     ProcessMetric processB = makeProcess(202, 101, QStringLiteral("esbuild"), 20.0);
-    DashboardProcessNode nodeA = nodeOf(processA, true);
-    DashboardProcessNode nodeB = nodeOf(processB, false);
+    DashboardProcessNode nodeA = makeNode(processA, true);
+    DashboardProcessNode nodeB = makeNode(processB, false);
     DashboardTask task;
 };
 
@@ -121,9 +101,7 @@ TEST_F(TerminationWorkflow, TargetsAreRebuiltWholeFromEverySampleByTheRecordRule
               (QHash<QString, ProcessTerminationTarget>{{nodeA.id, targetOf(processA)},
                                                         {nodeB.id, targetOf(processB)}}));
 
-    sample = makeSample(102.0);
-    sample.processMetrics = {processB};
-    store->ingest(sample);
+    store->ingest(makeSample({.time = 102.0, .processes = {processB}}));
     EXPECT_EQ(store->processTerminationTargets().keys(), QList<QString>{nodeB.id});
 }
 
@@ -135,9 +113,7 @@ TEST_F(TerminationWorkflow, RequestForAProcessThatLeftTheSampleDoesNothing)
     const auto message = store->terminationMessage();
     ASSERT_TRUE(message.has_value());
 
-    SystemMetricSample sample = makeSample(102.0);
-    sample.processMetrics = {processA};
-    store->ingest(sample);
+    store->ingest(makeSample({.time = 102.0, .processes = {processA}}));
     store->requestTermination(task, nodeB);
     EXPECT_FALSE(store->pendingTermination().has_value());
     EXPECT_FALSE(store->pendingTerminationTarget().has_value());
@@ -212,6 +188,8 @@ struct FailureCase {
     std::size_t signalsSent;
 };
 
+using rows::PrintTo;
+
 class TerminationFailure : public TerminationWorkflow,
                            public ::testing::WithParamInterface<FailureCase> {};
 
@@ -252,7 +230,7 @@ INSTANTIATE_TEST_SUITE_P(
                                   "esbuild：任务身份已经变化，为避免误伤未发送结束信号。", 0},
                       FailureCase{"NoPermission", makeTarget(202, QStringLiteral("esbuild")), EPERM,
                                   "esbuild：没有权限结束该任务，未进行重试。", 1}),
-    [](const auto &info) { return std::string(info.param.name); });
+    RowName());
 
 TEST_F(TerminationWorkflow, ExitStartsAVerificationJudgedByLaterSamples)
 {
@@ -487,11 +465,10 @@ TEST_F(TerminationWorkflow, ExitOnAQuietMachineLeavesAnActionThatTheNextCalmTick
 TEST_F(TerminationWorkflow, VerdictWhileStillHotClosesTheIncidentOnTheSameTick)
 {
     auto ingestHot = [&](double seconds, double cpu) {
-        SystemMetricSample sample = makeSample(seconds);
-        sample.thermalState = SystemThermalState::fair;
-        sample.cpuUsage = available(cpu);
-        sample.processMetrics = {processA, processB};
-        store->ingest(sample);
+        store->ingest(makeSample({.time = seconds,
+                                  .thermal = SystemThermalState::fair,
+                                  .cpu = cpu,
+                                  .processes = {processA, processB}}));
     };
     ingestHot(100.0, 90.0);
     ASSERT_EQ(store->incidents().size(), 1u); // opened by the tick, blamed on the top task
@@ -539,8 +516,8 @@ TEST(RecoveryStartAfterExit, WithoutASampleThereIsNothingToCompare)
               (RecoveryStart{State::insufficientData, std::nullopt, std::nullopt}));
 
     SystemMetricSample baseline = makeSample(500.0);
-    baseline.cpuUsage = available(70.0);
-    baseline.fanRPM = available(2400.0);
+    baseline.cpuUsage = readingOf(70.0);
+    baseline.fanRPM = readingOf(2400.0);
     const RecoveryStart start = RecoveryStart::afterExit(ended, baseline);
     EXPECT_EQ(start.state, State::recovering);
     EXPECT_EQ(

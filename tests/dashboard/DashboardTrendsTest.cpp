@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QLocale>
-
 // Readable failure messages for the sensor table rows.
 void PrintTo(const DashboardSensorStatus &status, std::ostream *out)
 {
@@ -39,13 +37,6 @@ std::vector<SystemMetricSample> steadySamples(double start, double seconds)
         samples.push_back(sample);
     }
     return samples;
-}
-
-TEST(TrendPoints, EmptyHistoryGivesNoPoints)
-{
-    const MetricSampleHistory empty(3600.0);
-    EXPECT_TRUE(heatTrendPoints(empty, 60.0).empty());
-    EXPECT_TRUE(hardwareTrendPoints(empty, 60.0).empty());
 }
 
 TEST(TrendPoints, PlaceSamplesOnTheWindowEndingAtTheNewest)
@@ -123,20 +114,6 @@ TEST(TrendPoints, GapsAreAbsentNeverZero)
     EXPECT_EQ(hardware, expectedHardware);
 }
 
-TEST(SensorAvailability, MapsEveryReadingCase)
-{
-    const std::pair<SensorReadingCase, SensorAvailability> cases[] = {
-        {SensorReadingCase::available, SensorAvailability::available},
-        {SensorReadingCase::warmingUp, SensorAvailability::warmingUp},
-        {SensorReadingCase::unsupported, SensorAvailability::unavailable},
-        {SensorReadingCase::permissionDenied, SensorAvailability::unavailable},
-        {SensorReadingCase::temporarilyUnavailable, SensorAvailability::unavailable},
-    };
-    for (const auto &[readingCase, availability] : cases)
-        EXPECT_EQ(sensorAvailability(readingCase), availability)
-            << sensorReadingCaseName(readingCase).toStdString();
-}
-
 TEST(SensorStatuses, BeforeTheFirstSampleOneSamplingRow)
 {
     const std::vector<DashboardSensorStatus> expected = {{"sampling", "本机传感器",
@@ -195,11 +172,9 @@ TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
           processes}},
     };
     // Numbers follow the user's locale; the C locale writes them without grouping.
-    const QLocale previous;
-    QLocale::setDefault(QLocale::c());
-    for (const Case &c : cases)
-        EXPECT_EQ(sensorStatuses(c.sample, "procfs"), c.expected) << c.name;
-    QLocale::setDefault(previous);
+    const ScopedDefaultLocale c(QLocale::c());
+    for (const Case &row : cases)
+        EXPECT_EQ(sensorStatuses(row.sample, "procfs"), row.expected) << row.name;
 }
 
 TEST(DashboardStoreTrends, TheStoreDerivesFromItsOwnSamples)
@@ -207,9 +182,8 @@ TEST(DashboardStoreTrends, TheStoreDerivesFromItsOwnSamples)
     auto store = makeStoreForTesting();
     ASSERT_EQ(store->sensorStatuses().size(), 1u);
     EXPECT_TRUE(store->heatTrendPoints(60.0).empty());
-    SystemMetricSample sample = makeSample(50.0);
-    sample.cpuUsage = Reading::available(33.0, "cpu");
-    store->ingest(sample);
+    EXPECT_TRUE(store->hardwareTrendPoints(60.0).empty());
+    store->ingest(makeSample({.time = 50.0, .cpu = 33.0}));
     const auto statuses = store->sensorStatuses();
     ASSERT_EQ(statuses.size(), 7u);
     EXPECT_EQ(statuses.back().source, "procfs");

@@ -1,7 +1,10 @@
-// The menu bar's presentation: titles per state, metrics, the task to name,
-// and the texts that depend on the user's locale.
+// The menu bar's presentation: the heat test it shares with the incident
+// log, titles per state, metrics, the task to name, and the texts that depend
+// on the user's locale.
 
 #include "dashboard/MenuBarPresentation.h"
+#include "dashboard/HeatTest.h"
+#include "support/RowName.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
@@ -15,50 +18,18 @@ namespace {
 using State = MenuBarPresentationState;
 using Thermal = SystemThermalState;
 
-// Sets the process-wide default locale for one test and puts the old one back.
-class DefaultLocaleScope {
-public:
-    explicit DefaultLocaleScope(const QLocale &locale) { QLocale::setDefault(locale); }
-    ~DefaultLocaleScope() { QLocale::setDefault(m_saved); }
-    DefaultLocaleScope(const DefaultLocaleScope &) = delete;
-    DefaultLocaleScope &operator=(const DefaultLocaleScope &) = delete;
-
-private:
-    QLocale m_saved;
-};
-
-QLocale chinese()
-{
-    return QLocale(QLocale::Chinese, QLocale::China);
-}
-QLocale german()
-{
-    return QLocale(QLocale::German, QLocale::Germany);
-}
+const QLocale chinese(QLocale::Chinese, QLocale::China);
+const QLocale german(QLocale::German, QLocale::Germany);
 
 SystemMetricSample sampleWith(double time, Thermal thermal, std::optional<double> temperature,
                               std::optional<double> cpu = std::nullopt)
 {
-    SystemMetricSample sample = makeSample(time);
-    sample.thermalState = thermal;
-    if (temperature)
-        sample.temperatureCelsius = SensorReading<double>::available(*temperature, "test");
-    else
-        sample.temperatureCelsius = SensorReading<double>::unsupported("none");
-    if (cpu)
-        sample.cpuUsage = SensorReading<double>::available(*cpu, "test");
-    return sample;
+    return makeSample({.time = time, .thermal = thermal, .cpu = cpu, .temperature = temperature});
 }
 
 DashboardTask task(const QString &application, double cpu, ResourceImpact energy)
 {
-    DashboardTask made;
-    made.id = application;
-    made.application = application;
-    made.cpu = cpu;
-    made.energy = energy;
-    made.duration = QStringLiteral("3 分钟");
-    return made;
+    return makeTask(application, cpu, TaskKind::unknown, energy);
 }
 
 TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
@@ -88,17 +59,11 @@ TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.value);
-        {
-            DefaultLocaleScope scope(QLocale::c());
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.c));
-        }
-        {
-            DefaultLocaleScope scope(chinese());
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.chinese));
-        }
-        {
-            DefaultLocaleScope scope(german());
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.german));
+        const std::pair<QLocale, const char *> expected[] = {
+            {QLocale::c(), row.c}, {chinese, row.chinese}, {german, row.german}};
+        for (const auto &[locale, text] : expected) {
+            ScopedDefaultLocale scope(locale);
+            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(text));
         }
     }
 }
@@ -127,29 +92,12 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
         std::optional<TimePoint> start;
         if (row.secondsBeforeSample)
             start = TimePoint::fromSecondsSince1970(sampleTime - *row.secondsBeforeSample);
-        {
-            DefaultLocaleScope scope(QLocale::c());
-            EXPECT_EQ(makePresentation(&hot, {}, start).durationText, QString::fromUtf8(row.c));
-        }
-        {
-            DefaultLocaleScope scope(chinese());
-            EXPECT_EQ(makePresentation(&hot, {}, start).durationText,
-                      QString::fromUtf8(row.chinese));
+        for (const auto &[locale, text] :
+             {std::pair{QLocale::c(), row.c}, std::pair{chinese, row.chinese}}) {
+            ScopedDefaultLocale scope(locale);
+            EXPECT_EQ(makePresentation(&hot, {}, start).durationText, QString::fromUtf8(text));
         }
     }
-}
-
-TEST(MenuBarDurationText, AbsentOutsideAbnormalStatesOrWithoutSample)
-{
-    const auto longAgo = TimePoint::fromSecondsSince1970(0.0);
-    const SystemMetricSample calm = sampleWith(1000.0, Thermal::nominal, 50.0, 10.0);
-    const SystemMetricSample unknown = sampleWith(1000.0, Thermal::unknown, 50.0, 10.0);
-    EXPECT_EQ(makePresentation(&calm, {}, longAgo).durationText, std::nullopt);
-    EXPECT_EQ(makePresentation(&unknown, {}, longAgo).durationText, std::nullopt);
-    EXPECT_EQ(makePresentation(nullptr, {}, longAgo).durationText, std::nullopt);
-    const SystemMetricSample critical = sampleWith(1000.0, Thermal::critical, std::nullopt);
-    EXPECT_EQ(makePresentation(&critical, {}, longAgo).durationText,
-              QStringLiteral("已持续 16 分钟"));
 }
 
 struct StateRow {
@@ -172,33 +120,24 @@ const StateRow kStateRows[] = {
      State::actionRecommended, "建议处理", "建议处理", "exclamationmark.octagon.fill", nullptr},
     {"justBelowNinety", Thermal::nominal, 89.96, 10.0, std::nullopt, State::normal, "89.9°",
      "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
-    {"ninety", Thermal::nominal, 90.0, 10.0, std::nullopt, State::actionRecommended,
-     "建议处理 · 90°", "建议处理", "exclamationmark.octagon.fill", nullptr},
-    {"warmLightLoad", Thermal::nominal, 75.0, 29.9, std::nullopt, State::normal, "75°",
-     "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
     {"warmTaskLoad", Thermal::nominal, 75.0, 29.9, 30.0, State::highLoad, "负载高 · 75°", "负载高",
      "exclamationmark.triangle.fill", nullptr},
     {"unknownCool", Thermal::unknown, 40.0, 10.0, std::nullopt, State::observing, "观察中 · 40°",
      "观察中", "eye", "正在观察系统状态"},
     {"unknownNoTemperature", Thermal::unknown, std::nullopt, 10.0, std::nullopt, State::observing,
      "观察中", "观察中", "eye", "正在观察系统状态"},
-    {"unknownVeryHot", Thermal::unknown, 95.0, 10.0, std::nullopt, State::actionRecommended,
-     "建议处理 · 95°", "建议处理", "exclamationmark.octagon.fill", nullptr},
     {"normalNoTemperature", Thermal::nominal, std::nullopt, 90.0, 90.0, State::normal, "正常",
      "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
 };
 
-void PrintTo(const StateRow &row, std::ostream *out)
-{
-    *out << row.name;
-}
+using rows::PrintTo;
 
 class MenuBarStateTexts : public testing::TestWithParam<StateRow> {};
 
 TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
 {
     const StateRow &row = GetParam();
-    DefaultLocaleScope scope(QLocale::c());
+    ScopedDefaultLocale scope(QLocale::c());
     const SystemMetricSample sample = sampleWith(500.0, row.thermal, row.temperature, row.cpu);
     std::vector<DashboardTask> tasks;
     if (row.firstTaskCPU)
@@ -215,8 +154,7 @@ TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
         EXPECT_EQ(presentation.statusMessage, std::nullopt);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, MenuBarStateTexts, testing::ValuesIn(kStateRows),
-                         [](const auto &info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Rows, MenuBarStateTexts, testing::ValuesIn(kStateRows), RowName());
 
 TEST(MenuBarPresentation, WithoutSampleEverythingIsCollecting)
 {
@@ -266,7 +204,7 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
         {"warmingUp", Reading::warmingUp(), Reading::warmingUp(), Reading::warmingUp(), "采集中",
          "采集中", "采集中", std::nullopt},
     };
-    DefaultLocaleScope scope(QLocale::c());
+    ScopedDefaultLocale scope(QLocale::c());
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         SystemMetricSample sample = makeSample(10.0);
@@ -280,9 +218,6 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
         EXPECT_EQ(presentation.cpu.accessibilityValue, row.spoken);
         EXPECT_EQ(presentation.temperature.accessibilityValue, row.spoken);
         EXPECT_EQ(presentation.fan.accessibilityValue, row.spoken);
-        EXPECT_EQ(presentation.cpu.id, "cpu");
-        EXPECT_EQ(presentation.temperature.id, "temperature");
-        EXPECT_EQ(presentation.fan.id, "fan");
     }
 }
 
@@ -313,7 +248,7 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
         {"calmNamesNobody", &calm, &mixed, std::nullopt, 0},
         {"noTasks", &hot, nullptr, std::nullopt, 0},
     };
-    DefaultLocaleScope scope(QLocale::c());
+    ScopedDefaultLocale scope(QLocale::c());
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         const MenuBarPresentation presentation = makePresentation(
@@ -327,14 +262,76 @@ TEST(MenuBarPresentation, TaskCpuTextFollowsTheLocale)
 {
     const SystemMetricSample hot = sampleWith(10.0, Thermal::serious, 70.0, 50.0);
     const std::vector<DashboardTask> tasks = {task("make", 1234.4, ResourceImpact::high)};
-    {
-        DefaultLocaleScope scope(QLocale::c());
-        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, "1234%");
+    for (const auto &[locale, text] :
+         {std::pair{QLocale::c(), "1234%"}, std::pair{chinese, "1,234%"}}) {
+        ScopedDefaultLocale scope(locale);
+        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, text);
     }
-    {
-        DefaultLocaleScope scope(chinese());
-        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, "1,234%");
-    }
+}
+
+struct HeatRow {
+    const char *name;
+    Thermal thermal;
+    std::optional<double> temperature; // absent: not readable
+    std::optional<double> systemCPU;   // absent: not readable
+    std::optional<double> taskCPU;     // absent: no task
+    bool hot;
+    State state;
+};
+
+const HeatRow kHeatRows[] = {
+    // The system's own pressure is enough by itself.
+    {"fairCoolIdle", Thermal::fair, 40.0, 0.0, std::nullopt, true, State::highLoad},
+    {"fairNoReadings", Thermal::fair, std::nullopt, std::nullopt, std::nullopt, true,
+     State::highLoad},
+    {"seriousCoolIdle", Thermal::serious, 40.0, 0.0, std::nullopt, true, State::actionRecommended},
+    {"criticalNoReadings", Thermal::critical, std::nullopt, std::nullopt, std::nullopt, true,
+     State::actionRecommended},
+    // Temperature and load together, both inclusive.
+    {"atBothThresholds", Thermal::nominal, 75.0, 30.0, std::nullopt, true, State::highLoad},
+    {"temperatureJustBelow", Thermal::nominal, 74.9, 30.0, std::nullopt, false, State::normal},
+    {"cpuJustBelow", Thermal::nominal, 75.0, 29.9, std::nullopt, false, State::normal},
+    {"taskCarriesTheLoad", Thermal::nominal, 75.0, 10.0, 30.0, true, State::highLoad},
+    {"taskJustBelow", Thermal::nominal, 75.0, 10.0, 29.9, false, State::normal},
+    {"taskAboveSystem", Thermal::nominal, 80.0, 10.0, 120.0, true, State::highLoad},
+    {"systemAboveTask", Thermal::nominal, 80.0, 50.0, 1.0, true, State::highLoad},
+    {"noTaskCpuUnreadable", Thermal::nominal, 80.0, std::nullopt, std::nullopt, false,
+     State::normal},
+    {"cpuUnreadableTaskLoaded", Thermal::nominal, 80.0, std::nullopt, 45.0, true, State::highLoad},
+    // An unreadable temperature never makes a sample hot.
+    {"noTemperatureFullLoad", Thermal::nominal, std::nullopt, 100.0, 100.0, false, State::normal},
+    // `unknown` is no pressure: it falls through to the readings.
+    {"unknownHotLoaded", Thermal::unknown, 90.0, 50.0, std::nullopt, true,
+     State::actionRecommended},
+    {"unknownWarmLoaded", Thermal::unknown, 80.0, 50.0, std::nullopt, true, State::highLoad},
+    {"unknownCool", Thermal::unknown, 40.0, 90.0, std::nullopt, false, State::observing},
+    {"unknownNoReadings", Thermal::unknown, std::nullopt, std::nullopt, std::nullopt, false,
+     State::observing},
+    // 90 degrees recommends action without load, yet opens no incident.
+    {"ninetyIdle", Thermal::nominal, 90.0, 0.0, std::nullopt, false, State::actionRecommended},
+    {"justBelowNinetyIdle", Thermal::nominal, 89.9, 0.0, std::nullopt, false, State::normal},
+    {"justBelowNinetyLoaded", Thermal::nominal, 89.9, 30.0, std::nullopt, true, State::highLoad},
+    {"nominalCool", Thermal::nominal, 40.0, 95.0, 95.0, false, State::normal},
+};
+
+class HeatDecision : public testing::TestWithParam<HeatRow> {};
+
+TEST_P(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
+{
+    const HeatRow &row = GetParam();
+    const SystemMetricSample sample =
+        makeSample({.thermal = row.thermal, .cpu = row.systemCPU, .temperature = row.temperature});
+    EXPECT_EQ(isSampleHot(sample, row.taskCPU), row.hot);
+    EXPECT_EQ(menuBarState(&sample, row.taskCPU), row.state)
+        << menuBarPresentationStateName(menuBarState(&sample, row.taskCPU)).toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, HeatDecision, testing::ValuesIn(kHeatRows), RowName());
+
+TEST(HeatDecision, NoSampleIsCollecting)
+{
+    EXPECT_EQ(menuBarState(nullptr, std::nullopt), State::collecting);
+    EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
 }
 
 } // namespace

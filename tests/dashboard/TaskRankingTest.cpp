@@ -27,22 +27,6 @@ std::vector<DashboardTask> tasksFor(const std::vector<ApplicationLoad> &loads)
     return tasks;
 }
 
-std::vector<QString> idsOf(const std::vector<ApplicationLoad> &loads)
-{
-    std::vector<QString> ids;
-    for (const ApplicationLoad &load : loads)
-        ids.push_back(load.id);
-    return ids;
-}
-
-std::vector<QString> ids(std::initializer_list<const char *> names)
-{
-    std::vector<QString> result;
-    for (const char *name : names)
-        result.push_back(QString::fromUtf8(name));
-    return result;
-}
-
 TimePoint at(double seconds)
 {
     return TimePoint::fromSecondsSince1970(seconds);
@@ -53,23 +37,18 @@ struct Ranker {
     TaskOrderState state;
     std::vector<DashboardTask> previous;
 
-    std::vector<QString> tick(double seconds, std::vector<ApplicationLoad> loads)
+    // The ids in the order given back, as "b a".
+    QString tick(double seconds, std::vector<ApplicationLoad> loads)
     {
         const LoadIndexByID index = indexLoadsByID(loads);
         const auto ranked = rankLoads(std::move(loads), index, at(seconds), previous, state);
         previous = tasksFor(ranked);
-        return idsOf(ranked);
+        QStringList ids;
+        for (const ApplicationLoad &load : ranked)
+            ids << load.id;
+        return ids.join(' ');
     }
 };
-
-TEST(TaskRankingTest, FirstListKeepsTheGroupingOrderAndSeedsRawScores)
-{
-    Ranker ranker;
-    EXPECT_EQ(ranker.tick(100, {loadWithScore("a", 10), loadWithScore("b", 90)}), ids({"a", "b"}));
-    EXPECT_EQ(ranker.state.smoothedTaskScores.at("a"), 10.0);
-    EXPECT_EQ(ranker.state.smoothedTaskScores.at("b"), 90.0);
-    EXPECT_EQ(ranker.state.lastTaskRankingUpdate, at(100));
-}
 
 TEST(TaskRankingTest, SmoothingFallsFrom100To65To42Point25)
 {
@@ -81,71 +60,63 @@ TEST(TaskRankingTest, SmoothingFallsFrom100To65To42Point25)
     EXPECT_DOUBLE_EQ(ranker.state.smoothedTaskScores.at("a"), 42.25);
 }
 
-TEST(TaskRankingTest, ReorderWaitsUntilEightSecondsAfterTheLast)
+// Loads written as "a=10 b=90": each its own id and raw score, in grouping order.
+std::vector<ApplicationLoad> loadsOf(const char *scores)
 {
-    struct Row {
-        double secondTick;
-        bool reordered;
-    };
-    const Row rows[] = {{107.99, false}, {108.0, true}, {150.0, true}};
-    for (const Row &row : rows) {
-        Ranker ranker;
-        // "b" is new on the second tick with a huge score: it joins at the end.
-        ranker.tick(100, {loadWithScore("a", 10)});
-        const auto order =
-            ranker.tick(row.secondTick, {loadWithScore("a", 10), loadWithScore("b", 500)});
-        EXPECT_EQ(order, row.reordered ? ids({"b", "a"}) : ids({"a", "b"})) << row.secondTick;
-        EXPECT_EQ(ranker.state.lastTaskRankingUpdate, at(row.reordered ? row.secondTick : 100.0));
+    std::vector<ApplicationLoad> loads;
+    for (const QString &entry : QString::fromUtf8(scores).split(' ', Qt::SkipEmptyParts)) {
+        const QStringList parts = entry.split('=');
+        loads.push_back(loadWithScore(parts[0].toUtf8().constData(), parts[1].toDouble()));
     }
+    return loads;
 }
 
-TEST(TaskRankingTest, PassingNeedsALeadOfMoreThanFivePoints)
+TEST(TaskRankingTest, OrderChangesOnlyAtAReorderAndOnlyForALeadOfMoreThanFivePoints)
 {
-    struct Row {
-        double front;
-        double behind;
-        bool passes;
+    struct Tick {
+        double time;
+        const char *scores;
+        const char *order;
     };
-    // Equal raw and smoothed scores: each load keeps one score on both ticks.
+    struct Row {
+        const char *description;
+        std::vector<Tick> ticks;
+    };
     const Row rows[] = {
-        {66.0, 70.0, false}, {65.0, 70.0, false}, {64.9, 70.0, true}, {70.0, 70.0, false}};
+        {"the first list keeps the grouping order", {{100, "a=10 b=90", "a b"}}},
+        {"a newcomer joins at the end until 8 s after the last reorder",
+         {{100, "a=10", "a"}, {107.99, "a=10 b=500", "a b"}, {108, "a=10 b=500", "b a"}}},
+        {"each reorder starts the wait again",
+         {{100, "a=10", "a"},
+          {108, "a=10 b=500", "b a"},
+          {115.99, "a=10 b=500 c=900", "b a c"},
+          {116, "a=10 b=500 c=900", "c b a"}}},
+        {"a lead of 4 holds", {{0, "f=66 b=70", "f b"}, {8, "f=66 b=70", "f b"}}},
+        {"a lead of 5 holds", {{0, "f=65 b=70", "f b"}, {8, "f=65 b=70", "f b"}}},
+        {"a lead of 5.1 passes", {{0, "f=64.9 b=70", "f b"}, {8, "f=64.9 b=70", "b f"}}},
+        {"equal scores hold", {{0, "f=70 b=70", "f b"}, {8, "f=70 b=70", "f b"}}},
+        {"equal scores keep their order across reorders",
+         {{0, "c=30 a=30 b=30", "c a b"},
+          {10, "c=30 a=30 b=30", "c a b"},
+          {20, "c=30 a=30 b=30", "c a b"}}},
+        // c smooths to 0.35 * 200 + 0.65 * 10 = 76.5 and leads everyone.
+        {"a rising task moves to the front in one reorder",
+         {{0, "a=30 b=20 c=10", "a b c"}, {8, "a=30 b=20 c=200", "c a b"}}},
+        // a: 50 -> 32.5 -> 21.125 -> 13.73; b stays 40 and passes at 8 s.
+        {"ticks between reorders still feed the smoothing",
+         {{0, "a=50 b=40", "a b"},
+          {2, "a=0 b=40", "a b"},
+          {4, "a=0 b=40", "a b"},
+          {8, "a=0 b=40", "b a"}}},
+    };
     for (const Row &row : rows) {
+        SCOPED_TRACE(row.description);
         Ranker ranker;
-        ranker.tick(0, {loadWithScore("front", row.front), loadWithScore("behind", row.behind)});
-        const auto order = ranker.tick(
-            8, {loadWithScore("front", row.front), loadWithScore("behind", row.behind)});
-        EXPECT_EQ(order, row.passes ? ids({"behind", "front"}) : ids({"front", "behind"}))
-            << row.front << " vs " << row.behind;
+        for (const Tick &tick : row.ticks) {
+            EXPECT_EQ(ranker.tick(tick.time, loadsOf(tick.scores)), QString::fromUtf8(tick.order))
+                << tick.time;
+        }
     }
-}
-
-TEST(TaskRankingTest, EqualScoresKeepTheirOrderAcrossReorders)
-{
-    Ranker ranker;
-    std::vector<ApplicationLoad> loads = {loadWithScore("c", 30), loadWithScore("a", 30),
-                                          loadWithScore("b", 30)};
-    for (int tick = 0; tick < 6; ++tick)
-        EXPECT_EQ(ranker.tick(tick * 10.0, loads), ids({"c", "a", "b"}));
-}
-
-TEST(TaskRankingTest, RisingTaskMovesToTheFrontInOneReorder)
-{
-    Ranker ranker;
-    ranker.tick(0, {loadWithScore("a", 30), loadWithScore("b", 20), loadWithScore("c", 10)});
-    // c jumps; after smoothing (0.35 * 200 + 0.65 * 10 = 76.5) it leads everyone.
-    EXPECT_EQ(
-        ranker.tick(8, {loadWithScore("a", 30), loadWithScore("b", 20), loadWithScore("c", 200)}),
-        ids({"c", "a", "b"}));
-}
-
-TEST(TaskRankingTest, TicksBetweenReordersStillFeedTheSmoothing)
-{
-    Ranker ranker;
-    ranker.tick(0, {loadWithScore("a", 50), loadWithScore("b", 40)});
-    EXPECT_EQ(ranker.tick(2, {loadWithScore("a", 0), loadWithScore("b", 40)}), ids({"a", "b"}));
-    EXPECT_EQ(ranker.tick(4, {loadWithScore("a", 0), loadWithScore("b", 40)}), ids({"a", "b"}));
-    // a: 50 -> 32.5 -> 21.125 -> 13.73; b stays 40 and passes at 8 s.
-    EXPECT_EQ(ranker.tick(8, {loadWithScore("a", 0), loadWithScore("b", 40)}), ids({"b", "a"}));
 }
 
 TEST(TaskRankingTest, VanishedTasksLoseTheirScoresAndAnEmptyListResets)
@@ -157,7 +128,7 @@ TEST(TaskRankingTest, VanishedTasksLoseTheirScoresAndAnEmptyListResets)
     ranker.tick(4, {});
     EXPECT_EQ(ranker.state, TaskOrderState{});
     // Starts over: raw scores, the grouping's order.
-    EXPECT_EQ(ranker.tick(6, {loadWithScore("a", 1), loadWithScore("b", 99)}), ids({"a", "b"}));
+    EXPECT_EQ(ranker.tick(6, {loadWithScore("a", 1), loadWithScore("b", 99)}), "a b");
     EXPECT_EQ(ranker.state.smoothedTaskScores.at("a"), 1.0);
 }
 

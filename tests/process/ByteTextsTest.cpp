@@ -1,20 +1,27 @@
 #include "process/ByteTexts.h"
+#include "support/StoreTesting.h"
 
 #include <gtest/gtest.h>
 
-#include <QLocale>
+#include <limits>
 
 namespace {
 
 TEST(ByteTexts, ChooseTheUnitByTheInputAndAlwaysUseAPoint)
 {
     // A locale with a decimal comma must not leak into these texts.
-    const QLocale previous;
-    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    const std::pair<std::uint64_t, const char *> memory[] = {
-        {0, "0 B"},        {999, "999 B"},         {1000, "1 KB"},         {999999, "1000 KB"},
-        {1500000, "2 MB"}, {999999999, "1000 MB"}, {1000000000, "1.0 GB"}, {1500000000, "1.5 GB"},
-        {2500000, "2 MB"}, {1250000000, "1.2 GB"}};
+    const ScopedDefaultLocale german(QLocale(QLocale::German, QLocale::Germany));
+    const std::pair<std::uint64_t, const char *> memory[] = {{0, "0 B"},
+                                                             {999, "999 B"},
+                                                             {1000, "1 KB"},
+                                                             {999999, "1000 KB"},
+                                                             {1500000, "2 MB"},
+                                                             {999999999, "1000 MB"},
+                                                             {1000000000, "1.0 GB"},
+                                                             {1500000000, "1.5 GB"},
+                                                             {2500000, "2 MB"},
+                                                             {1250000000, "1.2 GB"},
+                                                             {UINT64_MAX, "18446744073.7 GB"}};
     for (const auto &[bytes, text] : memory)
         EXPECT_EQ(memoryText(bytes), QLatin1String(text)) << bytes;
     const std::pair<double, const char *> rates[] = {
@@ -29,10 +36,12 @@ TEST(ByteTexts, ChooseTheUnitByTheInputAndAlwaysUseAPoint)
         {2500.0, "2 KB/s"},
         {3500.0, "4 KB/s"},
         {1.25e9, "1.2 GB/s"},
-        {-5.0, "0 B/s"}};
+        {-5.0, "0 B/s"},
+        {0.4, "0 B/s"},
+        {std::numeric_limits<double>::quiet_NaN(), "0 B/s"},
+        {2e9, "2.0 GB/s"}};
     for (const auto &[rate, text] : rates)
         EXPECT_EQ(rateText(rate), QLatin1String(text)) << rate;
-    QLocale::setDefault(previous);
 }
 
 } // namespace

@@ -16,10 +16,7 @@ struct CommandCase {
     QString expected;
 };
 
-void PrintTo(const CommandCase &row, std::ostream *out)
-{
-    *out << row.description;
-}
+using rows::PrintTo;
 
 class RedactedCommandTest : public testing::TestWithParam<CommandCase> {};
 
@@ -86,11 +83,6 @@ struct ProjectCase {
     std::optional<QString> expected;
     QStringList accountDirectories = {};
 };
-
-void PrintTo(const ProjectCase &row, std::ostream *out)
-{
-    *out << row.description;
-}
 
 class ProjectTest : public testing::TestWithParam<ProjectCase> {};
 

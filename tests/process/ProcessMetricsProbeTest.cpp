@@ -54,91 +54,92 @@ struct Tick {
     RawProcessMetric record;
 };
 
-struct RateCase {
-    const char *description;
-    Tick first;
-    Tick second;
-    double cpuPercent;
-    double diskBytesPerSecond;
+// One tick: what the reader lists at `now`, and per record the CPU percent
+// and disk bytes per second the probe must give it.
+struct Step {
+    double now;
+    std::vector<RawProcessMetric> records;
+    std::vector<std::pair<double, double>> rates;
 };
 
-void PrintTo(const RateCase &row, std::ostream *out)
-{
-    *out << row.description;
-}
+struct Sequence {
+    const char *description;
+    std::vector<Step> steps;
+};
 
-class ProcessRateTest : public testing::TestWithParam<RateCase> {};
+using rows::PrintTo;
+
+class ProcessRateTest : public testing::TestWithParam<Sequence> {};
 
 TEST_P(ProcessRateTest, RatesOnlyTheSameProcessOverForwardTime)
 {
-    const RateCase &row = GetParam();
-    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(
-        std::deque<std::vector<RawProcessMetric>>{{row.first.record}, {row.second.record}}));
+    std::deque<std::vector<RawProcessMetric>> ticks;
+    for (const Step &step : GetParam().steps)
+        ticks.push_back(step.records);
+    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(std::move(ticks)));
+    for (const Step &step : GetParam().steps) {
+        SCOPED_TRACE(step.now);
+        const QList<ProcessMetric> metrics =
+            probe.sample(TimePoint::fromSecondsSince1970(step.now));
+        ASSERT_EQ(std::size_t(metrics.size()), step.rates.size());
+        for (std::size_t i = 0; i < step.rates.size(); ++i) {
+            EXPECT_DOUBLE_EQ(metrics[qsizetype(i)].cpuPercent, step.rates[i].first) << i;
+            EXPECT_DOUBLE_EQ(metrics[qsizetype(i)].diskBytesPerSecond, step.rates[i].second) << i;
+        }
+    }
+}
 
-    const QList<ProcessMetric> first = probe.sample(TimePoint::fromSecondsSince1970(row.first.now));
-    ASSERT_EQ(first.size(), 1);
-    EXPECT_EQ(first[0].cpuPercent, 0.0);
-    EXPECT_EQ(first[0].diskBytesPerSecond, 0.0);
-
-    const QList<ProcessMetric> second =
-        probe.sample(TimePoint::fromSecondsSince1970(row.second.now));
-    ASSERT_EQ(second.size(), 1);
-    EXPECT_DOUBLE_EQ(second[0].cpuPercent, row.cpuPercent);
-    EXPECT_DOUBLE_EQ(second[0].diskBytesPerSecond, row.diskBytesPerSecond);
+// Two ticks of one record each: the first has no rates, the second `cpu` and `disk`.
+Sequence pair(const char *description, Tick first, Tick second, double cpu, double disk)
+{
+    return {
+        description,
+        {{first.now, {first.record}, {{0.0, 0.0}}}, {second.now, {second.record}, {{cpu, disk}}}}};
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Ticks, ProcessRateTest,
-    testing::Values(RateCase{"half a core and 1 MB/s over two seconds",
-                             {100.0, process(7, 50.0, 10 * second, 1000000)},
-                             {102.0, process(7, 50.0, 11 * second, 3000000)},
-                             50.0,
-                             1000000.0},
-                    RateCase{"many busy threads go above one core",
-                             {100.0, process(7, 50.0, 0, 0)},
-                             {102.0, process(7, 50.0, 7 * second, 0)},
-                             350.0,
-                             0.0},
-                    RateCase{"same time twice",
-                             {100.0, process(7, 50.0, 0, 0)},
-                             {100.0, process(7, 50.0, second, 100)},
-                             0.0,
-                             0.0},
-                    RateCase{"time going back",
-                             {100.0, process(7, 50.0, 0, 0)},
-                             {99.0, process(7, 50.0, second, 100)},
-                             0.0,
-                             0.0},
-                    RateCase{"reused pid with another start time",
-                             {100.0, process(7, 50.0, 0, 0)},
-                             {102.0, process(7, 101.0, 5 * second, 100)},
-                             0.0,
-                             0.0},
-                    RateCase{"same pid and start after an exec",
-                             {100.0, process(7, 50.0, 0, 0, "/usr/bin/sh")},
-                             {102.0, process(7, 50.0, second, 100, "/usr/bin/node")},
-                             0.0,
-                             0.0},
-                    RateCase{"replaced binary counts as another executable",
-                             {100.0, process(7, 50.0, 0, 0, "/usr/bin/node")},
-                             {102.0, process(7, 50.0, second, 100, "/usr/bin/node (deleted)")},
-                             0.0,
-                             0.0},
-                    RateCase{"CPU counter going back clears the disk rate too",
-                             {100.0, process(7, 50.0, 5 * second, 0)},
-                             {102.0, process(7, 50.0, 4 * second, 4000)},
-                             0.0,
-                             0.0},
-                    RateCase{"disk counter going back clears the CPU rate too",
-                             {100.0, process(7, 50.0, 0, 4000)},
-                             {102.0, process(7, 50.0, second, 0)},
-                             0.0,
-                             0.0},
-                    RateCase{"idle process",
-                             {100.0, process(7, 50.0, second, 10)},
-                             {102.0, process(7, 50.0, second, 10)},
-                             0.0,
-                             0.0}),
+    testing::Values(
+        pair("half a core and 1 MB/s over two seconds",
+             {100.0, process(7, 50.0, 10 * second, 1000000)},
+             {102.0, process(7, 50.0, 11 * second, 3000000)}, 50.0, 1000000.0),
+        pair("many busy threads go above one core", {100.0, process(7, 50.0, 0, 0)},
+             {102.0, process(7, 50.0, 7 * second, 0)}, 350.0, 0.0),
+        pair("same time twice", {100.0, process(7, 50.0, 0, 0)},
+             {100.0, process(7, 50.0, second, 100)}, 0.0, 0.0),
+        pair("time going back", {100.0, process(7, 50.0, 0, 0)},
+             {99.0, process(7, 50.0, second, 100)}, 0.0, 0.0),
+        pair("reused pid with another start time", {100.0, process(7, 50.0, 0, 0)},
+             {102.0, process(7, 101.0, 5 * second, 100)}, 0.0, 0.0),
+        pair("same pid and start after an exec", {100.0, process(7, 50.0, 0, 0, "/usr/bin/sh")},
+             {102.0, process(7, 50.0, second, 100, "/usr/bin/node")}, 0.0, 0.0),
+        pair("replaced binary counts as another executable",
+             {100.0, process(7, 50.0, 0, 0, "/usr/bin/node")},
+             {102.0, process(7, 50.0, second, 100, "/usr/bin/node (deleted)")}, 0.0, 0.0),
+        pair("CPU counter going back clears the disk rate too",
+             {100.0, process(7, 50.0, 5 * second, 0)}, {102.0, process(7, 50.0, 4 * second, 4000)},
+             0.0, 0.0),
+        pair("disk counter going back clears the CPU rate too", {100.0, process(7, 50.0, 0, 4000)},
+             {102.0, process(7, 50.0, second, 0)}, 0.0, 0.0),
+        pair("idle process", {100.0, process(7, 50.0, second, 10)},
+             {102.0, process(7, 50.0, second, 10)}, 0.0, 0.0),
+        // Pid 7 is missed on the second tick: on the third it has
+        // no counters to compare with, though pid 8 has.
+        Sequence{"a vanished process is forgotten at once",
+                 {{100.0, {process(7, 50.0, 0, 0)}, {{0, 0}}},
+                  {102.0, {process(8, 50.0, 0, 0)}, {{0, 0}}},
+                  {104.0,
+                   {process(7, 50.0, 4 * second, 400), process(8, 50.0, second, 0)},
+                   {{0, 0}, {50, 0}}},
+                  {106.0, {process(7, 50.0, 6 * second, 600)}, {{100, 100}}}}},
+        Sequence{"a reused pid rates normally from the tick after",
+                 {{100.0, {process(7, 50.0, 9 * second, 0)}, {{0, 0}}},
+                  {102.0, {process(7, 101.0, second, 0)}, {{0, 0}}},
+                  {104.0, {process(7, 101.0, 2 * second, 0)}, {{50, 0}}}}},
+        Sequence{
+            "a pid repeated in one tick keeps both records and the first counters",
+            {{100.0, {process(7, 50.0, 0, 0), process(7, 50.0, 10 * second, 0)}, {{0, 0}, {0, 0}}},
+             {102.0, {process(7, 50.0, 2 * second, 0)}, {{100, 0}}}}}),
     RowName());
 
 TEST(ProcessMetricsProbeTest, FirstTickHasNoRatesButCorrectDurations)
@@ -191,56 +192,6 @@ TEST(ProcessMetricsProbeTest, CarriesEveryFieldOfTheRawRecordInTheReadersOrder)
     expected.residentBytes = 123456789;
     expected.duration = 15.5;
     EXPECT_EQ(metrics[1], expected);
-}
-
-TEST(ProcessMetricsProbeTest, ForgetsVanishedProcessesAtOnce)
-{
-    // Tick 1 sees pid 7, tick 2 misses it, tick 3 sees the same process
-    // again: it has no counters of tick 2 to compare with, so it rates 0.
-    ProcessMetricsProbe probe(
-        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
-            {process(7, 50.0, 0, 0)},
-            {process(8, 50.0, 0, 0)},
-            {process(7, 50.0, 4 * second, 400), process(8, 50.0, second, 0)},
-            {process(7, 50.0, 6 * second, 600)}}));
-
-    probe.sample(TimePoint::fromSecondsSince1970(100.0));
-    probe.sample(TimePoint::fromSecondsSince1970(102.0));
-    const QList<ProcessMetric> third = probe.sample(TimePoint::fromSecondsSince1970(104.0));
-    ASSERT_EQ(third.size(), 2);
-    EXPECT_EQ(third[0].cpuPercent, 0.0);
-    EXPECT_EQ(third[0].diskBytesPerSecond, 0.0);
-    EXPECT_DOUBLE_EQ(third[1].cpuPercent, 50.0);
-
-    const QList<ProcessMetric> fourth = probe.sample(TimePoint::fromSecondsSince1970(106.0));
-    ASSERT_EQ(fourth.size(), 1);
-    EXPECT_DOUBLE_EQ(fourth[0].cpuPercent, 100.0);
-    EXPECT_DOUBLE_EQ(fourth[0].diskBytesPerSecond, 100.0);
-}
-
-TEST(ProcessMetricsProbeTest, ReusedPidRatesNormallyFromTheTickAfter)
-{
-    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(
-        std::deque<std::vector<RawProcessMetric>>{{process(7, 50.0, 9 * second, 0)},
-                                                  {process(7, 101.0, second, 0)},
-                                                  {process(7, 101.0, 2 * second, 0)}}));
-
-    probe.sample(TimePoint::fromSecondsSince1970(100.0));
-    EXPECT_EQ(probe.sample(TimePoint::fromSecondsSince1970(102.0))[0].cpuPercent, 0.0);
-    EXPECT_DOUBLE_EQ(probe.sample(TimePoint::fromSecondsSince1970(104.0))[0].cpuPercent, 50.0);
-}
-
-TEST(ProcessMetricsProbeTest, RepeatedPidInOneTickKeepsBothRecordsAndTheFirstCounters)
-{
-    ProcessMetricsProbe probe(
-        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
-            {process(7, 50.0, 0, 0), process(7, 50.0, 10 * second, 0)},
-            {process(7, 50.0, 2 * second, 0)}}));
-
-    EXPECT_EQ(probe.sample(TimePoint::fromSecondsSince1970(100.0)).size(), 2);
-    const QList<ProcessMetric> second = probe.sample(TimePoint::fromSecondsSince1970(102.0));
-    ASSERT_EQ(second.size(), 1);
-    EXPECT_DOUBLE_EQ(second[0].cpuPercent, 100.0);
 }
 
 TEST(ProcessMetricsProbeTest, SamplesShareOneCopyOfEachText)

@@ -1,6 +1,7 @@
 #include "process/TaskAssembly.h"
 #include "process/LoadTextFormats.h"
 #include "process/ProcessNameOrder.h"
+#include "support/RowName.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
@@ -11,16 +12,6 @@
 #include <limits>
 
 namespace {
-
-TEST(LoadTextFormatsTest, ByteTextsOfExtremeAndBrokenInputs)
-{
-    EXPECT_EQ(memoryText(std::numeric_limits<std::uint64_t>::max()),
-              QStringLiteral("18446744073.7 GB"));
-    EXPECT_EQ(rateText(0.4), QStringLiteral("0 B/s"));
-    EXPECT_EQ(rateText(-5.0), QStringLiteral("0 B/s"));
-    EXPECT_EQ(rateText(std::numeric_limits<double>::quiet_NaN()), QStringLiteral("0 B/s"));
-    EXPECT_EQ(rateText(2e9), QStringLiteral("2.0 GB/s"));
-}
 
 TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)
 {
@@ -113,6 +104,8 @@ struct TreeCase {
     const char *shape;
 };
 
+using rows::PrintTo;
+
 class ProcessTreeTest : public testing::TestWithParam<TreeCase> {};
 
 TEST_P(ProcessTreeTest, BuildsTheForestInNameOrder)
@@ -155,25 +148,22 @@ INSTANTIATE_TEST_SUITE_P(
                  {makeProcess(1, 0, "a"), makeProcess(2, 1, "b"), makeProcess(3, 2, "c")},
                  3,
                  "a(1)[b(2)[c(3)*]]"}),
-    [](const testing::TestParamInfo<TreeCase> &info) { return info.param.name; });
+    RowName());
 
 TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
 {
-    ApplicationLoad load;
-    load.id = QStringLiteral("task-abc");
-    load.application = QStringLiteral("pytest");
-    load.processes = {makeProcess(10, 1, "bash", 1.0, 500'000.0),
-                      makeProcess(11, 10, "pytest", 79.5, 1'500'000.0)};
-    load.processes[1].command.project = QStringLiteral("kiln");
-    load.processes[0].duration = 4000.0;
-    load.target = load.processes[1];
+    ProcessMetric shell = makeProcess(10, 1, "bash", 1.0, 500'000.0);
+    shell.duration = 4000.0;
+    ProcessMetric runner = makeProcess(11, 10, "pytest", 79.5, 1'500'000.0);
+    runner.command.project = QStringLiteral("kiln");
+    const ApplicationLoad load = makeLoad("pytest", {shell, runner});
     TaskClassification classification = TaskClassification::classify(load);
 
     const ProcessNameOrder order(QLocale::c());
     TickTexts texts(order);
     const DashboardTask task = assembleTask(load, classification, texts);
     EXPECT_EQ(task.id, load.id);
-    EXPECT_EQ(task.application, QStringLiteral("pytest"));
+    EXPECT_EQ(task.application, load.application);
     EXPECT_EQ(task.kind, TaskKind::test);
     EXPECT_EQ(task.detail, classification.detail);
     EXPECT_EQ(task.targetProcess, (DashboardProcessSummary{QStringLiteral("pytest"), 11, 79.5,

@@ -45,39 +45,32 @@ TEST(MetricSampleHistoryAppend, AnHourOfTicksKeepsAtMostTheReach)
     MetricSampleHistory history(3600.0);
     for (int i = 0; i < 2500; ++i)
         history.append(at(2.0 * i));
-    const double span = history.samples().back().timestamp.secondsSince(
-        history.samples().front().timestamp);
+    const double span =
+        history.samples().back().timestamp.secondsSince(history.samples().front().timestamp);
     EXPECT_LE(span, 3600.0);
     EXPECT_EQ(history.samples().size(), 1801u);
 }
 
-struct ThinningCase {
-    int kept;
-    std::size_t expectedCount;
-    int expectedStride;
-};
-
-class MetricSampleHistoryThinning : public ::testing::TestWithParam<ThinningCase> {};
-
-TEST_P(MetricSampleHistoryThinning, PicksWholeSamplesAtAStrideAndKeepsTheLast)
+TEST(MetricSampleHistoryWindow, ThinsToWholeSamplesAtAStrideAndKeepsTheLast)
 {
-    const ThinningCase row = GetParam();
-    MetricSampleHistory history(1e9);
-    for (int i = 0; i < row.kept; ++i)
-        history.append(at(i));
-    const auto result = history.recentSamples(1e8);
-    ASSERT_EQ(result.size(), row.expectedCount);
-    for (std::size_t i = 0; i + 1 < result.size(); ++i)
-        EXPECT_EQ(result[i].timestamp.secondsSince1970, double(i * row.expectedStride));
-    EXPECT_EQ(result.back().timestamp.secondsSince1970, row.kept - 1.0);
-    EXPECT_LE(result.size(), 361u);
+    struct Row {
+        int kept;
+        std::size_t expectedCount;
+        int expectedStride;
+    };
+    for (const Row row :
+         {Row{1, 1, 1}, {360, 360, 1}, {361, 181, 2}, {1800, 361, 5}, {1801, 301, 6}}) {
+        SCOPED_TRACE(row.kept);
+        MetricSampleHistory history(1e9);
+        for (int i = 0; i < row.kept; ++i)
+            history.append(at(i));
+        const auto result = history.recentSamples(1e8);
+        ASSERT_EQ(result.size(), row.expectedCount);
+        for (std::size_t i = 0; i + 1 < result.size(); ++i)
+            EXPECT_EQ(result[i].timestamp.secondsSince1970, double(i * row.expectedStride));
+        EXPECT_EQ(result.back().timestamp.secondsSince1970, row.kept - 1.0);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Strides, MetricSampleHistoryThinning,
-                         ::testing::Values(ThinningCase{1, 1, 1}, ThinningCase{360, 360, 1},
-                                           ThinningCase{361, 181, 2},
-                                           ThinningCase{1800, 361, 5},
-                                           ThinningCase{1801, 301, 6}));
 
 TEST(MetricSampleHistoryWindow, AnchoredOnTheNewestSampleNotThePresent)
 {

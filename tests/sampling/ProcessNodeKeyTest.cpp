@@ -21,10 +21,4 @@ TEST(ProcessNodeKey, StartTimeIsShortestRoundTripWithPointZeroOnWholeNumbers)
         EXPECT_EQ(processNodeKey(42, TimePoint::fromSecondsSince1970(row.seconds)), row.expected);
 }
 
-TEST(ProcessNodeKey, ReusedPidWithLaterStartGetsAnotherKey)
-{
-    const TimePoint start = TimePoint::fromSecondsSince1970(1700000000.01);
-    EXPECT_NE(processNodeKey(7, start), processNodeKey(7, start.addingSeconds(0.000001)));
-}
-
 } // namespace

@@ -1,5 +1,6 @@
 #include "sampling/SensorReading.h"
 #include "sampling/SystemThermalState.h"
+#include "support/StoreTesting.h"
 
 #include <QLocale>
 
@@ -8,11 +9,6 @@
 namespace {
 
 using Reading = SensorReading<double>;
-
-struct LocaleScope {
-    explicit LocaleScope(const QLocale &locale) { QLocale::setDefault(locale); }
-    ~LocaleScope() { QLocale::setDefault(QLocale::c()); }
-};
 
 struct TextCase {
     const char *label;
@@ -25,10 +21,11 @@ struct TextCase {
 
 TEST(SensorReadingText, EveryCaseHasItsWords)
 {
-    LocaleScope c(QLocale::c());
+    ScopedDefaultLocale c(QLocale::c());
     const std::vector<TextCase> cases = {
         {"available", Reading::available(61.26, "IOHID"), std::nullopt, "IOHID", "可用", "61.3°C"},
-        {"unsupported", Reading::unsupported("没有"), QString("没有"), "不支持", "不可用", "不可用"},
+        {"unsupported", Reading::unsupported("没有"), QString("没有"), "不支持", "不可用",
+         "不可用"},
         {"permissionDenied", Reading::permissionDenied("拒绝"), QString("拒绝"), "权限受限",
          "权限受限", "权限受限"},
         {"temporarilyUnavailable", Reading::temporarilyUnavailable("失败"), QString("失败"),
@@ -62,24 +59,11 @@ TEST(SensorReadingText, DisplayUsesTheLocaleWithGroupingAndExactDigits)
         {QLocale(QLocale::Chinese, QLocale::China), 1234.0, "°C", 1, "1,234.0°C"},
     };
     for (const auto &row : rows) {
-        LocaleScope scope(row.locale);
+        ScopedDefaultLocale scope(row.locale);
         SCOPED_TRACE(row.locale.name().toStdString());
         EXPECT_EQ(Reading::available(row.value, "s").displayText(row.unit, row.digits),
                   row.expected);
     }
-}
-
-TEST(SensorReadingEquality, SameCaseAndPayload)
-{
-    EXPECT_EQ(Reading::available(1.0, "a"), Reading::available(1.0, "a"));
-    EXPECT_NE(Reading::available(1.0, "a"), Reading::available(1.0, "b"));
-    EXPECT_NE(Reading::available(1.0, "a"), Reading::available(2.0, "a"));
-    EXPECT_EQ(Reading::unsupported("x"), Reading::unsupported("x"));
-    EXPECT_NE(Reading::unsupported("x"), Reading::unsupported("y"));
-    EXPECT_NE(Reading::unsupported("x"), Reading::temporarilyUnavailable("x"));
-    EXPECT_NE(Reading::unsupported("x"), Reading::permissionDenied("x"));
-    EXPECT_EQ(Reading::warmingUp(), Reading());
-    EXPECT_NE(Reading::warmingUp(), Reading::unsupported(""));
 }
 
 TEST(SystemThermalStateText, RawValuesTextsAndLabels)

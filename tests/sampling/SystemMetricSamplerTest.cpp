@@ -48,8 +48,14 @@ TEST(SystemMetricSampler, TwoTicksFromTwoThreadsNeverOverlap)
         inside.fetch_sub(1);
     };
     auto sampler = makeFakeSampler(log);
-    std::thread a([&] { for (int i = 0; i < 5; ++i) sampler->sample(TimePoint::now()); });
-    std::thread b([&] { for (int i = 0; i < 5; ++i) sampler->sample(TimePoint::now()); });
+    std::thread a([&] {
+        for (int i = 0; i < 5; ++i)
+            sampler->sample(TimePoint::now());
+    });
+    std::thread b([&] {
+        for (int i = 0; i < 5; ++i)
+            sampler->sample(TimePoint::now());
+    });
     a.join();
     b.join();
     EXPECT_FALSE(overlapped);

@@ -31,88 +31,62 @@ std::size_t ProbeCallLog::count(const std::string &probe)
 
 namespace {
 
-struct FakeCPU final : CPUUsageProbing {
+// What a fake probe answers: logged under `name`, `first` on the first call
+// when there is one (a rate probe warming up), `value` on every other.
+template <typename Value> struct Answer {
     std::shared_ptr<ProbeCallLog> log;
-    bool warmed = false;
-    SensorReading<double> sample() override
+    std::string name;
+    Value value;
+    std::optional<Value> first;
+
+    Value operator()(std::optional<TimePoint> now = std::nullopt)
     {
-        log->record("cpu");
-        if (!warmed) {
-            warmed = true;
-            return SensorReading<double>::warmingUp();
-        }
-        return SensorReading<double>::available(25.0, QStringLiteral("fake cpu"));
-    }
-};
-struct FakeThermal final : ThermalStateProbing {
-    std::shared_ptr<ProbeCallLog> log;
-    SystemThermalState read() override
-    {
-        log->record("thermal");
-        return SystemThermalState::nominal;
-    }
-};
-struct FakeSensors final : AppleSensorProbing {
-    std::shared_ptr<ProbeCallLog> log;
-    AppleSensorReadings read() override
-    {
-        log->record("sensor");
-        return {SensorReading<double>::unsupported(QStringLiteral("no sensor")),
-                SensorReading<double>::unsupported(QStringLiteral("no fan"))};
-    }
-};
-struct FakeGPU final : GPUUsageProbing {
-    std::shared_ptr<ProbeCallLog> log;
-    SensorReading<double> sample() override
-    {
-        log->record("gpu");
-        return SensorReading<double>::unsupported(QStringLiteral("no gpu"));
-    }
-};
-struct FakeDisk final : DiskIOProbing {
-    std::shared_ptr<ProbeCallLog> log;
-    bool warmed = false;
-    SensorReading<double> sample(TimePoint now) override
-    {
-        log->record("disk", now);
-        if (!std::exchange(warmed, true))
-            return SensorReading<double>::warmingUp();
-        return SensorReading<double>::available(2e6, QStringLiteral("fake disk"));
-    }
-};
-struct FakeMemory final : MemoryUsageProbing {
-    std::shared_ptr<ProbeCallLog> log;
-    SensorReading<SystemMemoryUsage> sample() override
-    {
-        log->record("memory");
-        return SensorReading<SystemMemoryUsage>::available({100, 400}, QStringLiteral("fake"));
-    }
-};
-struct FakeNetwork final : NetworkIOProbing {
-    std::shared_ptr<ProbeCallLog> log;
-    bool warmed = false;
-    SensorReading<NetworkThroughput> sample(TimePoint now) override
-    {
-        log->record("network", now);
-        if (!std::exchange(warmed, true))
-            return SensorReading<NetworkThroughput>::warmingUp();
-        return SensorReading<NetworkThroughput>::available({1e3, 2e3}, QStringLiteral("fake net"));
-    }
-};
-struct FakeProcesses final : ProcessMetricsProbing {
-    std::shared_ptr<ProbeCallLog> log;
-    QList<ProcessMetric> processes;
-    QList<ProcessMetric> sample(TimePoint now) override
-    {
-        log->record("process", now);
-        return processes;
+        log->record(name, now);
+        if (first)
+            return *std::exchange(first, std::nullopt);
+        return value;
     }
 };
 
-template <typename Fake> std::unique_ptr<Fake> make(const std::shared_ptr<ProbeCallLog> &log)
+using Reading = SensorReading<double>;
+
+struct FakeCPU final : CPUUsageProbing {
+    Answer<Reading> answer;
+    Reading sample() override { return answer(); }
+};
+struct FakeThermal final : ThermalStateProbing {
+    Answer<SystemThermalState> answer;
+    SystemThermalState read() override { return answer(); }
+};
+struct FakeSensors final : AppleSensorProbing {
+    Answer<AppleSensorReadings> answer;
+    AppleSensorReadings read() override { return answer(); }
+};
+struct FakeGPU final : GPUUsageProbing {
+    Answer<Reading> answer;
+    Reading sample() override { return answer(); }
+};
+struct FakeDisk final : DiskIOProbing {
+    Answer<Reading> answer;
+    Reading sample(TimePoint now) override { return answer(now); }
+};
+struct FakeMemory final : MemoryUsageProbing {
+    Answer<SensorReading<SystemMemoryUsage>> answer;
+    SensorReading<SystemMemoryUsage> sample() override { return answer(); }
+};
+struct FakeNetwork final : NetworkIOProbing {
+    Answer<SensorReading<NetworkThroughput>> answer;
+    SensorReading<NetworkThroughput> sample(TimePoint now) override { return answer(now); }
+};
+struct FakeProcesses final : ProcessMetricsProbing {
+    Answer<QList<ProcessMetric>> answer;
+    QList<ProcessMetric> sample(TimePoint now) override { return answer(now); }
+};
+
+template <typename Fake, typename Value> std::unique_ptr<Fake> make(Answer<Value> answer)
 {
     auto fake = std::make_unique<Fake>();
-    fake->log = log;
+    fake->answer = std::move(answer);
     return fake;
 }
 
@@ -121,16 +95,24 @@ template <typename Fake> std::unique_ptr<Fake> make(const std::shared_ptr<ProbeC
 std::shared_ptr<SystemMetricSampler> makeFakeSampler(std::shared_ptr<ProbeCallLog> log,
                                                      QList<ProcessMetric> processes)
 {
+    const Reading warmingUp = Reading::warmingUp();
+    const auto networkWarmingUp = SensorReading<NetworkThroughput>::warmingUp();
     SystemMetricSampler::Probes probes;
-    probes.cpuProbe = make<FakeCPU>(log);
-    probes.thermalProbe = make<FakeThermal>(log);
-    probes.sensorProbe = make<FakeSensors>(log);
-    probes.gpuProbe = make<FakeGPU>(log);
-    probes.diskProbe = make<FakeDisk>(log);
-    probes.memoryProbe = make<FakeMemory>(log);
-    probes.networkProbe = make<FakeNetwork>(log);
-    auto processProbe = make<FakeProcesses>(log);
-    processProbe->processes = std::move(processes);
-    probes.processProbe = std::move(processProbe);
+    probes.cpuProbe =
+        make<FakeCPU, Reading>({log, "cpu", Reading::available(25.0, "fake cpu"), warmingUp});
+    probes.thermalProbe =
+        make<FakeThermal, SystemThermalState>({log, "thermal", SystemThermalState::nominal, {}});
+    probes.sensorProbe = make<FakeSensors, AppleSensorReadings>(
+        {log, "sensor", {Reading::unsupported("no sensor"), Reading::unsupported("no fan")}, {}});
+    probes.gpuProbe = make<FakeGPU, Reading>({log, "gpu", Reading::unsupported("no gpu"), {}});
+    probes.diskProbe =
+        make<FakeDisk, Reading>({log, "disk", Reading::available(2e6, "fake disk"), warmingUp});
+    probes.memoryProbe = make<FakeMemory, SensorReading<SystemMemoryUsage>>(
+        {log, "memory", SensorReading<SystemMemoryUsage>::available({100, 400}, "fake"), {}});
+    probes.networkProbe = make<FakeNetwork, SensorReading<NetworkThroughput>>(
+        {log, "network", SensorReading<NetworkThroughput>::available({1e3, 2e3}, "fake net"),
+         networkWarmingUp});
+    probes.processProbe =
+        make<FakeProcesses, QList<ProcessMetric>>({log, "process", std::move(processes), {}});
     return std::make_shared<SystemMetricSampler>(std::move(probes));
 }

@@ -9,9 +9,9 @@ makeStoreForTesting(std::shared_ptr<SystemMetricSampler> sampler, double interva
     if (!sampler)
         sampler = makeFakeSampler(std::make_shared<ProbeCallLog>());
     if (!terminationController) {
-        terminationController = makeFakeTerminationController(
-            std::make_shared<FakeProcessIdentityReader>(),
-            std::make_shared<RecordingSignalSender>());
+        terminationController =
+            makeFakeTerminationController(std::make_shared<FakeProcessIdentityReader>(),
+                                          std::make_shared<RecordingSignalSender>());
     }
     return std::make_unique<DashboardStore>(LiveSystemMonitor(std::move(sampler), intervalSeconds),
                                             std::move(*terminationController));
@@ -22,6 +22,23 @@ SystemMetricSample makeSample(double secondsSince1970)
     SystemMetricSample sample;
     sample.timestamp = TimePoint::fromSecondsSince1970(secondsSince1970);
     sample.thermalState = SystemThermalState::nominal;
+    return sample;
+}
+
+SensorReading<double> readingOf(std::optional<double> value)
+{
+    return value ? SensorReading<double>::available(*value, QStringLiteral("test"))
+                 : SensorReading<double>::unsupported(QStringLiteral("none"));
+}
+
+SystemMetricSample makeSample(const SampleSpec &spec)
+{
+    SystemMetricSample sample = makeSample(spec.time);
+    sample.thermalState = spec.thermal;
+    sample.cpuUsage = readingOf(spec.cpu);
+    sample.temperatureCelsius = readingOf(spec.temperature);
+    sample.fanRPM = readingOf(spec.fan);
+    sample.processMetrics = spec.processes;
     return sample;
 }
 
@@ -42,4 +59,41 @@ ProcessMetric makeProcess(pid_t pid, pid_t parentPID, const QString &name, doubl
     process.diskBytesPerSecond = diskBytesPerSecond;
     process.duration = 10.0;
     return process;
+}
+
+ApplicationLoad makeLoad(const QString &application, std::vector<ProcessMetric> processes)
+{
+    ApplicationLoad load;
+    load.id = application;
+    load.application = application;
+    load.processes = std::move(processes);
+    if (!load.processes.empty())
+        load.target = load.processes.back();
+    return load;
+}
+
+DashboardTask makeTask(const QString &application, double cpu, TaskKind kind, ResourceImpact energy)
+{
+    DashboardTask task;
+    task.id = QStringLiteral("id-") + application;
+    task.application = application;
+    task.kind = kind;
+    task.detail = application + QStringLiteral(" detail");
+    task.cpu = cpu;
+    task.energy = energy;
+    task.duration = QStringLiteral("3 分钟");
+    return task;
+}
+
+DashboardProcessNode makeNode(const ProcessMetric &process, bool isTarget)
+{
+    DashboardProcessNode node;
+    node.id = processNodeKey(process.identity.pid, process.identity.startTime);
+    node.name = process.name;
+    node.pid = process.identity.pid;
+    node.parentPID = process.parentPID;
+    node.cpu = process.cpuPercent;
+    node.command = process.command.command;
+    node.isTarget = isTarget;
+    return node;
 }

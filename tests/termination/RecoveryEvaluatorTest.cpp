@@ -1,5 +1,6 @@
 #include "termination/RecoveryEvaluator.h"
 
+#include "support/RowName.h"
 #include "support/StoreTesting.h"
 
 #include <gtest/gtest.h>
@@ -17,19 +18,12 @@ struct Readings {
     std::optional<double> fan;
 };
 
-SensorReading<double> reading(std::optional<double> value)
-{
-    return value ? SensorReading<double>::available(*value, QStringLiteral("test"))
-                 : SensorReading<double>::unsupported(QStringLiteral("none"));
-}
-
 SystemMetricSample sampleAt(double seconds, const Readings &readings)
 {
-    SystemMetricSample sample = makeSample(seconds);
-    sample.cpuUsage = reading(readings.cpu);
-    sample.temperatureCelsius = reading(readings.temperature);
-    sample.fanRPM = reading(readings.fan);
-    return sample;
+    return makeSample({.time = seconds,
+                       .cpu = readings.cpu,
+                       .temperature = readings.temperature,
+                       .fan = readings.fan});
 }
 
 struct VerdictCase {
@@ -39,6 +33,8 @@ struct VerdictCase {
     double elapsed;
     State expected;
 };
+
+using rows::PrintTo;
 
 class RecoveryVerdict : public ::testing::TestWithParam<VerdictCase> {};
 
@@ -93,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
         VerdictCase{
             "CPURoseButTemperatureFell", {20, 80, {}}, {60, 78, {}}, 120.0, State::recovered},
         VerdictCase{"EverythingRose", {20, 70, 2000}, {30, 75, 2500}, 120.0, State::noImprovement}),
-    [](const auto &info) { return std::string(info.param.name); });
+    RowName());
 
 TEST(RecoveryVerdict, IgnoresThermalStateAndOtherReadings)
 {
