@@ -187,23 +187,18 @@ TEST_F(HardwareTextsTest, AxisLabels)
     EXPECT_EQ(hardwareAxisValueText(HardwareCategory::fan, 5000), QStringLiteral("5,000"));
 }
 
-TEST_F(HardwareTextsTest, CurrentFigureForEveryReadingCase)
+TEST_F(HardwareTextsTest, CurrentFigureOfAReadingAndOfAnUnreadOne)
 {
+    // The words of each case are the reading's own (tested with it); one
+    // unread case shows they are used, and the temperature's exception.
     struct Row {
         SensorReadingCase readingCase;
         std::array<const char *, 6> texts; // in category order
     };
     const Row rows[] = {
         {SensorReadingCase::available, {"61.3°C", "42%", "12%", "65%", "7.2 MB/s", "1,900 RPM"}},
-        // An unreadable temperature is "collecting" here: the status line says why.
-        {SensorReadingCase::unsupported,
-         {"采集中", "不可用", "不可用", "不可用", "不可用", "不可用"}},
         {SensorReadingCase::permissionDenied,
          {"采集中", "权限受限", "权限受限", "权限受限", "权限受限", "权限受限"}},
-        {SensorReadingCase::temporarilyUnavailable,
-         {"采集中", "不可用", "不可用", "不可用", "不可用", "不可用"}},
-        {SensorReadingCase::warmingUp,
-         {"采集中", "采集中", "采集中", "采集中", "采集中", "采集中"}},
     };
     for (const Row &row : rows) {
         const SystemMetricSample sample = sampleOf(row.readingCase);
