@@ -174,6 +174,8 @@ TEST(TrendChartDrawing, NothingDrawsOutsideThePlot)
         ASSERT_LT(plot.right(), 290);
         EXPECT_GT(inkIn(image, plot), 500);
         EXPECT_EQ(inkIn(image, image.rect()), inkIn(image, plot));
+        // A value beyond the domain sits on its edge.
+        EXPECT_NEAR(chart.mapToPlot({30, 180}).y(), chart.valueRect().top(), kTolerance);
     }
 }
 
