@@ -247,9 +247,7 @@ TEST_F(HardwareTextsTest, StatusWordsByState)
     const ReadingRow readingRows[] = {
         {SensorReadingCase::available, "数据正常", P::success},
         {SensorReadingCase::warmingUp, "正在采集", P::warning},
-        {SensorReadingCase::unsupported, "当前不可用", P::textTertiary},
         {SensorReadingCase::permissionDenied, "当前不可用", P::textTertiary},
-        {SensorReadingCase::temporarilyUnavailable, "当前不可用", P::textTertiary},
         {std::nullopt, "正在采集", P::warning},
     };
     for (const ReadingRow &row : readingRows) {
@@ -299,12 +297,12 @@ TEST_F(HardwareTextsTest, SensorLocationsAndStatusWords)
         status.source = QStringLiteral("正在建立数据源连接");
         EXPECT_EQ(sensorLocationText(status), QString::fromUtf8(location)) << id;
     }
-    EXPECT_EQ(sensorStatusLook(SensorAvailability::available),
-              (SensorStatusLook{QStringLiteral("正常"), P::success}));
-    EXPECT_EQ(sensorStatusLook(SensorAvailability::warmingUp),
-              (SensorStatusLook{QStringLiteral("采集中"), P::warning}));
-    EXPECT_EQ(sensorStatusLook(SensorAvailability::unavailable),
-              (SensorStatusLook{QStringLiteral("不可用"), P::textTertiary}));
+    using A = SensorAvailability;
+    for (const auto &[availability, look] :
+         {std::pair{A::available, SensorStatusLook{"正常", P::success}},
+          {A::warmingUp, {"采集中", P::warning}},
+          {A::unavailable, {"不可用", P::textTertiary}}})
+        EXPECT_EQ(sensorStatusLook(availability), look) << look.text.toStdString();
 }
 
 TEST(HardwareChartContentTest, ChartFollowsTheCategory)

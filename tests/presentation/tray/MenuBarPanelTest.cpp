@@ -202,24 +202,23 @@ TEST(MenuBarPanel, paintsTheStateBackgroundsOfTheDarkAppearance)
     struct Case {
         const char *name;
         MenuBarPresentation presentation;
-        const char *box;
         QColor tint; // over the dark surface
     };
     using namespace DashboardPalette;
     const Case cases[] = {
-        {"normal", withMessage(S::normal), "menuBar-status-message", color(success, 0.22)},
-        {"collecting", withMessage(S::collecting), "menuBar-status-message", color(white, 0.1)},
-        {"observing", withMessage(S::observing), "menuBar-status-message", color(accent, 0.22)},
-        {"high load", presentation(S::highLoad, task()), "menuBar-primary-task",
-         color(warning, 0.22)},
-        {"action", presentation(S::actionRecommended, task()), "menuBar-primary-task",
-         color(danger, 0.22)},
+        {"normal", withMessage(S::normal), color(success, 0.22)},
+        {"collecting", withMessage(S::collecting), color(white, 0.1)},
+        {"observing", withMessage(S::observing), color(accent, 0.22)},
+        {"high load", presentation(S::highLoad, task()), color(warning, 0.22)},
+        {"action", presentation(S::actionRecommended, task()), color(danger, 0.22)},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
         ShownPanel shown(c.presentation, true);
         const QImage image = shown.panel.grab().toImage();
-        QWidget *box = shown.child(QString::fromLatin1(c.box));
+        QWidget *box =
+            shown.child(c.presentation.primaryTask ? QStringLiteral("menuBar-primary-task")
+                                                   : QStringLiteral("menuBar-status-message"));
         ASSERT_NE(box, nullptr);
         // Inside the box, left of its content and clear of its corners.
         const QRect inBox(box->mapTo(&shown.panel, QPoint(0, 0)), box->size());
