@@ -18,33 +18,21 @@
 
 namespace {
 
-struct Readings {
-    double temperature = 64;
-    double cpu = 42;
-    double gpu = 17;
-    double memoryPercent = 55;
-    double diskBytes = 3e6;
-    double fan = 2400;
-};
-
-// `count` samples 2 s apart, every reading of case `readingCase`.
-void ingest(DashboardStore &store, int count, SensorReadingCase readingCase, Readings readings,
-            SystemThermalState thermal = SystemThermalState::nominal)
+// `count` samples 2 s apart, every reading of case `readingCase`: 64 °C, CPU
+// 42 %, GPU 17 %, memory 55 %, disk 3 MB/s, fan 2400 RPM.
+void ingest(DashboardStore &store, int count, SensorReadingCase readingCase)
 {
     for (int i = 0; i < count; ++i) {
         SystemMetricSample sample = makeSample(50'000 + 2.0 * i);
-        sample.thermalState = thermal;
         // A little movement so that peak and average differ.
         const double wobble = (i % 2 == 0) ? 1.0 : 0.9;
-        sample.temperatureCelsius = readingOf(readingCase, readings.temperature * wobble);
-        sample.cpuUsage = readingOf(readingCase, readings.cpu * wobble);
-        sample.gpuUsage = readingOf(readingCase, readings.gpu * wobble);
+        sample.temperatureCelsius = readingOf(readingCase, 64 * wobble);
+        sample.cpuUsage = readingOf(readingCase, 42 * wobble);
+        sample.gpuUsage = readingOf(readingCase, 17 * wobble);
         sample.memoryUsage = readingOf(
-            readingCase,
-            SystemMemoryUsage{static_cast<std::uint64_t>(readings.memoryPercent * wobble * 1e8),
-                              10'000'000'000ULL});
-        sample.diskBytesPerSecond = readingOf(readingCase, readings.diskBytes * wobble);
-        sample.fanRPM = readingOf(readingCase, readings.fan * wobble);
+            readingCase, SystemMemoryUsage{std::uint64_t(55e8 * wobble), 10'000'000'000ULL});
+        sample.diskBytesPerSecond = readingOf(readingCase, 3e6 * wobble);
+        sample.fanRPM = readingOf(readingCase, 2400 * wobble);
         sample.networkThroughput = readingOf(readingCase, NetworkThroughput{1000, 1000});
         store.ingest(sample);
     }
@@ -84,7 +72,7 @@ class HardwareMonitorViewTest : public ::testing::Test {
 TEST_F(HardwareMonitorViewTest, ATabPressChangesEverySummaryFigureAndTheChartTogether)
 {
     auto store = makeStoreForTesting();
-    ingest(*store, 41, SensorReadingCase::available, {});
+    ingest(*store, 41, SensorReadingCase::available);
     HardwareMonitorView page(*store);
     page.resize(1200, 800);
     page.show();
@@ -134,7 +122,7 @@ TEST_F(HardwareMonitorViewTest, EmptyAndUnreadableStoresOnEveryTab)
     for (const auto &readingCase : cases) {
         auto store = makeStoreForTesting();
         if (readingCase)
-            ingest(*store, 5, *readingCase, {});
+            ingest(*store, 5, *readingCase);
         SCOPED_TRACE(readingCase ? sensorReadingCaseName(*readingCase).toStdString() : "empty");
         HardwareMonitorView page(*store);
         page.resize(1100, 800);
@@ -169,7 +157,7 @@ TEST_F(HardwareMonitorViewTest, EmptyAndUnreadableStoresOnEveryTab)
 TEST_F(HardwareMonitorViewTest, SensorTableCellsStartAtTheColumnEdges)
 {
     auto store = makeStoreForTesting();
-    ingest(*store, 2, SensorReadingCase::available, {});
+    ingest(*store, 2, SensorReadingCase::available);
     HardwareSensorTable table;
     table.setStatuses(store->sensorStatuses());
     table.resize(800, 400);
