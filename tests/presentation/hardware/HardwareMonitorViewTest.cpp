@@ -76,7 +76,6 @@ TEST_F(HardwareMonitorViewTest, ATabPressChangesEverySummaryFigureAndTheChartTog
     HardwareMonitorView page(*store);
     page.resize(1200, 800);
     page.show();
-    EXPECT_EQ(page.objectName(), QStringLiteral("page-hardware-monitor"));
     EXPECT_EQ(page.category(), HardwareCategory::temperature);
 
     const char *const expectedSources[] = {"Linux hwmon",   "/proc/stat",      "GPU sysfs / NVML",

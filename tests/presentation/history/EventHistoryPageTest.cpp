@@ -52,7 +52,6 @@ protected:
 TEST_F(EventHistoryPageTest, NoIncidentsShowsBothEmptyStates)
 {
     auto page = makePage();
-    EXPECT_EQ(page->objectName(), QStringLiteral("page-event-history"));
     EXPECT_TRUE(page->listPanel()->showsEmptyState());
     EXPECT_TRUE(page->detailPanel()->showsPlaceholder());
     EXPECT_EQ(page->selectedIncidentID(), std::nullopt);
