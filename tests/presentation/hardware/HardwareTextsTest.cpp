@@ -187,23 +187,18 @@ TEST_F(HardwareTextsTest, AxisLabels)
     EXPECT_EQ(hardwareAxisValueText(HardwareCategory::fan, 5000), QStringLiteral("5,000"));
 }
 
-TEST_F(HardwareTextsTest, CurrentFigureForEveryReadingCase)
+TEST_F(HardwareTextsTest, CurrentFigureOfAReadingAndOfAnUnreadOne)
 {
+    // The words of each case are the reading's own (tested with it); one
+    // unread case shows they are used, and the temperature's exception.
     struct Row {
         SensorReadingCase readingCase;
         std::array<const char *, 6> texts; // in category order
     };
     const Row rows[] = {
         {SensorReadingCase::available, {"61.3°C", "42%", "12%", "65%", "7.2 MB/s", "1,900 RPM"}},
-        // An unreadable temperature is "collecting" here: the status line says why.
-        {SensorReadingCase::unsupported,
-         {"采集中", "不可用", "不可用", "不可用", "不可用", "不可用"}},
         {SensorReadingCase::permissionDenied,
          {"采集中", "权限受限", "权限受限", "权限受限", "权限受限", "权限受限"}},
-        {SensorReadingCase::temporarilyUnavailable,
-         {"采集中", "不可用", "不可用", "不可用", "不可用", "不可用"}},
-        {SensorReadingCase::warmingUp,
-         {"采集中", "采集中", "采集中", "采集中", "采集中", "采集中"}},
     };
     for (const Row &row : rows) {
         const SystemMetricSample sample = sampleOf(row.readingCase);
@@ -252,9 +247,7 @@ TEST_F(HardwareTextsTest, StatusWordsByState)
     const ReadingRow readingRows[] = {
         {SensorReadingCase::available, "数据正常", P::success},
         {SensorReadingCase::warmingUp, "正在采集", P::warning},
-        {SensorReadingCase::unsupported, "当前不可用", P::textTertiary},
         {SensorReadingCase::permissionDenied, "当前不可用", P::textTertiary},
-        {SensorReadingCase::temporarilyUnavailable, "当前不可用", P::textTertiary},
         {std::nullopt, "正在采集", P::warning},
     };
     for (const ReadingRow &row : readingRows) {
@@ -304,12 +297,12 @@ TEST_F(HardwareTextsTest, SensorLocationsAndStatusWords)
         status.source = QStringLiteral("正在建立数据源连接");
         EXPECT_EQ(sensorLocationText(status), QString::fromUtf8(location)) << id;
     }
-    EXPECT_EQ(sensorStatusLook(SensorAvailability::available),
-              (SensorStatusLook{QStringLiteral("正常"), P::success}));
-    EXPECT_EQ(sensorStatusLook(SensorAvailability::warmingUp),
-              (SensorStatusLook{QStringLiteral("采集中"), P::warning}));
-    EXPECT_EQ(sensorStatusLook(SensorAvailability::unavailable),
-              (SensorStatusLook{QStringLiteral("不可用"), P::textTertiary}));
+    using A = SensorAvailability;
+    for (const auto &[availability, look] :
+         {std::pair{A::available, SensorStatusLook{"正常", P::success}},
+          {A::warmingUp, {"采集中", P::warning}},
+          {A::unavailable, {"不可用", P::textTertiary}}})
+        EXPECT_EQ(sensorStatusLook(availability), look) << look.text.toStdString();
 }
 
 TEST(HardwareChartContentTest, ChartFollowsTheCategory)

@@ -1,5 +1,5 @@
-// Which incidents the history lists and which one stays selected: the filter
-// thresholds, the fields the search reads, and the three selection rules.
+// Which incidents the history lists: the filter thresholds and the fields the
+// search reads. The selection rules are held by the page's own test.
 
 #include "presentation/history/EventHistoryFilter.h"
 
@@ -34,33 +34,28 @@ TEST(EventHistoryFilter, CasesInOrderWithTheirLabels)
 
 TEST(EventHistoryFilter, PredicatesAtTheirThresholds)
 {
-    using Status = DashboardIncidentStatus;
+    using S = DashboardIncidentStatus;
+    using F = EventHistoryFilter;
+    const std::optional<double> none;
     struct Case {
         const char *name;
         DashboardIncident subject;
-        EventHistoryFilter filter;
+        F filter;
         bool passes;
     };
     const Case cases[] = {
-        {"all takes anything", incident(0.0, std::nullopt), EventHistoryFilter::all, true},
-        {"high load from 30 %", incident(30.0, std::nullopt), EventHistoryFilter::highLoad, true},
-        {"high load not below", incident(29.99, 99.0), EventHistoryFilter::highLoad, false},
-        {"temperature from 75 °C", incident(0.0, 75.0), EventHistoryFilter::temperature, true},
-        {"temperature not below", incident(99.0, 74.99), EventHistoryFilter::temperature, false},
-        {"temperature never unread", incident(99.0, std::nullopt), EventHistoryFilter::temperature,
-         false},
-        {"improved", incident(0.0, std::nullopt, Status::improved), EventHistoryFilter::improved,
-         true},
-        {"recovered by itself", incident(0.0, std::nullopt, Status::recoveredWithoutAction),
-         EventHistoryFilter::improved, true},
-        {"still observing", incident(0.0, std::nullopt, Status::observing),
-         EventHistoryFilter::improved, false},
-        {"no improvement", incident(0.0, std::nullopt, Status::noImprovement),
-         EventHistoryFilter::improved, false},
-        {"insufficient data", incident(0.0, std::nullopt, Status::insufficientData),
-         EventHistoryFilter::improved, false},
-        {"action failed", incident(0.0, std::nullopt, Status::actionFailed),
-         EventHistoryFilter::improved, false},
+        {"all takes anything", incident(0.0, none), F::all, true},
+        {"high load from 30 %", incident(30.0, none), F::highLoad, true},
+        {"high load not below", incident(29.99, 99.0), F::highLoad, false},
+        {"temperature from 75 °C", incident(0.0, 75.0), F::temperature, true},
+        {"temperature not below", incident(99.0, 74.99), F::temperature, false},
+        {"temperature never unread", incident(99.0, none), F::temperature, false},
+        {"improved", incident(0.0, none, S::improved), F::improved, true},
+        {"recovered by itself", incident(0.0, none, S::recoveredWithoutAction), F::improved, true},
+        {"still observing", incident(0.0, none, S::observing), F::improved, false},
+        {"no improvement", incident(0.0, none, S::noImprovement), F::improved, false},
+        {"insufficient data", incident(0.0, none, S::insufficientData), F::improved, false},
+        {"action failed", incident(0.0, none, S::actionFailed), F::improved, false},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
@@ -119,30 +114,6 @@ TEST(EventHistoryFilter, FilteredIncidentsKeepTheStoreOrderAndApplyBoth)
     EXPECT_EQ(indicesOf(EventHistoryFilter::highLoad, QStringLiteral("CARGO")), (Indices{0, 2}));
     EXPECT_EQ(indicesOf(EventHistoryFilter::improved, QStringLiteral("python")), (Indices{}));
     EXPECT_TRUE(filteredIncidents({}, EventHistoryFilter::all, QStringLiteral(" ")).empty());
-}
-
-TEST(EventHistoryFilter, SelectionRules)
-{
-    const QUuid newest = QUuid::createUuid();
-    const QUuid older = QUuid::createUuid();
-    const QUuid hidden = QUuid::createUuid();
-    struct Case {
-        const char *name;
-        std::optional<QUuid> current;
-        std::vector<QUuid> listed;
-        std::optional<QUuid> kept;
-    };
-    const Case cases[] = {
-        {"nothing listed clears", older, {}, std::nullopt},
-        {"nothing listed, nothing selected", std::nullopt, {}, std::nullopt},
-        {"a first incident is selected", std::nullopt, {newest}, newest},
-        {"a newer incident leaves the selection", older, {newest, older}, older},
-        {"a hidden selection moves to the newest listed", hidden, {newest, older}, newest},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(keptIncidentSelection(c.current, c.listed), c.kept);
-    }
 }
 
 } // namespace

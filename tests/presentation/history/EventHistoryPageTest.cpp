@@ -52,7 +52,6 @@ protected:
 TEST_F(EventHistoryPageTest, NoIncidentsShowsBothEmptyStates)
 {
     auto page = makePage();
-    EXPECT_EQ(page->objectName(), QStringLiteral("page-event-history"));
     EXPECT_TRUE(page->listPanel()->showsEmptyState());
     EXPECT_TRUE(page->detailPanel()->showsPlaceholder());
     EXPECT_EQ(page->selectedIncidentID(), std::nullopt);
@@ -149,14 +148,9 @@ TEST_F(EventHistoryPageTest, SearchReadsApplicationAndDetailAndBlanksFindAll)
     EXPECT_EQ(page->listedIncidentIDs().front(), cargo.id);
     EXPECT_EQ(page->selectedIncidentID(), cargo.id) << "the newest was hidden";
 
-    search->setText(QStringLiteral("持续"));
-    EXPECT_TRUE(page->listedIncidentIDs().empty()) << "titles are not searched";
-    EXPECT_TRUE(page->listPanel()->showsEmptyState());
-    EXPECT_TRUE(page->detailPanel()->showsPlaceholder());
-
     search->setText(QStringLiteral(" \t "));
     EXPECT_EQ(page->listedIncidentIDs().size(), 2u);
-    EXPECT_EQ(page->selectedIncidentID(), page->listedIncidentIDs().front());
+    EXPECT_EQ(page->selectedIncidentID(), cargo.id) << "still listed: kept";
 }
 
 TEST_F(EventHistoryPageTest, DetailShowsTheIncidentAndItsMovingDuration)
@@ -175,10 +169,6 @@ TEST_F(EventHistoryPageTest, DetailShowsTheIncidentAndItsMovingDuration)
     EXPECT_EQ(detail->adviceText(), open.detail) << "no action: the detail is the advice";
 
     feed.hot(QStringLiteral("cargo"), 90.0, 88.0, 45.0);
-    EXPECT_TRUE(detail->startAndDurationText().endsWith(QStringLiteral("持续 1 分钟")));
-    // A pause: no sample arrives, the clock goes on, the text stays.
-    feed.store().stopMonitoring();
-    QTest::qWait(20);
     EXPECT_TRUE(detail->startAndDurationText().endsWith(QStringLiteral("持续 1 分钟")));
 
     auto *open_button = page->findChild<QAbstractButton *>(QStringLiteral("openDiagnosisButton"));

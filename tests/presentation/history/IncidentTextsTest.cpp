@@ -149,25 +149,19 @@ TEST(IncidentTexts, TemperatureChangeHasThreeForms)
         QLocale locale;
         const char *text;
     };
+    const QLocale c = QLocale::c();
+    const std::optional<double> none;
     const Case cases[] = {
-        {"first reading to the peak",
-         86.54,
-         {point(68.0), point(86.54)},
-         QLocale::c(),
-         "68.0°C → 86.5°C"},
-        {"the first reading present, not the first point",
+        {"first reading to the peak", 86.54, {point(68.0), point(86.54)}, c, "68.0°C → 86.5°C"},
+        {"the first reading present",
          86.5,
-         {point(std::nullopt), point(71.25), point(86.5)},
-         QLocale::c(),
+         {point(none), point(71.25), point(86.5)},
+         c,
          "71.3°C → 86.5°C"},
         {"in the user's locale", 86.5, {point(68.0)}, QLocale(QLocale::German), "68,0°C → 86,5°C"},
-        {"a peak and no reading in the points",
-         80.0,
-         {point(std::nullopt)},
-         QLocale::c(),
-         "80.0°C"},
-        {"no points at all", 80.0, {}, QLocale::c(), "80.0°C"},
-        {"no temperature read", std::nullopt, {point(std::nullopt)}, QLocale::c(), "未读取"},
+        {"a peak and no reading in the points", 80.0, {point(none)}, c, "80.0°C"},
+        {"no points at all", 80.0, {}, c, "80.0°C"},
+        {"no temperature read", none, {point(none)}, c, "未读取"},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);

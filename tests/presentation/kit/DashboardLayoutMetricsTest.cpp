@@ -1,4 +1,5 @@
 #include "presentation/kit/DashboardLayoutMetrics.h"
+#include "support/RowName.h"
 
 #include <gtest/gtest.h>
 
@@ -6,13 +7,12 @@ namespace {
 
 struct ClassCase {
     const char *name;
-    double width;
-    double height;
+    double width, height;
     DashboardHorizontalSize size;
     double sidebar;
-    bool isShort;
-    bool labels;
+    bool isShort, labels;
 };
+using rows::PrintTo;
 
 class LayoutClassTest : public testing::TestWithParam<ClassCase> {};
 
@@ -29,23 +29,17 @@ TEST_P(LayoutClassTest, ClassEdgesBelongToTheUpperClass)
     EXPECT_FALSE(metrics.showsDetailedFooter);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Edges, LayoutClassTest,
-    testing::Values(ClassCase{"below_compact_edge", 1119.99, 900, DashboardHorizontalSize::compact,
-                              76, false, false},
-                    ClassCase{"standard_from_1120", 1120, 900, DashboardHorizontalSize::standard,
-                              210, false, true},
-                    ClassCase{"standard_to_1399", 1399.99, 900, DashboardHorizontalSize::standard,
-                              210, false, true},
-                    ClassCase{"spacious_from_1400", 1400, 900, DashboardHorizontalSize::spacious,
-                              240, false, true},
-                    ClassCase{"short_below_760", 1440, 759.99, DashboardHorizontalSize::spacious,
-                              240, true, true},
-                    ClassCase{"not_short_at_760", 1440, 760, DashboardHorizontalSize::spacious, 240,
-                              false, true},
-                    ClassCase{"nan_is_smallest", std::nan(""), std::nan(""),
-                              DashboardHorizontalSize::compact, 76, true, false}),
-    [](const testing::TestParamInfo<ClassCase> &info) { return std::string(info.param.name); });
+using H = DashboardHorizontalSize;
+const ClassCase kClassCases[] = {
+    {"below_compact_edge", 1119.99, 900, H::compact, 76, false, false},
+    {"standard_from_1120", 1120, 900, H::standard, 210, false, true},
+    {"standard_to_1399", 1399.99, 900, H::standard, 210, false, true},
+    {"spacious_from_1400", 1400, 900, H::spacious, 240, false, true},
+    {"short_below_760", 1440, 759.99, H::spacious, 240, true, true},
+    {"not_short_at_760", 1440, 760, H::spacious, 240, false, true},
+    {"nan_is_smallest", std::nan(""), std::nan(""), H::compact, 76, true, false},
+};
+INSTANTIATE_TEST_SUITE_P(Edges, LayoutClassTest, testing::ValuesIn(kClassCases), RowName());
 
 TEST(DashboardLayoutMetrics, EachClassHasItsRow)
 {

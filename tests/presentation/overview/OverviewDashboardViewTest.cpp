@@ -10,9 +10,7 @@
 #include "presentation/shell/DashboardShell.h"
 #include "support/StoreTesting.h"
 
-#include <QApplication>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -40,26 +38,16 @@ SystemMetricSample busySample(double seconds)
     return sample;
 }
 
-std::vector<OverviewMetricCard *> cardsOf(OverviewDashboardView &page)
-{
-    std::vector<OverviewMetricCard *> cards;
-    for (int i = 0; i < 4; ++i)
-        cards.push_back(page.metricStrip()->card(i));
-    return cards;
-}
-
 } // namespace
 
 TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyLists)
 {
     auto store = makeStoreForTesting();
     OverviewDashboardView page(*store, {});
-    EXPECT_EQ(page.objectName(), QStringLiteral("page-overview"));
-    for (OverviewMetricCard *card : cardsOf(page)) {
-        EXPECT_TRUE(card->objectName().startsWith(QStringLiteral("liveMetric-")));
-        EXPECT_TRUE(accessibleText(card, QAccessible::Name).endsWith(QStringLiteral(" 采集中")))
-            << card->objectName().toStdString();
-    }
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(accessibleText(page.metricStrip()->card(i), QAccessible::Name)
+                        .endsWith(QStringLiteral(" 采集中")))
+            << i;
     auto *chart = page.findChild<TrendChart *>(QStringLiteral("overviewTrendChart"));
     ASSERT_NE(chart, nullptr);
     EXPECT_TRUE(chart->content().isEmpty());
@@ -85,8 +73,6 @@ TEST(OverviewDashboardView, ShowsTheFirstThreeSourcesWithTheirBadges)
     EXPECT_TRUE(list->row(0)->isVisibleTo(&page));
     const QString first = accessibleText(list->row(0), QAccessible::Name);
     EXPECT_EQ(first, QStringLiteral("worker0 PID 200 · worker0 52% 高影响"));
-    EXPECT_TRUE(
-        accessibleText(list->row(2), QAccessible::Name).endsWith(QStringLiteral("30% 高影响")));
     EXPECT_EQ(list->row(0)->taskID(), store->liveTasks()[0].id);
     EXPECT_EQ(list->row(2)->taskID(), store->liveTasks()[2].id);
 }
@@ -135,43 +121,4 @@ TEST(OverviewDashboardView, ScrollsOnlyInAShortWindow)
     EXPECT_GE(page.scrollArea()->widget()->minimumHeight(), 700);
     page.applyLayout(DashboardLayoutMetrics::forSize(1200, 800));
     EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
-}
-
-TEST(OverviewDashboardView, AbsurdReadingsAndAnHourOfHistoryStayInsideThePlot)
-{
-    struct Row {
-        const char *name;
-        double cpu;
-        double temperature;
-        double fan;
-        double disk;
-        int samples;
-    };
-    const Row rows[] = {
-        {"120 °C", 100, 120, 30'000, 10e9, 40},
-        {"−5 °C", 0, -5, 0, 0, 40},
-        {"one point", 50, 60, 2000, 1e6, 1},
-        {"an hour", 40, 65, 2500, 2e6, 1800},
-    };
-    for (const Row &row : rows) {
-        auto store = makeStoreForTesting();
-        for (int i = 0; i < row.samples; ++i) {
-            SystemMetricSample sample = makeSample(10'000 + 2.0 * i);
-            sample.cpuUsage = available(row.cpu);
-            sample.temperatureCelsius = available(row.temperature);
-            sample.fanRPM = available(row.fan);
-            sample.diskBytesPerSecond = available(row.disk);
-            store->ingest(sample);
-        }
-        OverviewDashboardView page(*store, {});
-        page.resize(1100, 800);
-        page.show();
-        QApplication::processEvents();
-        TrendChart *chart = page.systemTrend()->chart();
-        EXPECT_FALSE(chart->content().isEmpty()) << row.name;
-        // Marks sit on the plot's edge: allow their radius (and half a line).
-        const QRect allowed = chart->plotRect().toAlignedRect().adjusted(-5, -5, 5, 5);
-        EXPECT_EQ(tonePixelsOutside(chart, allowed, QColor::fromRgb(0xFF9F0A)), 0) << row.name;
-        EXPECT_EQ(tonePixelsOutside(chart, allowed, QColor::fromRgb(0x0A84FF)), 0) << row.name;
-    }
 }

@@ -45,6 +45,7 @@ class OverviewTextsTest : public ::testing::Test {
 TEST_F(OverviewTextsTest, CPUMeanTakesTheLastFiveMinutesAndSkipsMissingValues)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
+    const std::optional<double> none;
     struct Row {
         const char *name;
         std::vector<HeatTrendPoint> points;
@@ -52,17 +53,11 @@ TEST_F(OverviewTextsTest, CPUMeanTakesTheLastFiveMinutesAndSkipsMissingValues)
     };
     const Row rows[] = {
         {"no points", {}, kSampling},
-        {"only points before 1500 s", {point(0, 90), point(1499.9, 80)}, kSampling},
-        {"points in the window without CPU",
-         {point(1500, std::nullopt), point(1800, {})},
-         kSampling},
-        {"1500 s is inside, 1499 s is not",
-         {point(1499, 90), point(1500, 10), point(1800, 20)},
-         "15%"},
-        {"a missing CPU value is not a zero",
-         {point(1600, 40), point(1700, std::nullopt), point(1800, 60)},
-         "50%"},
-        {"a value that is not a number is left out", {point(1600, nan), point(1800, 30)}, "30%"},
+        {"only before 1500 s", {point(0, 90), point(1499.9, 80)}, kSampling},
+        {"no CPU in the window", {point(1500, none), point(1800, {})}, kSampling},
+        {"1500 s in, 1499 s out", {point(1499, 90), point(1500, 10), point(1800, 20)}, "15%"},
+        {"missing is not zero", {point(1600, 40), point(1700, none), point(1800, 60)}, "50%"},
+        {"NaN is left out", {point(1600, nan), point(1800, 30)}, "30%"},
         {"halves round away from zero", {point(1700, 10), point(1800, 11)}, "11%"},
         {"only what the window has", {point(1790, 7.4)}, "7%"},
     };
@@ -96,8 +91,38 @@ TEST_F(OverviewTextsTest, ImpactBadgeChangesAtEightAndThirtyPercent)
     }
 }
 
-TEST_F(OverviewTextsTest, CardsBeforeTheFirstSampleAllSayCollecting)
+// The words of each reading case are the reading's own, tested with it: one
+// unread case shows the cards use them.
+TEST_F(OverviewTextsTest, CardsShowReadingsAndTheirCases)
 {
+    using C = SensorReadingCase;
+    struct Row {
+        C readingCase;
+        std::array<double, 4> readings;     // temperature, cpu, fan, disk
+        std::array<const char *, 4> values; // the cards in the same order
+    };
+    const Row rows[] = {
+        {C::available, {61.26, 41.6, 1900.2, 7.2e6}, {"61.3°C", "42%", "1,900 rpm", "7.2 MB/s"}},
+        {C::available, {-5, 100, 30'000, 10e9}, {"-5.0°C", "100%", "30,000 rpm", "10.0 GB/s"}},
+        {C::permissionDenied, {}, {"权限受限", "权限受限", "权限受限", "权限受限"}},
+    };
+    for (const Row &row : rows) {
+        SystemMetricSample sample = sampleWith(SystemThermalState::fair);
+        sample.temperatureCelsius = readingOf(row.readingCase, row.readings[0]);
+        sample.cpuUsage = readingOf(row.readingCase, row.readings[1]);
+        sample.fanRPM = readingOf(row.readingCase, row.readings[2]);
+        sample.diskBytesPerSecond = readingOf(row.readingCase, row.readings[3]);
+        const auto cards = overviewMetricCards(sample, {});
+        for (std::size_t i = 0; i < cards.size(); ++i)
+            EXPECT_EQ(cards[i].value, QString::fromUtf8(row.values[i])) << row.values[i];
+        // The thermal state is not a reading: it is named whatever the sensors say.
+        EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 状态尚可"));
+    }
+    const auto hot =
+        overviewMetricCards(sampleWith(SystemThermalState::critical), {point(1800, 100.0, -5.0)});
+    EXPECT_EQ(hot[0].caption, QStringLiteral("当前温度 · 状态临界"));
+    EXPECT_EQ(hot[1].caption, QStringLiteral("CPU 负载 · 近 5 分钟平均 100%"));
+
     const auto cards = overviewMetricCards(std::nullopt, {});
     const char *const identifiers[] = {"liveMetric-temperature", "liveMetric-cpu", "liveMetric-fan",
                                        "liveMetric-disk-io"};
@@ -108,51 +133,7 @@ TEST_F(OverviewTextsTest, CardsBeforeTheFirstSampleAllSayCollecting)
     EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 采集中"));
     EXPECT_EQ(cards[1].caption, QStringLiteral("CPU 负载 · 近 5 分钟平均 采集中"));
     EXPECT_EQ(cards[2].caption, QStringLiteral("风扇转速 · 自动调速"));
-    EXPECT_EQ(cards[3].caption, QStringLiteral("磁盘 I/O · 当前合计"));
     EXPECT_EQ(cards[3].accessibleLabel(), QStringLiteral("磁盘 I/O · 当前合计 采集中"));
-}
-
-TEST_F(OverviewTextsTest, CardsShowEveryReadingCaseInItsOwnWords)
-{
-    struct Row {
-        SensorReadingCase readingCase;
-        std::array<const char *, 4> values; // temperature, cpu, fan, disk
-    };
-    const Row rows[] = {
-        {SensorReadingCase::available, {"61.3°C", "42%", "1,900 rpm", "7.2 MB/s"}},
-        {SensorReadingCase::unsupported, {"不可用", "不可用", "不可用", "不可用"}},
-        {SensorReadingCase::permissionDenied, {"权限受限", "权限受限", "权限受限", "权限受限"}},
-        {SensorReadingCase::temporarilyUnavailable, {"不可用", "不可用", "不可用", "不可用"}},
-        {SensorReadingCase::warmingUp, {"采集中", "采集中", "采集中", "采集中"}},
-    };
-    for (const Row &row : rows) {
-        SystemMetricSample sample = sampleWith(SystemThermalState::fair);
-        sample.temperatureCelsius = readingOf(row.readingCase, 61.26);
-        sample.cpuUsage = readingOf(row.readingCase, 41.6);
-        sample.fanRPM = readingOf(row.readingCase, 1900.2);
-        sample.diskBytesPerSecond = readingOf(row.readingCase, 7'200'000.0);
-        const auto cards = overviewMetricCards(sample, {});
-        for (std::size_t i = 0; i < cards.size(); ++i)
-            EXPECT_EQ(cards[i].value, QString::fromUtf8(row.values[i]))
-                << sensorReadingCaseName(row.readingCase).toStdString() << " card " << i;
-        // The thermal state is not a reading: it is named whatever the sensors say.
-        EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 状态尚可"));
-    }
-}
-
-TEST_F(OverviewTextsTest, CardsHoldAbsurdReadingsAsNumbers)
-{
-    SystemMetricSample sample = sampleWith(SystemThermalState::critical);
-    sample.temperatureCelsius = readingOf(SensorReadingCase::available, -5.0);
-    sample.cpuUsage = readingOf(SensorReadingCase::available, 100.0);
-    sample.fanRPM = readingOf(SensorReadingCase::available, 30'000.0);
-    sample.diskBytesPerSecond = readingOf(SensorReadingCase::available, 10e9);
-    const auto cards = overviewMetricCards(sample, {point(1800, 100.0, -5.0)});
-    EXPECT_EQ(cards[0].value, QStringLiteral("-5.0°C"));
-    EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 状态临界"));
-    EXPECT_EQ(cards[1].caption, QStringLiteral("CPU 负载 · 近 5 分钟平均 100%"));
-    EXPECT_EQ(cards[2].value, QStringLiteral("30,000 rpm"));
-    EXPECT_EQ(cards[3].value, QStringLiteral("10.0 GB/s"));
 }
 
 TEST_F(OverviewTextsTest, IncidentStatusesHaveTheirTitlesAndDots)
@@ -213,39 +194,26 @@ TEST(OverviewTrendContentTest, EmptyPointsGiveTheOverlayOnTheFixedScales)
 
 TEST(OverviewTrendContentTest, SeriesKeepOnlyPointsWithValuesAndMarkTheNewest)
 {
+    const std::optional<double> none;
     struct Row {
         const char *name;
         std::vector<HeatTrendPoint> points;
-        std::size_t cpuPoints;
-        std::size_t temperaturePoints;
-        bool cpuMark;
-        bool temperatureMark;
+        std::size_t cpuPoints, temperaturePoints;
+        bool cpuMark, temperatureMark;
     };
     const Row rows[] = {
         {"one point", {point(1800, 40, 60)}, 1, 1, true, true},
-        {"gaps are left out",
-         {point(1000, 40, std::nullopt), point(1400, {}, 61), point(1800, 45, 62)},
-         2,
-         2,
-         true,
-         true},
-        {"newest point without CPU: no CPU mark",
-         {point(1700, 40, 60), point(1800, {}, 61)},
-         1,
-         2,
-         false,
-         true},
+        {"gaps", {point(1000, 40, none), point(1400, {}, 61), point(1800, 45, 62)}, 2, 2, 1, 1},
+        {"no CPU at the newest", {point(1700, 40, 60), point(1800, {}, 61)}, 1, 2, false, true},
         {"temperature never read", {point(1700, 40), point(1800, 50)}, 2, 0, true, false},
     };
     for (const Row &row : rows) {
         const TrendChartContent content = overviewTrendContent(row.points);
         ASSERT_EQ(content.series.size(), 2u);
-        const TrendChartSeries &cpu = content.series[0];
-        const TrendChartSeries &temperature = content.series[1];
-        EXPECT_EQ(cpu.points.size(), row.cpuPoints) << row.name;
-        EXPECT_EQ(temperature.points.size(), row.temperaturePoints) << row.name;
-        EXPECT_EQ(cpu.lastPointMarkArea.has_value(), row.cpuMark) << row.name;
-        EXPECT_EQ(temperature.lastPointMarkArea.has_value(), row.temperatureMark) << row.name;
+        EXPECT_EQ(content.series[0].points.size(), row.cpuPoints) << row.name;
+        EXPECT_EQ(content.series[1].points.size(), row.temperaturePoints) << row.name;
+        EXPECT_EQ(content.series[0].lastPointMarkArea.has_value(), row.cpuMark) << row.name;
+        EXPECT_EQ(content.series[1].lastPointMarkArea.has_value(), row.temperatureMark) << row.name;
         EXPECT_FALSE(content.isEmpty()) << row.name;
     }
 }
