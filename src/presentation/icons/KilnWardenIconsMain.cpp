@@ -4,7 +4,7 @@
 //
 //   kilnwarden-icons OUTPUT_DIRECTORY
 
-#include "presentation/tray/ApplicationIconFiles.h"
+#include "presentation/icons/ApplicationIconFiles.h"
 
 #include <cstdio>
 

@@ -1,4 +1,4 @@
-#include "presentation/tray/ApplicationIconFiles.h"
+#include "presentation/icons/ApplicationIconFiles.h"
 
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/KilnWardenMark.h"

@@ -1,7 +1,7 @@
 // The icon theme files written at build time: an SVG that says what the
 // program paints, and PNGs at every size.
 
-#include "presentation/tray/ApplicationIconFiles.h"
+#include "presentation/icons/ApplicationIconFiles.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/KilnWardenMark.h"
 
