@@ -69,6 +69,7 @@ TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
 
     store->ingest(sampleAt(102, desk()));
     EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
+    EXPECT_EQ(store->liveTasks(), store->allTasks()); // fewer than four: all of them
     EXPECT_EQ(store->selectedTaskID(), idOf(*store, "worker"));
     EXPECT_EQ(store->selectedProcessID(),
               processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
@@ -108,22 +109,6 @@ TEST(DashboardStoreTasksTest, IdleSecondSampleSelectsNothing)
     EXPECT_EQ(store->selectedTaskID(), QString()); // score 0 is never selected by the program
     EXPECT_EQ(store->selectedProcessID(), std::nullopt);
     EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(false));
-}
-
-TEST(DashboardStoreTasksTest, LiveTasksAreTheFirstFour)
-{
-    for (int count : {3, 4, 5, 7}) {
-        QList<ProcessMetric> processes;
-        for (int index = 0; index < count; ++index)
-            processes.append(
-                makeProcess(100 + index, 1, QStringLiteral("p%1").arg(index), 10.0 + index));
-        auto store = makeStoreForTesting();
-        store->ingest(sampleAt(100, processes));
-        EXPECT_EQ(store->allTasks().size(), std::size_t(count));
-        ASSERT_EQ(store->liveTasks().size(), std::size_t(std::min(count, 4)));
-        for (std::size_t index = 0; index < store->liveTasks().size(); ++index)
-            EXPECT_EQ(store->liveTasks()[index], store->allTasks()[index]);
-    }
 }
 
 TEST(DashboardStoreTasksTest, EmptySampleClearsTasksAndRankingButKeepsTheCount)
@@ -200,7 +185,7 @@ TEST(DashboardStoreTasksTest, SelectionOperationsIgnoreWhatIsNotThere)
     EXPECT_EQ(store->selectedProcessID(), workerNode);
 }
 
-TEST(DashboardStoreTasksTest, VisibleTasksKeepTheSelectionOnTheList)
+TEST(DashboardStoreTasksTest, LiveTasksAreTheFirstFourAndTheSelectionStaysVisible)
 {
     QList<ProcessMetric> processes;
     for (int index = 0; index < 6; ++index)
@@ -208,13 +193,15 @@ TEST(DashboardStoreTasksTest, VisibleTasksKeepTheSelectionOnTheList)
             makeProcess(100 + index, 1, QStringLiteral("p%1").arg(index), 60.0 - index));
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, processes));
+    const std::vector<DashboardTask> all = store->allTasks();
+    EXPECT_EQ(store->liveTasks(), std::vector<DashboardTask>(all.begin(), all.begin() + 4));
     EXPECT_EQ(store->visibleTasks(), store->liveTasks());
 
-    store->selectTask(store->allTasks()[5].id);
+    store->selectTask(all[5].id);
     const std::vector<DashboardTask> visible = store->visibleTasks();
     ASSERT_EQ(visible.size(), 5u);
-    EXPECT_EQ(visible.back(), store->allTasks()[5]);
-    EXPECT_EQ(store->selectedDiagnosis(), store->allTasks()[5].diagnosis);
+    EXPECT_EQ(visible.back(), all[5]);
+    EXPECT_EQ(store->selectedDiagnosis(), all[5].diagnosis);
 }
 
 TEST(DashboardStoreTasksTest, OrderAndTargetsHoldBetweenReorders)
