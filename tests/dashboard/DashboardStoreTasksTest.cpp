@@ -1,17 +1,10 @@
 #include "support/StoreTesting.h"
 
+#include <QSignalSpy>
+
 #include <gtest/gtest.h>
 
 namespace {
-
-// Counts emissions of one of the store's signals.
-struct SignalCount {
-    int count = 0;
-    template <typename Signal> SignalCount(DashboardStore &store, Signal signal)
-    {
-        QObject::connect(&store, signal, &store, [this] { ++count; });
-    }
-};
 
 SystemMetricSample sampleAt(double seconds, QList<ProcessMetric> processes)
 {
@@ -171,11 +164,11 @@ TEST(DashboardStoreTasksTest, SelectionOperationsIgnoreWhatIsNotThere)
     const QString workerNode = processNodeKey(11, TimePoint::fromSecondsSince1970(1011));
     ASSERT_EQ(store->selectedTaskID(), worker);
 
-    SignalCount changed(*store, &DashboardStore::changed);
+    QSignalSpy changed(store.get(), &DashboardStore::changed);
     store->selectTask(QStringLiteral("task-none"));
     store->selectProcess(daemonNode); // a node of another task
     store->selectProcess(QStringLiteral("1-2.0"));
-    EXPECT_EQ(changed.count, 0);
+    EXPECT_EQ(changed.count(), 0);
     EXPECT_EQ(store->selectedProcessID(), workerNode);
 
     // Re-selecting the task always moves the process selection to its target.
@@ -220,11 +213,11 @@ TEST(DashboardStoreTasksTest, EqualTicksDoNotNotifyTaskObservers)
 {
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, desk()));
-    SignalCount all(*store, &DashboardStore::allTasksChanged);
-    SignalCount selected(*store, &DashboardStore::selectedTaskIDChanged);
+    QSignalSpy all(store.get(), &DashboardStore::allTasksChanged);
+    QSignalSpy selected(store.get(), &DashboardStore::selectedTaskIDChanged);
     store->ingest(sampleAt(102, desk()));
-    EXPECT_EQ(all.count, 0);
-    EXPECT_EQ(selected.count, 0);
+    EXPECT_EQ(all.count(), 0);
+    EXPECT_EQ(selected.count(), 0);
 }
 
 } // namespace
