@@ -1,8 +1,7 @@
 #include "support/StoreTesting.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QSignalSpy>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -11,22 +10,6 @@
 namespace {
 
 using namespace std::chrono_literals;
-
-// Runs the event loop until `done` or the deadline.
-template <typename Predicate> bool processEventsUntil(Predicate done, int milliseconds = 5000)
-{
-    QDeadlineTimer deadline(milliseconds);
-    while (!done() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return done();
-}
-
-void processEventsFor(int milliseconds)
-{
-    QDeadlineTimer deadline(milliseconds);
-    while (!deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-}
 
 TEST(DashboardStoreMonitoring, StartsOnceStopsTwiceHarmlessly)
 {
@@ -39,8 +22,8 @@ TEST(DashboardStoreMonitoring, StartsOnceStopsTwiceHarmlessly)
     store->startMonitoring();
     EXPECT_TRUE(store->isMonitoring());
     EXPECT_EQ(monitoring.count(), 1);
-    ASSERT_TRUE(processEventsUntil([&] { return store->latestSystemSample().has_value(); }));
-    processEventsFor(100);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return store->latestSystemSample().has_value(); }));
+    QTest::qWait(100);
     EXPECT_EQ(log->count("process"), 1u); // one producer, one tick so far
 
     store->stopMonitoring();
@@ -50,7 +33,7 @@ TEST(DashboardStoreMonitoring, StartsOnceStopsTwiceHarmlessly)
 
     store->startMonitoring(); // a later start works
     EXPECT_TRUE(store->isMonitoring());
-    ASSERT_TRUE(processEventsUntil([&] { return store->sampleHistory().samples().size() == 2; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return store->sampleHistory().samples().size() == 2; }));
     // The rate probe was not warmed up again after the restart.
     EXPECT_TRUE(store->latestSystemSample()->cpuUsage.isAvailable());
 }
@@ -60,12 +43,12 @@ TEST(DashboardStoreMonitoring, SamplesArrivingAfterStopAreNeverIngested)
     auto log = std::make_shared<ProbeCallLog>();
     auto store = makeStoreForTesting(makeFakeSampler(log), 0.005);
     store->startMonitoring();
-    ASSERT_TRUE(processEventsUntil([&] { return store->sampleHistory().samples().size() >= 3; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return store->sampleHistory().samples().size() >= 3; }));
     // Let the producer queue more deliveries than the loop has taken, then stop.
     std::this_thread::sleep_for(50ms);
     store->stopMonitoring();
     const auto kept = store->sampleHistory().samples().size();
-    processEventsFor(200);
+    QTest::qWait(200);
     EXPECT_EQ(store->sampleHistory().samples().size(), kept);
     EXPECT_FALSE(store->isMonitoring());
 }

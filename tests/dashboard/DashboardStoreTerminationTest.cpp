@@ -17,6 +17,7 @@ namespace {
 using Phase = DashboardTerminationPhase;
 using Signal = ProcessTerminationSignal;
 using State = DashboardRecoveryState;
+using IncidentStatus = DashboardIncidentStatus;
 
 ProcessTerminationTarget targetOf(const ProcessMetric &process)
 {
@@ -105,43 +106,38 @@ TEST_F(TerminationWorkflow, TargetsAreRebuiltWholeFromEverySampleByTheRecordRule
     EXPECT_EQ(store->processTerminationTargets().keys(), QList<QString>{nodeB.id});
 }
 
-TEST_F(TerminationWorkflow, RequestForAProcessThatLeftTheSampleDoesNothing)
-{
-    ingestAt(100.0);
-    reader->setReading(processA.identity.pid, std::nullopt);
-    endProcess(nodeA); // rejected: leaves a message
-    const auto message = store->terminationMessage();
-    ASSERT_TRUE(message.has_value());
-
-    store->ingest(makeSample({.time = 102.0, .processes = {processA}}));
-    store->requestTermination(task, nodeB);
-    EXPECT_FALSE(store->pendingTermination().has_value());
-    EXPECT_FALSE(store->pendingTerminationTarget().has_value());
-    EXPECT_EQ(store->terminationMessage(), message);
-}
-
-TEST_F(TerminationWorkflow, RequestClearsTheMessageAndKeepsTheStatus)
+TEST_F(TerminationWorkflow, RequestClearsTheMessageKeepsTheStatusAndNeedsTheSampledProcess)
 {
     ingestAt(100.0);
     endProcess(nodeA); // the fake reader has no process: rejected
+    store->ingest(makeSample({.time = 102.0, .processes = {processA}}));
     const auto status = store->terminationStatus();
-    ASSERT_TRUE(store->terminationMessage().has_value());
+    const auto message = store->terminationMessage();
+    ASSERT_TRUE(message.has_value());
+
+    store->requestTermination(task, nodeB); // B has left the sample
+    EXPECT_FALSE(store->pendingTermination().has_value());
+    EXPECT_FALSE(store->pendingTerminationTarget().has_value());
+    EXPECT_EQ(store->terminationMessage(), message);
 
     store->requestTermination(task, nodeA);
     EXPECT_FALSE(store->terminationMessage().has_value());
-    EXPECT_EQ(store->terminationStatus(), status);
     EXPECT_EQ(store->pendingTermination(),
               (DashboardPendingTermination{task, nodeA, Signal::graceful}));
     EXPECT_EQ(store->pendingTerminationTarget(), targetOf(processA));
-
     store->cancelTermination();
     EXPECT_FALSE(store->pendingTermination().has_value());
     EXPECT_FALSE(store->pendingTerminationTarget().has_value());
     EXPECT_EQ(store->terminationStatus(), status);
 }
 
-TEST_F(TerminationWorkflow, ForcedIsOfferedOnlyForTheNodeThatIgnoredTheGracefulSignal)
+class ForcedTermination : public TerminationWorkflow, public ::testing::WithParamInterface<bool> {};
+
+// Forced is offered only for the node that ignored the graceful signal; a
+// forced signal that does not end it either leaves nothing further to try.
+TEST_P(ForcedTermination, IsOfferedOnlyForTheNodeThatIgnoredTheGracefulSignal)
 {
+    const bool forcedEndsIt = GetParam();
     ingestAt(100.0);
     keepsRunning(processA);
     endProcess(nodeA);
@@ -156,29 +152,23 @@ TEST_F(TerminationWorkflow, ForcedIsOfferedOnlyForTheNodeThatIgnoredTheGracefulS
     store->requestTermination(task, nodeA);
     EXPECT_EQ(store->pendingTermination()->mode, Signal::forced);
 
-    // The forced signal that does not end it either: nothing further to try.
+    if (forcedEndsIt)
+        exitsOnSignal(processA);
     store->confirmTermination();
     EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：正在确认强制结束结果…"));
     ASSERT_TRUE(waitForOutcome());
-    EXPECT_EQ(store->terminationStatus()->phase, Phase::failed);
+    EXPECT_EQ(store->terminationStatus()->phase, forcedEndsIt ? Phase::exited : Phase::failed);
     EXPECT_EQ(store->terminationStatus()->mode, Signal::forced);
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：强制结束后进程仍在运行。"));
+    EXPECT_EQ(store->terminationMessage(), forcedEndsIt
+                                               ? QStringLiteral("node：进程已强制结束。")
+                                               : QStringLiteral("node：强制结束后进程仍在运行。"));
     EXPECT_EQ(sender->sent(), (std::vector<RecordingSignalSender::Sent>{{101, Signal::graceful},
                                                                         {101, Signal::forced}}));
 }
 
-TEST_F(TerminationWorkflow, ForcedExitHasItsOwnMessage)
-{
-    ingestAt(100.0);
-    keepsRunning(processA);
-    endProcess(nodeA);
-    exitsOnSignal(processA);
-    store->requestTermination(task, nodeA);
-    store->confirmTermination();
-    ASSERT_TRUE(waitForOutcome());
-    EXPECT_EQ(store->terminationStatus()->phase, Phase::exited);
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：进程已强制结束。"));
-}
+INSTANTIATE_TEST_SUITE_P(Outcomes, ForcedTermination, ::testing::Bool(), [](const auto &info) {
+    return std::string(info.param ? "ForcedEndsIt" : "ForcedFailsToo");
+});
 
 struct FailureCase {
     const char *name;
@@ -210,6 +200,11 @@ TEST_P(TerminationFailure, FailsWithTheResultTextAndStaysGraceful)
     EXPECT_EQ(store->recoveryState(), State::terminationFailed);
     EXPECT_FALSE(store->recoveryEvaluator().has_value());
     EXPECT_EQ(sender->sent().size(), row.signalsSent);
+    // The ending leaves its action in an incident that closes at once.
+    ASSERT_EQ(store->incidents().size(), 1u);
+    EXPECT_EQ(store->incidents().front().action, QStringLiteral("结束 esbuild 子进程"));
+    EXPECT_EQ(store->incidents().front().status, IncidentStatus::actionFailed);
+    EXPECT_EQ(store->incidents().front().endedAt, secondsAt(100.0)); // the latest sample's time
 
     store->requestTermination(task, nodeB);
     EXPECT_EQ(store->pendingTermination()->mode, Signal::graceful);
@@ -218,7 +213,7 @@ TEST_P(TerminationFailure, FailsWithTheResultTextAndStaysGraceful)
 ProcessTerminationTarget reusedPid()
 {
     ProcessTerminationTarget later = makeTarget(202, QStringLiteral("esbuild"));
-    later.identity.startTime = TimePoint::fromSecondsSince1970(5000.0);
+    later.identity.startTime = secondsAt(5000.0);
     return later;
 }
 
@@ -232,28 +227,42 @@ INSTANTIATE_TEST_SUITE_P(
                                   "esbuild：没有权限结束该任务，未进行重试。", 1}),
     RowName());
 
+// On a quiet machine the ending opens an incident for its action, which the
+// next calm tick closes before the verdict; the verdict then shows only in
+// the recovery state.
 TEST_F(TerminationWorkflow, ExitStartsAVerificationJudgedByLaterSamples)
 {
     ingestAt(100.0, 90.0);
-    exitsOnSignal(processA);
-    store->requestTermination(task, nodeA);
+    ASSERT_TRUE(store->incidents().empty());
+    exitsOnSignal(processB);
+    store->requestTermination(task, nodeB);
     store->confirmTermination();
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：已发送退出请求，正在确认…"));
+    EXPECT_EQ(store->terminationMessage(), QStringLiteral("esbuild：已发送退出请求，正在确认…"));
     ASSERT_TRUE(waitForOutcome());
 
     EXPECT_EQ(store->terminationStatus()->phase, Phase::exited);
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：进程已结束。"));
+    EXPECT_EQ(store->terminationMessage(), QStringLiteral("esbuild：进程已结束。"));
     EXPECT_EQ(store->recoveryState(), State::recovering);
     ASSERT_TRUE(store->recoveryContext().has_value());
-    EXPECT_EQ(store->recoveryContext()->processNodeID, nodeA.id);
-    EXPECT_EQ(store->recoveryContext()->startedAt, TimePoint::fromSecondsSince1970(100.0));
+    EXPECT_EQ(store->recoveryContext()->processNodeID, nodeB.id);
+    EXPECT_EQ(store->recoveryContext()->startedAt, secondsAt(100.0));
     EXPECT_EQ(store->recoveryContext()->baseline.cpu, 90.0);
+    ASSERT_EQ(store->incidents().size(), 1u);
+    const DashboardIncident opened = store->incidents().front();
+    EXPECT_EQ(opened.startedAt, secondsAt(100.0)); // the baseline's time
+    EXPECT_EQ(opened.application, QStringLiteral("Node"));
+    EXPECT_EQ(opened.action, QStringLiteral("结束 esbuild 子进程")); // not the target: named
+    EXPECT_EQ(opened.actionAt, secondsAt(100.0));
+    EXPECT_EQ(opened.status, IncidentStatus::observing);
 
     ingestAt(219.0, 10.0);
     EXPECT_EQ(store->recoveryState(), State::recovering);
+    EXPECT_EQ(store->incidents().front().status, IncidentStatus::recoveredWithoutAction);
     ingestAt(220.0, 10.0); // 120 s after the baseline, CPU down by 80 points
     EXPECT_EQ(store->recoveryState(), State::recovered);
     EXPECT_FALSE(store->recoveryEvaluator().has_value());
+    ASSERT_EQ(store->incidents().size(), 1u);
+    EXPECT_EQ(store->incidents().front().status, IncidentStatus::recoveredWithoutAction);
     ingestAt(222.0, 95.0); // a finished verdict stays
     EXPECT_EQ(store->recoveryState(), State::recovered);
 }
@@ -297,7 +306,7 @@ TEST_P(SecondTermination, DropsTheFirstVerificationWhenItsSignalGoesOut)
 
     if (secondExits) {
         EXPECT_EQ(store->recoveryContext()->processNodeID, nodeB.id);
-        EXPECT_EQ(store->recoveryContext()->startedAt, TimePoint::fromSecondsSince1970(102.0));
+        EXPECT_EQ(store->recoveryContext()->startedAt, secondsAt(102.0));
         EXPECT_EQ(store->recoveryState(), State::recovering);
     } else {
         EXPECT_EQ(store->recoveryContext(), firstContext);
@@ -404,14 +413,14 @@ TEST_F(SlowExitCheck, ConfirmReturnsBeforeTheExitAndIngestGoesOn)
     EXPECT_EQ(store->terminationStatus()->phase, Phase::verifying);
 
     ingestAt(102.0);
-    EXPECT_EQ(store->latestSystemSample()->timestamp, TimePoint::fromSecondsSince1970(102.0));
+    EXPECT_EQ(store->latestSystemSample()->timestamp, secondsAt(102.0));
     EXPECT_EQ(store->terminationStatus()->phase, Phase::verifying);
 
     reader->setReading(processA.identity.pid, std::nullopt);
     ASSERT_TRUE(waitForOutcome());
     EXPECT_EQ(store->terminationStatus()->phase, Phase::exited);
     // The baseline is the sample before the signal, not one that came during the wait.
-    EXPECT_EQ(store->recoveryContext()->startedAt, TimePoint::fromSecondsSince1970(100.0));
+    EXPECT_EQ(store->recoveryContext()->startedAt, secondsAt(100.0));
 }
 
 class LongExitCheck : public TerminationWorkflow {
@@ -433,35 +442,7 @@ TEST_F(LongExitCheck, DestroyingTheStoreEndsTheWaitWithoutDelivering)
     QCoreApplication::processEvents();
 }
 
-// The incident log's side of a termination: every ending leaves an action,
-// and the verdict closes the incident only while the machine stayed hot.
-using IncidentStatus = DashboardIncidentStatus;
-
-TEST_F(TerminationWorkflow, ExitOnAQuietMachineLeavesAnActionThatTheNextCalmTickCloses)
-{
-    ingestAt(100.0, 90.0);
-    ASSERT_TRUE(store->incidents().empty());
-    exitsOnSignal(processB);
-    endProcess(nodeB);
-
-    ASSERT_EQ(store->incidents().size(), 1u);
-    const DashboardIncident opened = store->incidents().front();
-    EXPECT_EQ(opened.startedAt, TimePoint::fromSecondsSince1970(100.0)); // the baseline's time
-    EXPECT_EQ(opened.application, QStringLiteral("Node"));
-    EXPECT_EQ(opened.action, QStringLiteral("结束 esbuild 子进程")); // not the target: named
-    EXPECT_EQ(opened.actionAt, TimePoint::fromSecondsSince1970(100.0));
-    EXPECT_EQ(opened.status, IncidentStatus::observing);
-
-    ingestAt(102.0, 10.0);
-    EXPECT_EQ(store->incidents().front().status, IncidentStatus::recoveredWithoutAction);
-    // The verdict comes after the incident closed: only the recovery state shows it.
-    ingestAt(220.0, 10.0);
-    EXPECT_EQ(store->recoveryState(), State::recovered);
-    ASSERT_EQ(store->incidents().size(), 1u);
-    EXPECT_EQ(store->incidents().front().status, IncidentStatus::recoveredWithoutAction);
-    EXPECT_EQ(store->incidents().front().action, QStringLiteral("结束 esbuild 子进程"));
-}
-
+// The verdict closes the incident only while the machine stayed hot.
 TEST_F(TerminationWorkflow, VerdictWhileStillHotClosesTheIncidentOnTheSameTick)
 {
     auto ingestHot = [&](double seconds, double cpu) {
@@ -483,50 +464,24 @@ TEST_F(TerminationWorkflow, VerdictWhileStillHotClosesTheIncidentOnTheSameTick)
     EXPECT_EQ(store->recoveryState(), State::recovered);
     const DashboardIncident &closed = store->incidents().front();
     EXPECT_EQ(closed.status, IncidentStatus::improved);
-    EXPECT_EQ(closed.endedAt, TimePoint::fromSecondsSince1970(220.0));
+    EXPECT_EQ(closed.endedAt, secondsAt(220.0));
     ASSERT_EQ(closed.points.size(), 3u); // the verdict's tick left its point first
-    EXPECT_EQ(closed.points.back().timestamp, TimePoint::fromSecondsSince1970(220.0));
+    EXPECT_EQ(closed.points.back().timestamp, secondsAt(220.0));
 }
 
-TEST_F(TerminationWorkflow, FailedEndingClosesItsIncidentAsActionFailed)
+TEST(RecoveryStartAfterExit, BaselineFromTheLatestSampleOrNothingToCompare)
 {
-    ingestAt(100.0);
-    reader->setReading(processB.identity.pid, std::nullopt); // gone before the signal
-    endProcess(nodeB);
-
-    ASSERT_EQ(store->incidents().size(), 1u);
-    const DashboardIncident &failed = store->incidents().front();
-    EXPECT_EQ(failed.action, QStringLiteral("结束 esbuild 子进程"));
-    EXPECT_EQ(failed.status, IncidentStatus::actionFailed);
-    EXPECT_EQ(failed.endedAt, TimePoint::fromSecondsSince1970(100.0)); // the latest sample's time
-    ingestAt(102.0);
-    EXPECT_EQ(store->incidents().size(), 1u); // a calm tick opens nothing new
-}
-
-TEST(RecoveryStartAfterExit, WithoutASampleThereIsNothingToCompare)
-{
-    DashboardPendingTermination ended;
-    ended.task.id = QStringLiteral("t");
-    ended.task.application = QStringLiteral("Vite");
-    ended.process.id = QStringLiteral("7-1007.0");
-    ended.process.name = QStringLiteral("vite");
-    ended.process.pid = 7;
-
+    const DashboardPendingTermination ended{makeTask("Vite"), makeNode(makeProcess(7, 1, "vite")),
+                                            Signal::graceful};
     EXPECT_EQ(RecoveryStart::afterExit(ended, std::nullopt),
               (RecoveryStart{State::insufficientData, std::nullopt, std::nullopt}));
-
-    SystemMetricSample baseline = makeSample(500.0);
-    baseline.cpuUsage = readingOf(70.0);
-    baseline.fanRPM = readingOf(2400.0);
-    const RecoveryStart start = RecoveryStart::afterExit(ended, baseline);
-    EXPECT_EQ(start.state, State::recovering);
-    EXPECT_EQ(
-        start.context,
-        (DashboardRecoveryContext{
-            QStringLiteral("t"), QStringLiteral("Vite"), QStringLiteral("7-1007.0"),
-            QStringLiteral("vite"), 7, baseline.timestamp, 120.0,
-            DashboardRecoveryMetrics{70.0, std::nullopt, 2400.0, SystemThermalState::nominal}}));
-    EXPECT_EQ(start.evaluator, (RecoveryEvaluator{baseline, baseline.timestamp, 120.0}));
+    const SystemMetricSample baseline = makeSample({.time = 500.0, .cpu = 70.0, .fan = 2400.0});
+    const DashboardRecoveryMetrics metrics{70.0, std::nullopt, 2400.0, SystemThermalState::nominal};
+    const DashboardRecoveryContext context{"id-Vite",          "Vite", ended.process.id, "vite", 7,
+                                           baseline.timestamp, 120.0,  metrics};
+    EXPECT_EQ(RecoveryStart::afterExit(ended, baseline),
+              (RecoveryStart{State::recovering, context,
+                             RecoveryEvaluator{baseline, baseline.timestamp, 120.0}}));
 }
 
 } // namespace

@@ -160,23 +160,22 @@ TEST(MenuBarPresentation, WithoutSampleEverythingIsCollecting)
 {
     const MenuBarPresentation presentation = makePresentation(
         nullptr, {task("busy", 300.0, ResourceImpact::high)}, TimePoint::fromSecondsSince1970(1));
-    const MenuBarPresentation expected{
-        .state = State::collecting,
-        .menuTitle = QStringLiteral("KilnWarden"),
-        .headline = QStringLiteral("正在采集系统状态"),
-        .durationText = std::nullopt,
-        .symbolName = QStringLiteral("waveform.path.ecg"),
-        .cpu = {QStringLiteral("cpu"), QStringLiteral("CPU"), QStringLiteral("采集中"),
-                std::nullopt},
-        .temperature = {QStringLiteral("temperature"), QStringLiteral("温度"),
-                        QStringLiteral("采集中"), std::nullopt},
-        .fan = {QStringLiteral("fan"), QStringLiteral("风扇"), QStringLiteral("采集中"),
-                std::nullopt},
-        .statusMessage = QStringLiteral("正在采集系统状态"),
-        .primaryTask = std::nullopt,
-        .remainingAttentionTaskCount = 0,
+    const auto collecting = [](const char *id, const char *title) {
+        return MenuBarPresentationMetric{id, title, "采集中", std::nullopt};
     };
+    const MenuBarPresentation expected{State::collecting,
+                                       "KilnWarden",
+                                       "正在采集系统状态",
+                                       std::nullopt,
+                                       "waveform.path.ecg",
+                                       collecting("cpu", "CPU"),
+                                       collecting("temperature", "温度"),
+                                       collecting("fan", "风扇"),
+                                       "正在采集系统状态",
+                                       std::nullopt,
+                                       0};
     EXPECT_EQ(presentation, expected);
+    EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
 }
 
 TEST(MenuBarPresentation, MetricValuesPerReadingCase)
@@ -192,17 +191,16 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
         const char *fanValue;
         std::optional<QString> spoken; // the same for all three in each row
     };
+    const Reading denied = Reading::permissionDenied("x"), unsupported = Reading::unsupported("x"),
+                  unavailable = Reading::temporarilyUnavailable("x"),
+                  warming = Reading::warmingUp();
     const Row rows[] = {
         {"available", Reading::available(42.4, "t"), Reading::available(74.96, "t"),
          Reading::available(1234.6, "t"), "42%", "74.9°C", "1235 RPM", std::nullopt},
-        {"denied", Reading::permissionDenied("x"), Reading::permissionDenied("x"),
-         Reading::permissionDenied("x"), "受限", "受限", "受限", QStringLiteral("权限受限")},
-        {"unsupported", Reading::unsupported("x"), Reading::unsupported("x"),
-         Reading::unsupported("x"), "不可用", "不可用", "不可用", std::nullopt},
-        {"unavailable", Reading::temporarilyUnavailable("x"), Reading::temporarilyUnavailable("x"),
-         Reading::temporarilyUnavailable("x"), "不可用", "不可用", "不可用", std::nullopt},
-        {"warmingUp", Reading::warmingUp(), Reading::warmingUp(), Reading::warmingUp(), "采集中",
-         "采集中", "采集中", std::nullopt},
+        {"denied", denied, denied, denied, "受限", "受限", "受限", QStringLiteral("权限受限")},
+        {"unsupported", unsupported, unsupported, unsupported, "不可用", "不可用", "不可用", {}},
+        {"unavailable", unavailable, unavailable, unavailable, "不可用", "不可用", "不可用", {}},
+        {"warmingUp", warming, warming, warming, "采集中", "采集中", "采集中", std::nullopt},
     };
     ScopedDefaultLocale scope(QLocale::c());
     for (const Row &row : rows) {
@@ -279,39 +277,39 @@ struct HeatRow {
     State state;
 };
 
+constexpr auto N = Thermal::nominal, F = Thermal::fair, S = Thermal::serious, C = Thermal::critical,
+               U = Thermal::unknown;
+constexpr std::nullopt_t none = std::nullopt;
+constexpr auto highLoad = State::highLoad, act = State::actionRecommended, normal = State::normal;
+
 const HeatRow kHeatRows[] = {
     // The system's own pressure is enough by itself.
-    {"fairCoolIdle", Thermal::fair, 40.0, 0.0, std::nullopt, true, State::highLoad},
-    {"fairNoReadings", Thermal::fair, std::nullopt, std::nullopt, std::nullopt, true,
-     State::highLoad},
-    {"seriousCoolIdle", Thermal::serious, 40.0, 0.0, std::nullopt, true, State::actionRecommended},
-    {"criticalNoReadings", Thermal::critical, std::nullopt, std::nullopt, std::nullopt, true,
-     State::actionRecommended},
+    {"fairCoolIdle", F, 40.0, 0.0, none, true, highLoad},
+    {"fairNoReadings", F, none, none, none, true, highLoad},
+    {"seriousCoolIdle", S, 40.0, 0.0, none, true, act},
+    {"criticalNoReadings", C, none, none, none, true, act},
     // Temperature and load together, both inclusive.
-    {"atBothThresholds", Thermal::nominal, 75.0, 30.0, std::nullopt, true, State::highLoad},
-    {"temperatureJustBelow", Thermal::nominal, 74.9, 30.0, std::nullopt, false, State::normal},
-    {"cpuJustBelow", Thermal::nominal, 75.0, 29.9, std::nullopt, false, State::normal},
-    {"taskCarriesTheLoad", Thermal::nominal, 75.0, 10.0, 30.0, true, State::highLoad},
-    {"taskJustBelow", Thermal::nominal, 75.0, 10.0, 29.9, false, State::normal},
-    {"taskAboveSystem", Thermal::nominal, 80.0, 10.0, 120.0, true, State::highLoad},
-    {"systemAboveTask", Thermal::nominal, 80.0, 50.0, 1.0, true, State::highLoad},
-    {"noTaskCpuUnreadable", Thermal::nominal, 80.0, std::nullopt, std::nullopt, false,
-     State::normal},
-    {"cpuUnreadableTaskLoaded", Thermal::nominal, 80.0, std::nullopt, 45.0, true, State::highLoad},
+    {"atBothThresholds", N, 75.0, 30.0, none, true, highLoad},
+    {"temperatureJustBelow", N, 74.9, 30.0, none, false, normal},
+    {"cpuJustBelow", N, 75.0, 29.9, none, false, normal},
+    {"taskCarriesTheLoad", N, 75.0, 10.0, 30.0, true, highLoad},
+    {"taskJustBelow", N, 75.0, 10.0, 29.9, false, normal},
+    {"taskAboveSystem", N, 80.0, 10.0, 120.0, true, highLoad},
+    {"systemAboveTask", N, 80.0, 50.0, 1.0, true, highLoad},
+    {"noTaskCpuUnreadable", N, 80.0, none, none, false, normal},
+    {"cpuUnreadableTaskLoaded", N, 80.0, none, 45.0, true, highLoad},
     // An unreadable temperature never makes a sample hot.
-    {"noTemperatureFullLoad", Thermal::nominal, std::nullopt, 100.0, 100.0, false, State::normal},
+    {"noTemperatureFullLoad", N, none, 100.0, 100.0, false, normal},
     // `unknown` is no pressure: it falls through to the readings.
-    {"unknownHotLoaded", Thermal::unknown, 90.0, 50.0, std::nullopt, true,
-     State::actionRecommended},
-    {"unknownWarmLoaded", Thermal::unknown, 80.0, 50.0, std::nullopt, true, State::highLoad},
-    {"unknownCool", Thermal::unknown, 40.0, 90.0, std::nullopt, false, State::observing},
-    {"unknownNoReadings", Thermal::unknown, std::nullopt, std::nullopt, std::nullopt, false,
-     State::observing},
+    {"unknownHotLoaded", U, 90.0, 50.0, none, true, act},
+    {"unknownWarmLoaded", U, 80.0, 50.0, none, true, highLoad},
+    {"unknownCool", U, 40.0, 90.0, none, false, State::observing},
+    {"unknownNoReadings", U, none, none, none, false, State::observing},
     // 90 degrees recommends action without load, yet opens no incident.
-    {"ninetyIdle", Thermal::nominal, 90.0, 0.0, std::nullopt, false, State::actionRecommended},
-    {"justBelowNinetyIdle", Thermal::nominal, 89.9, 0.0, std::nullopt, false, State::normal},
-    {"justBelowNinetyLoaded", Thermal::nominal, 89.9, 30.0, std::nullopt, true, State::highLoad},
-    {"nominalCool", Thermal::nominal, 40.0, 95.0, 95.0, false, State::normal},
+    {"ninetyIdle", N, 90.0, 0.0, none, false, act},
+    {"justBelowNinetyIdle", N, 89.9, 0.0, none, false, normal},
+    {"justBelowNinetyLoaded", N, 89.9, 30.0, none, true, highLoad},
+    {"nominalCool", N, 40.0, 95.0, 95.0, false, normal},
 };
 
 class HeatDecision : public testing::TestWithParam<HeatRow> {};
@@ -327,11 +325,5 @@ TEST_P(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, HeatDecision, testing::ValuesIn(kHeatRows), RowName());
-
-TEST(HeatDecision, NoSampleIsCollecting)
-{
-    EXPECT_EQ(menuBarState(nullptr, std::nullopt), State::collecting);
-    EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
-}
 
 } // namespace

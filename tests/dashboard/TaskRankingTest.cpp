@@ -5,6 +5,8 @@
 
 namespace {
 
+const auto at = secondsAt;
+
 // A load with one process per (pid, cpu); the first is the target.
 ApplicationLoad loadWithScore(const char *id, double score, pid_t pid = 1)
 {
@@ -25,11 +27,6 @@ std::vector<DashboardTask> tasksFor(const std::vector<ApplicationLoad> &loads)
         tasks.push_back(task);
     }
     return tasks;
-}
-
-TimePoint at(double seconds)
-{
-    return TimePoint::fromSecondsSince1970(seconds);
 }
 
 // Drives rankLoads as the store does: the previous tick's order is the last result.

@@ -4,9 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
-#include <set>
 
 namespace {
 
@@ -204,29 +202,6 @@ TEST(ApplicationGroupingTest, IdsHashTheGroupKeyAndStayAcrossTicks)
     tick.append(makeProcess(12, 10, "extra", 9.0));
     for (const auto &load : groupApplicationLoads(tick))
         EXPECT_EQ(load.id, idByName[load.application == "extra" ? "job" : load.application]);
-}
-
-TEST(ApplicationGroupingTest, EveryProcessLandsInExactlyOneLoad)
-{
-    // A larger made-up desktop: a manager, chains, a cycle, repeats of names.
-    QList<ProcessMetric> processes;
-    processes.append(serviceManager(makeProcess(2, 1, "systemd")));
-    for (pid_t pid = 10; pid < 200; ++pid) {
-        const pid_t parent = pid % 7 == 0 ? 2 : pid - 1 - (pid % 3);
-        processes.append(makeProcess(pid, parent, QStringLiteral("p%1").arg(pid % 5), pid % 11));
-    }
-    processes.append(makeProcess(300, 301, "c"));
-    processes.append(makeProcess(301, 300, "d"));
-    std::multiset<pid_t> seen;
-    for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
-        for (const ProcessMetric &member : load.processes)
-            seen.insert(member.identity.pid);
-        EXPECT_TRUE(std::any_of(load.processes.begin(), load.processes.end(),
-                                [&](const ProcessMetric &p) { return p == load.target; }));
-    }
-    EXPECT_EQ(seen.size(), std::size_t(processes.size()));
-    for (const ProcessMetric &process : processes)
-        EXPECT_EQ(seen.count(process.identity.pid), 1u) << process.identity.pid;
 }
 
 TEST(ApplicationGroupingTest, ApplicationNameFromPath)

@@ -97,76 +97,54 @@ Sequence pair(const char *description, Tick first, Tick second, double cpu, doub
         {{first.now, {first.record}, {{0.0, 0.0}}}, {second.now, {second.record}, {{cpu, disk}}}}};
 }
 
+// Pid 7 started at 50 with these counters.
+RawProcessMetric p7(std::uint64_t cpuNanoseconds, std::uint64_t diskBytes,
+                    const QString &executable = "/usr/bin/node")
+{
+    return process(7, 50.0, cpuNanoseconds, diskBytes, executable);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Ticks, ProcessRateTest,
     testing::Values(
-        pair("half a core and 1 MB/s over two seconds",
-             {100.0, process(7, 50.0, 10 * second, 1000000)},
-             {102.0, process(7, 50.0, 11 * second, 3000000)}, 50.0, 1000000.0),
-        pair("many busy threads go above one core", {100.0, process(7, 50.0, 0, 0)},
-             {102.0, process(7, 50.0, 7 * second, 0)}, 350.0, 0.0),
-        pair("same time twice", {100.0, process(7, 50.0, 0, 0)},
-             {100.0, process(7, 50.0, second, 100)}, 0.0, 0.0),
-        pair("time going back", {100.0, process(7, 50.0, 0, 0)},
-             {99.0, process(7, 50.0, second, 100)}, 0.0, 0.0),
-        pair("reused pid with another start time", {100.0, process(7, 50.0, 0, 0)},
-             {102.0, process(7, 101.0, 5 * second, 100)}, 0.0, 0.0),
-        pair("same pid and start after an exec", {100.0, process(7, 50.0, 0, 0, "/usr/bin/sh")},
-             {102.0, process(7, 50.0, second, 100, "/usr/bin/node")}, 0.0, 0.0),
-        pair("replaced binary counts as another executable",
-             {100.0, process(7, 50.0, 0, 0, "/usr/bin/node")},
-             {102.0, process(7, 50.0, second, 100, "/usr/bin/node (deleted)")}, 0.0, 0.0),
-        pair("CPU counter going back clears the disk rate too",
-             {100.0, process(7, 50.0, 5 * second, 0)}, {102.0, process(7, 50.0, 4 * second, 4000)},
-             0.0, 0.0),
-        pair("disk counter going back clears the CPU rate too", {100.0, process(7, 50.0, 0, 4000)},
-             {102.0, process(7, 50.0, second, 0)}, 0.0, 0.0),
-        pair("idle process", {100.0, process(7, 50.0, second, 10)},
-             {102.0, process(7, 50.0, second, 10)}, 0.0, 0.0),
+        pair("half a core and 1 MB/s over two seconds", {100, p7(10 * second, 1000000)},
+             {102, p7(11 * second, 3000000)}, 50.0, 1000000.0),
+        pair("many busy threads go above one core", {100, p7(0, 0)}, {102, p7(7 * second, 0)},
+             350.0, 0.0),
+        pair("same time twice", {100, p7(0, 0)}, {100, p7(second, 100)}, 0.0, 0.0),
+        pair("time going back", {100, p7(0, 0)}, {99, p7(second, 100)}, 0.0, 0.0),
+        pair("reused pid with another start time", {100, p7(0, 0)},
+             {102, process(7, 101.0, 5 * second, 100)}, 0.0, 0.0),
+        pair("same pid and start after an exec", {100, p7(0, 0, "/usr/bin/sh")},
+             {102, p7(second, 100)}, 0.0, 0.0),
+        pair("replaced binary counts as another executable", {100, p7(0, 0)},
+             {102, p7(second, 100, "/usr/bin/node (deleted)")}, 0.0, 0.0),
+        pair("CPU counter going back clears the disk rate too", {100, p7(5 * second, 0)},
+             {102, p7(4 * second, 4000)}, 0.0, 0.0),
+        pair("disk counter going back clears the CPU rate too", {100, p7(0, 4000)},
+             {102, p7(second, 0)}, 0.0, 0.0),
+        pair("idle process", {100, p7(second, 10)}, {102, p7(second, 10)}, 0.0, 0.0),
         // Pid 7 is missed on the second tick: on the third it has
         // no counters to compare with, though pid 8 has.
         Sequence{"a vanished process is forgotten at once",
-                 {{100.0, {process(7, 50.0, 0, 0)}, {{0, 0}}},
+                 {{100.0, {p7(0, 0)}, {{0, 0}}},
                   {102.0, {process(8, 50.0, 0, 0)}, {{0, 0}}},
-                  {104.0,
-                   {process(7, 50.0, 4 * second, 400), process(8, 50.0, second, 0)},
-                   {{0, 0}, {50, 0}}},
-                  {106.0, {process(7, 50.0, 6 * second, 600)}, {{100, 100}}}}},
+                  {104.0, {p7(4 * second, 400), process(8, 50.0, second, 0)}, {{0, 0}, {50, 0}}},
+                  {106.0, {p7(6 * second, 600)}, {{100, 100}}}}},
         Sequence{"a reused pid rates normally from the tick after",
-                 {{100.0, {process(7, 50.0, 9 * second, 0)}, {{0, 0}}},
+                 {{100.0, {p7(9 * second, 0)}, {{0, 0}}},
                   {102.0, {process(7, 101.0, second, 0)}, {{0, 0}}},
                   {104.0, {process(7, 101.0, 2 * second, 0)}, {{50, 0}}}}},
-        Sequence{
-            "a pid repeated in one tick keeps both records and the first counters",
-            {{100.0, {process(7, 50.0, 0, 0), process(7, 50.0, 10 * second, 0)}, {{0, 0}, {0, 0}}},
-             {102.0, {process(7, 50.0, 2 * second, 0)}, {{100, 0}}}}}),
+        Sequence{"a pid repeated in one tick keeps both records and the first counters",
+                 {{100.0, {p7(0, 0), p7(10 * second, 0)}, {{0, 0}, {0, 0}}},
+                  {102.0, {p7(2 * second, 0)}, {{100, 0}}}}}),
     RowName());
 
-TEST(ProcessMetricsProbeTest, FirstTickHasNoRatesButCorrectDurations)
+// The first tick has no rates yet; every other field is the raw record's, in
+// the reader's order, with the time since the start (never negative).
+TEST(ProcessMetricsProbeTest, FirstTickCarriesEveryFieldWithoutRates)
 {
-    auto reader = std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
-        {process(3, 90.0, 50 * second, 900), process(9, 130.0, second, 0)}});
-    ScriptedReader *readerView = reader.get();
-    ProcessMetricsProbe probe(std::move(reader));
-
-    const QList<ProcessMetric> metrics = probe.sample(TimePoint::fromSecondsSince1970(100.0));
-
-    ASSERT_EQ(metrics.size(), 2);
-    ASSERT_EQ(readerView->times.size(), 1u);
-    EXPECT_EQ(readerView->times[0], TimePoint::fromSecondsSince1970(100.0));
-    EXPECT_EQ(metrics[0].identity.pid, 3);
-    EXPECT_EQ(metrics[0].duration, 10.0);
-    EXPECT_EQ(metrics[1].identity.pid, 9);
-    EXPECT_EQ(metrics[1].duration, 0.0) << "a start time in the future is no negative duration";
-    for (const ProcessMetric &metric : metrics) {
-        EXPECT_EQ(metric.cpuPercent, 0.0);
-        EXPECT_EQ(metric.diskBytesPerSecond, 0.0);
-    }
-}
-
-TEST(ProcessMetricsProbeTest, CarriesEveryFieldOfTheRawRecordInTheReadersOrder)
-{
-    RawProcessMetric raw = process(42, 10.0, 0, 0, "/opt/app/bin/app");
+    RawProcessMetric raw = process(42, 10.0, 50 * second, 900, "/opt/app/bin/app");
     raw.parentPID = 41;
     raw.processGroupID = 40;
     raw.userID = 501;
@@ -174,13 +152,17 @@ TEST(ProcessMetricsProbeTest, CarriesEveryFieldOfTheRawRecordInTheReadersOrder)
     raw.applicationPath = QString("/usr/share/applications/app.desktop");
     raw.command = {"app serve", std::nullopt};
     raw.residentBytes = 123456789;
-    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(
-        std::deque<std::vector<RawProcessMetric>>{{process(50, 10.0, 0, 0), raw}}));
+    auto reader = std::make_unique<ScriptedReader>(
+        std::deque<std::vector<RawProcessMetric>>{{process(50, 130.0, second, 0), raw}});
+    ScriptedReader *readerView = reader.get();
+    ProcessMetricsProbe probe(std::move(reader));
 
     const QList<ProcessMetric> metrics = probe.sample(TimePoint::fromSecondsSince1970(25.5));
 
+    EXPECT_EQ(readerView->times, std::vector{TimePoint::fromSecondsSince1970(25.5)});
     ASSERT_EQ(metrics.size(), 2);
     EXPECT_EQ(metrics[0].identity.pid, 50);
+    EXPECT_EQ(metrics[0].duration, 0.0); // starts after the tick
     ProcessMetric expected;
     expected.identity = raw.identity;
     expected.parentPID = 41;

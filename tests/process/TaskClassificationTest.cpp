@@ -14,9 +14,13 @@ ProcessMetric withCommand(ProcessMetric process, const QString &command,
     return process;
 }
 
+// A load of the named processes, each the parent of the next; the first
+// runs `command` when one is given (else its own name).
 struct KindCase {
     const char *name;
-    ApplicationLoad load;
+    const char *application;
+    std::vector<const char *> processes;
+    const char *command;
     TaskKind kind;
 };
 
@@ -26,67 +30,46 @@ class TaskKindTest : public testing::TestWithParam<KindCase> {};
 
 TEST_P(TaskKindTest, FirstPassingTestDecides)
 {
-    EXPECT_EQ(classifyTaskKind(GetParam().load), GetParam().kind);
+    const KindCase &row = GetParam();
+    std::vector<ProcessMetric> processes;
+    for (const char *name : row.processes)
+        processes.push_back(
+            makeProcess(pid_t(processes.size() + 1), pid_t(processes.size()), name));
+    if (row.command)
+        processes.front().command.command = QString::fromUtf8(row.command);
+    EXPECT_EQ(classifyTaskKind(makeLoad(row.application, processes)), row.kind);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, TaskKindTest,
-    testing::Values(
-        KindCase{"NpmTestFromRedactedCommand",
-                 makeLoad("node", {withCommand(makeProcess(1, 0, "node"), "npm test")}),
-                 TaskKind::test},
-        KindCase{"VitestBeforeVite", makeLoad("node", {makeProcess(1, 0, "vitest")}),
-                 TaskKind::test},
-        KindCase{"ViteAloneIsADevServer", makeLoad("node", {makeProcess(1, 0, "vite")}),
-                 TaskKind::developmentServer},
-        KindCase{"ChromeBasedTestRunnerIsATest",
-                 makeLoad("Chrome", {makeProcess(1, 0, "chrome"), makeProcess(2, 1, "playwright")}),
-                 TaskKind::test},
-        KindCase{"TestGluedToTheWordBeforeIsNoTest",
-                 makeLoad("latest", {makeProcess(1, 0, "latest")}), TaskKind::unknown},
-        KindCase{"TestAtTheVeryStartHasNoBlankBefore", makeLoad("test", {makeProcess(1, 0, "x")}),
-                 TaskKind::unknown},
-        KindCase{"ClangIsABuild", makeLoad("make", {makeProcess(1, 0, "clang")}), TaskKind::build},
-        KindCase{"CargoBuild",
-                 makeLoad("cargo", {withCommand(makeProcess(1, 0, "cargo"), "cargo build")}),
-                 TaskKind::build},
-        KindCase{"IndexMatchesInsideAWord", makeLoad("x", {makeProcess(1, 0, "reindexer")}),
-                 TaskKind::indexing},
-        KindCase{"DockerBeforeVite",
-                 makeLoad("x", {makeProcess(1, 0, "docker"), makeProcess(2, 1, "vite")}),
-                 TaskKind::container},
-        KindCase{"NpmRunDevIsDevServer",
-                 makeLoad("node", {withCommand(makeProcess(1, 0, "node"), "npm dev")}),
-                 TaskKind::developmentServer},
-        KindCase{"FirefoxIsABrowser", makeLoad("Firefox", {makeProcess(1, 0, "firefox")}),
-                 TaskKind::browser},
-        KindCase{"RendererIsABrowser", makeLoad("Editor", {makeProcess(1, 0, "Editor Renderer")}),
-                 TaskKind::browser},
-        KindCase{"CodexLast", makeLoad("Codex", {makeProcess(1, 0, "codex")}), TaskKind::codex},
-        KindCase{"UpperCaseIsLowered", makeLoad("PYTEST", {makeProcess(1, 0, "X")}),
-                 TaskKind::test},
-        KindCase{"BlankBeforeTheNameJoinsTheHaystack",
-                 makeLoad("x", {withCommand(makeProcess(1, 0, "testbed"), "bed")}), TaskKind::test},
-        KindCase{"BlankBeforeTheCommandJoinsTheHaystack",
-                 makeLoad("x", {withCommand(makeProcess(1, 0, "x"), "test-data")}), TaskKind::test},
-        KindCase{"CtestBeforeCmake",
-                 makeLoad("cmake", {makeProcess(1, 0, "cmake"), makeProcess(2, 1, "ctest")}),
-                 TaskKind::test},
-        KindCase{"GccCompilerProperIsABuild",
-                 makeLoad("make", {makeProcess(1, 0, "make"), makeProcess(2, 1, "cc1plus")}),
-                 TaskKind::build},
-        KindCase{"NinjaIsABuild", makeLoad("ninja", {makeProcess(1, 0, "ninja")}), TaskKind::build},
-        KindCase{"RustAnalyzerIsIndexing", makeLoad("x", {makeProcess(1, 0, "rust-analyzer")}),
-                 TaskKind::indexing},
-        KindCase{"PodmanIsAContainer", makeLoad("x", {makeProcess(1, 0, "conmon")}),
-                 TaskKind::container},
-        KindCase{"UvicornIsADevServer", makeLoad("x", {makeProcess(1, 0, "uvicorn")}),
-                 TaskKind::developmentServer},
-        KindCase{"ChromiumIsABrowser", makeLoad("Chromium", {makeProcess(1, 0, "chromium")}),
-                 TaskKind::browser},
-        KindCase{"NothingKnownIsUnknown", makeLoad("bash", {makeProcess(1, 0, "sleep")}),
-                 TaskKind::unknown}),
-    RowName());
+using K = TaskKind;
+const KindCase kKindCases[] = {
+    {"NpmTestFromRedactedCommand", "node", {"node"}, "npm test", K::test},
+    {"VitestBeforeVite", "node", {"vitest"}, nullptr, K::test},
+    {"ViteAloneIsADevServer", "node", {"vite"}, nullptr, K::developmentServer},
+    {"ChromeBasedTestRunnerIsATest", "Chrome", {"chrome", "playwright"}, nullptr, K::test},
+    {"TestGluedToTheWordBeforeIsNoTest", "latest", {"latest"}, nullptr, K::unknown},
+    {"TestAtTheVeryStartHasNoBlankBefore", "test", {"x"}, nullptr, K::unknown},
+    {"ClangIsABuild", "make", {"clang"}, nullptr, K::build},
+    {"CargoBuild", "cargo", {"cargo"}, "cargo build", K::build},
+    {"IndexMatchesInsideAWord", "x", {"reindexer"}, nullptr, K::indexing},
+    {"DockerBeforeVite", "x", {"docker", "vite"}, nullptr, K::container},
+    {"NpmRunDevIsDevServer", "node", {"node"}, "npm dev", K::developmentServer},
+    {"FirefoxIsABrowser", "Firefox", {"firefox"}, nullptr, K::browser},
+    {"RendererIsABrowser", "Editor", {"Editor Renderer"}, nullptr, K::browser},
+    {"CodexLast", "Codex", {"codex"}, nullptr, K::codex},
+    {"UpperCaseIsLowered", "PYTEST", {"X"}, nullptr, K::test},
+    {"BlankBeforeTheNameJoinsTheHaystack", "x", {"testbed"}, "bed", K::test},
+    {"BlankBeforeTheCommandJoinsTheHaystack", "x", {"x"}, "test-data", K::test},
+    {"CtestBeforeCmake", "cmake", {"cmake", "ctest"}, nullptr, K::test},
+    {"GccCompilerProperIsABuild", "make", {"make", "cc1plus"}, nullptr, K::build},
+    {"NinjaIsABuild", "ninja", {"ninja"}, nullptr, K::build},
+    {"RustAnalyzerIsIndexing", "x", {"rust-analyzer"}, nullptr, K::indexing},
+    {"PodmanIsAContainer", "x", {"conmon"}, nullptr, K::container},
+    {"UvicornIsADevServer", "x", {"uvicorn"}, nullptr, K::developmentServer},
+    {"ChromiumIsABrowser", "Chromium", {"chromium"}, nullptr, K::browser},
+    {"NothingKnownIsUnknown", "bash", {"sleep"}, nullptr, K::unknown},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, TaskKindTest, testing::ValuesIn(kKindCases), RowName());
 
 TEST(TaskClassificationTest, TextsOfATestWithProject)
 {

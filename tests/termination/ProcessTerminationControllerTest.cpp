@@ -84,51 +84,42 @@ TEST_P(SafetyCheckOrder, FirstFailingTestDecides)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, SafetyCheckOrder,
-    ::testing::Values(
-        SafetyCase{"AcceptsTheSameProcess", kSeen, kSeen, std::nullopt},
-        // The record decides before the machine is looked at.
-        SafetyCase{"OtherUsersRecordWhateverTheReading", seen({.user = kOtherUser}), kSeen,
-                   Rejection::notCurrentUser},
-        SafetyCase{"OtherUsersRecordBeforePidOne", seen({.pid = 1, .user = kOtherUser}),
-                   std::nullopt, Rejection::notCurrentUser},
-        SafetyCase{"PidOne", seen({.pid = 1}), std::nullopt, Rejection::systemCritical},
-        SafetyCase{"PidZero", seen({.pid = 0}), std::nullopt, Rejection::systemCritical},
-        SafetyCase{"NegativePid", seen({.pid = -1}), std::nullopt, Rejection::systemCritical},
-        SafetyCase{"PidOneBeforeSelf", seen({.pid = 1}), std::nullopt, Rejection::systemCritical,
-                   1},
-        SafetyCase{"ThisProgram", seen({.pid = ::getpid()}), seen({.pid = ::getpid()}),
-                   Rejection::selfProcess},
-        SafetyCase{"ProtectedMacName", seen({.name = "WindowServer"}), kSeen,
-                   Rejection::protectedProcess},
-        SafetyCase{"ProtectedLinuxName", seen({.name = "GNOME-Shell"}), kSeen,
-                   Rejection::protectedProcess},
-        SafetyCase{"ProtectedNameBeforeExit", seen({.name = "Xorg"}), std::nullopt,
-                   Rejection::protectedProcess},
-        // From here on the machine now.
-        SafetyCase{"Gone", kSeen, std::nullopt, Rejection::alreadyExited},
-        SafetyCase{"OwnerChangedSince", kSeen, seen({.user = kOtherUser}),
-                   Rejection::notCurrentUser},
-        SafetyCase{"OwnerChangedBeforeIdentity", kSeen,
-                   seen({.user = kOtherUser, .startTime = 99.0}), Rejection::notCurrentUser},
-        SafetyCase{"OwnerChangedBeforeProtectedName", kSeen,
-                   seen({.user = kOtherUser, .name = "sshd"}), Rejection::notCurrentUser},
-        SafetyCase{"NowProtectedName", kSeen, seen({.name = "sshd"}), Rejection::protectedProcess},
-        SafetyCase{"ProtectedNameBeforeIdentity", kSeen, seen({.name = "login", .startTime = 99.0}),
-                   Rejection::protectedProcess},
-        SafetyCase{"StartTimeOneMicrosecondLater", kSeen,
-                   seen({.startTime = kSeen.identity.startTime.secondsSince1970 + 1e-6}),
-                   Rejection::identityChanged},
-        SafetyCase{"OtherPidInReading", kSeen, seen({.pid = kPid + 1}), Rejection::identityChanged},
-        SafetyCase{"StartTimeBeforeExecutable", kSeen,
-                   seen({.startTime = 1.0, .executable = "/usr/bin/other"}),
-                   Rejection::identityChanged},
-        SafetyCase{"OtherExecutable", kSeen, seen({.executable = "/usr/bin/node (deleted)"}),
-                   Rejection::executableChanged},
-        // The name takes no part beyond the protected list.
-        SafetyCase{"RenamedButSameProcess", kSeen, seen({.name = "node-worker"}), std::nullopt}),
-    RowName());
+using S = SafetyCase;
+using enum ProcessTerminationRejection;
+const double kLater = kSeen.identity.startTime.secondsSince1970 + 1e-6;
+const SafetyCase kSafetyCases[] = {
+    S{"AcceptsTheSameProcess", kSeen, kSeen, std::nullopt},
+    // The record decides before the machine is looked at.
+    S{"OtherUsersRecordWhateverTheReading", seen({.user = kOtherUser}), kSeen, notCurrentUser},
+    S{"OtherUsersRecordBeforePidOne", seen({.pid = 1, .user = kOtherUser}), {}, notCurrentUser},
+    S{"PidOne", seen({.pid = 1}), std::nullopt, systemCritical},
+    S{"PidZero", seen({.pid = 0}), std::nullopt, systemCritical},
+    S{"NegativePid", seen({.pid = -1}), std::nullopt, systemCritical},
+    S{"PidOneBeforeSelf", seen({.pid = 1}), std::nullopt, systemCritical, 1},
+    S{"ThisProgram", seen({.pid = ::getpid()}), seen({.pid = ::getpid()}), selfProcess},
+    S{"ProtectedMacName", seen({.name = "WindowServer"}), kSeen, protectedProcess},
+    S{"ProtectedLinuxName", seen({.name = "GNOME-Shell"}), kSeen, protectedProcess},
+    S{"ProtectedNameBeforeExit", seen({.name = "Xorg"}), std::nullopt, protectedProcess},
+    // From here on the machine now.
+    S{"Gone", kSeen, std::nullopt, alreadyExited},
+    S{"OwnerChangedSince", kSeen, seen({.user = kOtherUser}), notCurrentUser},
+    S{"OwnerChangedBeforeIdentity", kSeen, seen({.user = kOtherUser, .startTime = 99.0}),
+      notCurrentUser},
+    S{"OwnerChangedBeforeProtectedName", kSeen, seen({.user = kOtherUser, .name = "sshd"}),
+      notCurrentUser},
+    S{"NowProtectedName", kSeen, seen({.name = "sshd"}), protectedProcess},
+    S{"ProtectedNameBeforeIdentity", kSeen, seen({.name = "login", .startTime = 99.0}),
+      protectedProcess},
+    S{"StartTimeOneMicrosecondLater", kSeen, seen({.startTime = kLater}), identityChanged},
+    S{"OtherPidInReading", kSeen, seen({.pid = kPid + 1}), identityChanged},
+    S{"StartTimeBeforeExecutable", kSeen, seen({.startTime = 1.0, .executable = "/usr/bin/x"}),
+      identityChanged},
+    S{"OtherExecutable", kSeen, seen({.executable = "/usr/bin/node (deleted)"}), executableChanged},
+    // The name takes no part beyond the protected list.
+    S{"RenamedButSameProcess", kSeen, seen({.name = "node-worker"}), std::nullopt},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, SafetyCheckOrder, ::testing::ValuesIn(kSafetyCases), RowName());
 
 TEST(ProtectedProcessNames, TheSessionNamesOfBothSystemsInAnyCase)
 {
@@ -148,7 +139,8 @@ TEST(ProtectedProcessNames, TheSessionNamesOfBothSystemsInAnyCase)
 
 // The record alone refuses without touching any process; an accepted target
 // is pinned before it is read, and the signal goes through the pin. A kernel
-// failure is reported once with its error number, never retried.
+// failure is reported once with its error number, never retried. Only the
+// pin of a signal that went out is kept for the wait.
 TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
 {
     auto log = std::make_shared<TerminationCallLog>();
@@ -163,10 +155,15 @@ TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
               ProcessTerminationResult::signalSent(ProcessTerminationSignal::forced));
     EXPECT_EQ(log->snapshot(), (std::vector<std::string>{"pin 4242", "read 4242", "send 4242 9"}));
 
-    sender->setSendError(ESRCH);
+    EXPECT_NE(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
+    EXPECT_EQ(controller.attempt(seen({.pid = 1}), ProcessTerminationSignal::graceful).pin,
+              nullptr);
+
+    sender->setSendError(ESRCH); // the pin of a signal that failed is not kept either
+    EXPECT_EQ(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
     EXPECT_EQ(controller.terminate(kSeen, ProcessTerminationSignal::graceful),
               ProcessTerminationResult::signalFailed(ESRCH));
-    EXPECT_EQ(sender->sent().size(), 2u);
+    EXPECT_EQ(sender->sent().size(), 4u);
 }
 
 struct TextCase {
@@ -289,19 +286,6 @@ TEST(WaitForExit, ThePinDecidesWhenItCanTell)
     EXPECT_FALSE(controller.isRunning(kSeen, pin.get()));
     sender->setPinRunning(std::nullopt);
     EXPECT_TRUE(controller.isRunning(kSeen, pin.get()));
-}
-
-TEST(ProcessTermination, KeepsThePinOfASentSignalOnly)
-{
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
-    auto sender = std::make_shared<RecordingSignalSender>();
-    const auto controller = makeFakeTerminationController(reader, sender);
-    reader->setReading(kPid, kSeen);
-    EXPECT_NE(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
-    EXPECT_EQ(controller.attempt(seen({.pid = 1}), ProcessTerminationSignal::graceful).pin,
-              nullptr);
-    sender->setSendError(EPERM);
-    EXPECT_EQ(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
 }
 
 // The waiter hands the pin to the wait, and a wait with no thread to run on

@@ -46,71 +46,46 @@ TEST_P(RecoveryVerdict, ComparesWithTheBaselineOnceTheWindowHasPassed)
     EXPECT_EQ(evaluator.evaluate(sampleAt(kStart + row.elapsed, row.latest)), row.expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, RecoveryVerdict,
-    ::testing::Values(
-        // The window: a sample exactly at its end is judged, one before is not.
-        VerdictCase{
-            "JustBeforeTheWindowEnds", {90, {}, {}}, {10, {}, {}}, 119.999, State::recovering},
-        VerdictCase{"ExactlyAtTheWindowEnd", {90, {}, {}}, {10, {}, {}}, 120.0, State::recovered},
-        VerdictCase{"NoSensorsBeforeTheWindowEnds", {}, {}, 60.0, State::recovering},
-        // CPU: the larger of 10 points and a fifth of the baseline.
-        VerdictCase{
-            "CPUDropOfAFifthAboveFifty", {60, {}, {}}, {48, {}, {}}, 120.0, State::recovered},
-        VerdictCase{
-            "CPUDropJustShortOfAFifth", {60, {}, {}}, {48.1, {}, {}}, 120.0, State::noImprovement},
-        VerdictCase{"CPUDropBelowTenPointsThoughAboveAFifth",
-                    {30, {}, {}},
-                    {21, {}, {}},
-                    120.0,
-                    State::noImprovement},
-        VerdictCase{
-            "CPUDropOfTenPointsBelowFifty", {30, {}, {}}, {20, {}, {}}, 120.0, State::recovered},
-        // Temperature: 2 degrees.
-        VerdictCase{"TemperatureDropOfTwo", {{}, 80, {}}, {{}, 78, {}}, 120.0, State::recovered},
-        VerdictCase{"TemperatureDropOfOneAndAHalf",
-                    {{}, 80, {}},
-                    {{}, 78.5, {}},
-                    120.0,
-                    State::noImprovement},
-        // Fan: a tenth of a turning fan.
-        VerdictCase{"FanDropOfATenth", {{}, {}, 3000}, {{}, {}, 2700}, 120.0, State::recovered},
-        VerdictCase{
-            "StoppedFanStaysStopped", {{}, {}, 0}, {{}, {}, 0}, 120.0, State::noImprovement},
-        VerdictCase{"OnlyFanPairedAndNotFalling",
-                    {90, {}, 3000},
-                    {{}, {}, 3000},
-                    120.0,
-                    State::noImprovement},
-        // Pairs: both ends available, or the metric takes no part.
-        VerdictCase{"NoPairAnywhere", {90, {}, 3000}, {{}, 70, {}}, 120.0, State::insufficientData},
-        VerdictCase{"NothingAvailable", {}, {}, 300.0, State::insufficientData},
-        // One improvement is enough, whatever the others did.
-        VerdictCase{
-            "CPURoseButTemperatureFell", {20, 80, {}}, {60, 78, {}}, 120.0, State::recovered},
-        VerdictCase{"EverythingRose", {20, 70, 2000}, {30, 75, 2500}, 120.0, State::noImprovement}),
-    RowName());
+using V = VerdictCase;
+const VerdictCase kVerdicts[] = {
+    // The window: a sample exactly at its end is judged, one before is not.
+    V{"JustBeforeTheWindowEnds", {90, {}, {}}, {10, {}, {}}, 119.999, State::recovering},
+    V{"ExactlyAtTheWindowEnd", {90, {}, {}}, {10, {}, {}}, 120.0, State::recovered},
+    V{"NoSensorsBeforeTheWindowEnds", {}, {}, 60.0, State::recovering},
+    // CPU: the larger of 10 points and a fifth of the baseline.
+    V{"CPUDropOfAFifthAboveFifty", {60, {}, {}}, {48, {}, {}}, 120.0, State::recovered},
+    V{"CPUDropJustShortOfAFifth", {60, {}, {}}, {48.1, {}, {}}, 120.0, State::noImprovement},
+    V{"CPUDropBelowTenPointsOverAFifth", {30, {}, {}}, {21, {}, {}}, 120.0, State::noImprovement},
+    V{"CPUDropOfTenPointsBelowFifty", {30, {}, {}}, {20, {}, {}}, 120.0, State::recovered},
+    // Temperature: 2 degrees.
+    V{"TemperatureDropOfTwo", {{}, 80, {}}, {{}, 78, {}}, 120.0, State::recovered},
+    V{"TemperatureDropOfOneAndAHalf", {{}, 80, {}}, {{}, 78.5, {}}, 120.0, State::noImprovement},
+    // Fan: a tenth of a turning fan.
+    V{"FanDropOfATenth", {{}, {}, 3000}, {{}, {}, 2700}, 120.0, State::recovered},
+    V{"StoppedFanStaysStopped", {{}, {}, 0}, {{}, {}, 0}, 120.0, State::noImprovement},
+    V{"OnlyFanPairedAndNotFalling", {90, {}, 3000}, {{}, {}, 3000}, 120.0, State::noImprovement},
+    // Pairs: both ends available, or the metric takes no part.
+    V{"NoPairAnywhere", {90, {}, 3000}, {{}, 70, {}}, 120.0, State::insufficientData},
+    V{"NothingAvailable", {}, {}, 300.0, State::insufficientData},
+    // One improvement is enough, whatever the others did.
+    V{"CPURoseButTemperatureFell", {20, 80, {}}, {60, 78, {}}, 120.0, State::recovered},
+    V{"EverythingRose", {20, 70, 2000}, {30, 75, 2500}, 120.0, State::noImprovement},
+};
 
-TEST(RecoveryVerdict, IgnoresThermalStateAndOtherReadings)
+INSTANTIATE_TEST_SUITE_P(Rows, RecoveryVerdict, ::testing::ValuesIn(kVerdicts), RowName());
+
+// Only CPU, temperature and fan take part, and only when available.
+TEST(RecoveryVerdict, IgnoresOtherReadingsAndTakesOnlyAvailableOnes)
 {
     SystemMetricSample baseline = sampleAt(kStart, {50, 70, {}});
     baseline.thermalState = SystemThermalState::critical;
     baseline.gpuUsage = SensorReading<double>::available(99.0, QStringLiteral("test"));
     SystemMetricSample latest = sampleAt(kStart + 120.0, {50, 70, {}});
-    latest.thermalState = SystemThermalState::nominal;
     latest.gpuUsage = SensorReading<double>::available(1.0, QStringLiteral("test"));
-
     const RecoveryEvaluator evaluator{baseline, baseline.timestamp, 120.0};
     EXPECT_EQ(evaluator.evaluate(latest), State::noImprovement);
-}
 
-TEST(RecoveryVerdict, WarmingUpOrDeniedReadingsAreMissing)
-{
-    SystemMetricSample baseline = sampleAt(kStart, {90, {}, {}});
-    SystemMetricSample latest = sampleAt(kStart + 120.0, {});
-    latest.cpuUsage = SensorReading<double>::warmingUp();
-    const RecoveryEvaluator evaluator{baseline, baseline.timestamp, 120.0};
-    EXPECT_EQ(evaluator.evaluate(latest), State::insufficientData);
+    latest.temperatureCelsius = SensorReading<double>::warmingUp();
     latest.cpuUsage = SensorReading<double>::permissionDenied(QStringLiteral("denied"));
     EXPECT_EQ(evaluator.evaluate(latest), State::insufficientData);
 }
