@@ -122,12 +122,12 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
     const MachineTickRecorder recorder(m_child->pid());
     const QJsonObject report =
         QJsonDocument::fromJson(output({"--samples", "2", "--interval", "1", "--json"})).object();
-    const QJsonArray samples = report[QStringLiteral("samples")].toArray();
+    const QJsonArray samples = report["samples"].toArray();
     ASSERT_EQ(samples.size(), 2);
 
     QJsonObject child;
     for (const QJsonValue sample : samples) {
-        const QJsonArray processes = sample[QStringLiteral("processMetrics")].toArray();
+        const QJsonArray processes = sample["processMetrics"].toArray();
         EXPECT_GT(processes.size(), 1);
         child = {};
         for (const QJsonValue process : processes) {
@@ -137,23 +137,19 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
                                    "cpuPercent", "diskBytesPerSecond", "duration", "identity",
                                    "isServiceManager", "leadsTerminalSession", "name", "parentPID",
                                    "processGroupID", "residentBytes", "userID"}));
-            EXPECT_EQ(object[QStringLiteral("identity")].toObject().keys(),
+            EXPECT_EQ(object["identity"].toObject().keys(),
                       (QStringList{"executablePath", "pid", "startTime"}));
-            EXPECT_EQ(object[QStringLiteral("command")].toObject().keys(),
-                      (QStringList{"command", "project"}));
-            if (object[QStringLiteral("identity")][QStringLiteral("pid")].toInteger() ==
-                m_child->pid())
+            EXPECT_EQ(object["command"].toObject().keys(), (QStringList{"command", "project"}));
+            if (object["identity"]["pid"].toInteger() == m_child->pid())
                 child = object;
         }
         ASSERT_FALSE(child.isEmpty());
-        EXPECT_EQ(child[QStringLiteral("command")][QStringLiteral("command")].toString(),
-                  expectedCommand());
-        EXPECT_EQ(child[QStringLiteral("command")][QStringLiteral("project")].toString(),
-                  projectName());
-        EXPECT_EQ(child[QStringLiteral("parentPID")].toInteger(), ::getpid());
-        EXPECT_EQ(child[QStringLiteral("userID")].toInteger(), ::getuid());
-        EXPECT_TRUE(child[QStringLiteral("applicationPath")].isNull());
-        EXPECT_GT(child[QStringLiteral("residentBytes")].toInteger(), 0);
+        EXPECT_EQ(child["command"][u"command"].toString(), expectedCommand());
+        EXPECT_EQ(child["command"][u"project"].toString(), projectName());
+        EXPECT_EQ(child["parentPID"].toInteger(), ::getpid());
+        EXPECT_EQ(child["userID"].toInteger(), ::getuid());
+        EXPECT_TRUE(child["applicationPath"].isNull());
+        EXPECT_GT(child["residentBytes"].toInteger(), 0);
     }
 
     const double from = samples[0]["timestamp"].toDouble();
@@ -167,7 +163,7 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
     EXPECT_NEAR(cpu["value"].toDouble(), *machine, 10.0);
     const std::optional<double> spinner = recorder.processPercentBetween(from, to);
     ASSERT_TRUE(spinner.has_value());
-    EXPECT_NEAR(child[QStringLiteral("cpuPercent")].toDouble(), *spinner, 15.0);
+    EXPECT_NEAR(child["cpuPercent"].toDouble(), *spinner, 15.0);
 
     EXPECT_TRUE(report.value("incidents").isArray());
     const QJsonObject menuBar = report.value("menuBar").toObject();

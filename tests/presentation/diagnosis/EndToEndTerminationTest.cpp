@@ -82,17 +82,6 @@ private:
     pid_t m_pid = -1;
 };
 
-// The state letter of /proc/<pid>/stat, read after the last ')'.
-char processState(pid_t pid)
-{
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-    if (!stat.open(QIODevice::ReadOnly))
-        return '?';
-    const QByteArray text = stat.readAll();
-    const qsizetype close = text.lastIndexOf(')');
-    return close >= 0 && close + 2 < text.size() ? text[close + 2] : '?';
-}
-
 // The pids from a root to the node of `pid`, the node itself last.
 bool pathTo(const DashboardProcessNode &node, pid_t pid, std::vector<pid_t> &path)
 {
@@ -188,7 +177,11 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
                       Qt::LeftButton);
     EXPECT_TRUE(QTest::qWaitFor([&] { return end->text() == QStringLiteral("进程已结束"); }, 5000));
     EXPECT_FALSE(end->isEnabled());
-    EXPECT_EQ(processState(pid), 'Z'); // ended, and left for its owner to reap
+    // Ended by the graceful signal, and left for its owner to reap.
+    siginfo_t ended{};
+    EXPECT_EQ(::waitid(P_PID, pid, &ended, WEXITED | WNOHANG | WNOWAIT), 0);
+    EXPECT_EQ(ended.si_pid, pid);
+    EXPECT_EQ(ended.si_status, SIGTERM);
 
     auto *status = window.findChild<TextLabel *>(QStringLiteral("recoveryStatus"));
     const QString countdown = QStringLiteral("正在验证结束该进程后的整机变化 · 剩余约 ");
