@@ -34,6 +34,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // A busy loop that looks like a test runner: /bin/sh started through a link
 // named "pytest" in the project folder, so its process name is "pytest". It
 // dies with the test program; the destructor kills and reaps it, and until
@@ -98,7 +100,7 @@ bool pathTo(const DashboardProcessNode &node, pid_t pid, std::vector<pid_t> &pat
 
 TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
 {
-    QTemporaryDir project(QDir::tempPath() + QStringLiteral("/kiln-e2e-XXXXXX"));
+    QTemporaryDir project(QDir::tempPath() + u"/kiln-e2e-XXXXXX"_s);
     ASSERT_TRUE(project.isValid());
     BusyTestRunner child(project.path());
     ASSERT_GT(child.pid(), 0);
@@ -133,9 +135,8 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
     ASSERT_NE(page, nullptr);
 
     // Find it: every source, searched by its project (the folder it runs in).
-    QTest::mouseClick(window.findChild<QWidget *>(QStringLiteral("processListScope-all")),
-                      Qt::LeftButton);
-    QTest::keyClicks(window.findChild<QLineEdit *>(QStringLiteral("processSearch")),
+    QTest::mouseClick(window.findChild<QWidget *>(u"processListScope-all"_s), Qt::LeftButton);
+    QTest::keyClicks(window.findChild<QLineEdit *>(u"processSearch"_s),
                      QFileInfo(project.path()).fileName());
     SourceListView *list = page->sourceList();
     ASSERT_GE(list->sourceModel()->rowOf(taskID), 0) << "the child's source is not listed";
@@ -166,16 +167,16 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
     ASSERT_EQ(selected->pid, pid) << "refusing to press: the selection is not the test's child";
 
     // End it through the button and the dialog.
-    auto *end = window.findChild<PanelButton *>(QStringLiteral("endTaskButton"));
+    auto *end = window.findChild<PanelButton *>(u"endTaskButton"_s);
     ASSERT_TRUE(end->isEnabled());
-    EXPECT_EQ(accessibleText(end, QAccessible::Value), QStringLiteral("可结束"));
+    EXPECT_EQ(accessibleText(end, QAccessible::Value), u"可结束"_s);
     QTest::mouseClick(end, Qt::LeftButton);
     auto *dialog = window.confirmationDialog();
     ASSERT_TRUE(dialog->isVisible());
     ASSERT_EQ(store.pendingTerminationTarget()->identity.pid, pid);
-    QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("confirmTerminationButton")),
+    QTest::mouseClick(dialog->findChild<QPushButton *>(u"confirmTerminationButton"_s),
                       Qt::LeftButton);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return end->text() == QStringLiteral("进程已结束"); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return end->text() == u"进程已结束"_s; }, 5000));
     EXPECT_FALSE(end->isEnabled());
     // Ended by the graceful signal, and left for its owner to reap.
     siginfo_t ended{};
@@ -183,11 +184,11 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
     EXPECT_EQ(ended.si_pid, pid);
     EXPECT_EQ(ended.si_status, SIGTERM);
 
-    auto *status = window.findChild<TextLabel *>(QStringLiteral("recoveryStatus"));
-    const QString countdown = QStringLiteral("正在验证结束该进程后的整机变化 · 剩余约 ");
+    auto *status = window.findChild<TextLabel *>(u"recoveryStatus"_s);
+    const QString countdown = u"正在验证结束该进程后的整机变化 · 剩余约 "_s;
     EXPECT_TRUE(status->fullText().startsWith(countdown)) << qPrintable(status->fullText());
-    EXPECT_EQ(window.findChild<TextLabel *>(QStringLiteral("recoveryTarget"))->fullText(),
-              QStringLiteral("pytest · PID %1 · 最近一次操作").arg(pid));
+    EXPECT_EQ(window.findChild<TextLabel *>(u"recoveryTarget"_s)->fullText(),
+              u"pytest · PID %1 · 最近一次操作"_s.arg(pid));
     const QString first = status->fullText();
     QTest::qWait(1100);
     tick();

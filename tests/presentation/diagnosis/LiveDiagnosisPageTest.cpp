@@ -22,28 +22,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using LiveDiagnosis = DiagnosisStoreTest;
 
-TEST_F(LiveDiagnosis, EveryIdentifierIsThereWithItsLabel)
+TEST_F(LiveDiagnosis, IdentifiersLabelsAndTheLowerBlocksFollowTheWindow)
 {
     ingestTwice({madeUpProcess(10, 1, u"pytest"_s, 70), makeProcess(11, 10, u"python3"_s, 5)});
-    openPage();
-    // The others are pressed or read by the page's other tests.
-    for (const char *identifier :
-         {"processListScope", "processCompositionPanel", "diagnosisWorkspace",
-          "diagnosisScope-process", "diagnosisScope-system", "recoveryVerification"}) {
-        EXPECT_NE(find(QLatin1String(identifier)), nullptr) << identifier;
-    }
-    EXPECT_EQ(accessibleText(find(u"trendChart"_s), QAccessible::Name),
-              u"整机 CPU 与温度趋势，范围最近 5 分钟"_s);
-    EXPECT_EQ(accessibleText(find(u"diagnosisPathSummary"_s), QAccessible::Name),
-              u"负载来源 python3，选中进程 python3，PID 11"_s);
-    EXPECT_EQ(accessibleText(find(u"diagnosisScope-source"_s), QAccessible::Name),
-              u"来源：python3 合计 CPU 75% · 2 个关联进程"_s);
-    EXPECT_TRUE(showsText(m_window.get(), u"python3 › python3"_s));
-}
-
-TEST_F(LiveDiagnosis, LowerBlockArrangementAndScrollingFollowTheWindow)
-{
-    ingestTwice({madeUpProcess(10, 1, u"pytest"_s, 70)});
     const struct {
         QSize size;
         bool beside;
@@ -68,6 +49,19 @@ TEST_F(LiveDiagnosis, LowerBlockArrangementAndScrollingFollowTheWindow)
         const auto metrics = DashboardLayoutMetrics::forSize(test.size.width(), test.size.height());
         EXPECT_EQ(find(u"diagnosisSourceColumn"_s)->width(), int(metrics.taskColumnWidth));
     }
+    // The others are pressed or read by the page's other tests.
+    for (const char *identifier :
+         {"processListScope", "processCompositionPanel", "diagnosisWorkspace",
+          "diagnosisScope-process", "diagnosisScope-system", "recoveryVerification"}) {
+        EXPECT_NE(find(QLatin1String(identifier)), nullptr) << identifier;
+    }
+    EXPECT_EQ(accessibleText(find(u"trendChart"_s), QAccessible::Name),
+              u"整机 CPU 与温度趋势，范围最近 5 分钟"_s);
+    EXPECT_EQ(accessibleText(find(u"diagnosisPathSummary"_s), QAccessible::Name),
+              u"负载来源 python3，选中进程 python3，PID 11"_s);
+    EXPECT_EQ(accessibleText(find(u"diagnosisScope-source"_s), QAccessible::Name),
+              u"来源：python3 合计 CPU 75% · 2 个关联进程"_s);
+    EXPECT_TRUE(showsText(m_window.get(), u"python3 › python3"_s));
 }
 
 TEST_F(LiveDiagnosis, EmptyStoreShowsTheWaitingTextsEverywhere)

@@ -238,28 +238,6 @@ TEST_F(OperationPanel, UnresponsiveOffersTheForcedEndThenNothingFurther)
     EXPECT_EQ(sender->sent().size(), 2u);
 }
 
-TEST_F(OperationPanel, AProcessThatChangesOrExitsBeforeTheConfirmationIsNotSignalled)
-{
-    const ProcessTerminationTarget replaced{
-        {802, TimePoint::fromSecondsSince1970(5.0), "/usr/bin/python3"}, ::getuid(), u"python3"_s};
-    const struct {
-        std::optional<ProcessTerminationTarget> seen;
-        QString message;
-    } cases[] = {
-        {std::nullopt, u"python3：任务已经结束，无需再次操作。"_s},
-        {replaced, u"python3：任务身份已经变化，为避免误伤未发送结束信号。"_s},
-    };
-    for (const auto &test : cases) {
-        select(801, 802);
-        QTest::mouseClick(endButton, Qt::LeftButton);
-        reader->setReading(802, test.seen); // what is at the pid by the time of the click
-        QTest::mouseClick(m_window->confirmationDialog()->confirmButton(), Qt::LeftButton);
-        ASSERT_TRUE(waitForOutcome());
-        EXPECT_EQ(label("terminationMessage"), test.message);
-    }
-    EXPECT_TRUE(sender->sent().empty());
-}
-
 TEST_F(OperationPanel, AnExitStartsTheCountdownThatMovesWithSamples)
 {
     select(801);

@@ -44,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(SourceSearch, MatchesApplicationDetailThenAnyNodeTrimmedAndCaseInsensitive)
+TEST_F(SourceSearch, MatchesAnyNodeTrimmedAndCaseInsensitiveAndNamesAHiddenSelection)
 {
     const std::vector<DashboardTask> &all = store->allTasks();
     ASSERT_EQ(all.size(), 3u);
@@ -72,25 +72,24 @@ TEST_F(SourceSearch, MatchesApplicationDetailThenAnyNodeTrimmedAndCaseInsensitiv
         EXPECT_EQ(applicationsOf(filterSources(all, test.query)), test.expected)
             << qPrintable(test.query);
     }
-}
 
-TEST_F(SourceSearch, NoticeShowsOnlyForANonBlankQueryThatHidesThePublishedSelection)
-{
-    const std::vector<DashboardTask> &all = store->allTasks();
+    // The notice: only a non-blank query that hides the published selection.
     const DashboardTask *selected = store->selectedTask();
     ASSERT_NE(selected, nullptr);
+    DashboardTask unpublished = *selected;
+    unpublished.id = u"gone"_s;
     const struct {
         QString query;
         const DashboardTask *selected;
         bool shown;
-    } cases[] = {
+    } notices[] = {
         {QString(), selected, false},
-        {u"   "_s, selected, false},
+        {u"   "_s, &unpublished, false},
         {selected->application, selected, false},
         {otherThanSelected(), selected, true},
         {otherThanSelected(), nullptr, false},
     };
-    for (const auto &test : cases) {
+    for (const auto &test : notices) {
         const auto visible = filterSources(all, test.query);
         EXPECT_EQ(isSelectedSourceFilteredOut(test.query, test.selected, visible), test.shown)
             << qPrintable(test.query);
