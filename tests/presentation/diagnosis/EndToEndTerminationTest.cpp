@@ -11,8 +11,6 @@
 #include "presentation/diagnosis/ProcessOperationPanel.h"
 #include "presentation/diagnosis/ProcessTree.h"
 #include "presentation/diagnosis/SourceList.h"
-#include "presentation/kit/DashboardWidgets.h"
-#include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/TerminationConfirmationDialog.h"
 
 #include <QFile>
@@ -20,9 +18,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <cerrno>
 

@@ -2,20 +2,11 @@
 
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/diagnosis/DiagnosisWorkspace.h"
-#include "presentation/diagnosis/ProcessOperationPanel.h"
 #include "presentation/diagnosis/SourceList.h"
 #include "presentation/diagnosis/TwoLineText.h"
-#include "presentation/kit/Accessibility.h"
-#include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/TrendChart.h"
 
-#include <QElapsedTimer>
-#include <QLineEdit>
-#include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -43,6 +34,7 @@ TEST_F(LiveDiagnosis, IdentifiersLabelsAndTheLowerBlocksFollowTheWindow)
         EXPECT_EQ(workspace->minimumHeight(), test.workspaceMinimum);
         const QWidget *evidence = find(u"diagnosisEvidence"_s);
         const QWidget *panel = find(u"processOperationPanel"_s);
+        ASSERT_TRUE(evidence && panel);
         EXPECT_TRUE(test.evidenceWidth == 0 || evidence->width() == test.evidenceWidth);
         EXPECT_TRUE(test.beside ? panel->x() > evidence->x() + evidence->width()
                                 : panel->y() >= evidence->y() + evidence->height());

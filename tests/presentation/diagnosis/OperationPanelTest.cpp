@@ -5,9 +5,6 @@
 #include "presentation/shell/TerminationConfirmationDialog.h"
 
 #include <QPushButton>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 

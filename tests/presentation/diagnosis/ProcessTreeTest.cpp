@@ -6,10 +6,6 @@
 #include "presentation/diagnosis/ProcessTree.h"
 #include "presentation/diagnosis/ProcessTreeRows.h"
 
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 namespace {
 
 using namespace Qt::StringLiterals;

@@ -5,9 +5,6 @@
 #include "presentation/diagnosis/SourceSearch.h"
 
 #include <QLineEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
