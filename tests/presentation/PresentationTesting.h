@@ -5,11 +5,10 @@
 
 #include "presentation/kit/DashboardWidgets.h"
 #include "sampling/SensorReading.h"
+#include "support/StoreTesting.h"
 
-#include <QApplication>
-#include <QDeadlineTimer>
 #include <QImage>
-#include <QLocale>
+#include <QTest>
 #include <QWidget>
 
 #include <cstdlib>
@@ -35,18 +34,12 @@ template <typename Value> SensorReading<Value> readingOf(SensorReadingCase readi
 
 // Numbers follow the user's locale: a test pins one (US English unless it
 // says otherwise) while this lives, and puts the previous one back.
-class ScopedLocale {
+class ScopedLocale : public ScopedDefaultLocale {
 public:
     explicit ScopedLocale(const QLocale &locale = QLocale(QLocale::English, QLocale::UnitedStates))
+        : ScopedDefaultLocale(locale)
     {
-        QLocale::setDefault(locale);
     }
-    ~ScopedLocale() { QLocale::setDefault(m_previous); }
-    ScopedLocale(const ScopedLocale &) = delete;
-    ScopedLocale &operator=(const ScopedLocale &) = delete;
-
-private:
-    QLocale m_previous;
 };
 
 // The summed distance of the red, green and blue channels.
@@ -97,12 +90,5 @@ inline bool showsText(const QWidget *root, const QString &text)
 // Runs the event loop until `condition` holds or `milliseconds` pass.
 inline bool waitFor(const std::function<bool()> &condition, int milliseconds = 3000)
 {
-    QDeadlineTimer deadline(milliseconds);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return true;
+    return QTest::qWaitFor(condition, milliseconds);
 }

@@ -9,11 +9,14 @@
 #include "support/StoreTesting.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <gtest/gtest.h>
 
 namespace {
+
+using namespace Qt::StringLiterals;
 
 TEST(ReportOptions, ParsesOrNamesTheWrongOption)
 {
@@ -61,36 +64,27 @@ TEST(TextTable, WideCharactersTakeTwoCells)
 
 TEST(ReportJson, IncidentNamesFieldsAsTheRecordAndWritesAbsentValuesAsNull)
 {
-    const QUuid id = QUuid::fromString(QStringLiteral("{0f8fad5b-d9cb-469f-a165-70867728950e}"));
+    const QUuid id = QUuid::fromString(u"{0f8fad5b-d9cb-469f-a165-70867728950e}"_s);
     const DashboardIncident incident{
         .id = id,
         .startedAt = TimePoint::fromSecondsSince1970(100.0),
         .endedAt = std::nullopt,
-        .application = QStringLiteral("cargo"),
-        .detail = QStringLiteral("Rust 构建"),
+        .application = u"cargo"_s,
+        .detail = u"Rust 构建"_s,
         .peakCPU = 187.5,
         .peakTemperature = std::nullopt,
         .status = DashboardIncidentStatus::recoveredWithoutAction,
-        .action = QStringLiteral("结束 cargo 构建"),
+        .action = u"结束 cargo 构建"_s,
         .actionAt = TimePoint::fromSecondsSince1970(101.5),
-        .points = {{TimePoint::fromSecondsSince1970(100.0), 50.0, std::nullopt, 1800.0}},
-    };
-    const QJsonObject expected{
-        {"id", "0f8fad5b-d9cb-469f-a165-70867728950e"},
-        {"startedAt", 100.0},
-        {"endedAt", QJsonValue::Null},
-        {"application", "cargo"},
-        {"detail", "Rust 构建"},
-        {"peakCPU", 187.5},
-        {"peakTemperature", QJsonValue::Null},
-        {"status", "recoveredWithoutAction"},
-        {"action", "结束 cargo 构建"},
-        {"actionAt", 101.5},
-        {"points", QJsonArray{QJsonObject{{"timestamp", 100.0},
-                                          {"cpu", 50.0},
-                                          {"temperature", QJsonValue::Null},
-                                          {"fanRPM", 1800.0}}}},
-    };
+        .points = {{TimePoint::fromSecondsSince1970(100.0), 50.0, std::nullopt, 1800.0}}};
+    const QJsonObject expected = QJsonDocument::fromJson(R"({
+        "id": "0f8fad5b-d9cb-469f-a165-70867728950e", "startedAt": 100.0, "endedAt": null,
+        "application": "cargo", "detail": "Rust 构建", "peakCPU": 187.5, "peakTemperature": null,
+        "status": "recoveredWithoutAction", "action": "结束 cargo 构建", "actionAt": 101.5,
+        "points": [{"timestamp": 100.0, "cpu": 50.0, "temperature": null, "fanRPM": 1800.0}]
+    })")
+                                     .object();
+    ASSERT_FALSE(expected.isEmpty());
     EXPECT_EQ(incidentJson(incident), expected);
 }
 
@@ -98,11 +92,14 @@ TEST(ReportJson, MenuBarWritesStateAsCaseNameAndTheNamedTask)
 {
     MenuBarPresentation presentation;
     presentation.state = MenuBarPresentationState::actionRecommended;
-    presentation.fan = {"fan", "风扇", "受限", QStringLiteral("权限受限")};
+    presentation.fan = {"fan", "风扇", "受限", u"权限受限"_s};
     presentation.primaryTask = MenuBarPresentationTask{"vite", "42%", "3 分钟"};
     presentation.remainingAttentionTaskCount = 2;
 
     const QJsonObject json = menuBarPresentationJson(presentation);
+    EXPECT_EQ(json.keys(), (QStringList{"cpu", "durationText", "fan", "headline", "menuTitle",
+                                        "primaryTask", "remainingAttentionTaskCount", "state",
+                                        "statusMessage", "symbolName", "temperature"}));
     EXPECT_EQ(json.value("state").toString(), "actionRecommended");
     EXPECT_TRUE(json.value("durationText").isNull());
     EXPECT_TRUE(json.value("statusMessage").isNull());
@@ -130,30 +127,18 @@ TEST(ReportText, ShowsTheMenuBarLineAndAnEmptyIncidentLog)
     EXPECT_TRUE(text.contains(QStringLiteral(
         "菜单栏：负载高 · 80°；面板：负载高 · 刚刚出现 · CPU 50% · 温度 80°C · 风扇 受限\n")))
         << text.toStdString();
-    EXPECT_TRUE(text.endsWith(QStringLiteral("本次运行没有升温事件。\n"))) << text.toStdString();
+    EXPECT_TRUE(text.endsWith(u"本次运行没有升温事件。\n"_s)) << text.toStdString();
 }
 
 // A test runner under an idle shell, and an idle process of its own.
 SystemMetricSample runnerSample(double seconds, double runnerCPU)
 {
     ProcessMetric runner = makeProcess(11, 10, "pytest", runnerCPU);
-    runner.command.project = QStringLiteral("kiln");
+    runner.command.project = u"kiln"_s;
     SystemMetricSample sample = makeSample(seconds);
     sample.processMetrics = {makeProcess(10, 1, "bash"), runner, makeProcess(12, 10, "sleep"),
                              makeProcess(20, 1, "idle")};
     return sample;
-}
-
-TEST(ReportTasks, FirstSampleExplainsWhyNothingIsRanked)
-{
-    auto store = makeStoreForTesting();
-    const SystemMetricSample first = runnerSample(100, 0.0);
-    store->ingest(first);
-    const QString text = reportText(*store, {first});
-    EXPECT_TRUE(text.contains(QStringLiteral("暂无可排序的负载来源"))) << text.toStdString();
-    const QJsonObject json = reportJson(*store, {first});
-    EXPECT_TRUE(json["allTasks"].toArray().isEmpty());
-    EXPECT_EQ(json["selectedTaskID"].toString(), QString());
 }
 
 TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
@@ -161,7 +146,11 @@ TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
     auto store = makeStoreForTesting();
     const SystemMetricSample first = runnerSample(100, 0.0);
     const SystemMetricSample second = runnerSample(102, 97.0);
+    // One sample ranks nothing yet, and the text says why.
     store->ingest(first);
+    EXPECT_TRUE(reportText(*store, {first}).contains(u"暂无可排序的负载来源"_s));
+    EXPECT_TRUE(reportJson(*store, {first})["allTasks"].toArray().isEmpty());
+    EXPECT_EQ(reportJson(*store, {first})["selectedTaskID"].toString(), QString());
     store->ingest(second);
 
     const QString text = loadSourcesSection(*store);
@@ -172,18 +161,18 @@ TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
         EXPECT_TRUE(text.contains(QString::fromUtf8(fragment))) << fragment << "\n"
                                                                 << text.toStdString();
     }
-    EXPECT_LT(text.indexOf(QStringLiteral("pytest")), text.indexOf(QStringLiteral("idle")));
+    EXPECT_LT(text.indexOf(u"pytest"_s), text.indexOf(u"idle"_s));
 
     const QJsonObject json = reportJson(*store, {first, second});
     const QJsonArray all = json["allTasks"].toArray();
     ASSERT_EQ(all.size(), 2);
     const QJsonObject task = all[0].toObject();
-    EXPECT_EQ(task["kind"].toString(), QStringLiteral("test"));
+    EXPECT_EQ(task["kind"].toString(), u"test"_s);
     EXPECT_EQ(task["targetProcess"]["pid"].toInt(), 11);
     EXPECT_EQ(task["relatedProcessCount"].toInt(), 3);
-    EXPECT_EQ(task["diagnosis"]["confidence"].toString(), QStringLiteral("high"));
+    EXPECT_EQ(task["diagnosis"]["confidence"].toString(), u"high"_s);
     const QJsonObject root = task["processTree"][0].toObject();
-    EXPECT_EQ(root["name"].toString(), QStringLiteral("bash"));
+    EXPECT_EQ(root["name"].toString(), u"bash"_s);
     EXPECT_EQ(root["children"].toArray().size(), 2);
     EXPECT_TRUE(root["children"][0]["isTarget"].toBool());
     EXPECT_EQ(json["liveTasks"].toArray().size(), 2);

@@ -4,52 +4,41 @@
 
 namespace {
 
-struct SizeCase {
-    const char *name;
-    QStringList arguments;
-    std::optional<QSizeF> size;
-};
-
-class DashboardSizeOptionTest : public testing::TestWithParam<SizeCase> {};
-
-TEST_P(DashboardSizeOptionTest, ParsesOrDropsSilently)
-{
-    const SizeCase &c = GetParam();
-    EXPECT_EQ(parseDashboardSize(c.arguments), c.size);
-}
-
 const QString kProgram = QStringLiteral("kilnwarden");
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, DashboardSizeOptionTest,
-    testing::Values(
-        SizeCase{
-            "raised_to_minimum", {kProgram, "--dashboard-size", "800", "500"}, QSizeF(960, 640)},
-        SizeCase{
-            "kept_when_larger", {kProgram, "--dashboard-size", "1200", "800"}, QSizeF(1200, 800)},
-        SizeCase{
-            "fractions", {kProgram, "--dashboard-size", "1300.5", "+900"}, QSizeF(1300.5, 900)},
-        SizeCase{"missing_height", {kProgram, "--dashboard-size", "1200"}, std::nullopt},
-        SizeCase{"not_a_number", {kProgram, "--dashboard-size", "1200", "x"}, std::nullopt},
-        SizeCase{"trailing_text", {kProgram, "--dashboard-size", "1200px", "800"}, std::nullopt},
-        SizeCase{"leading_blank", {kProgram, "--dashboard-size", " 1200", "800"}, std::nullopt},
-        SizeCase{"zero", {kProgram, "--dashboard-size", "0", "900"}, std::nullopt},
-        SizeCase{"negative", {kProgram, "--dashboard-size", "-1200", "900"}, std::nullopt},
-        SizeCase{"infinite", {kProgram, "--dashboard-size", "inf", "900"}, std::nullopt},
-        SizeCase{"nan", {kProgram, "--dashboard-size", "nan", "900"}, std::nullopt},
-        SizeCase{"first_occurrence_only",
-                 {kProgram, "--dashboard-size", "1200", "x", "--dashboard-size", "1300", "900"},
-                 std::nullopt},
-        SizeCase{"absent", {kProgram, "--dashboard-page", "settings"}, std::nullopt}),
-    [](const testing::TestParamInfo<SizeCase> &info) { return std::string(info.param.name); });
+TEST(DashboardSizeOption, ParsesOrDropsSilently)
+{
+    const struct {
+        QStringList values; // after "--dashboard-size"
+        std::optional<QSizeF> size;
+    } rows[] = {
+        {{"800", "500"}, QSizeF(960, 640)}, // raised to the minimum
+        {{"1200", "800"}, QSizeF(1200, 800)},
+        {{"1300.5", "+900"}, QSizeF(1300.5, 900)},
+        {{"1200"}, std::nullopt},
+        {{"1200", "x"}, std::nullopt},
+        {{"1200px", "800"}, std::nullopt},
+        {{" 1200", "800"}, std::nullopt},
+        {{"0", "900"}, std::nullopt},
+        {{"-1200", "900"}, std::nullopt},
+        {{"inf", "900"}, std::nullopt},
+        {{"nan", "900"}, std::nullopt},
+        {{"1200", "x", "--dashboard-size", "1300", "900"}, std::nullopt}, // the first one only
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.values.join(' ').toStdString());
+        EXPECT_EQ(parseDashboardSize(QStringList{kProgram, "--dashboard-size"} + row.values),
+                  row.size);
+    }
+    EXPECT_EQ(parseDashboardSize({kProgram, "--dashboard-page", "settings"}), std::nullopt);
+}
 
 TEST(DashboardPageOption, ExactSpellingOnly)
 {
-    struct Row {
+    const struct {
         QStringList arguments;
         DashboardSection section;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {{kProgram, "--dashboard-page", "settings"}, DashboardSection::settings},
         {{kProgram, "--dashboard-page", "liveDiagnosis"}, DashboardSection::liveDiagnosis},
         {{kProgram, "--dashboard-page", "eventHistory"}, DashboardSection::eventHistory},
@@ -59,7 +48,7 @@ TEST(DashboardPageOption, ExactSpellingOnly)
         {{kProgram, "--dashboard-page", "hardwareMonitor", "--dashboard-page", "settings"},
          DashboardSection::hardwareMonitor},
     };
-    for (const Row &row : rows)
+    for (const auto &row : rows)
         EXPECT_EQ(parseDashboardPage(row.arguments), row.section)
             << row.arguments.join(' ').toStdString();
 }

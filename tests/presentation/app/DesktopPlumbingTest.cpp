@@ -32,36 +32,30 @@ TEST(ApplicationInstanceChannel, SecondStartAsksTheFirstToShowItsWindow)
     EXPECT_TRUE(waitFor([&] { return shown.count() == 1; }));
 }
 
-TEST(ApplicationInstanceChannel, StaleSocketOfACrashedRunDoesNotBlock)
+TEST(ApplicationInstanceChannel, AStaleSocketIsReplacedAnOrdinaryFileNeverRemoved)
 {
     QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("kilnwarden.socket"));
+    const QString stale = directory.filePath(QStringLiteral("stale.socket"));
     {
         // A socket file that nobody listens on any more, as a crash leaves it.
         const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        const QByteArray encoded = QFile::encodeName(path);
+        const QByteArray encoded = QFile::encodeName(stale);
         std::memcpy(address.sun_path, encoded.constData(),
                     static_cast<std::size_t>(encoded.size()));
         ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
         ::close(fd);
     }
-    ApplicationInstanceChannel channel(path);
-    EXPECT_EQ(channel.claim(), ApplicationInstanceChannel::Claim::primary);
-}
+    EXPECT_EQ(ApplicationInstanceChannel(stale).claim(),
+              ApplicationInstanceChannel::Claim::primary);
 
-TEST(ApplicationInstanceChannel, NeverRemovesAnOrdinaryFile)
-{
-    QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("kilnwarden.socket"));
-    QFile file(path);
+    QFile file(directory.filePath(QStringLiteral("file.socket")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("keep");
     file.close();
-    ApplicationInstanceChannel channel(path);
-    EXPECT_EQ(channel.claim(), ApplicationInstanceChannel::Claim::alone);
-    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_EQ(ApplicationInstanceChannel(file.fileName()).claim(),
+              ApplicationInstanceChannel::Claim::alone);
+    EXPECT_TRUE(file.exists());
 }
 
 TEST(QuitSignalWatcher, TurnsTheQuitSignalsIntoAnEvent)

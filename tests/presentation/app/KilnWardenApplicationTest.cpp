@@ -16,16 +16,16 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
 {
-    KilnWardenApplication application(
-        QStringList{QStringLiteral("kilnwarden"), QStringLiteral("--dashboard-size"),
-                    QStringLiteral("1200"), QStringLiteral("800"),
-                    QStringLiteral("--dashboard-page"), QStringLiteral("hardwareMonitor")});
+    KilnWardenApplication application(QStringList{"kilnwarden", "--dashboard-size", "1200", "800",
+                                                  "--dashboard-page", "hardwareMonitor"});
     application.launch();
     DashboardWindow *window = application.dashboardWindow();
     ASSERT_NE(window, nullptr);
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("KilnWarden"));
+    EXPECT_EQ(window->windowTitle(), u"KilnWarden"_s);
     EXPECT_EQ(window->size(), QSize(1200, 800));
     EXPECT_EQ(window->minimumSize(), QSize(960, 640));
     EXPECT_EQ(window->shell()->selectedSection(), DashboardSection::hardwareMonitor);
@@ -63,21 +63,20 @@ TEST(KilnWardenProgram, SecondStartHandsOverAndSignalQuitsCleanly)
 {
     QTemporaryDir runtime;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
 
     QProcess first;
     first.setProcessEnvironment(environment);
     first.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     first.start(QStringLiteral(KW_APP_BINARY), {});
     ASSERT_TRUE(first.waitForStarted(10000));
-    const QString socket = runtime.filePath(QStringLiteral("kilnwarden.socket"));
+    const QString socket = runtime.filePath(u"kilnwarden.socket"_s);
     ASSERT_TRUE(waitFor([&] { return QFile::exists(socket); }, 30000));
 
     QProcess second;
     second.setProcessEnvironment(environment);
-    second.start(QStringLiteral(KW_APP_BINARY),
-                 {QStringLiteral("--dashboard-page"), QStringLiteral("settings")});
+    second.start(QStringLiteral(KW_APP_BINARY), {u"--dashboard-page"_s, u"settings"_s});
     ASSERT_TRUE(second.waitForFinished(30000));
     EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(second.exitCode(), 0);

@@ -9,11 +9,13 @@
 #include "presentation/diagnosis/LiveDiagnosisPage.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardPalette.h"
+#include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
 #include "presentation/snapshot/DashboardSnapshot.h"
 #include "support/StoreTesting.h"
 
 #include <QList>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -21,39 +23,77 @@
 
 // A process of the current user, as makeProcess, with its own command line
 // and project.
-ProcessMetric madeUpProcess(pid_t pid, pid_t parent, const QString &name, double cpu,
-                            const QString &command = {}, const QString &project = {});
-
-// A chain of `depth` processes under `root` (each the parent of the next),
-// pids root, root + 1, ...; the last one does the work.
-QList<ProcessMetric> madeUpChain(pid_t root, int depth, const QString &name, double cpu);
+inline ProcessMetric madeUpProcess(pid_t pid, pid_t parent, const QString &name, double cpu,
+                                   const QString &command = {}, const QString &project = {})
+{
+    ProcessMetric process = makeProcess(pid, parent, name, cpu);
+    if (!command.isEmpty())
+        process.command.command = command;
+    if (!project.isEmpty())
+        process.command.project = project;
+    return process;
+}
 
 class DiagnosisStoreTest : public ::testing::Test {
 protected:
-    DiagnosisStoreTest();
-    ~DiagnosisStoreTest() override;
+    DiagnosisStoreTest() { installDashboardAccessibility(); }
+    ~DiagnosisStoreTest() override { m_window.reset(); }
 
     // One sample with these processes, 2 s after the last one. Ranking needs
     // two samples with processes, so `ingestTwice` is what most tests want.
-    void ingest(const QList<ProcessMetric> &processes, double cpu = 40.0,
-                std::optional<double> temperature = std::nullopt);
-    void ingestTwice(const QList<ProcessMetric> &processes);
+    void ingest(const QList<ProcessMetric> &processes, double cpu = 40.0)
+    {
+        clock += 2.0;
+        SystemMetricSample sample = makeSample(clock);
+        sample.cpuUsage = SensorReading<double>::available(cpu, QStringLiteral("test"));
+        sample.processMetrics = processes;
+        store->ingest(sample);
+    }
+    void ingestTwice(const QList<ProcessMetric> &processes)
+    {
+        ingest(processes);
+        ingest(processes);
+    }
 
     // The real window on the live diagnosis page at `size`, shown.
-    LiveDiagnosisPage *openPage(QSize size = {1440, 900});
+    LiveDiagnosisPage *openPage(QSize size = {1440, 900})
+    {
+        m_window = std::make_unique<DashboardWindow>(*store, DashboardSection::liveDiagnosis,
+                                                     [this] { ++terminalsOpened; });
+        m_window->resize(size);
+        m_window->show();
+        settleEvents(20);
+        return qobject_cast<LiveDiagnosisPage *>(m_window->shell()->currentPage());
+    }
     template <typename T = QWidget> T *find(const QString &identifier) const
     {
         return m_window ? m_window->findChild<T *>(identifier) : nullptr;
     }
     // The task whose target process has `pid`.
-    const DashboardTask *taskWithTarget(pid_t pid) const;
-    // Request and confirm as the dialog would, then wait for the outcome.
-    bool waitForOutcome();
+    const DashboardTask *taskWithTarget(pid_t pid) const
+    {
+        for (const DashboardTask &task : store->allTasks()) {
+            if (task.targetProcess.pid == pid)
+                return &task;
+        }
+        return nullptr;
+    }
+    // Waits for the outcome of a confirmed request.
+    bool waitForOutcome()
+    {
+        return QTest::qWaitFor(
+            [&] {
+                const auto status = store->terminationStatus();
+                return status && status->phase != DashboardTerminationPhase::verifying;
+            },
+            5000);
+    }
 
     std::shared_ptr<FakeProcessIdentityReader> reader =
         std::make_shared<FakeProcessIdentityReader>();
     std::shared_ptr<RecordingSignalSender> sender = std::make_shared<RecordingSignalSender>();
-    std::unique_ptr<DashboardStore> store;
+    std::unique_ptr<DashboardStore> store = makeStoreForTesting(
+        nullptr, 2.0, makeFakeTerminationController(reader, sender, {0.01, 0.01}));
     double clock = 1000.0;
     int terminalsOpened = 0;
     std::unique_ptr<DashboardWindow> m_window;

@@ -6,22 +6,14 @@
 #include "presentation/diagnosis/ProcessTree.h"
 #include "presentation/diagnosis/ProcessTreeRows.h"
 
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 namespace {
+
+using namespace Qt::StringLiterals;
 
 DashboardProcessNode node(pid_t pid, std::vector<DashboardProcessNode> children = {},
                           bool isTarget = false)
 {
-    DashboardProcessNode result;
-    result.id = QStringLiteral("%1-1.0").arg(pid);
-    result.name = QStringLiteral("p%1").arg(pid);
-    result.pid = pid;
-    result.isTarget = isTarget;
-    result.children = std::move(children);
-    return result;
+    return {.pid = pid, .isTarget = isTarget, .children = std::move(children)};
 }
 
 std::vector<std::pair<pid_t, int>> shape(const std::vector<VisibleProcessRow> &rows)
@@ -32,7 +24,7 @@ std::vector<std::pair<pid_t, int>> shape(const std::vector<VisibleProcessRow> &r
     return result;
 }
 
-TEST(ProcessTreeFlattening, PreOrderAndOnlyBelowOpenNodes)
+TEST(ProcessTreeFlattening, PreOrderOnlyBelowOpenNodesAtAnyDepth)
 {
     // 1 ─ 2 ─ 3
     //   └ 4
@@ -54,18 +46,13 @@ TEST(ProcessTreeFlattening, PreOrderAndOnlyBelowOpenNodes)
     };
     for (const auto &test : cases)
         EXPECT_EQ(shape(flattenProcessTree(roots, test.expanded)), test.rows);
-}
 
-TEST(ProcessTreeFlattening, HasNoDepthLimit)
-{
-    DashboardProcessNode deepest = node(1000, {}, true);
-    for (pid_t pid = 999; pid > 1000 - 300; --pid)
-        deepest = node(pid, {std::move(deepest)});
-    const std::vector<DashboardProcessNode> roots = {deepest};
+    // No depth limit: a chain 300 deep opens down to its target.
     DashboardTask task;
-    task.id = QStringLiteral("deep");
-    task.processTree = roots;
-    const auto rows = flattenProcessTree(roots, task.initiallyExpandedPIDs());
+    task.processTree = {node(1000, {}, true)};
+    for (pid_t pid = 999; pid > 1000 - 300; --pid)
+        task.processTree = {node(pid, std::move(task.processTree))};
+    const auto rows = flattenProcessTree(task.processTree, task.initiallyExpandedPIDs());
     ASSERT_EQ(rows.size(), 300u);
     EXPECT_EQ(rows.back().depth, 299);
     EXPECT_TRUE(rows.back().node->isTarget);
@@ -73,11 +60,9 @@ TEST(ProcessTreeFlattening, HasNoDepthLimit)
 
 TEST(ProcessTreeExpansion, ReplacedExactlyWhenTheTaskIDChanges)
 {
-    DashboardTask first;
-    first.id = QStringLiteral("a");
-    first.processTree = {node(1, {node(2, {node(3, {}, true)})})};
+    DashboardTask first{.id = u"a"_s, .processTree = {node(1, {node(2, {node(3, {}, true)})})}};
     DashboardTask second = first;
-    second.id = QStringLiteral("b");
+    second.id = u"b"_s;
 
     ProcessExpansion expansion;
     expansion.follow(&first);
@@ -100,121 +85,99 @@ TEST(ProcessTreeExpansion, ReplacedExactlyWhenTheTaskIDChanges)
 
 class ProcessTreeView_ : public DiagnosisStoreTest {
 protected:
-    // bash(500) ─ make(501) ─ cc(502), cc(503, busy); plus a second root
-    // sh(510) of another lineage.
+    // bash(500) ─ make(501) ─ cc1(502), cc1(503, busy); plus an idle root (600).
     QList<ProcessMetric> processes(double busy = 80.0, bool extraChild = false)
     {
         QList<ProcessMetric> list = {
-            madeUpProcess(500, 1, QStringLiteral("bash"), 0.2),
-            madeUpProcess(501, 500, QStringLiteral("make"), 0.2, QStringLiteral("make -j4"),
-                          QStringLiteral("kiln")),
-            madeUpProcess(502, 501, QStringLiteral("cc1"), 2, QStringLiteral("cc1 a.c")),
-            madeUpProcess(503, 501, QStringLiteral("cc1"), busy, QStringLiteral("cc1 b.c")),
-            madeUpProcess(600, 1, QStringLiteral("idle"), 0.1)};
+            madeUpProcess(500, 1, u"bash"_s, 0.2),
+            madeUpProcess(501, 500, u"make"_s, 0.2, u"make -j4"_s, u"kiln"_s),
+            madeUpProcess(502, 501, u"cc1"_s, 2, u"cc1 a.c"_s),
+            madeUpProcess(503, 501, u"cc1"_s, busy, u"cc1 b.c"_s),
+            madeUpProcess(600, 1, u"idle"_s, 0.1)};
         if (extraChild)
-            list.append(
-                madeUpProcess(504, 501, QStringLiteral("cc1"), 1, QStringLiteral("cc1 c.c")));
+            list.append(madeUpProcess(504, 501, u"cc1"_s, 1, u"cc1 c.c"_s));
         return list;
     }
-
-    QList<pid_t> visiblePIDs(ProcessTreeView *tree) const
+    QList<pid_t> visiblePIDs() const
     {
         QList<pid_t> pids;
         for (const ProcessTreeRow &row : tree->treeModel()->rows())
             pids.append(row.pid);
         return pids;
     }
+    QVariant data(int row, int role) const { return tree->treeModel()->index(row).data(role); }
+    void press(const QRect &box) const
+    {
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, box.center());
+    }
+
+    ProcessTreeView *tree = nullptr;
 };
 
-TEST_F(ProcessTreeView_, TogglesKeepAcrossTicksAndSelectionIsAPressOutsideTheChevron)
-{
-    ingestTwice(processes());
-    const DashboardTask *build = taskWithTarget(503);
-    ASSERT_NE(build, nullptr);
-    store->selectTask(build->id);
-    LiveDiagnosisPage *page = openPage();
-    ProcessTreeView *tree = page->workspace()->composition()->treeView();
-    // The target's ancestors are open: the target is visible.
-    EXPECT_EQ(visiblePIDs(tree), (QList<pid_t>{500, 501, 502, 503}));
-
-    const QModelIndex target = tree->treeModel()->index(3);
-    EXPECT_EQ(target.data(DiagnosisRole::identifier), QStringLiteral("processTree-node-503"));
-    EXPECT_EQ(target.data(DiagnosisRole::accessibleValue), QStringLiteral("已选择"));
-    EXPECT_EQ(target.data(Qt::AccessibleDescriptionRole),
-              QStringLiteral("选择后可查看该进程详情和可用操作"));
-    EXPECT_TRUE(target.data(Qt::AccessibleTextRole)
-                    .toString()
-                    .startsWith(QStringLiteral("cc1，主要负载进程，工作进程，PID 503，CPU 80%")));
-    const QModelIndex leaf = tree->treeModel()->index(2);
-    EXPECT_EQ(leaf.data(DiagnosisRole::toggleEnabled), false);
-    const QModelIndex make = tree->treeModel()->index(1);
-    EXPECT_EQ(make.data(DiagnosisRole::toggleIdentifier), QStringLiteral("processTree-toggle-501"));
-    EXPECT_EQ(make.data(DiagnosisRole::toggleLabel), QStringLiteral("折叠子进程"));
-
-    // Close make by its chevron: its children go, nothing is selected.
-    const QString selectedBefore = store->selectedProcessID().value_or(QString());
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->toggleRect(501).center());
-    EXPECT_EQ(visiblePIDs(tree), (QList<pid_t>{500, 501}));
-    EXPECT_EQ(store->selectedProcessID().value_or(QString()), selectedBefore);
-    EXPECT_EQ(tree->treeModel()->index(1).data(DiagnosisRole::toggleLabel),
-              QStringLiteral("展开子进程"));
-
-    // A new tick of the same task keeps it closed; opening shows a new child.
-    ingest(processes(70, true));
-    EXPECT_EQ(visiblePIDs(tree), (QList<pid_t>{500, 501}));
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->toggleRect(501).center());
-    EXPECT_EQ(visiblePIDs(tree), (QList<pid_t>{500, 501, 502, 503, 504}));
-
-    // A press on the row outside the chevron selects that process.
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->rowRect(501).center());
-    const auto selected = store->selectedProcess();
-    ASSERT_TRUE(selected.has_value());
-    EXPECT_EQ(selected->pid, 501);
-    EXPECT_EQ(visiblePIDs(tree).size(), 5);
-    EXPECT_EQ(tree->treeModel()->index(1).data(DiagnosisRole::accessibleValue),
-              QStringLiteral("已选择"));
-    // A press on a leaf's invisible chevron place selects the leaf.
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->toggleRect(502).center());
-    EXPECT_EQ(store->selectedProcess()->pid, 502);
-}
-
-TEST_F(ProcessTreeView_, ANewTaskStartsFromItsOwnInitialExpansion)
+TEST_F(ProcessTreeView_, TogglesKeepAcrossTicksSelectionIsAPressOutsideTheChevron)
 {
     ingestTwice(processes());
     const QString buildID = taskWithTarget(503)->id;
     const QString idleID = taskWithTarget(600)->id;
     store->selectTask(buildID);
-    LiveDiagnosisPage *page = openPage();
-    ProcessCompositionView *composition = page->workspace()->composition();
-    ProcessTreeView *tree = composition->treeView();
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->toggleRect(500).center());
-    EXPECT_EQ(visiblePIDs(tree), (QList<pid_t>{500}));
+    ProcessCompositionView *composition = openPage()->workspace()->composition();
+    tree = composition->treeView();
+    // The target's ancestors are open: the target is visible.
+    EXPECT_EQ(visiblePIDs(), (QList<pid_t>{500, 501, 502, 503}));
+    EXPECT_EQ(data(3, DiagnosisRole::identifier), u"processTree-node-503"_s);
+    EXPECT_EQ(data(3, DiagnosisRole::accessibleValue), u"已选择"_s);
+    EXPECT_EQ(data(3, Qt::AccessibleDescriptionRole), u"选择后可查看该进程详情和可用操作"_s);
+    EXPECT_TRUE(data(3, Qt::AccessibleTextRole)
+                    .toString()
+                    .startsWith(u"cc1，主要负载进程，工作进程，PID 503，CPU 80%"_s));
+    EXPECT_EQ(data(2, DiagnosisRole::toggleEnabled), false);
+    EXPECT_EQ(data(1, DiagnosisRole::toggleIdentifier), u"processTree-toggle-501"_s);
+    EXPECT_EQ(data(1, DiagnosisRole::toggleLabel), u"折叠子进程"_s);
+    const ProcessTreeModel *model = tree->treeModel();
+    EXPECT_EQ(model->rowAt(0).badge, u"关联根"_s);
+    EXPECT_EQ(model->rowAt(2).badge, QString());
+    EXPECT_EQ(model->rowAt(1).detail, u"父进程 · make -j4 · 项目 kiln · 磁盘 0 B/s · 10 秒"_s);
+    EXPECT_EQ(model->rowAt(2).detail, u"工作进程 · cc1 a.c · 磁盘 0 B/s · 10 秒"_s);
 
+    // Close make by its chevron: its children go, the selection stays.
+    const QString selectedBefore = store->selectedProcessID().value_or(QString());
+    press(tree->toggleRect(501));
+    EXPECT_EQ(visiblePIDs(), (QList<pid_t>{500, 501}));
+    EXPECT_EQ(store->selectedProcessID().value_or(QString()), selectedBefore);
+    EXPECT_EQ(data(1, DiagnosisRole::toggleLabel), u"展开子进程"_s);
+
+    // A new tick of the same task keeps it closed; opening shows a new child.
+    ingest(processes(70, true));
+    EXPECT_EQ(visiblePIDs(), (QList<pid_t>{500, 501}));
+    press(tree->toggleRect(501));
+    EXPECT_EQ(visiblePIDs(), (QList<pid_t>{500, 501, 502, 503, 504}));
+
+    // A press on the row outside the chevron selects that process, and on a
+    // leaf's invisible chevron place the leaf.
+    press(tree->rowRect(501));
+    ASSERT_TRUE(store->selectedProcess().has_value());
+    EXPECT_EQ(store->selectedProcess()->pid, 501);
+    EXPECT_EQ(visiblePIDs().size(), 5);
+    EXPECT_EQ(data(1, DiagnosisRole::accessibleValue), u"已选择"_s);
+    press(tree->toggleRect(502));
+    EXPECT_EQ(store->selectedProcess()->pid, 502);
+
+    // Another task starts from its own initial expansion, and so does a return.
+    press(tree->toggleRect(500));
+    EXPECT_EQ(visiblePIDs(), (QList<pid_t>{500}));
     store->selectTask(idleID);
-    EXPECT_EQ(visiblePIDs(tree), (QList<pid_t>{600}));
-    EXPECT_EQ(tree->treeModel()->index(0).data(Qt::DisplayRole), QStringLiteral("idle"));
-    EXPECT_EQ(tree->treeModel()->rowAt(0).badge, QStringLiteral("主要负载进程"));
+    EXPECT_EQ(visiblePIDs(), (QList<pid_t>{600}));
+    EXPECT_EQ(data(0, Qt::DisplayRole), u"idle"_s);
+    EXPECT_EQ(model->rowAt(0).badge, u"主要负载进程"_s);
     store->selectTask(buildID);
-    EXPECT_EQ(visiblePIDs(tree), (QList<pid_t>{500, 501, 502, 503}));
-    EXPECT_EQ(tree->treeModel()->rowAt(0).badge, QStringLiteral("关联根"));
-    EXPECT_EQ(tree->treeModel()->rowAt(2).badge, QString());
-    EXPECT_EQ(tree->treeModel()->rowAt(1).detail,
-              QStringLiteral("父进程 · make -j4 · 项目 kiln · 磁盘 0 B/s · 10 秒"));
-    EXPECT_EQ(tree->treeModel()->rowAt(2).detail,
-              QStringLiteral("工作进程 · cc1 a.c · 磁盘 0 B/s · 10 秒"));
-}
+    EXPECT_EQ(visiblePIDs(), (QList<pid_t>{500, 501, 502, 503, 504}));
 
-TEST_F(ProcessTreeView_, SelectedTaskThatDisappearsLeavesTheEmptyStateOrTheNextSource)
-{
-    ingestTwice(processes());
-    store->selectTask(taskWithTarget(600)->id);
-    LiveDiagnosisPage *page = openPage();
-    ingest({processes()[0], processes()[1], processes()[2], processes()[3]});
-    ProcessCompositionView *composition = page->workspace()->composition();
-    // The store moved the selection on; the tree follows without a stale row.
-    const DashboardTask *selected = store->selectedTask();
-    if (selected) {
-        EXPECT_EQ(composition->treeView()->treeModel()->rowAt(0).pid, 500);
+    // The selected source disappears: the tree follows the store's next
+    // selection without a stale row, then shows the empty state.
+    store->selectTask(idleID);
+    ingest(processes(70, true).mid(0, 4));
+    if (const DashboardTask *selected = store->selectedTask()) {
+        EXPECT_EQ(model->rowAt(0).pid, selected->processTree.front().pid);
     }
     ingest({});
     EXPECT_TRUE(composition->showsEmptyState());
@@ -222,16 +185,18 @@ TEST_F(ProcessTreeView_, SelectedTaskThatDisappearsLeavesTheEmptyStateOrTheNextS
 
 TEST_F(ProcessTreeView_, ATreeFiftyDeepOpensToItsTargetAndStaysReadable)
 {
-    ingestTwice(madeUpChain(700, 50, QStringLiteral("recursive-build-step-with-a-long-name"), 90));
+    QList<ProcessMetric> chain; // each the parent of the next; the last one works
+    for (pid_t pid = 700; pid < 750; ++pid)
+        chain.append(makeProcess(pid, pid == 700 ? 1 : pid - 1, u"recursive-step-%1"_s.arg(pid),
+                                 pid == 749 ? 90 : 0.1));
+    ingestTwice(chain);
     store->selectTask(taskWithTarget(749)->id);
-    LiveDiagnosisPage *page = openPage({960, 640});
-    ProcessTreeView *tree = page->workspace()->composition()->treeView();
+    tree = openPage({960, 640})->workspace()->composition()->treeView();
     ASSERT_EQ(tree->treeModel()->rowCount(), 50);
     EXPECT_EQ(tree->treeModel()->rowAt(49).depth, 49);
     // The deepest chevron still leaves the name its room inside the row.
-    const QRect row = tree->rowRect(749);
-    const QRect toggle = tree->toggleRect(749);
-    EXPECT_LE(toggle.right() + 120 + ProcessTreeColumns::trailing, row.right() + 1);
+    EXPECT_LE(tree->toggleRect(749).right() + 120 + ProcessTreeColumns::trailing,
+              tree->rowRect(749).right() + 1);
     tree->grab(); // paints every visible row
 }
 

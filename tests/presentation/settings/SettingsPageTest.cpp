@@ -22,6 +22,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class SettingsPageTest : public ::testing::Test {
 protected:
     void TearDown() override { feed.store().stopMonitoring(); }
@@ -29,69 +31,52 @@ protected:
     IncidentFeed feed;
 };
 
-QString switchValue(SettingsSwitch *control)
+// The switch is drawn and read out as `on`.
+void expectSwitch(SettingsSwitch *control, bool on)
 {
-    return accessibleText(control, QAccessible::Value);
+    EXPECT_EQ(control->isChecked(), on);
+    EXPECT_EQ(accessibleText(control, QAccessible::Value), on ? u"已开启"_s : u"已关闭"_s);
 }
 
-TEST_F(SettingsPageTest, LiveSwitchFollowsTheHeaderButtonAndDrivesTheStore)
+// "恢复默认设置" starts monitoring, keeps it on, and restores nothing else.
+TEST_F(SettingsPageTest, LiveSwitchFollowsTheHeaderButtonAndRestoreDrivesTheStore)
 {
     DashboardStore &store = feed.store();
+    feed.hot(u"cargo"_s, 90.0, 88.0);
+    const std::vector<DashboardIncident> incidents = store.incidents();
     store.startMonitoring();
     DashboardShell shell(store, DashboardSection::settings, [] {});
     shell.resize(1440, 900);
     shell.show();
     auto *page = qobject_cast<SettingsPage *>(shell.currentPage());
     ASSERT_NE(page, nullptr);
-    EXPECT_EQ(page->objectName(), QStringLiteral("page-settings"));
     SettingsSwitch *live = page->monitoringSwitch();
-    auto *headerButton = shell.findChild<PressableBox *>(QStringLiteral("liveMonitoringStatus"));
+    auto *headerButton = shell.findChild<PressableBox *>(u"liveMonitoringStatus"_s);
     ASSERT_NE(headerButton, nullptr);
-    EXPECT_EQ(accessibleText(live, QAccessible::Name), QStringLiteral("启动时自动监控"));
+    EXPECT_EQ(accessibleText(live, QAccessible::Name), u"启动时自动监控"_s);
 
-    struct Step {
+    QAbstractButton *restore = page->restoreDefaultsButton();
+    const struct {
         QAbstractButton *pressed;
         bool monitoring;
-    };
-    const Step steps[] = {
-        {nullptr, true}, {headerButton, false}, {headerButton, true}, {live, false},
-        {live, true},    {live, false},         {headerButton, true},
-    };
-    for (const Step &step : steps) {
+    } steps[] = {{nullptr, true}, {headerButton, false}, {headerButton, true}, {live, false},
+                 {live, true},    {restore, true},       {live, false},        {restore, true},
+                 {live, false},   {headerButton, true}};
+    for (const auto &step : steps) {
         if (step.pressed)
             QTest::mouseClick(step.pressed, Qt::LeftButton);
         SCOPED_TRACE(step.pressed ? step.pressed->objectName().toStdString() : "initial");
         EXPECT_EQ(store.isMonitoring(), step.monitoring);
-        EXPECT_EQ(live->isChecked(), step.monitoring);
-        EXPECT_EQ(switchValue(live),
-                  step.monitoring ? QStringLiteral("已开启") : QStringLiteral("已关闭"));
-        EXPECT_EQ(headerButton->accessibleName(),
-                  step.monitoring ? QStringLiteral("监控中") : QStringLiteral("已暂停"));
+        expectSwitch(live, step.monitoring);
+        EXPECT_EQ(headerButton->accessibleName(), step.monitoring ? u"监控中"_s : u"已暂停"_s);
     }
+    EXPECT_EQ(store.incidents(), incidents);
 }
 
-TEST_F(SettingsPageTest, RestoreDefaultsOnlyStartsMonitoring)
-{
-    for (const bool monitoringBefore : {true, false}) {
-        SCOPED_TRACE(monitoringBefore);
-        IncidentFeed local;
-        local.hot(QStringLiteral("cargo"), 90.0, 88.0);
-        if (monitoringBefore)
-            local.store().startMonitoring();
-        SettingsPage page(local.store());
-        page.show();
-        const std::vector<DashboardIncident> incidents = local.store().incidents();
-        QTest::mouseClick(page.restoreDefaultsButton(), Qt::LeftButton);
-        EXPECT_TRUE(local.store().isMonitoring());
-        EXPECT_TRUE(page.monitoringSwitch()->isChecked());
-        EXPECT_EQ(local.store().incidents(), incidents) << "nothing else is restored";
-        local.store().stopMonitoring();
-    }
-}
-
-TEST_F(SettingsPageTest, FixedSwitchesStayAsTheyAre)
+TEST_F(SettingsPageTest, GroupsRowsTextsAndFixedSwitchesInOrder)
 {
     SettingsPage page(feed.store());
+    page.resize(1000, 900);
     page.show();
     for (const auto &[identifier, on] : {std::pair{"settingsNotificationsSwitch", false},
                                          std::pair{"settingsCurrentUserSwitch", true}}) {
@@ -100,21 +85,14 @@ TEST_F(SettingsPageTest, FixedSwitchesStayAsTheyAre)
         ASSERT_NE(fixed, nullptr);
         for (int press = 0; press < 2; ++press) {
             QTest::mouseClick(fixed, Qt::LeftButton);
-            EXPECT_EQ(fixed->isChecked(), on);
-            EXPECT_EQ(switchValue(fixed), on ? QStringLiteral("已开启") : QStringLiteral("已关闭"));
+            expectSwitch(fixed, on);
         }
     }
     EXPECT_FALSE(feed.store().isMonitoring());
-}
-
-TEST_F(SettingsPageTest, GroupsRowsAndTextsInOrder)
-{
-    SettingsPage page(feed.store());
     QStringList chips;
     for (SettingsValueChip *chip : page.findChildren<SettingsValueChip *>())
         chips << chip->text();
-    EXPECT_EQ(chips, (QStringList{QStringLiteral("2 秒"), QStringLiteral("自动"),
-                                  QStringLiteral("本次会话"), QStringLiteral("浅色")}));
+    EXPECT_EQ(chips, (QStringList{u"2 秒"_s, u"自动"_s, u"本次会话"_s, u"浅色"_s}));
     QStringList texts;
     for (TextLabel *label : page.findChildren<TextLabel *>())
         texts << label->fullText();
@@ -122,23 +100,18 @@ TEST_F(SettingsPageTest, GroupsRowsAndTextsInOrder)
          {"偏好设置", "所有诊断记录仅保存在这台电脑。", "保持界面与桌面系统体验一致。",
           "KilnWarden 1.0 · Linux", "清除事件历史", "恢复默认设置"})
         EXPECT_TRUE(texts.contains(QString::fromUtf8(expected))) << expected;
-    EXPECT_FALSE(texts.join(QString()).contains(QStringLiteral("Mac")));
-
-    page.resize(1000, 900);
-    page.show();
-    EXPECT_LT(colorDistance(darkestPixel(page.clearHistoryButton()),
-                            QColor::fromRgb(DashboardPalette::danger)),
-              60);
-    EXPECT_LT(colorDistance(darkestPixel(page.restoreDefaultsButton()),
-                            QColor::fromRgb(DashboardPalette::accent)),
-              60);
+    EXPECT_FALSE(texts.join(QString()).contains(u"Mac"_s));
+    for (const auto &[button, tone] :
+         {std::pair{page.clearHistoryButton(), DashboardPalette::danger},
+          std::pair{page.restoreDefaultsButton(), DashboardPalette::accent}})
+        EXPECT_LT(colorDistance(darkestPixel(button), QColor::fromRgb(tone)), 60);
 }
 
 TEST_F(SettingsPageTest, ClearDialogCancelsOrEmptiesTheLogAtOnce)
 {
-    feed.hot(QStringLiteral("cargo"), 90.0, 88.0);
+    feed.hot(u"cargo"_s, 90.0, 88.0);
     feed.calm();
-    feed.hot(QStringLiteral("node"), 60.0, std::nullopt); // still open
+    feed.hot(u"node"_s, 60.0, std::nullopt); // still open
     const std::vector<DashboardIncident> before = feed.store().incidents();
     ASSERT_EQ(before.size(), 2u);
 
@@ -149,23 +122,21 @@ TEST_F(SettingsPageTest, ClearDialogCancelsOrEmptiesTheLogAtOnce)
     history.show();
     EXPECT_FALSE(page.isConfirmingClear());
 
-    QTest::mouseClick(page.clearHistoryButton(), Qt::LeftButton);
-    ASSERT_NE(page.clearHistoryDialog(), nullptr);
-    EXPECT_TRUE(page.isConfirmingClear());
-    QTest::mouseClick(page.clearHistoryDialog()->cancelButton(), Qt::LeftButton);
-    EXPECT_FALSE(page.isConfirmingClear());
-    EXPECT_EQ(feed.store().incidents(), before);
-
-    QTest::mouseClick(page.clearHistoryButton(), Qt::LeftButton);
-    EXPECT_TRUE(page.isConfirmingClear());
-    QTest::mouseClick(page.clearHistoryDialog()->clearButton(), Qt::LeftButton);
-    EXPECT_FALSE(page.isConfirmingClear());
+    for (const bool clear : {false, true}) {
+        QTest::mouseClick(page.clearHistoryButton(), Qt::LeftButton);
+        ASSERT_NE(page.clearHistoryDialog(), nullptr);
+        EXPECT_TRUE(page.isConfirmingClear());
+        ClearHistoryDialog *dialog = page.clearHistoryDialog();
+        QTest::mouseClick(clear ? dialog->clearButton() : dialog->cancelButton(), Qt::LeftButton);
+        EXPECT_FALSE(page.isConfirmingClear());
+        EXPECT_EQ(feed.store().incidents(), clear ? std::vector<DashboardIncident>{} : before);
+    }
     EXPECT_TRUE(feed.store().incidents().empty());
     EXPECT_TRUE(history.listPanel()->showsEmptyState());
     EXPECT_EQ(history.selectedIncidentID(), std::nullopt);
 
     // The open incident went with the rest; the next hot sample starts anew.
-    const QUuid next = feed.hot(QStringLiteral("node"), 60.0, std::nullopt);
+    const QUuid next = feed.hot(u"node"_s, 60.0, std::nullopt);
     ASSERT_EQ(feed.store().incidents().size(), 1u);
     EXPECT_NE(next, before.front().id);
     EXPECT_EQ(history.selectedIncidentID(), next);
