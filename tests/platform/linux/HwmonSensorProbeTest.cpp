@@ -59,62 +59,42 @@ const std::vector<QByteArray> kIntelDieInputs = {"hwmon10/temp1_input", "hwmon10
                                                  "hwmon10/temp3_input", "hwmon10/temp4_input",
                                                  "hwmon10/temp5_input", "thermal_zone1/temp"};
 
-INSTANTIATE_TEST_SUITE_P(
-    Fixtures, HwmonSensorProbeOnMachines,
-    testing::Values(
-        // coretemp package 52 and cores 50/49/53/48, x86_pkg_temp zone 52:
-        // the median of 48 49 50 52 52 53. acpitz, nvme and thinkpad temp1
-        // are not the die. The ThinkPad fan turns at 2400.
-        MachineCase{"IntelLaptop", "intel-laptop", {}, 0, temperature(51.0), fan(2400.0)},
-        // k10temp Tctl 61.25 and Tccd1 58.5; nct6798 CPUTIN and amdgpu edge are
-        // not the die. Fans 0 (nct), 1150 (nct), 0 (amdgpu): the turning one.
-        MachineCase{"AmdDesktop", "amd-desktop", {}, 0, temperature(59.875), fan(1150.0)},
-        MachineCase{"ServerVm", "server-vm", {}, 0, noTemperatureInterface, noFanSensor},
-        // Only the one good coretemp channel survives empty, junk, negative
-        // and absurd files; no fan file holds a speed (65535 is the "no fan"
-        // value of some Super I/O chips).
-        MachineCase{"BrokenSensors", "broken-sensors", {}, 0, temperature(51.5), noFanSpeed},
-        // Every input and zone temperature refused.
-        MachineCase{"EverythingRefused",
-                    "intel-laptop",
-                    {"_input", "/temp"},
-                    EACCES,
-                    temperatureRefused,
-                    fanRefused},
-        // Every die channel refused (acpitz, nvme and the ThinkPad are never
-        // opened): the refusal is what hides the die, so it is what is reported.
-        MachineCase{"DieChannelsRefused", "intel-laptop", kIntelDieInputs, EACCES,
-                    temperatureRefused, fan(2400.0)},
-        // One die channel refused, the others junk: not every one tried was
-        // refused, so nothing recognisable is what is reported.
-        MachineCase{"GoodChannelRefusedBesideJunk",
-                    "broken-sensors",
-                    {"hwmon0/temp5_input"},
-                    EACCES,
-                    noDieChannel,
-                    noFanSpeed},
-        MachineCase{"SomeCoresRefused",
-                    "intel-laptop",
-                    {"hwmon10/temp1_input", "hwmon10/temp2_input"},
-                    EACCES,
-                    temperature(50.5),
-                    fan(2400.0)},
-        // Files that vanish between listing and reading are no refusal.
-        MachineCase{"InputsVanished",
-                    "intel-laptop",
-                    {"_input", "/temp"},
-                    ENOENT,
-                    noDieChannel,
-                    noFanSpeed},
-        // The names and labels vanish: channels fall back to "<hwmonN> temp<n>"
-        // and the zone's directory name, none of which names the die.
-        MachineCase{"NamesVanished",
-                    "intel-laptop",
-                    {"/name", "_label", "/type"},
-                    ENOENT,
-                    noDieChannel,
-                    fan(2400.0)}),
-    [](const testing::TestParamInfo<MachineCase> &info) { return std::string(info.param.label); });
+using M = MachineCase;
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Fixtures, HwmonSensorProbeOnMachines, testing::Values(
+    // coretemp package 52 and cores 50/49/53/48, x86_pkg_temp zone 52: the
+    // median of 48 49 50 52 52 53. acpitz, nvme and thinkpad temp1 are not
+    // the die. The ThinkPad fan turns at 2400.
+    M{"IntelLaptop", "intel-laptop", {}, 0, temperature(51.0), fan(2400.0)},
+    // k10temp Tctl 61.25 and Tccd1 58.5; nct6798 CPUTIN and amdgpu edge are
+    // not the die. Fans 0 (nct), 1150 (nct), 0 (amdgpu): the turning one.
+    M{"AmdDesktop", "amd-desktop", {}, 0, temperature(59.875), fan(1150.0)},
+    M{"ServerVm", "server-vm", {}, 0, noTemperatureInterface, noFanSensor},
+    // Only the one good coretemp channel survives empty, junk, negative and
+    // absurd files; no fan file holds a speed (65535 is the "no fan" value of
+    // some Super I/O chips).
+    M{"BrokenSensors", "broken-sensors", {}, 0, temperature(51.5), noFanSpeed},
+    // Every input and zone temperature refused.
+    M{"EverythingRefused", "intel-laptop", {"_input", "/temp"}, EACCES, temperatureRefused,
+      fanRefused},
+    // Every die channel refused (acpitz, nvme and the ThinkPad are never
+    // opened): the refusal is what hides the die, so it is what is reported.
+    M{"DieChannelsRefused", "intel-laptop", kIntelDieInputs, EACCES, temperatureRefused,
+      fan(2400.0)},
+    // One die channel refused, the others junk: not every one tried was
+    // refused, so nothing recognisable is what is reported.
+    M{"GoodChannelRefusedBesideJunk", "broken-sensors", {"hwmon0/temp5_input"}, EACCES,
+      noDieChannel, noFanSpeed},
+    M{"SomeCoresRefused", "intel-laptop", {"hwmon10/temp1_input", "hwmon10/temp2_input"}, EACCES,
+      temperature(50.5), fan(2400.0)},
+    // Files that vanish between listing and reading are no refusal.
+    M{"InputsVanished", "intel-laptop", {"_input", "/temp"}, ENOENT, noDieChannel, noFanSpeed},
+    // The names and labels vanish: channels fall back to "<hwmonN> temp<n>"
+    // and the zone's directory name, none of which names the die.
+    M{"NamesVanished", "intel-laptop", {"/name", "_label", "/type"}, ENOENT, noDieChannel,
+      fan(2400.0)}),
+    [](const testing::TestParamInfo<M> &info) { return std::string(info.param.label); });
+// clang-format on
 
 // Only die channels are opened: the nvme, acpitz and ThinkPad inputs (a
 // disk's sensor can wake the disk) never are, whatever they would read.

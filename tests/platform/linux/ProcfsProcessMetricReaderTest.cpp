@@ -34,46 +34,24 @@ struct OddProcessCase {
     std::uint64_t diskBytes;
 };
 
+// clang-format off
 const OddProcessCase kOddProcesses[] = {
     {"ordinary process, secret argument dropped",
-     100,
-     "node",
-     "/usr/bin/node",
-     {"node run", "site"},
-     12288},
+     100, "node", "/usr/bin/node", {"node run", "site"}, 12288},
     {"name with blanks and parentheses, empty arguments, cwd root",
-     101,
-     "a) b (c)",
-     "/usr/bin/make",
-     {"make test", std::nullopt},
-     12288},
+     101, "a) b (c)", "/usr/bin/make", {"make test", std::nullopt}, 12288},
     {"invalid UTF-8 arguments left out, so a later one becomes argv0; cwd back to a home folder",
-     107,
-     "python3",
-     "/usr/bin/python3.11",
-     {"python3.11 dev", std::nullopt},
-     12288},
+     107, "python3", "/usr/bin/python3.11", {"python3.11 dev", std::nullopt}, 12288},
     {"last argument without NUL, cwd with trailing slash",
-     108,
-     "npm",
-     "/usr/lib/node/npm",
-     {"npm start", "site"},
-     12288},
+     108, "npm", "/usr/lib/node/npm", {"npm start", "site"}, 12288},
     {"empty comm falls back to the executable, no io file",
-     109,
-     "server",
-     "/opt/tools/bin/server (deleted)",
-     {"server watch", "tools"},
-     0},
+     109, "server", "/opt/tools/bin/server (deleted)", {"server watch", "tools"}, 0},
     {"malformed io counts no traffic", 110, "io-odd", "/usr/bin/io-odd", {"io-odd", "tmp"}, 0},
     {"empty cmdline and no cwd", 112, "bare", "/usr/bin/bare", {"bare", std::nullopt}, 12288},
     {"newline in the name shown as ?, cwd back to a home",
-     115,
-     "two?lines",
-     "/usr/bin/two",
-     {"two serve", std::nullopt},
-     12288},
+     115, "two?lines", "/usr/bin/two", {"two serve", std::nullopt}, 12288},
 };
+// clang-format on
 
 // One copy of the fixture, read once, for the whole suite.
 class ProcfsOddProcessTest : public testing::Test {

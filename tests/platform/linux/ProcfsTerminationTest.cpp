@@ -118,7 +118,9 @@ TEST(ProcfsTermination, GracefulSignalEndsWhatHonoursItAndForcedSignalTheRest)
 }
 
 // Exits about 0.17 s in: after the 0.1 s check, before the 0.25 s one. The
-// wait on the default schedule must end there, not after the whole 2 s.
+// wait on the default schedule must end at a check after the exit, not after
+// the whole schedule: its sleeps never end early, so a wait that ran them all
+// took at least their 2 s, however busy the machine.
 TEST(ProcfsTermination, ExitDuringTheSecondIntervalIsFoundEarly)
 {
     ForkedChild child(Behaviour::exitsAfterDelay, 0.17);
@@ -129,7 +131,7 @@ TEST(ProcfsTermination, ExitDuringTheSecondIntervalIsFoundEarly)
     Cancellation cancellation;
     const double started = continuousClockSeconds();
     EXPECT_FALSE(makeProcessTerminationController().waitForExit(target, cancellation, pin.get()));
-    EXPECT_LT(continuousClockSeconds() - started, 1.0);
+    EXPECT_LT(continuousClockSeconds() - started, 2.0);
 }
 
 TEST(ProcfsTermination, ProcessGoneBeforeTheSignalIsAlreadyExited)
