@@ -41,23 +41,17 @@ TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
         const char *chinese;
         const char *german;
     };
+    // clang-format off
     const Row rows[] = {
-        {74.96, "74.9", "74.9", "74,9"}, // cut, not rounded up to 75
-        {74.99, "74.9", "74.9", "74,9"},
-        {74.0, "74", "74", "74"}, // a whole cut drops the fraction
-        {74.04, "74", "74", "74"},
-        {74.5, "74.5", "74.5", "74,5"},
-        {75.0, "75", "75", "75"},
-        {75.4, "75", "75", "75"},
+        {74.96, "74.9", "74.9", "74,9"}, {74.99, "74.9", "74.9", "74,9"}, // cut, not rounded up
+        {74.0, "74", "74", "74"}, {74.04, "74", "74", "74"}, // a whole cut drops the fraction
+        {74.5, "74.5", "74.5", "74,5"}, {75.0, "75", "75", "75"}, {75.4, "75", "75", "75"},
         {73.6, "74", "74", "74"}, // below the band: ordinary rounding
-        {89.96, "89.9", "89.9", "89,9"},
-        {89.0, "89", "89", "89"},
-        {90.0, "90", "90", "90"},
-        {90.4, "90", "90", "90"},
-        {40.0, "40", "40", "40"},
-        {-3.0, "-3", "-3", "-3"},
+        {89.96, "89.9", "89.9", "89,9"}, {89.0, "89", "89", "89"}, {90.0, "90", "90", "90"},
+        {90.4, "90", "90", "90"}, {40.0, "40", "40", "40"}, {-3.0, "-3", "-3", "-3"},
         {1234.0, "1234", "1,234", "1.234"}, // grouping follows the locale
     };
+    // clang-format on
     for (const Row &row : rows) {
         SCOPED_TRACE(row.value);
         const std::pair<QLocale, const char *> expected[] = {
@@ -76,16 +70,15 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
         const char *c;
         const char *chinese;
     };
+    const char *justNow = "刚刚出现";
+    // clang-format off
     const Row rows[] = {
-        {std::nullopt, "刚刚出现", "刚刚出现"},
-        {0.0, "刚刚出现", "刚刚出现"},
-        {59.9, "刚刚出现", "刚刚出现"},
-        {60.0, "已持续 1 分钟", "已持续 1 分钟"},
-        {119.9, "已持续 1 分钟", "已持续 1 分钟"},
-        {120.0, "已持续 2 分钟", "已持续 2 分钟"},
-        {-5.0, "刚刚出现", "刚刚出现"}, // start after the sample
+        {std::nullopt, justNow, justNow}, {0.0, justNow, justNow}, {59.9, justNow, justNow},
+        {60.0, "已持续 1 分钟", "已持续 1 分钟"}, {119.9, "已持续 1 分钟", "已持续 1 分钟"},
+        {120.0, "已持续 2 分钟", "已持续 2 分钟"}, {-5.0, justNow, justNow}, // start after the sample
         {60'000.0, "已持续 1000 分钟", "已持续 1,000 分钟"},
     };
+    // clang-format on
     const double sampleTime = 1'700'000'000.0;
     const SystemMetricSample hot = sampleWith(sampleTime, Thermal::fair, 40.0);
     for (const Row &row : rows) {
