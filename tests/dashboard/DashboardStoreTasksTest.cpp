@@ -108,7 +108,6 @@ TEST(DashboardStoreTasksTest, EmptySampleClearsTasksAndRankingButKeepsTheCount)
     store->ingest(sampleAt(102, desk()));
     store->ingest(sampleAt(104, {}));
     EXPECT_TRUE(store->allTasks().empty());
-    EXPECT_TRUE(store->liveTasks().empty());
     EXPECT_TRUE(store->smoothedTaskScores().empty());
     EXPECT_TRUE(store->stableTargetPIDs().empty());
     EXPECT_FALSE(store->lastTaskRankingUpdate());

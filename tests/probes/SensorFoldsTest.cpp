@@ -71,10 +71,9 @@ TEST(ChannelNameFilter, MatchesLowerCasedSubstrings)
     };
     // clang-format on
     for (const Case &c : cases) {
-        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kLinuxCPUDieChannelNames), c.linux)
-            << c.name;
-        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kAppleCPUDieChannelNames), c.apple)
-            << c.name;
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kLinuxCPUDieChannelNames), c.linux);
+        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kAppleCPUDieChannelNames), c.apple);
     }
 }
 
