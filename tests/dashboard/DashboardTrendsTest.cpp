@@ -89,20 +89,19 @@ TEST(TrendPoints, GapsAreAbsentNeverZero)
 
     const MetricSampleHistory history = historyOf({warming, full, zeroMemory});
     const auto heat = heatTrendPoints(history, 60.0);
+    constexpr std::nullopt_t no = std::nullopt;
     const std::vector<HeatTrendPoint> expectedHeat = {
-        {56.0, std::nullopt, 55.5, std::nullopt, std::nullopt, SystemThermalState::fair},
-        {58.0, 12.5, std::nullopt, 2400.0, std::nullopt, SystemThermalState::nominal},
-        {60.0, std::nullopt, std::nullopt, std::nullopt, std::nullopt, SystemThermalState::nominal},
+        {56.0, no, 55.5, no, no, SystemThermalState::fair},
+        {58.0, 12.5, no, 2400.0, no, SystemThermalState::nominal},
+        {60.0, no, no, no, no, SystemThermalState::nominal},
     };
     EXPECT_EQ(heat, expectedHeat);
 
     const auto hardware = hardwareTrendPoints(history, 60.0);
     const std::vector<HardwareTrendPoint> expectedHardware = {
-        {warming.timestamp, 56.0, std::nullopt, std::nullopt, std::nullopt, 55.5, std::nullopt,
-         std::nullopt, std::nullopt, std::nullopt},
-        {full.timestamp, 58.0, 12.5, 30.0, 25.0, std::nullopt, 2400.0, 1500.0, 100.0, 50.0},
-        {zeroMemory.timestamp, 60.0, std::nullopt, std::nullopt, 0.0, std::nullopt, std::nullopt,
-         std::nullopt, std::nullopt, std::nullopt},
+        {warming.timestamp, 56.0, no, no, no, 55.5, no, no, no, no},
+        {full.timestamp, 58.0, 12.5, 30.0, 25.0, no, 2400.0, 1500.0, 100.0, 50.0},
+        {zeroMemory.timestamp, 60.0, no, no, 0.0, no, no, no, no, no},
     };
     EXPECT_EQ(hardware, expectedHardware);
 }

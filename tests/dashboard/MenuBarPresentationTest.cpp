@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -40,23 +41,17 @@ TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
         const char *chinese;
         const char *german;
     };
+    // clang-format off
     const Row rows[] = {
-        {74.96, "74.9", "74.9", "74,9"}, // cut, not rounded up to 75
-        {74.99, "74.9", "74.9", "74,9"},
-        {74.0, "74", "74", "74"}, // a whole cut drops the fraction
-        {74.04, "74", "74", "74"},
-        {74.5, "74.5", "74.5", "74,5"},
-        {75.0, "75", "75", "75"},
-        {75.4, "75", "75", "75"},
+        {74.96, "74.9", "74.9", "74,9"}, {74.99, "74.9", "74.9", "74,9"}, // cut, not rounded up
+        {74.0, "74", "74", "74"}, {74.04, "74", "74", "74"}, // a whole cut drops the fraction
+        {74.5, "74.5", "74.5", "74,5"}, {75.0, "75", "75", "75"}, {75.4, "75", "75", "75"},
         {73.6, "74", "74", "74"}, // below the band: ordinary rounding
-        {89.96, "89.9", "89.9", "89,9"},
-        {89.0, "89", "89", "89"},
-        {90.0, "90", "90", "90"},
-        {90.4, "90", "90", "90"},
-        {40.0, "40", "40", "40"},
-        {-3.0, "-3", "-3", "-3"},
+        {89.96, "89.9", "89.9", "89,9"}, {89.0, "89", "89", "89"}, {90.0, "90", "90", "90"},
+        {90.4, "90", "90", "90"}, {40.0, "40", "40", "40"}, {-3.0, "-3", "-3", "-3"},
         {1234.0, "1234", "1,234", "1.234"}, // grouping follows the locale
     };
+    // clang-format on
     for (const Row &row : rows) {
         SCOPED_TRACE(row.value);
         const std::pair<QLocale, const char *> expected[] = {
@@ -75,16 +70,15 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
         const char *c;
         const char *chinese;
     };
+    const char *justNow = "刚刚出现";
+    // clang-format off
     const Row rows[] = {
-        {std::nullopt, "刚刚出现", "刚刚出现"},
-        {0.0, "刚刚出现", "刚刚出现"},
-        {59.9, "刚刚出现", "刚刚出现"},
-        {60.0, "已持续 1 分钟", "已持续 1 分钟"},
-        {119.9, "已持续 1 分钟", "已持续 1 分钟"},
-        {120.0, "已持续 2 分钟", "已持续 2 分钟"},
-        {-5.0, "刚刚出现", "刚刚出现"}, // start after the sample
+        {std::nullopt, justNow, justNow}, {0.0, justNow, justNow}, {59.9, justNow, justNow},
+        {60.0, "已持续 1 分钟", "已持续 1 分钟"}, {119.9, "已持续 1 分钟", "已持续 1 分钟"},
+        {120.0, "已持续 2 分钟", "已持续 2 分钟"}, {-5.0, justNow, justNow}, // start after the sample
         {60'000.0, "已持续 1000 分钟", "已持续 1,000 分钟"},
     };
+    // clang-format on
     const double sampleTime = 1'700'000'000.0;
     const SystemMetricSample hot = sampleWith(sampleTime, Thermal::fair, 40.0);
     for (const Row &row : rows) {
@@ -100,6 +94,12 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
     }
 }
 
+constexpr auto N = Thermal::nominal, F = Thermal::fair, S = Thermal::serious, C = Thermal::critical,
+               U = Thermal::unknown;
+constexpr std::nullopt_t none = std::nullopt;
+constexpr auto highLoad = State::highLoad, act = State::actionRecommended, normal = State::normal,
+               observing = State::observing;
+
 struct StateRow {
     const char *name;
     Thermal thermal;
@@ -108,26 +108,16 @@ struct StateRow {
     std::optional<double> firstTaskCPU; // absent: no tasks
     State state;
     const char *menuTitle;
-    const char *headline;
-    const char *symbol;
-    const char *statusMessage; // null: absent
 };
 
 const StateRow kStateRows[] = {
-    {"fairCool", Thermal::fair, 40.0, std::nullopt, std::nullopt, State::highLoad, "负载高 · 40°",
-     "负载高", "exclamationmark.triangle.fill", nullptr},
-    {"criticalNoTemperature", Thermal::critical, std::nullopt, std::nullopt, std::nullopt,
-     State::actionRecommended, "建议处理", "建议处理", "exclamationmark.octagon.fill", nullptr},
-    {"justBelowNinety", Thermal::nominal, 89.96, 10.0, std::nullopt, State::normal, "89.9°",
-     "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
-    {"warmTaskLoad", Thermal::nominal, 75.0, 29.9, 30.0, State::highLoad, "负载高 · 75°", "负载高",
-     "exclamationmark.triangle.fill", nullptr},
-    {"unknownCool", Thermal::unknown, 40.0, 10.0, std::nullopt, State::observing, "观察中 · 40°",
-     "观察中", "eye", "正在观察系统状态"},
-    {"unknownNoTemperature", Thermal::unknown, std::nullopt, 10.0, std::nullopt, State::observing,
-     "观察中", "观察中", "eye", "正在观察系统状态"},
-    {"normalNoTemperature", Thermal::nominal, std::nullopt, 90.0, 90.0, State::normal, "正常",
-     "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
+    {"fairCool", F, 40.0, none, none, highLoad, "负载高 · 40°"},
+    {"criticalNoTemperature", C, none, none, none, act, "建议处理"},
+    {"justBelowNinety", N, 89.96, 10.0, none, normal, "89.9°"},
+    {"warmTaskLoad", N, 75.0, 29.9, 30.0, highLoad, "负载高 · 75°"},
+    {"unknownCool", U, 40.0, 10.0, none, observing, "观察中 · 40°"},
+    {"unknownNoTemperature", U, none, 10.0, none, observing, "观察中"},
+    {"normalNoTemperature", N, none, 90.0, 90.0, normal, "正常"},
 };
 
 using rows::PrintTo;
@@ -136,6 +126,16 @@ class MenuBarStateTexts : public testing::TestWithParam<StateRow> {};
 
 TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
 {
+    struct Texts {
+        State state;
+        const char *headline, *symbol, *statusMessage; // null message: absent
+    };
+    const Texts texts[] = {
+        {normal, "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
+        {observing, "观察中", "eye", "正在观察系统状态"},
+        {highLoad, "负载高", "exclamationmark.triangle.fill", nullptr},
+        {act, "建议处理", "exclamationmark.octagon.fill", nullptr},
+    };
     const StateRow &row = GetParam();
     ScopedDefaultLocale scope(QLocale::c());
     const SystemMetricSample sample = sampleWith(500.0, row.thermal, row.temperature, row.cpu);
@@ -144,12 +144,14 @@ TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
         tasks.push_back(task("first", *row.firstTaskCPU, ResourceImpact::low));
 
     const MenuBarPresentation presentation = makePresentation(&sample, tasks, std::nullopt);
-    EXPECT_EQ(presentation.state, row.state);
+    ASSERT_EQ(presentation.state, row.state);
     EXPECT_EQ(presentation.menuTitle, QString::fromUtf8(row.menuTitle));
-    EXPECT_EQ(presentation.headline, QString::fromUtf8(row.headline));
-    EXPECT_EQ(presentation.symbolName, QString::fromUtf8(row.symbol));
-    if (row.statusMessage)
-        EXPECT_EQ(presentation.statusMessage, QString::fromUtf8(row.statusMessage));
+    const Texts &expected = *std::find_if(std::begin(texts), std::end(texts),
+                                          [&](const Texts &t) { return t.state == row.state; });
+    EXPECT_EQ(presentation.headline, QString::fromUtf8(expected.headline));
+    EXPECT_EQ(presentation.symbolName, QString::fromUtf8(expected.symbol));
+    if (expected.statusMessage)
+        EXPECT_EQ(presentation.statusMessage, QString::fromUtf8(expected.statusMessage));
     else
         EXPECT_EQ(presentation.statusMessage, std::nullopt);
 }
@@ -277,11 +279,6 @@ struct HeatRow {
     State state;
 };
 
-constexpr auto N = Thermal::nominal, F = Thermal::fair, S = Thermal::serious, C = Thermal::critical,
-               U = Thermal::unknown;
-constexpr std::nullopt_t none = std::nullopt;
-constexpr auto highLoad = State::highLoad, act = State::actionRecommended, normal = State::normal;
-
 const HeatRow kHeatRows[] = {
     // The system's own pressure is enough by itself.
     {"fairCoolIdle", F, 40.0, 0.0, none, true, highLoad},
@@ -303,8 +300,8 @@ const HeatRow kHeatRows[] = {
     // `unknown` is no pressure: it falls through to the readings.
     {"unknownHotLoaded", U, 90.0, 50.0, none, true, act},
     {"unknownWarmLoaded", U, 80.0, 50.0, none, true, highLoad},
-    {"unknownCool", U, 40.0, 90.0, none, false, State::observing},
-    {"unknownNoReadings", U, none, none, none, false, State::observing},
+    {"unknownCool", U, 40.0, 90.0, none, false, observing},
+    {"unknownNoReadings", U, none, none, none, false, observing},
     // 90 degrees recommends action without load, yet opens no incident.
     {"ninetyIdle", N, 90.0, 0.0, none, false, act},
     {"justBelowNinetyIdle", N, 89.9, 0.0, none, false, normal},

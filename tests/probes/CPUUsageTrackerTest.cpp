@@ -29,25 +29,22 @@ TEST(CPUUsageTracker, SequencesOfReads)
     const CPUTickSnapshot a{100, 50, 800, 50};
     const CPUTickSnapshot b{160, 80, 850, 60};
     const CPUTickSnapshot c{200, 100, 950, 60};
+    const Reading warming = Reading::warmingUp(),
+                  noDelta = Reading::temporarilyUnavailable(kNoDelta),
+                  failed = Reading::temporarilyUnavailable("read failed");
+    const Reading ab = figure(100.0 / 150.0 * 100.0);
+    // clang-format off
     const std::vector<Sequence> sequences = {
-        {"first read warms up, then deltas give a figure",
-         {{a, Reading::warmingUp()}, {b, figure(100.0 / 150.0 * 100.0)}}},
+        {"first read warms up, then deltas give a figure", {{a, warming}, {b, ab}}},
         {"identical counters give no delta, movement gives a figure again",
-         {{a, Reading::warmingUp()},
-          {a, Reading::temporarilyUnavailable(kNoDelta)},
-          {b, figure(100.0 / 150.0 * 100.0)}}},
+         {{a, warming}, {a, noDelta}, {b, ab}}},
         {"a counter going down costs one tick, then the lower base is used",
-         {{b, Reading::warmingUp()},
-          {a, Reading::temporarilyUnavailable(kNoDelta)},
-          {b, figure(100.0 / 150.0 * 100.0)}}},
+         {{b, warming}, {a, noDelta}, {b, ab}}},
         {"a failed read between two good ones spans the whole gap",
-         {{a, Reading::warmingUp()},
-          {std::nullopt, Reading::temporarilyUnavailable("read failed")},
-          {c, figure(160.0 / 310.0 * 100.0)}}},
-        {"a failed first read does not warm up",
-         {{std::nullopt, Reading::temporarilyUnavailable("read failed")},
-          {a, Reading::warmingUp()}}},
+         {{a, warming}, {std::nullopt, failed}, {c, figure(160.0 / 310.0 * 100.0)}}},
+        {"a failed first read does not warm up", {{std::nullopt, failed}, {a, warming}}},
     };
+    // clang-format on
     for (const auto &sequence : sequences) {
         SCOPED_TRACE(sequence.name);
         CPUUsageTracker tracker("ticks", "read failed");

@@ -59,30 +59,21 @@ TEST(ChannelNameFilter, MatchesLowerCasedSubstrings)
         bool linux;
         bool apple;
     };
+    // clang-format off
     const Case cases[] = {
-        {"coretemp Package id 0", true, false},
-        {"coretemp Core 3", true, false},
-        {"k10temp Tctl", true, false},
-        {"k10temp Tccd1", true, false},
+        {"coretemp Package id 0", true, false}, {"coretemp Core 3", true, false},
+        {"k10temp Tctl", true, false}, {"k10temp Tccd1", true, false},
         {"zenpower Tdie", true, true},
-        {"x86_pkg_temp", true, false},
-        {"cpu-thermal", true, false},
-        {"cpu_thermal", true, false},
-        {"soc_thermal", true, false},
-        {"SOME PACKAGE ID 1", true, false},
-        {"PMU tdie1", true, true},
-        {"PMU TDEV3", false, true},
-        {"acpitz", false, false},
-        {"nvme Composite", false, false},
-        {"amdgpu edge", false, false},
-        {"nct6798 CPUTIN", false, false},
-        {"", false, false},
+        {"x86_pkg_temp", true, false}, {"cpu-thermal", true, false}, {"cpu_thermal", true, false},
+        {"soc_thermal", true, false}, {"SOME PACKAGE ID 1", true, false}, {"PMU tdie1", true, true},
+        {"PMU TDEV3", false, true}, {"acpitz", false, false}, {"nvme Composite", false, false},
+        {"amdgpu edge", false, false}, {"nct6798 CPUTIN", false, false}, {"", false, false},
     };
+    // clang-format on
     for (const Case &c : cases) {
-        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kLinuxCPUDieChannelNames), c.linux)
-            << c.name;
-        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kAppleCPUDieChannelNames), c.apple)
-            << c.name;
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kLinuxCPUDieChannelNames), c.linux);
+        EXPECT_EQ(channelNameMatches(QString::fromUtf8(c.name), kAppleCPUDieChannelNames), c.apple);
     }
 }
 
@@ -104,32 +95,27 @@ TEST(TemperatureReading, DecidesOverTheDieChannelsInTheOrderInterfaceValueRefusa
         SensorReading<double> expected;
     };
     using R = SensorReading<double>;
-    const char *core0 = "coretemp Core 0", *core1 = "coretemp Core 1", *tctl = "k10temp Tctl";
+    const char *core0 = "coretemp Core 0", *core1 = "coretemp Core 1", *tctl = "k10temp Tctl",
+               *acpi = "acpitz";
     const R none = R::unsupported("no channel"), denied = R::permissionDenied("refused");
+    const R read55 = R::available(55.0, "source"), read48 = R::available(48.0, "source");
+    // clang-format off
     const Case cases[] = {
         {"no interface", {false, {}}, R::unsupported("no interface")},
         {"interface with no channels", {true, {}}, none},
-        {"die channels folded",
-         {true, {{core0, value(50)}, {core1, value(60)}, {"acpitz", value(99)}}},
-         R::available(55.0, "source")},
+        {"die channels folded", {true, {{core0, value(50)}, {core1, value(60)}, {acpi, value(99)}}},
+         read55},
         {"only non-die channels", {true, {{"acpitz", value(45)}}}, none},
         {"die out of range", {true, {{tctl, value(130)}}}, none},
         {"every die channel refused", {true, {{core0, refused}, {tctl, refused}}}, denied},
         {"only non-die refused", {true, {{"hwmon0 temp1", refused}, {"acpitz", refused}}}, none},
-        {"one die refused, another unreadable",
-         {true, {{core0, refused}, {core1, unreadable}}},
-         none},
-        {"the die refused, a non-die read",
-         {true, {{core0, refused}, {"acpitz", value(45)}}},
-         denied},
-        {"non-die refused beside non-die read",
-         {true, {{"nvme", refused}, {"acpitz", value(45)}}},
-         none},
-        {"a refusal hides no figure",
-         {true, {{core0, refused}, {core1, value(48)}}},
-         R::available(48.0, "source")},
+        {"one die refused, one unreadable", {true, {{core0, refused}, {core1, unreadable}}}, none},
+        {"the die refused, a non-die read", {true, {{core0, refused}, {acpi, value(45)}}}, denied},
+        {"non-die refused beside a read", {true, {{"nvme", refused}, {acpi, value(45)}}}, none},
+        {"a refusal hides no figure", {true, {{core0, refused}, {core1, value(48)}}}, read48},
         {"vanished or junk files are no refusal", {true, {{core0, unreadable}}}, none},
     };
+    // clang-format on
     for (const Case &c : cases)
         EXPECT_EQ(temperatureReading(c.survey, kLinuxCPUDieChannelNames, temperatureTexts),
                   c.expected)

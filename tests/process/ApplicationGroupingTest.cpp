@@ -70,85 +70,67 @@ TEST_P(GroupingTest, FoldsProcessesIntoLoadSources)
 
 const QString kEditor = QStringLiteral("/Applications/Editor.app");
 const QString kTool = QStringLiteral("/Applications/Tool.app");
+const QString kTerminal = QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop");
+constexpr std::nullopt_t no = std::nullopt;
+const auto p = [](pid_t pid, pid_t parent, const char *name, double cpu = 0.0, double disk = 0.0) {
+    return makeProcess(pid, parent, name, cpu, disk);
+};
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, GroupingTest,
-    testing::Values(
-        GroupingCase{"EmptyListGivesNoLoads", {}, {}},
-        GroupingCase{"OrphanWithoutIdentityIsItsOwnLineage",
-                     {makeProcess(50, 1, "bash")},
-                     {{"bash", std::nullopt, {50}, 50}}},
-        GroupingCase{"ShellOfAnotherUserRootsALineageOfEverythingItStarts",
-                     // 1 (another user's) is not in the list: 10 is the root.
-                     {makeProcess(10, 1, "zsh"), makeProcess(11, 10, "make"),
-                      makeProcess(12, 11, "cc1", 90.0), makeProcess(13, 10, "sleep")},
-                     {{"cc1", std::nullopt, {10, 11, 12, 13}, 12}}},
-        GroupingCase{"TopmostApplicationWinsOverNestedOnes",
-                     // A (X) starts B (Y) starts C (none): all keyed by X.
-                     {inApplication(makeProcess(20, 1, "Tool"), kTool),
-                      inApplication(makeProcess(21, 20, "Editor"), kEditor),
-                      makeProcess(22, 21, "worker", 5.0)},
-                     {{"Tool", kTool, {20, 21, 22}, 22}}},
-        GroupingCase{"CycleOfParentNumbersEndsBothWalks",
-                     // 40 and 41 name each other: each walk stops where it
-                     // would come round again, at the other process.
-                     {makeProcess(40, 41, "ping", 1.0), makeProcess(41, 40, "pong", 3.0)},
-                     {{"pong", std::nullopt, {41}, 41}, {"ping", std::nullopt, {40}, 40}}},
-        GroupingCase{"GroupOfParentsOnlyStillHasATarget",
-                     // Same application, naming each other: no leaf at all.
-                     {inApplication(makeProcess(42, 43, "a", 1.0), kTool),
-                      inApplication(makeProcess(43, 42, "b", 4.0), kTool),
-                      inApplication(makeProcess(44, 1, "c", 2.0), kEditor)},
-                     {{"Tool", kTool, {42, 43}, 43}, {"Editor", kEditor, {44}, 44}}},
-        GroupingCase{"SelfParentIsACycleOfOne",
-                     {makeProcess(45, 45, "ouroboros", 2.0)},
-                     {{"ouroboros", std::nullopt, {45}, 45}}},
-        GroupingCase{"AllIdleTargetIsTheFirstLeafInListOrder",
-                     {makeProcess(60, 1, "sh"), makeProcess(62, 60, "b"), makeProcess(61, 60, "a")},
-                     {{"b", std::nullopt, {60, 62, 61}, 62}}},
-        GroupingCase{"EqualCPUTargetGoesToTheHigherDiskRate",
-                     {makeProcess(70, 1, "sh"), makeProcess(71, 70, "a", 10.0, 5.0),
-                      makeProcess(72, 70, "b", 10.0, 9.0)},
-                     {{"b", std::nullopt, {70, 71, 72}, 72}}},
-        GroupingCase{
-            "CodexAnywhereInTheGroupNamesIt",
-            {inApplication(makeProcess(80, 1, "Tool"), kTool), makeProcess(81, 80, "codex")},
-            {{"Codex", kTool, {80, 81}, 81}}},
-        GroupingCase{
-            "PlatformNameOfTheIdentityWins",
-            {inApplication(makeProcess(95, 1, "gnome-terminal-"),
-                           QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
-                           QStringLiteral("终端")),
-             makeProcess(96, 95, "bash")},
-            {{"终端",
-              QStringLiteral("/usr/share/applications/org.gnome.Terminal.desktop"),
-              {95, 96},
-              96}}},
-        GroupingCase{"ServiceManagerIsNobodysParent",
-                     // systemd --user (100) starts two unrelated services; each
-                     // is a lineage of its own, and the manager one of its own.
-                     {serviceManager(makeProcess(100, 1, "systemd")),
-                      makeProcess(101, 100, "pipewire", 2.0), makeProcess(102, 100, "tracker", 1.0),
-                      makeProcess(103, 102, "extract", 0.5)},
-                     {{"pipewire", std::nullopt, {101}, 101},
-                      {"extract", std::nullopt, {102, 103}, 103},
-                      {"systemd", std::nullopt, {100}, 100}}},
-        GroupingCase{"ServiceManagerDoesNotCarryAnIdentityDownToItsChildren",
-                     {serviceManager(inApplication(makeProcess(110, 1, "systemd"), kTool)),
-                      makeProcess(111, 110, "daemon", 1.0)},
-                     {{"daemon", std::nullopt, {111}, 111}, {"Tool", kTool, {110}, 110}}},
-        GroupingCase{"EqualScoresSortByNameInCodePointOrder",
-                     {makeProcess(120, 1, "beta", 5.0), makeProcess(121, 1, "Zulu", 5.0),
-                      makeProcess(122, 1, "alpha", 5.0), makeProcess(123, 1, "busy", 6.0)},
-                     {{"busy", std::nullopt, {123}, 123},
-                      {"Zulu", std::nullopt, {121}, 121},
-                      {"alpha", std::nullopt, {122}, 122},
-                      {"beta", std::nullopt, {120}, 120}}},
-        GroupingCase{"DiskCountsAMegabytePerSecondAsAPoint",
-                     // 30 MB/s (30 points) outranks 25 % CPU.
-                     {makeProcess(130, 1, "cpu", 25.0), makeProcess(131, 1, "disk", 0.0, 30e6)},
-                     {{"disk", std::nullopt, {131}, 131}, {"cpu", std::nullopt, {130}, 130}}}),
+using G = GroupingCase;
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Cases, GroupingTest, testing::Values(
+    G{"EmptyListGivesNoLoads", {}, {}},
+    G{"OrphanWithoutIdentityIsItsOwnLineage", {p(50, 1, "bash")}, {{"bash", no, {50}, 50}}},
+    // 1 (another user's) is not in the list: 10 is the root.
+    G{"ShellOfAnotherUserRootsALineageOfEverythingItStarts",
+        {p(10, 1, "zsh"), p(11, 10, "make"), p(12, 11, "cc1", 90.0), p(13, 10, "sleep")},
+        {{"cc1", no, {10, 11, 12, 13}, 12}}},
+    // A (X) starts B (Y) starts C (none): all keyed by X.
+    G{"TopmostApplicationWinsOverNestedOnes",
+        {inApplication(p(20, 1, "Tool"), kTool), inApplication(p(21, 20, "Editor"), kEditor),
+         p(22, 21, "worker", 5.0)}, {{"Tool", kTool, {20, 21, 22}, 22}}},
+    // 40 and 41 name each other: each walk stops where it would come round
+    // again, at the other process.
+    G{"CycleOfParentNumbersEndsBothWalks", {p(40, 41, "ping", 1.0), p(41, 40, "pong", 3.0)},
+        {{"pong", no, {41}, 41}, {"ping", no, {40}, 40}}},
+    // Same application, naming each other: no leaf at all.
+    G{"GroupOfParentsOnlyStillHasATarget",
+        {inApplication(p(42, 43, "a", 1.0), kTool), inApplication(p(43, 42, "b", 4.0), kTool),
+         inApplication(p(44, 1, "c", 2.0), kEditor)},
+        {{"Tool", kTool, {42, 43}, 43}, {"Editor", kEditor, {44}, 44}}},
+    G{"SelfParentIsACycleOfOne", {p(45, 45, "ouroboros", 2.0)}, {{"ouroboros", no, {45}, 45}}},
+    G{"AllIdleTargetIsTheFirstLeafInListOrder",
+        {p(60, 1, "sh"), p(62, 60, "b"), p(61, 60, "a")}, {{"b", no, {60, 62, 61}, 62}}},
+    G{"EqualCPUTargetGoesToTheHigherDiskRate",
+        {p(70, 1, "sh"), p(71, 70, "a", 10.0, 5.0), p(72, 70, "b", 10.0, 9.0)},
+        {{"b", no, {70, 71, 72}, 72}}},
+    G{"CodexAnywhereInTheGroupNamesIt",
+        {inApplication(p(80, 1, "Tool"), kTool), p(81, 80, "codex")},
+        {{"Codex", kTool, {80, 81}, 81}}},
+    G{"PlatformNameOfTheIdentityWins",
+        {inApplication(p(95, 1, "gnome-terminal-"), kTerminal, "终端"), p(96, 95, "bash")},
+        {{"终端", kTerminal, {95, 96}, 96}}},
+    // systemd --user (100) starts two unrelated services; each is a lineage
+    // of its own, and the manager one of its own.
+    G{"ServiceManagerIsNobodysParent",
+        {serviceManager(p(100, 1, "systemd")), p(101, 100, "pipewire", 2.0),
+         p(102, 100, "tracker", 1.0), p(103, 102, "extract", 0.5)},
+        {{"pipewire", no, {101}, 101}, {"extract", no, {102, 103}, 103},
+         {"systemd", no, {100}, 100}}},
+    G{"ServiceManagerDoesNotCarryAnIdentityDownToItsChildren",
+        {serviceManager(inApplication(p(110, 1, "systemd"), kTool)), p(111, 110, "daemon", 1.0)},
+        {{"daemon", no, {111}, 111}, {"Tool", kTool, {110}, 110}}},
+    G{"EqualScoresSortByNameInCodePointOrder",
+        {p(120, 1, "beta", 5.0), p(121, 1, "Zulu", 5.0), p(122, 1, "alpha", 5.0),
+         p(123, 1, "busy", 6.0)},
+        {{"busy", no, {123}, 123}, {"Zulu", no, {121}, 121}, {"alpha", no, {122}, 122},
+         {"beta", no, {120}, 120}}},
+    // 30 MB/s (30 points) outranks 25 % CPU.
+    G{"DiskCountsAMegabytePerSecondAsAPoint",
+        {p(130, 1, "cpu", 25.0), p(131, 1, "disk", 0.0, 30e6)},
+        {{"disk", no, {131}, 131}, {"cpu", no, {130}, 130}}}),
     RowName());
+// clang-format on
 
 TEST(ApplicationGroupingTest, LoadScoreCapsDiskAtFiftyPoints)
 {

@@ -27,26 +27,21 @@ TEST_P(RedactedCommandTest, KeepsOnlyExecutableNameAndOneTableWord)
 }
 
 using C = CommandCase;
+// clang-format off
 const CommandCase kCommands[] = {
     C{"no arguments", "/usr/bin/node", {}, "node"},
     C{"argv0 alone", "/usr/bin/node", {"node"}, "node"},
-    C{"no table word drops everything",
-      "/usr/bin/node",
-      {"node", "/home/a/proj/node_modules/.bin/vite", "--port", "3000", "--token", "abc"},
-      "node"},
+    C{"no table word drops everything", "/usr/bin/node",
+      {"node", "/home/a/proj/node_modules/.bin/vite", "--port", "3000", "--token", "abc"}, "node"},
     C{"first word wins, lowered", "/usr/bin/npm", {"npm", "RUN", "dev", "--secret=x"}, "npm run"},
     C{"earlier word wins", "/usr/bin/cargo", {"cargo", "watch", "build"}, "cargo watch"},
     C{"argv0 equal to a word is never looked at", "/usr/bin/test", {"test"}, "test"},
     C{"argv0 word ignored", "/opt/x/runner", {"test", "--flag", "serve"}, "runner serve"},
     C{"upper case word", "/usr/bin/make", {"make", "TEST"}, "make test"},
-    C{"whole word only",
-      "/bin/npm",
-      {"npm", "--test", "test.js", "rebuild", "tests", "Lint:fix"},
+    C{"whole word only", "/bin/npm", {"npm", "--test", "test.js", "rebuild", "tests", "Lint:fix"},
       "npm"},
     C{"secret next to word", "/bin/sh", {"sh", "--token=abc", "start", "--token=abc"}, "sh start"},
-    C{"executable keeps its case",
-      "/Applications/Foo.app/MacOS/Foo",
-      {"Foo", "Build"},
+    C{"executable keeps its case", "/Applications/Foo.app/MacOS/Foo", {"Foo", "Build"},
       "Foo build"},
     C{"each table word", "/bin/t", {"t", "x", "LINT"}, "t lint"},
     C{"word of another script is not in the table", "/bin/t", {"t", "ruN", "wAtch"}, "t run"},
@@ -57,6 +52,7 @@ const CommandCase kCommands[] = {
     C{"deleted binary keeps its marker", "/usr/bin/vim (deleted)", {"vim"}, "vim (deleted)"},
     C{"non-ASCII arguments of word length", "/bin/x", {"x", "ＴＥＳＴ", "tést", "ßerve"}, "x"},
 };
+// clang-format on
 
 INSTANTIATE_TEST_SUITE_P(Commands, RedactedCommandTest, testing::ValuesIn(kCommands), RowName());
 
@@ -115,10 +111,7 @@ const ProjectCase kProjects[] = {
     P{"Fedora home", "/var/home/bob", std::nullopt, fedora},
     P{"Fedora homes folder", "/var/home/", std::nullopt, fedora},
     P{"Fedora project", "/var/home/bob/kiln", "kiln", fedora},
-    P{"WSL home by dot-dot",
-      "/mnt/c/Users/carol/x/..",
-      std::nullopt,
-      {"/mnt/c/Users/carol", "/mnt/c/Users"}},
+    P{"WSL home by dot-dot", "/mnt/c/Users/carol/x/..", std::nullopt, wsl},
     P{"another account's home", "/var/home/dave", "dave", fedora},
 };
 

@@ -15,17 +15,13 @@ namespace {
 
 TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)
 {
+    const double infinity = std::numeric_limits<double>::infinity();
+    // clang-format off
     const std::pair<double, const char *> rows[] = {
-        {0.0, "0 秒"},
-        {0.5, "1 秒"},
-        {59.4, "59 秒"},
-        {59.6, "1 分钟"},
-        {3599.4, "59 分钟"},
-        {3599.6, "1 小时 0 分钟"},
-        {3725.0, "1 小时 2 分钟"},
-        {-5.0, "0 秒"},
-        {std::numeric_limits<double>::infinity(), "0 秒"},
+        {0.0, "0 秒"}, {0.5, "1 秒"}, {59.4, "59 秒"}, {59.6, "1 分钟"}, {3599.4, "59 分钟"},
+        {3599.6, "1 小时 0 分钟"}, {3725.0, "1 小时 2 分钟"}, {-5.0, "0 秒"}, {infinity, "0 秒"},
     };
+    // clang-format on
     for (const auto &[seconds, text] : rows)
         EXPECT_EQ(durationText(seconds), QString::fromUtf8(text)) << seconds;
 }
@@ -54,20 +50,14 @@ TEST(ProcessNameOrderTest, DigitRunsSortByValueInTheCLocale)
         const char *right;
         int expected;
     };
+    // clang-format off
     const Row rows[] = {
-        {"a2", "a10", -1},
-        {"a10", "a2", 1},
-        {"node", "node", 0},
-        {"Zed", "alpha", 1},
-        {"a", "a1", -1},
-        {"x9y", "x10a", -1},
-        {"a002", "a2", -1},
-        {"a2", "a002", 1},
+        {"a2", "a10", -1}, {"a10", "a2", 1}, {"node", "node", 0}, {"Zed", "alpha", 1},
+        {"a", "a1", -1}, {"x9y", "x10a", -1}, {"a002", "a2", -1}, {"a2", "a002", 1},
+        {"1", "a", -1}, {"A", "a", -1}, {"worker-3", "worker-12", -1},
         {"99999999999999999999", "100000000000000000000", -1},
-        {"worker-3", "worker-12", -1},
-        {"1", "a", -1},
-        {"A", "a", -1},
     };
+    // clang-format on
     for (const Row &row : rows)
         EXPECT_EQ(order.compare(QString::fromUtf8(row.left), QString::fromUtf8(row.right)),
                   row.expected)
@@ -113,39 +103,27 @@ TEST_P(ProcessTreeTest, BuildsTheForestInNameOrder)
               QString::fromUtf8(GetParam().shape));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ProcessTreeTest,
-    testing::Values(
-        TreeCase{"OneProcessIsOneTargetRoot", {makeProcess(5, 1, "solo")}, 5, "solo(5)*"},
-        TreeCase{"ParentInAnotherLoadMakesARoot",
-                 {makeProcess(7, 3, "child"), makeProcess(8, 7, "grandchild")},
-                 8,
-                 "child(7)[grandchild(8)*]"},
-        TreeCase{"SiblingsOfEqualNameStandInPidOrder",
-                 {makeProcess(1, 0, "sh"), makeProcess(100, 1, "node"), makeProcess(20, 1, "node")},
-                 20,
-                 "sh(1)[node(20)* node(100)]"},
-        TreeCase{"NumericNamesInTheCLocale",
-                 {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a10"), makeProcess(3, 1, "a2"),
-                  makeProcess(4, 1, "B1")},
-                 3,
-                 "sh(1)[a2(3)* a10(2) B1(4)]"},
-        TreeCase{"RootsAlsoStandInNameOrder",
-                 {makeProcess(9, 0, "zsh"), makeProcess(8, 0, "bash")},
-                 9,
-                 "bash(8) zsh(9)*"},
-        TreeCase{
-            "TwoProcessesNamingEachOtherAppearThroughTheCycleSweep",
-            // No root: the first in name order takes the other as child.
-            {makeProcess(31, 30, "ping"), makeProcess(30, 31, "pong"), makeProcess(40, 0, "root")},
-            30,
-            "root(40) ping(31)[pong(30)*]"},
-        TreeCase{"SelfParentAppearsOnce", {makeProcess(6, 6, "self")}, 6, "self(6)*"},
-        TreeCase{"TargetMarkedDeep",
-                 {makeProcess(1, 0, "a"), makeProcess(2, 1, "b"), makeProcess(3, 2, "c")},
-                 3,
-                 "a(1)[b(2)[c(3)*]]"}),
+const auto p = [](pid_t pid, pid_t parent, const char *name) {
+    return makeProcess(pid, parent, name);
+};
+using T = TreeCase;
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Cases, ProcessTreeTest, testing::Values(
+    T{"OneProcessIsOneTargetRoot", {p(5, 1, "solo")}, 5, "solo(5)*"},
+    T{"ParentInAnotherLoadMakesARoot", {p(7, 3, "child"), p(8, 7, "grandchild")}, 8,
+      "child(7)[grandchild(8)*]"},
+    T{"SiblingsOfEqualNameStandInPidOrder", {p(1, 0, "sh"), p(100, 1, "node"), p(20, 1, "node")},
+      20, "sh(1)[node(20)* node(100)]"},
+    T{"NumericNamesInTheCLocale", {p(1, 0, "sh"), p(2, 1, "a10"), p(3, 1, "a2"), p(4, 1, "B1")}, 3,
+      "sh(1)[a2(3)* a10(2) B1(4)]"},
+    T{"RootsAlsoStandInNameOrder", {p(9, 0, "zsh"), p(8, 0, "bash")}, 9, "bash(8) zsh(9)*"},
+    // No root: the first in name order takes the other as child.
+    T{"TwoProcessesNamingEachOtherAppearThroughTheCycleSweep",
+      {p(31, 30, "ping"), p(30, 31, "pong"), p(40, 0, "root")}, 30, "root(40) ping(31)[pong(30)*]"},
+    T{"SelfParentAppearsOnce", {p(6, 6, "self")}, 6, "self(6)*"},
+    T{"TargetMarkedDeep", {p(1, 0, "a"), p(2, 1, "b"), p(3, 2, "c")}, 3, "a(1)[b(2)[c(3)*]]"}),
     RowName());
+// clang-format on
 
 TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
 {

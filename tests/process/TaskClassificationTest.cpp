@@ -127,18 +127,17 @@ TEST(TaskClassificationTest, EachKindHasItsTextsAndConfidence)
     };
     for (const Row &row : rows) {
         for (const bool project : {false, true}) {
+            SCOPED_TRACE(std::string(row.process) + (project ? " with project" : ""));
             const auto result = TaskClassification::classify(makeLoad(
                 "Src", {withCommand(makeProcess(1, 0, row.process), row.process,
                                     project ? std::optional<QString>("p") : std::nullopt)}));
-            EXPECT_EQ(result.kind, row.kind) << row.process;
-            EXPECT_EQ(result.diagnosis.title, QString::fromUtf8(row.title)) << row.process;
-            EXPECT_EQ(result.diagnosis.recommendation, QString::fromUtf8(row.recommendation))
-                << row.process;
-            EXPECT_EQ(result.impact, QString::fromUtf8(row.impact)) << row.process;
-            EXPECT_EQ(result.symbolName, QString::fromUtf8(row.symbol)) << row.process;
-            EXPECT_EQ(result.diagnosis.confidence, project ? row.withProject : row.withoutProject)
-                << row.process << " project " << project;
-            EXPECT_EQ(result.canTerminate, row.kind != TaskKind::unknown) << row.process;
+            EXPECT_EQ(result.kind, row.kind);
+            EXPECT_EQ(result.diagnosis.title, QString::fromUtf8(row.title));
+            EXPECT_EQ(result.diagnosis.recommendation, QString::fromUtf8(row.recommendation));
+            EXPECT_EQ(result.impact, QString::fromUtf8(row.impact));
+            EXPECT_EQ(result.symbolName, QString::fromUtf8(row.symbol));
+            EXPECT_EQ(result.diagnosis.confidence, project ? row.withProject : row.withoutProject);
+            EXPECT_EQ(result.canTerminate, row.kind != TaskKind::unknown);
         }
     }
 }

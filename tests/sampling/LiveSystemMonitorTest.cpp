@@ -110,23 +110,6 @@ TEST(LiveSystemMonitor, ASampleOfATickRunningAtTerminationIsDropped)
     EXPECT_LE(log->count("process"), callsAtStop + 1);
 }
 
-TEST(LiveSystemMonitor, RestartKeepsTheRateProbesSnapshots)
-{
-    auto log = std::make_shared<ProbeCallLog>();
-    LiveSystemMonitor monitor(makeFakeSampler(log), 10.0);
-    {
-        auto stream = monitor.samples();
-        EXPECT_EQ(stream->next()->cpuUsage, SensorReading<double>::warmingUp());
-    }
-    auto again = monitor.samples();
-    const auto first = again->next();
-    ASSERT_TRUE(first);
-    // No second warm-up: the probes, and their snapshots, are the same ones.
-    EXPECT_TRUE(first->cpuUsage.isAvailable());
-    EXPECT_TRUE(first->diskBytesPerSecond.isAvailable());
-    EXPECT_TRUE(first->networkThroughput.isAvailable());
-}
-
 TEST(Cancellation, SleepRunsItsCourseOrEndsOnCancel)
 {
     Cancellation running;

@@ -8,6 +8,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using Reading = SensorReading<double>;
 
 struct TextCase {
@@ -22,16 +24,16 @@ struct TextCase {
 TEST(SensorReadingText, EveryCaseHasItsWords)
 {
     ScopedDefaultLocale c(QLocale::c());
+    using R = Reading;
+    // clang-format off
     const std::vector<TextCase> cases = {
-        {"available", Reading::available(61.26, "IOHID"), std::nullopt, "IOHID", "可用", "61.3°C"},
-        {"unsupported", Reading::unsupported("没有"), QString("没有"), "不支持", "不可用",
-         "不可用"},
-        {"permissionDenied", Reading::permissionDenied("拒绝"), QString("拒绝"), "权限受限",
-         "权限受限", "权限受限"},
-        {"temporarilyUnavailable", Reading::temporarilyUnavailable("失败"), QString("失败"),
-         "暂不可用", "不可用", "不可用"},
-        {"warmingUp", Reading::warmingUp(), std::nullopt, "采集中", "采集中", "采集中"},
+        {"available", R::available(61.26, "IOHID"), std::nullopt, "IOHID", "可用", "61.3°C"},
+        {"unsupported", R::unsupported("没有"), u"没有"_s, "不支持", "不可用", "不可用"},
+        {"permissionDenied", R::permissionDenied("拒绝"), u"拒绝"_s, "权限受限", "权限受限", "权限受限"},
+        {"temporarilyUnavailable", R::temporarilyUnavailable("失败"), u"失败"_s, "暂不可用", "不可用", "不可用"},
+        {"warmingUp", R::warmingUp(), std::nullopt, "采集中", "采集中", "采集中"},
     };
+    // clang-format on
     for (const auto &row : cases) {
         SCOPED_TRACE(row.label);
         EXPECT_EQ(row.reading.reasonText(), row.reason);

@@ -41,14 +41,11 @@ TEST(SystemMetricSampler, TwoTicksFromTwoThreadsNeverOverlap)
         inside.fetch_sub(1);
     };
     auto sampler = makeFakeSampler(log);
-    std::thread a([&] {
+    const auto fiveTicks = [&] {
         for (int i = 0; i < 5; ++i)
             sampler->sample(TimePoint::now());
-    });
-    std::thread b([&] {
-        for (int i = 0; i < 5; ++i)
-            sampler->sample(TimePoint::now());
-    });
+    };
+    std::thread a(fiveTicks), b(fiveTicks);
     a.join();
     b.join();
     EXPECT_FALSE(overlapped);

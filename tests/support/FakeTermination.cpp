@@ -2,23 +2,6 @@
 
 #include <unistd.h>
 
-void TerminationCallLog::record(std::string call)
-{
-    std::lock_guard lock(mutex);
-    calls.push_back(std::move(call));
-}
-
-std::vector<std::string> TerminationCallLog::snapshot()
-{
-    std::lock_guard lock(mutex);
-    return calls;
-}
-
-FakeProcessIdentityReader::FakeProcessIdentityReader(std::shared_ptr<TerminationCallLog> log)
-    : m_log(std::move(log))
-{
-}
-
 void FakeProcessIdentityReader::setReading(pid_t pid,
                                            std::optional<ProcessTerminationTarget> reading)
 {
@@ -81,35 +64,6 @@ private:
     RecordingSignalSender &m_sender;
     pid_t m_pid;
 };
-
-RecordingSignalSender::RecordingSignalSender(std::shared_ptr<TerminationCallLog> log)
-    : m_log(std::move(log))
-{
-}
-
-void RecordingSignalSender::setSendError(int error)
-{
-    std::lock_guard lock(m_mutex);
-    m_sendError = error;
-}
-
-void RecordingSignalSender::setPinRunning(std::optional<bool> running)
-{
-    std::lock_guard lock(m_mutex);
-    m_pinRunning = running;
-}
-
-std::vector<pid_t> RecordingSignalSender::pinned()
-{
-    std::lock_guard lock(m_mutex);
-    return m_pinned;
-}
-
-std::vector<RecordingSignalSender::Sent> RecordingSignalSender::sent()
-{
-    std::lock_guard lock(m_mutex);
-    return m_sent;
-}
 
 std::unique_ptr<PinnedProcess> RecordingSignalSender::pin(pid_t pid)
 {

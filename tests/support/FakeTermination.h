@@ -17,15 +17,26 @@ struct TerminationCallLog {
     std::mutex mutex;
     std::vector<std::string> calls; // "pin 42", "read 42", "send 42 15"
 
-    void record(std::string call);
-    std::vector<std::string> snapshot();
+    void record(std::string call)
+    {
+        std::lock_guard lock(mutex);
+        calls.push_back(std::move(call));
+    }
+    std::vector<std::string> snapshot()
+    {
+        std::lock_guard lock(mutex);
+        return calls;
+    }
 };
 
 // Gives, per pid, the readings queued with `queueReadings` one per call (the
 // last one stays), else nothing: an unknown pid has no process.
 class FakeProcessIdentityReader final : public ProcessIdentityReading {
 public:
-    explicit FakeProcessIdentityReader(std::shared_ptr<TerminationCallLog> log = nullptr);
+    explicit FakeProcessIdentityReader(std::shared_ptr<TerminationCallLog> log = nullptr)
+        : m_log(std::move(log))
+    {
+    }
 
     void setReading(pid_t pid, std::optional<ProcessTerminationTarget> reading);
     void queueReadings(pid_t pid, std::vector<std::optional<ProcessTerminationTarget>> readings);
@@ -51,12 +62,31 @@ public:
         bool operator==(const Sent &) const = default;
     };
 
-    explicit RecordingSignalSender(std::shared_ptr<TerminationCallLog> log = nullptr);
+    explicit RecordingSignalSender(std::shared_ptr<TerminationCallLog> log = nullptr)
+        : m_log(std::move(log))
+    {
+    }
 
-    void setSendError(int error);
-    void setPinRunning(std::optional<bool> running);
-    std::vector<pid_t> pinned();
-    std::vector<Sent> sent();
+    void setSendError(int error)
+    {
+        std::lock_guard lock(m_mutex);
+        m_sendError = error;
+    }
+    void setPinRunning(std::optional<bool> running)
+    {
+        std::lock_guard lock(m_mutex);
+        m_pinRunning = running;
+    }
+    std::vector<pid_t> pinned()
+    {
+        std::lock_guard lock(m_mutex);
+        return m_pinned;
+    }
+    std::vector<Sent> sent()
+    {
+        std::lock_guard lock(m_mutex);
+        return m_sent;
+    }
 
     std::unique_ptr<PinnedProcess> pin(pid_t pid) override;
 

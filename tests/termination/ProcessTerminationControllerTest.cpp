@@ -193,6 +193,15 @@ TEST(ProcessTerminationResult, TextsOfEveryForm)
         EXPECT_EQ(row.result.text(), QString::fromUtf8(row.text));
 }
 
+// Both fakes, fresh per test; `reader` answers nothing until told.
+class WaitForExit : public ::testing::Test {
+protected:
+    std::shared_ptr<FakeProcessIdentityReader> reader =
+        std::make_shared<FakeProcessIdentityReader>();
+    std::shared_ptr<RecordingSignalSender> sender = std::make_shared<RecordingSignalSender>();
+    Cancellation cancellation;
+};
+
 struct WaitCase {
     const char *name;
     std::vector<double> intervals;
@@ -201,19 +210,15 @@ struct WaitCase {
     int expectedReads;
 };
 
-class WaitForExitSchedule : public ::testing::TestWithParam<WaitCase> {};
+class WaitForExitSchedule : public WaitForExit, public ::testing::WithParamInterface<WaitCase> {};
 
 TEST_P(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
 {
     const WaitCase &row = GetParam();
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
     std::vector<std::optional<ProcessTerminationTarget>> readings(row.runningReadings, kSeen);
     readings.push_back(std::nullopt);
     reader->queueReadings(kPid, readings);
-    const auto controller = makeFakeTerminationController(
-        reader, std::make_shared<RecordingSignalSender>(), row.intervals);
-
-    Cancellation cancellation;
+    const auto controller = makeFakeTerminationController(reader, sender, row.intervals);
     EXPECT_EQ(controller.waitForExit(kSeen, cancellation), row.expectedStillRunning);
     EXPECT_EQ(reader->readCount(kPid), row.expectedReads);
 }
@@ -227,13 +232,12 @@ INSTANTIATE_TEST_SUITE_P(
                       WaitCase{"EmptyScheduleGone", {}, 0, false, 1}),
     RowName());
 
-TEST(WaitForExit, ReusedPidCountsAsExit)
+TEST_F(WaitForExit, ReusedPidCountsAsExit)
 {
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
     reader->setReading(kPid, seen({.startTime = 9999.0}));
-    const auto controller =
-        makeFakeTerminationController(reader, std::make_shared<RecordingSignalSender>());
-    Cancellation cancellation;
+    const auto controller = makeFakeTerminationController(reader, sender);
+    EXPECT_EQ(controller.exitVerificationIntervals(),
+              (std::vector<double>{0.1, 0.15, 0.25, 0.5, 1.0})); // the default schedule
     EXPECT_FALSE(controller.waitForExit(kSeen, cancellation));
     // The name does not take part in "running".
     reader->setReading(kPid, seen({.name = "renamed"}));
@@ -242,13 +246,10 @@ TEST(WaitForExit, ReusedPidCountsAsExit)
     EXPECT_FALSE(controller.isRunning(kSeen));
 }
 
-TEST(WaitForExit, CancelledSleepCountsAsRunning)
+TEST_F(WaitForExit, CancelledSleepCountsAsRunning)
 {
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
     reader->setReading(kPid, kSeen);
-    const auto controller = makeFakeTerminationController(
-        reader, std::make_shared<RecordingSignalSender>(), {30.0, 30.0});
-    Cancellation cancellation;
+    const auto controller = makeFakeTerminationController(reader, sender, {30.0, 30.0});
     std::thread canceller([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         cancellation.cancel();
@@ -260,22 +261,13 @@ TEST(WaitForExit, CancelledSleepCountsAsRunning)
     EXPECT_EQ(reader->readCount(kPid), 1);
 }
 
-TEST(WaitForExit, DefaultScheduleChecksEarlyAndOftenForTwoSeconds)
-{
-    EXPECT_EQ(ProcessTerminationController::defaultExitVerificationIntervals(),
-              (std::vector<double>{0.1, 0.15, 0.25, 0.5, 1.0}));
-}
-
 // The pin of the signalled process speaks for it when it can tell: what can
 // be read at the pid (a deleted binary, a process turned unreadable) plays
 // no part then. Only a pin that cannot tell leaves it to the readings.
-TEST(WaitForExit, ThePinDecidesWhenItCanTell)
+TEST_F(WaitForExit, ThePinDecidesWhenItCanTell)
 {
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
-    auto sender = std::make_shared<RecordingSignalSender>();
     const auto controller = makeFakeTerminationController(reader, sender, {0.01, 0.01});
     const std::unique_ptr<PinnedProcess> pin = sender->pin(kPid);
-    Cancellation cancellation;
 
     sender->setPinRunning(true);
     EXPECT_TRUE(controller.waitForExit(kSeen, cancellation, pin.get()));
@@ -290,10 +282,8 @@ TEST(WaitForExit, ThePinDecidesWhenItCanTell)
 
 // The waiter hands the pin to the wait, and a wait with no thread to run on
 // still answers through the event loop: running, as nothing proved the exit.
-TEST(ProcessExitWaiter, AsksThePinAndAnswersEvenWithoutAThread)
+TEST_F(WaitForExit, WaiterAsksThePinAndAnswersEvenWithoutAThread)
 {
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
-    auto sender = std::make_shared<RecordingSignalSender>();
     reader->setReading(kPid, kSeen);
     sender->setPinRunning(false);
     const auto controller = makeFakeTerminationController(reader, sender, {0.01});

@@ -18,12 +18,9 @@ struct Readings {
     std::optional<double> fan;
 };
 
-SystemMetricSample sampleAt(double seconds, const Readings &readings)
+SystemMetricSample sampleAt(double seconds, const Readings &r)
 {
-    return makeSample({.time = seconds,
-                       .cpu = readings.cpu,
-                       .temperature = readings.temperature,
-                       .fan = readings.fan});
+    return makeSample({.time = seconds, .cpu = r.cpu, .temperature = r.temperature, .fan = r.fan});
 }
 
 struct VerdictCase {
