@@ -196,44 +196,42 @@ TEST(MenuBarPanel, speaksEachRowAsOneElement)
     EXPECT_TRUE(value->state().invisible);
 }
 
-TEST(MenuBarPanel, paintsTheStateBackgroundsOfTheDarkAppearance)
+TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurface)
 {
-    const QColor surface = menuBarPanelColors(true).background;
-    struct Case {
-        const char *name;
-        MenuBarPresentation presentation;
-        QColor tint; // over the dark surface
-    };
     using namespace DashboardPalette;
+    struct Case {
+        S state;
+        QColor dark; // a tint over the dark surface
+        QRgb light;
+    };
     const Case cases[] = {
-        {"normal", withMessage(S::normal), color(success, 0.22)},
-        {"collecting", withMessage(S::collecting), color(white, 0.1)},
-        {"observing", withMessage(S::observing), color(accent, 0.22)},
-        {"high load", presentation(S::highLoad, task()), color(warning, 0.22)},
-        {"action", presentation(S::actionRecommended, task()), color(danger, 0.22)},
+        {S::normal, color(success, 0.22), successBackground},
+        {S::collecting, color(white, 0.1), controlBackground},
+        {S::observing, color(accent, 0.22), accentBackground},
+        {S::highLoad, color(warning, 0.22), warningBackground},
+        {S::actionRecommended, color(danger, 0.22), dangerBackground},
     };
     for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        ShownPanel shown(c.presentation, true);
+        SCOPED_TRACE(int(c.state));
+        EXPECT_EQ(menuBarStateBackground(c.state, true).rgba(), c.dark.rgba());
+        EXPECT_EQ(menuBarStateBackground(c.state, false).rgba(), c.light);
+    }
+    EXPECT_EQ(menuBarPanelColors(false).background, QColor(Qt::white));
+    // The task box and the message row are painted in it, over the dark surface.
+    const QColor surface = menuBarPanelColors(true).background;
+    for (const MenuBarPresentation &p :
+         {presentation(S::highLoad, task()), withMessage(S::normal)}) {
+        ShownPanel shown(p, true);
         const QImage image = shown.panel.grab().toImage();
-        QWidget *box =
-            shown.child(c.presentation.primaryTask ? QStringLiteral("menuBar-primary-task")
-                                                   : QStringLiteral("menuBar-status-message"));
+        QWidget *box = shown.child(p.primaryTask ? QStringLiteral("menuBar-primary-task")
+                                                 : QStringLiteral("menuBar-status-message"));
         ASSERT_NE(box, nullptr);
         // Inside the box, left of its content and clear of its corners.
         const QRect inBox(box->mapTo(&shown.panel, QPoint(0, 0)), box->size());
-        expectNear(image.pixelColor(inBox.left() + 4, inBox.center().y()), over(surface, c.tint));
-        // Around it, the dark surface.
+        expectNear(image.pixelColor(inBox.left() + 4, inBox.center().y()),
+                   over(surface, menuBarStateBackground(p.state, true)));
         expectNear(image.pixelColor(6, inBox.center().y()), surface);
     }
-    // The same calm row in the light appearance has the light background.
-    ShownPanel light(withMessage(S::normal));
-    const QImage image = light.panel.grab().toImage();
-    QWidget *row = light.child(QStringLiteral("menuBar-status-message"));
-    const QRect inRow(row->mapTo(&light.panel, QPoint(0, 0)), row->size());
-    expectNear(image.pixelColor(inRow.left() + 4, inRow.center().y()),
-               QColor::fromRgb(successBackground));
-    expectNear(image.pixelColor(6, inRow.center().y()), Qt::white);
 }
 
 TEST(MenuBarPanel, followsTheApplicationPaletteLightness)
