@@ -312,6 +312,7 @@ TEST(HardwareChartContentTest, ChartFollowsTheCategory)
     ASSERT_EQ(fan.series.size(), 1u);
     EXPECT_EQ(fan.series[0].color, QColor::fromRgb(P::chartBlue));
     EXPECT_DOUBLE_EQ(fan.y.upperBound, 5750);
+    EXPECT_EQ(fan.x.upperBound, 60.0);
     ASSERT_EQ(fan.x.labels.size(), 3u);
     EXPECT_EQ(fan.x.labels[0].text, QStringLiteral("-60s"));
     EXPECT_EQ(fan.x.labels[2].text, QStringLiteral("现在"));

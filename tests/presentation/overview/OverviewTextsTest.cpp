@@ -181,8 +181,8 @@ TEST(OverviewTrendContentTest, EmptyPointsGiveTheOverlayOnTheFixedScales)
     const TrendChartContent content = overviewTrendContent({});
     EXPECT_TRUE(content.isEmpty());
     EXPECT_EQ(content.style.emptyText, QStringLiteral("正在采集系统趋势…"));
-    EXPECT_EQ(content.x.upperBound, 1800.0);
-    EXPECT_EQ(content.y.upperBound, 100.0);
+    EXPECT_EQ(std::pair(content.x.lowerBound, content.x.upperBound), std::pair(0.0, 1800.0));
+    EXPECT_EQ(std::pair(content.y.lowerBound, content.y.upperBound), std::pair(0.0, 100.0));
     EXPECT_FALSE(content.y.showsLabels);
     ASSERT_FALSE(content.x.labels.empty());
     EXPECT_EQ(content.x.labels.back().text, QStringLiteral("现在"));
