@@ -89,6 +89,7 @@ TEST(ApplicationIconFiles, themeHoldsTheSvgAndEveryPixelSize)
         SCOPED_TRACE(size);
         const QImage written(theme.filePath(QStringLiteral("%1x%1/apps/kilnwarden.png").arg(size)));
         ASSERT_EQ(written.size(), QSize(size, size));
+        EXPECT_EQ(written.pixelColor(size / 2, size / 2).alpha(), 255); // the tile, not nothing
         // The very pixels the program shows as its window icon.
         EXPECT_EQ(written.convertToFormat(QImage::Format_ARGB32),
                   kilnWardenApplicationIconImage(size).convertToFormat(QImage::Format_ARGB32));

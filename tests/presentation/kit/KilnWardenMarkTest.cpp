@@ -66,13 +66,4 @@ TEST(KilnWardenMark, PalettesAndBars)
     }
 }
 
-TEST(KilnWardenMark, ApplicationIconHasInkAtEverySize)
-{
-    for (const int size : {16, 32, 256}) {
-        const QImage icon = kilnWardenApplicationIconImage(size);
-        EXPECT_EQ(icon.size(), QSize(size, size));
-        EXPECT_TRUE(inkBounds(icon).isValid());
-    }
-}
-
 } // namespace

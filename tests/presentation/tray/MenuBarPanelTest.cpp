@@ -2,6 +2,7 @@
 // chooses to show, what it says and speaks, its colours in the dark
 // appearance, and its buttons.
 
+#include "presentation/PresentationTesting.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
@@ -84,9 +85,7 @@ QColor over(const QColor &base, const QColor &tint)
 
 void expectNear(const QColor &actual, const QColor &expected)
 {
-    EXPECT_NEAR(actual.red(), expected.red(), 2) << qPrintable(actual.name());
-    EXPECT_NEAR(actual.green(), expected.green(), 2) << qPrintable(actual.name());
-    EXPECT_NEAR(actual.blue(), expected.blue(), 2) << qPrintable(actual.name());
+    EXPECT_LE(colorDistance(actual, expected), 6) << qPrintable(actual.name());
 }
 
 TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
