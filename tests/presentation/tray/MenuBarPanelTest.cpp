@@ -195,7 +195,7 @@ TEST(MenuBarPanel, speaksEachRowAsOneElement)
     EXPECT_TRUE(value->state().invisible);
 }
 
-TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurface)
+TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurfaceOfEitherAppearance)
 {
     using namespace DashboardPalette;
     struct Case {
@@ -231,10 +231,6 @@ TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurface)
                    over(surface, menuBarStateBackground(p.state, true)));
         expectNear(image.pixelColor(6, inBox.center().y()), surface);
     }
-}
-
-TEST(MenuBarPanel, followsTheApplicationPaletteLightness)
-{
     QPalette palette;
     palette.setColor(QPalette::Window, QColor(0x2B, 0x2B, 0x2B));
     EXPECT_TRUE(isDarkAppearance(palette));
