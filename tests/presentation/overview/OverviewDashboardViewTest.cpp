@@ -40,7 +40,7 @@ SystemMetricSample busySample(double seconds)
 
 } // namespace
 
-TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyLists)
+TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyListsAndScrollsWhenShort)
 {
     auto store = makeStoreForTesting();
     OverviewDashboardView page(*store, {});
@@ -59,6 +59,12 @@ TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyLists)
     EXPECT_EQ(page.recentEvents()->visibleRowCount(), 0);
     EXPECT_EQ(page.recentEvents()->emptyLabel()->accessibleName(),
               QStringLiteral("本次会话暂无升温事件"));
+    // Only a short window scrolls.
+    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 700));
+    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    EXPECT_GE(page.scrollArea()->widget()->minimumHeight(), 700);
+    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 800));
+    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
 }
 
 TEST(OverviewDashboardView, ShowsThreeSourcesAndPressingOneOpensItsDiagnosis)
@@ -104,15 +110,4 @@ TEST(OverviewDashboardView, IncidentsShowTheFirstThreeNewestFirst)
     EXPECT_TRUE(page.recentEvents()->emptyLabel()->isHidden());
     EXPECT_TRUE(accessibleText(page.recentEvents()->row(0), QAccessible::Name)
                     .startsWith(QStringLiteral("负载恢复 worker0 · ")));
-}
-
-TEST(OverviewDashboardView, ScrollsOnlyInAShortWindow)
-{
-    auto store = makeStoreForTesting();
-    OverviewDashboardView page(*store, {});
-    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 700));
-    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-    EXPECT_GE(page.scrollArea()->widget()->minimumHeight(), 700);
-    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 800));
-    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
 }

@@ -157,7 +157,7 @@ TEST_F(OverviewTextsTest, IncidentStatusesHaveTheirTitlesAndDots)
             << row.title;
 }
 
-TEST_F(OverviewTextsTest, AxisLabelsCountWholeMinutesBeforeNow)
+TEST_F(OverviewTextsTest, AxisLabelsCountMinutesAndShortTimesHaveNoDate)
 {
     const std::pair<double, const char *> rows[] = {
         {1800, "现在"},     {1900, "现在"},  {1740, "-1 分钟"},
@@ -165,10 +165,6 @@ TEST_F(OverviewTextsTest, AxisLabelsCountWholeMinutesBeforeNow)
     };
     for (const auto &[x, text] : rows)
         EXPECT_EQ(overviewTrendAxisLabel(x), QString::fromUtf8(text)) << x;
-}
-
-TEST_F(OverviewTextsTest, ShortTimeHasNoDateAndSurvivesImpossibleTimes)
-{
     const QString text = overviewShortTimeText(TimePoint::fromSecondsSince1970(1'795'444'200));
     EXPECT_FALSE(text.isEmpty());
     EXPECT_FALSE(text.contains(QStringLiteral("2026")));
