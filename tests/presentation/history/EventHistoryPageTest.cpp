@@ -49,7 +49,7 @@ protected:
     int openedDiagnosis = 0;
 };
 
-TEST_F(EventHistoryPageTest, NoIncidentsShowsBothEmptyStates)
+TEST_F(EventHistoryPageTest, EmptyAtFirstThenSelectionFollowsTheRulesAsIncidentsArrive)
 {
     auto page = makePage();
     EXPECT_TRUE(page->listPanel()->showsEmptyState());
@@ -66,11 +66,7 @@ TEST_F(EventHistoryPageTest, NoIncidentsShowsBothEmptyStates)
     // the current filter, the secondary text colour for the others.
     const QColor darkest = darkestPixel(page->toolbar()->chip(EventHistoryFilter::highLoad));
     EXPECT_NEAR(qGray(darkest.rgb()), qGray(DashboardPalette::textSecondary), 25);
-}
 
-TEST_F(EventHistoryPageTest, SelectionFollowsTheRulesAsIncidentsArrive)
-{
-    auto page = makePage();
     QSignalSpy resets(page->listModel(), &QAbstractItemModel::modelReset);
 
     const QUuid first = feed.hot(QStringLiteral("cargo"), 90.0, 88.0);
