@@ -172,7 +172,7 @@ TEST_F(OverviewTextsTest, AxisLabelsCountMinutesAndShortTimesHaveNoDate)
     EXPECT_TRUE(overviewShortTimeText(TimePoint::fromSecondsSince1970(1e300)).isEmpty());
 }
 
-TEST(OverviewTrendContentTest, EmptyPointsGiveTheOverlayOnTheFixedScales)
+TEST(OverviewTrendContentTest, FixedScalesWithTheOverlayOrEachSeriesOverItsBase)
 {
     const TrendChartContent content = overviewTrendContent({});
     EXPECT_TRUE(content.isEmpty());
@@ -183,6 +183,18 @@ TEST(OverviewTrendContentTest, EmptyPointsGiveTheOverlayOnTheFixedScales)
     ASSERT_FALSE(content.x.labels.empty());
     EXPECT_EQ(content.x.labels.back().text, QStringLiteral("现在"));
     EXPECT_EQ(content.x.labels.front().text, QStringLiteral("-30 分钟"));
+
+    // One point: each series in its look over its base.
+    const TrendChartContent one = overviewTrendContent({point(1800, 40, 60)});
+    const TrendChartSeries &cpu = one.series[0];
+    const TrendChartSeries &temperature = one.series[1];
+    EXPECT_EQ(cpu.name, QStringLiteral("CPU"));
+    EXPECT_EQ(cpu.color, QColor::fromRgb(P::warning));
+    EXPECT_EQ(cpu.area->baseValue, 0.0);
+    EXPECT_EQ(temperature.name, QStringLiteral("温度"));
+    EXPECT_EQ(temperature.color, QColor::fromRgb(P::accent));
+    EXPECT_EQ(temperature.area->baseValue, kOverviewTemperatureBaseCelsius);
+    EXPECT_EQ(temperature.points.front(), QPointF(1800, 60));
 }
 
 TEST(OverviewTrendContentTest, SeriesKeepOnlyPointsWithValuesAndMarkTheNewest)
@@ -209,18 +221,4 @@ TEST(OverviewTrendContentTest, SeriesKeepOnlyPointsWithValuesAndMarkTheNewest)
         EXPECT_EQ(content.series[1].lastPointMarkArea.has_value(), row.temperatureMark) << row.name;
         EXPECT_FALSE(content.isEmpty()) << row.name;
     }
-}
-
-TEST(OverviewTrendContentTest, SeriesLookAndAreaBases)
-{
-    const TrendChartContent content = overviewTrendContent({point(1800, 40, 60)});
-    const TrendChartSeries &cpu = content.series[0];
-    const TrendChartSeries &temperature = content.series[1];
-    EXPECT_EQ(cpu.name, QStringLiteral("CPU"));
-    EXPECT_EQ(cpu.color, QColor::fromRgb(P::warning));
-    EXPECT_EQ(cpu.area->baseValue, 0.0);
-    EXPECT_EQ(temperature.name, QStringLiteral("温度"));
-    EXPECT_EQ(temperature.color, QColor::fromRgb(P::accent));
-    EXPECT_EQ(temperature.area->baseValue, kOverviewTemperatureBaseCelsius);
-    EXPECT_EQ(temperature.points.front(), QPointF(1800, 60));
 }
