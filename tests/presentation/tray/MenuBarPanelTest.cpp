@@ -126,7 +126,7 @@ TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
     EXPECT_GT(withBox.panel.height(), without.panel.height() + 40);
 }
 
-TEST(MenuBarPanel, namesThePrimaryTaskAndTheRemainingOnes)
+TEST(MenuBarPanel, namesTheTasksAndSpeaksEachRowAsOneElement)
 {
     installDashboardAccessibility();
     struct Case {
@@ -159,19 +159,15 @@ TEST(MenuBarPanel, namesThePrimaryTaskAndTheRemainingOnes)
         for (const char *text : {"主要负载", "clang++", "243%", "运行 12 分钟"})
             EXPECT_TRUE(visibleTexts.contains(QString::fromUtf8(text))) << text;
     }
-}
-
-TEST(MenuBarPanel, speaksEachRowAsOneElement)
-{
-    installDashboardAccessibility();
+    // Each row is spoken as one element.
     MenuBarPresentation p = presentation(S::highLoad, task());
     p.durationText = QStringLiteral("已持续 3 分钟");
-    ShownPanel shown(p);
-    struct Case {
+    ShownPanel rows(p);
+    struct Spoken {
         const char *identifier;
         QString name;
     };
-    const Case cases[] = {
+    const Spoken spoken[] = {
         {"menuBar-status", QStringLiteral("负载高")},
         {"menuBar-metric-cpu", QStringLiteral("CPU 64%")},
         {"menuBar-metric-temperature", QStringLiteral("温度 82°C")},
@@ -180,17 +176,17 @@ TEST(MenuBarPanel, speaksEachRowAsOneElement)
         {"menuBar-open-dashboard", QStringLiteral("打开仪表盘")},
         {"menuBar-quit", QStringLiteral("退出")},
     };
-    for (const Case &c : cases) {
+    for (const Spoken &c : spoken) {
         SCOPED_TRACE(c.identifier);
-        QWidget *widget = shown.child(QString::fromLatin1(c.identifier));
+        QWidget *widget = rows.child(QString::fromLatin1(c.identifier));
         ASSERT_NE(widget, nullptr);
         EXPECT_EQ(accessibleText(widget, QAccessible::Name), c.name);
     }
-    EXPECT_EQ(accessibleText(shown.child(QStringLiteral("menuBar-status")), QAccessible::Value),
+    EXPECT_EQ(accessibleText(rows.child(QStringLiteral("menuBar-status")), QAccessible::Value),
               QStringLiteral("已持续 3 分钟"));
     // The texts inside a combined row are not announced on their own.
     QAccessibleInterface *value = QAccessible::queryAccessibleInterface(
-        shown.child(QStringLiteral("menuBar-metric-cpu"))->findChildren<QLabel *>().last());
+        rows.child(QStringLiteral("menuBar-metric-cpu"))->findChildren<QLabel *>().last());
     ASSERT_NE(value, nullptr);
     EXPECT_TRUE(value->state().invisible);
 }
