@@ -49,20 +49,6 @@ inline int colorDistance(const QColor &a, const QColor &b)
            std::abs(a.blue() - b.blue());
 }
 
-// The pixels `widget` paints near `tone` outside `allowed`.
-inline int tonePixelsOutside(QWidget *widget, const QRect &allowed, const QColor &tone)
-{
-    const QImage image = widget->grab().toImage();
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (!allowed.contains(x, y) && colorDistance(image.pixelColor(x, y), tone) < 60)
-                ++count;
-        }
-    }
-    return count;
-}
-
 // The darkest pixel a light widget paints: the core of its text, so the
 // colour the text is drawn in.
 inline QColor darkestPixel(QWidget *widget)

@@ -153,7 +153,7 @@ TEST_F(HardwareMonitorViewTest, EmptyAndUnreadableStoresOnEveryTab)
     }
 }
 
-TEST_F(HardwareMonitorViewTest, SensorTableCellsStartAtTheColumnEdges)
+TEST_F(HardwareMonitorViewTest, TableCellsTabBarAndScrollingFollowTheWidth)
 {
     auto store = makeStoreForTesting();
     ingest(*store, 2, SensorReadingCase::available);
@@ -170,11 +170,7 @@ TEST_F(HardwareMonitorViewTest, SensorTableCellsStartAtTheColumnEdges)
         EXPECT_LE(cells[3].right(), 800);
     }
     EXPECT_EQ(table.line(0)->cells()[1], QStringLiteral("SoC"));
-}
-
-TEST_F(HardwareMonitorViewTest, TabBarAndScrollingFollowTheWindow)
-{
-    auto store = makeStoreForTesting();
+    // The page's tab bar and scrolling follow the window.
     HardwareMonitorView page(*store);
     applyDashboardLayout(&page, DashboardLayoutMetrics::forSize(1000, 700));
     EXPECT_EQ(page.tabs()->width(), 520);

@@ -22,7 +22,7 @@ DashboardIncident incident(double peakCPU, std::optional<double> peakTemperature
     return result;
 }
 
-TEST(EventHistoryFilter, CasesInOrderWithTheirLabels)
+TEST(EventHistoryFilter, CasesLabelsAndPredicatesAtTheirThresholds)
 {
     const char *labels[] = {"全部", "高负载", "温度", "已解决"};
     ASSERT_EQ(kAllEventHistoryFilters.size(), 4u);
@@ -30,10 +30,6 @@ TEST(EventHistoryFilter, CasesInOrderWithTheirLabels)
         EXPECT_EQ(eventHistoryFilterText(kAllEventHistoryFilters[index]),
                   QString::fromUtf8(labels[index]));
     EXPECT_EQ(eventHistoryRangeText(EventHistoryRange::session), QStringLiteral("本次会话"));
-}
-
-TEST(EventHistoryFilter, PredicatesAtTheirThresholds)
-{
     using S = DashboardIncidentStatus;
     using F = EventHistoryFilter;
     const std::optional<double> none;

@@ -26,7 +26,7 @@ DashboardIncident incident(double peakCPU, std::optional<double> peakTemperature
     return result;
 }
 
-TEST(IncidentTexts, TitleTakesTheFirstThresholdThatHolds)
+TEST(IncidentTexts, TitleTakesTheFirstThresholdAndPeaksRoundHalvesAway)
 {
     struct Case {
         double cpu;
@@ -46,24 +46,20 @@ TEST(IncidentTexts, TitleTakesTheFirstThresholdThatHolds)
         SCOPED_TRACE(c.title);
         EXPECT_EQ(incidentTitle(incident(c.cpu, c.temperature)), QString::fromUtf8(c.title));
     }
-}
-
-TEST(IncidentTexts, PeakSummaryRoundsHalvesAwayFromZero)
-{
     const ScopedLocale locale(QLocale::c());
-    struct Case {
+    struct PeakCase {
         double cpu;
         std::optional<double> temperature;
         const char *summary;
     };
-    const Case cases[] = {
+    const PeakCase peaks[] = {
         {79.5, 80.4, "80% · 80°"},
         {0.5, 74.5, "1% · 75°"},
         {79.49, std::nullopt, "79%"},
         {444.2, 89.0, "444% · 89°"},
         {std::numeric_limits<double>::infinity(), std::nullopt, "0%"},
     };
-    for (const Case &c : cases) {
+    for (const PeakCase &c : peaks) {
         SCOPED_TRACE(c.summary);
         const DashboardIncident subject = incident(c.cpu, c.temperature);
         EXPECT_EQ(incidentPeakSummary(subject), QString::fromUtf8(c.summary));
@@ -153,11 +149,7 @@ TEST(IncidentTexts, TemperatureChangeHasThreeForms)
     const std::optional<double> none;
     const Case cases[] = {
         {"first reading to the peak", 86.54, {point(68.0), point(86.54)}, c, "68.0°C → 86.5°C"},
-        {"the first reading present",
-         86.5,
-         {point(none), point(71.25), point(86.5)},
-         c,
-         "71.3°C → 86.5°C"},
+        {"first present", 86.5, {point(none), point(71.25), point(86.5)}, c, "71.3°C → 86.5°C"},
         {"in the user's locale", 86.5, {point(68.0)}, QLocale(QLocale::German), "68,0°C → 86,5°C"},
         {"a peak and no reading in the points", 80.0, {point(none)}, c, "80.0°C"},
         {"no points at all", 80.0, {}, c, "80.0°C"},

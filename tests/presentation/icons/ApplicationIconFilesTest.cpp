@@ -14,18 +14,14 @@
 
 namespace {
 
-struct SvgElement {
-    QString name;
-    QXmlStreamAttributes attributes;
-};
-
-std::vector<SvgElement> parse(const QByteArray &document)
+// The attributes of each element of `tag`, in document order.
+std::vector<QXmlStreamAttributes> elementsOf(const QByteArray &document, const QString &tag)
 {
-    std::vector<SvgElement> elements;
+    std::vector<QXmlStreamAttributes> elements;
     QXmlStreamReader reader(document);
     while (!reader.atEnd()) {
-        if (reader.readNext() == QXmlStreamReader::StartElement)
-            elements.push_back({reader.name().toString(), reader.attributes()});
+        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == tag)
+            elements.push_back(reader.attributes());
     }
     EXPECT_FALSE(reader.hasError()) << qPrintable(reader.errorString());
     return elements;
@@ -33,58 +29,50 @@ std::vector<SvgElement> parse(const QByteArray &document)
 
 TEST(ApplicationIconFiles, svgDrawsTheTileAndTheFullColourMark)
 {
-    const std::vector<SvgElement> elements = parse(kilnWardenApplicationIconSvg());
-    ASSERT_FALSE(elements.empty());
-    EXPECT_EQ(elements.front().name, QStringLiteral("svg"));
-    EXPECT_EQ(elements.front().attributes.value(QStringLiteral("viewBox")),
-              QStringLiteral("0 0 100 100"));
-
-    std::vector<SvgElement> paths, rects;
-    for (const SvgElement &element : elements) {
-        if (element.name == QStringLiteral("path"))
-            paths.push_back(element);
-        if (element.name == QStringLiteral("rect"))
-            rects.push_back(element);
-    }
+    const QByteArray svg = kilnWardenApplicationIconSvg();
+    const auto roots = elementsOf(svg, QStringLiteral("svg"));
+    ASSERT_EQ(roots.size(), 1u);
+    EXPECT_EQ(roots[0].value(QStringLiteral("viewBox")), QStringLiteral("0 0 100 100"));
     // Brackets and three pulse segments; the tile and five bars.
+    const auto paths = elementsOf(svg, QStringLiteral("path"));
+    const auto rects = elementsOf(svg, QStringLiteral("rect"));
     ASSERT_EQ(paths.size(), 4u);
     ASSERT_EQ(rects.size(), 6u);
+    const auto at = [](const QXmlStreamAttributes &element, const char *name) {
+        return element.value(QLatin1String(name)).toString();
+    };
 
     // The brackets in ink, the pulse in the accent with its peak in the heat colour.
     using namespace DashboardPalette;
-    const std::pair<const char *, QRgb> strokes[] = {
-        {"M 24 10 L 15 10 C 12 10 10 12 10 15 L 10 25 M 76 10", brandInk},
-        {"M 15 57 C 21 57 21 52 26 52", accent},
-        {"M 54 57 C 59 57 59 31 65 31", brandOrange},
-        {"M 77 55 C 81 55 82 46 86 46", accent},
+    const std::tuple<const char *, QRgb, const char *> strokes[] = {
+        {"M 24 10 L 15 10 C 12 10 10 12 10 15 L 10 25 M 76 10", brandInk, "7"},
+        {"M 15 57 C 21 57 21 52 26 52", accent, "6"},
+        {"M 54 57 C 59 57 59 31 65 31", brandOrange, "6"},
+        {"M 77 55 C 81 55 82 46 86 46", accent, "6"},
     };
     for (size_t index = 0; index < paths.size(); ++index) {
         SCOPED_TRACE(index);
-        const QXmlStreamAttributes &path = paths[index].attributes;
-        EXPECT_TRUE(
-            path.value(QStringLiteral("d")).startsWith(QLatin1String(strokes[index].first)));
-        EXPECT_EQ(path.value(QStringLiteral("stroke")),
-                  QColor::fromRgb(strokes[index].second).name());
-        EXPECT_EQ(path.value(QStringLiteral("stroke-width")),
-                  QLatin1String(index == 0 ? "7" : "6"));
-        EXPECT_EQ(path.value(QStringLiteral("stroke-linecap")), QStringLiteral("round"));
-        EXPECT_EQ(path.value(QStringLiteral("fill")), QStringLiteral("none"));
+        const auto &[start, stroke, width] = strokes[index];
+        EXPECT_TRUE(at(paths[index], "d").startsWith(QLatin1String(start)));
+        EXPECT_EQ(at(paths[index], "stroke"), QColor::fromRgb(stroke).name());
+        EXPECT_EQ(at(paths[index], "stroke-width"), QLatin1String(width));
+        EXPECT_EQ(at(paths[index], "stroke-linecap"), QStringLiteral("round"));
+        EXPECT_EQ(at(paths[index], "fill"), QStringLiteral("none"));
     }
     // Four brackets: four moves in one path.
-    EXPECT_EQ(paths[0].attributes.value(QStringLiteral("d")).count(QLatin1Char('M')), 4);
+    EXPECT_EQ(at(paths[0], "d").count(QLatin1Char('M')), 4);
 
-    EXPECT_EQ(rects[0].attributes.value(QStringLiteral("fill")), QStringLiteral("#ffffff"));
-    EXPECT_EQ(rects[0].attributes.value(QStringLiteral("rx")), QStringLiteral("22"));
+    EXPECT_EQ(at(rects[0], "fill"), QStringLiteral("#ffffff"));
+    EXPECT_EQ(at(rects[0], "rx"), QStringLiteral("22"));
     for (int bar = 0; bar < 5; ++bar) {
         SCOPED_TRACE(bar);
-        const QXmlStreamAttributes &rect = rects[1 + bar].attributes;
+        const QXmlStreamAttributes &rect = rects[1 + bar];
         const QRectF expected = KilnWardenMarkGeometry::loadBar(bar);
-        EXPECT_EQ(rect.value(QStringLiteral("x")).toDouble(), expected.x());
-        EXPECT_EQ(rect.value(QStringLiteral("height")).toDouble(), expected.height());
-        EXPECT_EQ(rect.value(QStringLiteral("rx")).toDouble(), expected.width() / 2);
+        EXPECT_EQ(at(rect, "x").toDouble(), expected.x());
+        EXPECT_EQ(at(rect, "height").toDouble(), expected.height());
+        EXPECT_EQ(at(rect, "rx").toDouble(), expected.width() / 2);
         // The fourth bar is the only one in the heat colour.
-        EXPECT_EQ(rect.value(QStringLiteral("fill")),
-                  QColor::fromRgb(bar == 3 ? brandOrange : accent).name());
+        EXPECT_EQ(at(rect, "fill"), QColor::fromRgb(bar == 3 ? brandOrange : accent).name());
     }
 }
 
@@ -101,6 +89,7 @@ TEST(ApplicationIconFiles, themeHoldsTheSvgAndEveryPixelSize)
         SCOPED_TRACE(size);
         const QImage written(theme.filePath(QStringLiteral("%1x%1/apps/kilnwarden.png").arg(size)));
         ASSERT_EQ(written.size(), QSize(size, size));
+        EXPECT_EQ(written.pixelColor(size / 2, size / 2).alpha(), 255); // the tile, not nothing
         // The very pixels the program shows as its window icon.
         EXPECT_EQ(written.convertToFormat(QImage::Format_ARGB32),
                   kilnWardenApplicationIconImage(size).convertToFormat(QImage::Format_ARGB32));

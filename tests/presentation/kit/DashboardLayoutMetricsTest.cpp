@@ -1,45 +1,39 @@
 #include "presentation/kit/DashboardLayoutMetrics.h"
-#include "support/RowName.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-struct ClassCase {
-    const char *name;
-    double width, height;
-    DashboardHorizontalSize size;
-    double sidebar;
-    bool isShort, labels;
-};
-using rows::PrintTo;
-
-class LayoutClassTest : public testing::TestWithParam<ClassCase> {};
-
-TEST_P(LayoutClassTest, ClassEdgesBelongToTheUpperClass)
+TEST(DashboardLayoutMetrics, ClassEdgesBelongToTheUpperClass)
 {
-    const ClassCase &c = GetParam();
-    const DashboardLayoutMetrics metrics = DashboardLayoutMetrics::forSize(c.width, c.height);
-    EXPECT_EQ(metrics.horizontalSize, c.size);
-    EXPECT_EQ(metrics.sidebarWidth, c.sidebar);
-    EXPECT_EQ(metrics.isShort, c.isShort);
-    EXPECT_EQ(metrics.showsSidebarLabels, c.labels);
-    EXPECT_EQ(metrics.showsPrivacyLabel, c.labels);
-    EXPECT_EQ(metrics.footerHeight, 0);
-    EXPECT_FALSE(metrics.showsDetailedFooter);
+    using H = DashboardHorizontalSize;
+    const struct {
+        const char *name;
+        double width, height;
+        H size;
+        double sidebar;
+        bool isShort, labels;
+    } cases[] = {
+        {"below the compact edge", 1119.99, 900, H::compact, 76, false, false},
+        {"standard from 1120", 1120, 900, H::standard, 210, false, true},
+        {"standard to 1399", 1399.99, 900, H::standard, 210, false, true},
+        {"spacious from 1400", 1400, 900, H::spacious, 240, false, true},
+        {"short below 760", 1440, 759.99, H::spacious, 240, true, true},
+        {"not short at 760", 1440, 760, H::spacious, 240, false, true},
+        {"NaN is the smallest", std::nan(""), std::nan(""), H::compact, 76, true, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        const DashboardLayoutMetrics metrics = DashboardLayoutMetrics::forSize(c.width, c.height);
+        EXPECT_EQ(metrics.horizontalSize, c.size);
+        EXPECT_EQ(metrics.sidebarWidth, c.sidebar);
+        EXPECT_EQ(metrics.isShort, c.isShort);
+        EXPECT_EQ(metrics.showsSidebarLabels, c.labels);
+        EXPECT_EQ(metrics.showsPrivacyLabel, c.labels);
+        EXPECT_EQ(metrics.footerHeight, 0);
+        EXPECT_FALSE(metrics.showsDetailedFooter);
+    }
 }
-
-using H = DashboardHorizontalSize;
-const ClassCase kClassCases[] = {
-    {"below_compact_edge", 1119.99, 900, H::compact, 76, false, false},
-    {"standard_from_1120", 1120, 900, H::standard, 210, false, true},
-    {"standard_to_1399", 1399.99, 900, H::standard, 210, false, true},
-    {"spacious_from_1400", 1400, 900, H::spacious, 240, false, true},
-    {"short_below_760", 1440, 759.99, H::spacious, 240, true, true},
-    {"not_short_at_760", 1440, 760, H::spacious, 240, false, true},
-    {"nan_is_smallest", std::nan(""), std::nan(""), H::compact, 76, true, false},
-};
-INSTANTIATE_TEST_SUITE_P(Edges, LayoutClassTest, testing::ValuesIn(kClassCases), RowName());
 
 TEST(DashboardLayoutMetrics, EachClassHasItsRow)
 {

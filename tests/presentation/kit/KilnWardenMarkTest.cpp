@@ -34,7 +34,7 @@ QRgb barColour(const QImage &image, int bar)
     return image.pixel(qRound(centre.x()), qRound(centre.y())) | 0xFF000000;
 }
 
-TEST(KilnWardenMark, CentresAndKeepsProportionsInAWideCanvas)
+TEST(KilnWardenMark, CentresInAWideCanvasWithItsPalettesAndBars)
 {
     // 300 by 100: the mark is 100 wide and starts at x = 100.
     const QRect bounds = inkBounds(render({300, 100}, KilnWardenMarkPalette::fullColor, true));
@@ -42,10 +42,6 @@ TEST(KilnWardenMark, CentresAndKeepsProportionsInAWideCanvas)
     EXPECT_NEAR(bounds.left(), 100 + 6.5, 0.5);
     EXPECT_NEAR(bounds.right(), 100 + 93, 1);
     EXPECT_GE(bounds.top(), 6);
-}
-
-TEST(KilnWardenMark, PalettesAndBars)
-{
     // Only the fourth bar carries the heat colour; the monochrome mark is all ink.
     const QImage full = render({100, 100}, KilnWardenMarkPalette::fullColor, true);
     const QImage mono = render({100, 100}, KilnWardenMarkPalette::monochrome, true);
@@ -63,15 +59,6 @@ TEST(KilnWardenMark, PalettesAndBars)
     for (int bar = 0; bar < 5; ++bar) {
         const QPointF centre = KilnWardenMarkGeometry::loadBar(bar).center();
         EXPECT_LT(qAlpha(reversed.pixel(qRound(centre.x()), qRound(centre.y()))), 128);
-    }
-}
-
-TEST(KilnWardenMark, ApplicationIconHasInkAtEverySize)
-{
-    for (const int size : {16, 32, 256}) {
-        const QImage icon = kilnWardenApplicationIconImage(size);
-        EXPECT_EQ(icon.size(), QSize(size, size));
-        EXPECT_TRUE(inkBounds(icon).isValid());
     }
 }
 

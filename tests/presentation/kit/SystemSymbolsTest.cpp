@@ -16,13 +16,20 @@ namespace {
 // so ink that leaves the box can be seen.
 constexpr int margin = 4;
 
-QImage render(const QString &name, int size, SymbolWeight weight = SymbolWeight::regular)
+// `name` painted into `box` of a transparent canvas `side` pixels square.
+QImage paintOn(int side, const QString &name, const QRectF &box, const QColor &color = Qt::black,
+               SymbolWeight weight = SymbolWeight::regular)
 {
-    QImage image(size + 2 * margin, size + 2 * margin, QImage::Format_ARGB32_Premultiplied);
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    paintSystemSymbol(painter, name, QRectF(margin, margin, size, size), Qt::black, weight);
+    paintSystemSymbol(painter, name, box, color, weight);
     return image;
+}
+
+QImage render(const QString &name, int size, SymbolWeight weight = SymbolWeight::regular)
+{
+    return paintOn(size + 2 * margin, name, QRectF(margin, margin, size, size), Qt::black, weight);
 }
 
 struct Ink {
@@ -85,26 +92,17 @@ TEST(SystemSymbols, everyNameDrawsItsOwnGlyphInsideItsBox)
 
 // Below about 14 pixels lines are held near one device pixel instead of
 // fading with the design width, so a small glyph is relatively heavier.
-TEST(SystemSymbols, smallGlyphsKeepTheirLinesNearOnePixel)
+TEST(SystemSymbols, smallGlyphsKeepOnePixelLinesAndWholePixelStarts)
 {
     for (const QString &name : {QStringLiteral("chevron.right"), QStringLiteral("globe")}) {
         const double small = double(inkOf(render(name, 9)).inside) / (9 * 9);
         const double large = double(inkOf(render(name, 48)).inside) / (48 * 48);
         EXPECT_GT(small, 1.2 * large) << qPrintable(name);
     }
-}
-
-// A box that starts part-way into a pixel gets the same pixels as one that
-// starts on it, instead of a blurred copy.
-TEST(SystemSymbols, glyphsStartOnWholePixels)
-{
+    // A box that starts part-way into a pixel gets the same pixels as one that
+    // starts on it, instead of a blurred copy.
     const auto drawAt = [](QPointF origin) {
-        QImage image(24, 24, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        paintSystemSymbol(painter, QStringLiteral("cpu"), QRectF(origin, QSizeF(16, 16)),
-                          Qt::black);
-        return image;
+        return paintOn(24, QStringLiteral("cpu"), QRectF(origin, QSizeF(16, 16)));
     };
     EXPECT_EQ(drawAt({4.3, 3.8}), drawAt({4, 4}));
 }
@@ -124,23 +122,28 @@ TEST(SystemSymbols, pixmapsFollowTheDevicePixelRatio)
     EXPECT_FALSE(systemSymbolIcon(QStringLiteral("fan"), Qt::black).isNull());
 }
 
-TEST(SystemSymbols, absurdBoxesAndSizesDrawNothing)
+TEST(SystemSymbols, absurdBoxesDrawNothingAndTranslucentInkLandsOnce)
 {
-    QImage image(16, 16, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
     for (const QRectF &box : {QRectF(0, 0, 0, 16), QRectF(0, 0, -8, 8), QRectF(0, 0, nan, 8),
                               QRectF(nan, 0, 8, 8), QRectF(0, 0, infinity, infinity)})
-        paintSystemSymbol(painter, QStringLiteral("cpu"), box, Qt::black);
-    painter.end();
-    EXPECT_EQ(inkOf(image, 0).inside, 0);
+        EXPECT_EQ(inkOf(paintOn(16, QStringLiteral("cpu"), box), 0).inside, 0);
     for (const double size : {nan, -4.0, 0.0, 1e9}) {
         const QPixmap pixmap = systemSymbolPixmap(QStringLiteral("cpu"), size, Qt::black);
         EXPECT_EQ(pixmap.size(), QSize(1, 1));
         EXPECT_EQ(inkOf(pixmap.toImage(), 0).inside, 0);
     }
+    // A translucent colour must not darken where strokes meet: the glyph is one
+    // outline, filled once.
+    const QImage image =
+        paintOn(48, QStringLiteral("network"), QRectF(0, 0, 48, 48), QColor(0, 0, 0, 100));
+    int maximum = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            maximum = std::max(maximum, qAlpha(image.pixel(x, y)));
+    }
+    EXPECT_EQ(maximum, 100);
 }
 
 class ScaledHost : public QWidget, public DashboardLayoutHost {
@@ -181,24 +184,6 @@ TEST(SystemSymbols, viewCentresItsGlyphAndFollowsTheTextScale)
         EXPECT_NEAR(bounds.center().x(), 19.5, 1.0);
         EXPECT_NEAR(bounds.center().y(), 19.5, 1.0);
     }
-}
-
-// A translucent colour must not darken where strokes meet: the glyph is one
-// outline, filled once.
-TEST(SystemSymbols, translucentGlyphPaintsEachPixelOnce)
-{
-    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    paintSystemSymbol(painter, QStringLiteral("network"), QRectF(0, 0, 48, 48),
-                      QColor(0, 0, 0, 100));
-    painter.end();
-    int maximum = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            maximum = std::max(maximum, qAlpha(image.pixel(x, y)));
-    }
-    EXPECT_EQ(maximum, 100);
 }
 
 // What the store hands the views must name a drawn glyph, not the placeholder.

@@ -118,7 +118,7 @@ TEST(TrendChartDrawing, OnePointDrawsOnlyItsMark)
     EXPECT_EQ(qBlue(image.pixel(int(mark.x()), int(mark.y()))), 255);
 }
 
-TEST(TrendChartDrawing, EmptySeriesShowTheOverlayInTheMiddle)
+TEST(TrendChartDrawing, EmptySeriesShowTheOverlayAndValuesAreRead)
 {
     TrendChartContent content = bareContent({series({}), series({{0, std::nan("")}})});
     content.style.emptyText = QStringLiteral("正在采集系统趋势…");
@@ -138,6 +138,18 @@ TEST(TrendChartDrawing, EmptySeriesShowTheOverlayInTheMiddle)
     content.series[1].points = {{0, 10}};
     chart.setContent(content);
     EXPECT_EQ(inkIn(render(chart), QRect(int(centre.x()) - 60, int(centre.y()) - 10, 120, 20)), 0);
+    // With values, it reads the last value of each series.
+    TrendChartSeries cpu = series({{0, 30}, {10, 42.4}});
+    cpu.valueUnit = QStringLiteral("%");
+    TrendChartSeries heat = series({{0, 70}, {5, 71.26}});
+    heat.name = QStringLiteral("温度");
+    heat.valueUnit = QStringLiteral("°C");
+    heat.valueFractionDigits = 1;
+    TrendChartSeries none = series({});
+    none.name = QStringLiteral("风扇");
+    TrendChart reading;
+    reading.setContent(bareContent({cpu, heat, none}));
+    EXPECT_EQ(accessibleText(&reading, QAccessible::Value), QStringLiteral("CPU 42%，温度 71.3°C"));
 }
 
 TEST(TrendChartDrawing, NothingDrawsOutsideThePlot)
@@ -239,22 +251,6 @@ TEST(TrendChartLayout, LabelsTakeTheirRoomBesideThePlot)
         EXPECT_TRUE(QRectF(chart.rect()).contains(plot));
         EXPECT_TRUE(plot.contains(chart.valueRect()));
     }
-}
-
-TEST(TrendChartAccessibility, ValueReadsTheLastValueOfEachSeries)
-{
-    installDashboardAccessibility();
-    TrendChartSeries cpu = series({{0, 30}, {10, 42.4}});
-    cpu.valueUnit = QStringLiteral("%");
-    TrendChartSeries heat = series({{0, 70}, {5, 71.26}});
-    heat.name = QStringLiteral("温度");
-    heat.valueUnit = QStringLiteral("°C");
-    heat.valueFractionDigits = 1;
-    TrendChartSeries none = series({});
-    none.name = QStringLiteral("风扇");
-    TrendChart chart;
-    chart.setContent(bareContent({cpu, heat, none}));
-    EXPECT_EQ(accessibleText(&chart, QAccessible::Value), QStringLiteral("CPU 42%，温度 71.3°C"));
 }
 
 } // namespace

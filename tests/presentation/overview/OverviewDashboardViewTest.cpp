@@ -40,7 +40,7 @@ SystemMetricSample busySample(double seconds)
 
 } // namespace
 
-TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyLists)
+TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyListsAndScrollsWhenShort)
 {
     auto store = makeStoreForTesting();
     OverviewDashboardView page(*store, {});
@@ -59,25 +59,15 @@ TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyLists)
     EXPECT_EQ(page.recentEvents()->visibleRowCount(), 0);
     EXPECT_EQ(page.recentEvents()->emptyLabel()->accessibleName(),
               QStringLiteral("本次会话暂无升温事件"));
+    // Only a short window scrolls.
+    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 700));
+    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    EXPECT_GE(page.scrollArea()->widget()->minimumHeight(), 700);
+    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 800));
+    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
 }
 
-TEST(OverviewDashboardView, ShowsTheFirstThreeSourcesWithTheirBadges)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(busySample(1000));
-    ASSERT_EQ(store->liveTasks().size(), 4u);
-    OverviewDashboardView page(*store, {});
-    OverviewAttentionList *list = page.attentionList();
-    ASSERT_EQ(list->visibleRowCount(), 3);
-    EXPECT_TRUE(list->emptyLabel()->isHidden());
-    EXPECT_TRUE(list->row(0)->isVisibleTo(&page));
-    const QString first = accessibleText(list->row(0), QAccessible::Name);
-    EXPECT_EQ(first, QStringLiteral("worker0 PID 200 · worker0 52% 高影响"));
-    EXPECT_EQ(list->row(0)->taskID(), store->liveTasks()[0].id);
-    EXPECT_EQ(list->row(2)->taskID(), store->liveTasks()[2].id);
-}
-
-TEST(OverviewDashboardView, PressingASourceSelectsItAndOpensTheDiagnosisPage)
+TEST(OverviewDashboardView, ShowsThreeSourcesAndPressingOneOpensItsDiagnosis)
 {
     auto store = makeStoreForTesting();
     store->ingest(busySample(1000));
@@ -86,6 +76,16 @@ TEST(OverviewDashboardView, PressingASourceSelectsItAndOpensTheDiagnosisPage)
     shell.show();
     auto *page = qobject_cast<OverviewDashboardView *>(shell.currentPage());
     ASSERT_NE(page, nullptr);
+    // The first three of the four sources, with their badges.
+    ASSERT_EQ(store->liveTasks().size(), 4u);
+    OverviewAttentionList *list = page->attentionList();
+    ASSERT_EQ(list->visibleRowCount(), 3);
+    EXPECT_TRUE(list->emptyLabel()->isHidden());
+    EXPECT_EQ(accessibleText(list->row(0), QAccessible::Name),
+              QStringLiteral("worker0 PID 200 · worker0 52% 高影响"));
+    EXPECT_EQ(list->row(0)->taskID(), store->liveTasks()[0].id);
+    EXPECT_EQ(list->row(2)->taskID(), store->liveTasks()[2].id);
+
     const QString second = store->liveTasks()[1].id;
     ASSERT_NE(store->selectedTaskID(), second);
     QTest::mouseClick(page->attentionList()->row(1), Qt::LeftButton);
@@ -110,15 +110,4 @@ TEST(OverviewDashboardView, IncidentsShowTheFirstThreeNewestFirst)
     EXPECT_TRUE(page.recentEvents()->emptyLabel()->isHidden());
     EXPECT_TRUE(accessibleText(page.recentEvents()->row(0), QAccessible::Name)
                     .startsWith(QStringLiteral("负载恢复 worker0 · ")));
-}
-
-TEST(OverviewDashboardView, ScrollsOnlyInAShortWindow)
-{
-    auto store = makeStoreForTesting();
-    OverviewDashboardView page(*store, {});
-    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 700));
-    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-    EXPECT_GE(page.scrollArea()->widget()->minimumHeight(), 700);
-    page.applyLayout(DashboardLayoutMetrics::forSize(1200, 800));
-    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
 }

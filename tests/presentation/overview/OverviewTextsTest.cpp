@@ -157,7 +157,7 @@ TEST_F(OverviewTextsTest, IncidentStatusesHaveTheirTitlesAndDots)
             << row.title;
 }
 
-TEST_F(OverviewTextsTest, AxisLabelsCountWholeMinutesBeforeNow)
+TEST_F(OverviewTextsTest, AxisLabelsCountMinutesAndShortTimesHaveNoDate)
 {
     const std::pair<double, const char *> rows[] = {
         {1800, "现在"},     {1900, "现在"},  {1740, "-1 分钟"},
@@ -165,10 +165,6 @@ TEST_F(OverviewTextsTest, AxisLabelsCountWholeMinutesBeforeNow)
     };
     for (const auto &[x, text] : rows)
         EXPECT_EQ(overviewTrendAxisLabel(x), QString::fromUtf8(text)) << x;
-}
-
-TEST_F(OverviewTextsTest, ShortTimeHasNoDateAndSurvivesImpossibleTimes)
-{
     const QString text = overviewShortTimeText(TimePoint::fromSecondsSince1970(1'795'444'200));
     EXPECT_FALSE(text.isEmpty());
     EXPECT_FALSE(text.contains(QStringLiteral("2026")));
@@ -176,20 +172,29 @@ TEST_F(OverviewTextsTest, ShortTimeHasNoDateAndSurvivesImpossibleTimes)
     EXPECT_TRUE(overviewShortTimeText(TimePoint::fromSecondsSince1970(1e300)).isEmpty());
 }
 
-TEST(OverviewTrendContentTest, EmptyPointsGiveTheOverlayOnTheFixedScales)
+TEST(OverviewTrendContentTest, FixedScalesWithTheOverlayOrEachSeriesOverItsBase)
 {
     const TrendChartContent content = overviewTrendContent({});
     EXPECT_TRUE(content.isEmpty());
     EXPECT_EQ(content.style.emptyText, QStringLiteral("正在采集系统趋势…"));
-    EXPECT_EQ(content.style.plotCornerRadius, 16.0);
-    EXPECT_EQ(content.x.lowerBound, 0.0);
-    EXPECT_EQ(content.x.upperBound, 1800.0);
-    EXPECT_EQ(content.y.lowerBound, 0.0);
-    EXPECT_EQ(content.y.upperBound, 100.0);
+    EXPECT_EQ(std::pair(content.x.lowerBound, content.x.upperBound), std::pair(0.0, 1800.0));
+    EXPECT_EQ(std::pair(content.y.lowerBound, content.y.upperBound), std::pair(0.0, 100.0));
     EXPECT_FALSE(content.y.showsLabels);
     ASSERT_FALSE(content.x.labels.empty());
     EXPECT_EQ(content.x.labels.back().text, QStringLiteral("现在"));
     EXPECT_EQ(content.x.labels.front().text, QStringLiteral("-30 分钟"));
+
+    // One point: each series in its look over its base.
+    const TrendChartContent one = overviewTrendContent({point(1800, 40, 60)});
+    const TrendChartSeries &cpu = one.series[0];
+    const TrendChartSeries &temperature = one.series[1];
+    EXPECT_EQ(cpu.name, QStringLiteral("CPU"));
+    EXPECT_EQ(cpu.color, QColor::fromRgb(P::warning));
+    EXPECT_EQ(cpu.area->baseValue, 0.0);
+    EXPECT_EQ(temperature.name, QStringLiteral("温度"));
+    EXPECT_EQ(temperature.color, QColor::fromRgb(P::accent));
+    EXPECT_EQ(temperature.area->baseValue, kOverviewTemperatureBaseCelsius);
+    EXPECT_EQ(temperature.points.front(), QPointF(1800, 60));
 }
 
 TEST(OverviewTrendContentTest, SeriesKeepOnlyPointsWithValuesAndMarkTheNewest)
@@ -216,20 +221,4 @@ TEST(OverviewTrendContentTest, SeriesKeepOnlyPointsWithValuesAndMarkTheNewest)
         EXPECT_EQ(content.series[1].lastPointMarkArea.has_value(), row.temperatureMark) << row.name;
         EXPECT_FALSE(content.isEmpty()) << row.name;
     }
-}
-
-TEST(OverviewTrendContentTest, SeriesLookAndAreaBases)
-{
-    const TrendChartContent content = overviewTrendContent({point(1800, 40, 60)});
-    const TrendChartSeries &cpu = content.series[0];
-    const TrendChartSeries &temperature = content.series[1];
-    EXPECT_EQ(cpu.name, QStringLiteral("CPU"));
-    EXPECT_EQ(cpu.color, QColor::fromRgb(P::warning));
-    EXPECT_EQ(cpu.lineWidth, 2.4);
-    EXPECT_EQ(cpu.area, (TrendChartArea{0.0, 0.18, 0.01}));
-    EXPECT_EQ(cpu.lastPointMarkArea, 28.0);
-    EXPECT_EQ(temperature.name, QStringLiteral("温度"));
-    EXPECT_EQ(temperature.color, QColor::fromRgb(P::accent));
-    EXPECT_EQ(temperature.area, (TrendChartArea{kOverviewTemperatureBaseCelsius, 0.1, 0.01}));
-    EXPECT_EQ(temperature.points.front(), QPointF(1800, 60));
 }

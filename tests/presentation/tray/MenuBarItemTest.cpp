@@ -32,12 +32,16 @@ SystemMetricSample hotSample(double at)
     return sample;
 }
 
-TEST(MenuBarItem, followsTheStoreOncePerTick)
+TEST(MenuBarItem, followsTheStoreAndTheDesktopTrayEachTick)
 {
     auto store = makeStoreForTesting();
-    KilnWardenMenuBarItem item(*store, [] { return false; });
+    bool trayPresent = false;
+    KilnWardenMenuBarItem item(*store, [&trayPresent] { return trayPresent; });
+    QSignalSpy changes(&item, &KilnWardenMenuBarItem::trayAvailabilityChanged);
     EXPECT_EQ(item.presentation().state, MenuBarPresentationState::collecting);
     EXPECT_EQ(item.trayIcon()->toolTip(), QStringLiteral("KilnWarden"));
+    EXPECT_FALSE(item.isTrayAvailable());
+    EXPECT_FALSE(item.trayIcon()->isVisible());
 
     store->ingest(hotSample(1000.0));
     EXPECT_EQ(item.presentation(), store->menuBarPresentation());
@@ -50,20 +54,10 @@ TEST(MenuBarItem, followsTheStoreOncePerTick)
     store->ingest(calm);
     EXPECT_EQ(item.trayIcon()->toolTip(), QStringLiteral("正常 · 51°"));
     EXPECT_EQ(item.popup()->panel()->presentation().state, MenuBarPresentationState::normal);
-}
-
-TEST(MenuBarItem, showsTheIconWhileTheDesktopHasATray)
-{
-    auto store = makeStoreForTesting();
-    bool trayPresent = false;
-    KilnWardenMenuBarItem item(*store, [&trayPresent] { return trayPresent; });
-    QSignalSpy changes(&item, &KilnWardenMenuBarItem::trayAvailabilityChanged);
-    EXPECT_FALSE(item.isTrayAvailable());
-    EXPECT_FALSE(item.trayIcon()->isVisible());
 
     // The tray appears, goes away and comes back while the program runs; the
     // item notices at the next tick.
-    double at = 1000.0;
+    double at = 1002.0;
     for (const bool present : {true, true, false, true}) {
         trayPresent = present;
         store->ingest(makeSample(at += 2.0));

@@ -39,7 +39,7 @@ TEST(MenuBarLabel, speaksOneOfThreeFormsByState)
     }
 }
 
-TEST(MenuBarLabel, carriesTheStateColourOnlyWhenAbnormal)
+TEST(MenuBarLabel, carriesTheStateColourOnlyWhenAbnormalAndAHalo)
 {
     struct Case {
         MenuBarPresentationState state;
@@ -76,10 +76,6 @@ TEST(MenuBarLabel, carriesTheStateColourOnlyWhenAbnormal)
             EXPECT_LT(bracket.lightness(), 100);
         }
     }
-}
-
-TEST(MenuBarLabel, haloOpposesTheInk)
-{
     // Just outside the left bracket's stroke, only the halo is painted; it
     // is light around dark ink and dark around light ink.
     const int size = 64;
