@@ -1,5 +1,6 @@
 #include "platform/linux/GetifaddrsNetworkProbe.h"
 #include "platform/linux/ProcDiskstatsDiskProbe.h"
+#include "support/SyncedWrite.h"
 
 #include <gtest/gtest.h>
 
@@ -114,13 +115,7 @@ TEST(ProcDiskstatsDiskProbe, SeesAWriteOnThisMachine)
     QTemporaryDir directory(QDir::currentPath() + QStringLiteral("/kw-disk-XXXXXX"));
     ASSERT_TRUE(directory.isValid());
     const QByteArray path = directory.filePath(QStringLiteral("block")).toLocal8Bit();
-    const int fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    ASSERT_GE(fd, 0);
-    const QByteArray chunk(1 << 20, 'k');
-    for (int i = 0; i < 8; ++i)
-        ASSERT_EQ(::write(fd, chunk.constData(), chunk.size()), chunk.size());
-    ASSERT_EQ(::fsync(fd), 0);
-    ::close(fd);
+    ASSERT_TRUE(writeSynced(path, 8));
     const SensorReading<double> reading = probe.sample(start.addingSeconds(1.0));
     ASSERT_TRUE(reading.isAvailable())
         << reading.reasonText().value_or(reading.sourceText()).toStdString();

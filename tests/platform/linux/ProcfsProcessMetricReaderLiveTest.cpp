@@ -7,6 +7,7 @@
 #include "process/ProcessMetricsProbe.h"
 #include "support/ProcessPrinting.h"
 #include "support/ShellChild.h"
+#include "support/SyncedWrite.h"
 
 #include <QDir>
 #include <QFile>
@@ -112,21 +113,16 @@ TEST_F(LiveProcfsTest, ReaderSeesItsOwnWritesAndNoOtherUsers)
     };
     const std::uint64_t ioBefore = ownIo();
     const QByteArray path = (m_project.path() + QStringLiteral("/payload")).toLocal8Bit();
-    const int fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    ASSERT_GE(fd, 0);
-    const QByteArray chunk(1 << 20, 'k');
-    for (int i = 0; i < 8; ++i)
-        ASSERT_EQ(::write(fd, chunk.constData(), chunk.size()), chunk.size());
-    ASSERT_EQ(::fsync(fd), 0);
-    ::close(fd);
+    ASSERT_TRUE(writeSynced(path, 8));
     const double measured = double(ownIo() - ioBefore);
     const TimePoint end = TimePoint::now();
     const QList<ProcessMetric> second = probe.sample(end);
     const ProcessMetric *after = findPid(second, ::getpid());
     ASSERT_TRUE(after);
     const double written = after->diskBytesPerSecond * end.secondsSince(start);
-    EXPECT_GE(written, 0.95 * 8 * chunk.size());
-    EXPECT_NEAR(written, measured, 0.05 * 8 * chunk.size());
+    constexpr double payload = 8 << 20;
+    EXPECT_GE(written, 0.95 * payload);
+    EXPECT_NEAR(written, measured, 0.05 * payload);
 }
 
 } // namespace
