@@ -31,14 +31,14 @@ SensorReading<double> readingOf(std::optional<double> value)
                  : SensorReading<double>::unsupported(QStringLiteral("none"));
 }
 
-SystemMetricSample makeSample(const SampleSpec &spec)
+SystemMetricSample makeSample(const SampleReadings &readings)
 {
-    SystemMetricSample sample = makeSample(spec.time);
-    sample.thermalState = spec.thermal;
-    sample.cpuUsage = readingOf(spec.cpu);
-    sample.temperatureCelsius = readingOf(spec.temperature);
-    sample.fanRPM = readingOf(spec.fan);
-    sample.processMetrics = spec.processes;
+    SystemMetricSample sample = makeSample(readings.time);
+    sample.thermalState = readings.thermal;
+    sample.cpuUsage = readingOf(readings.cpu);
+    sample.temperatureCelsius = readingOf(readings.temperature);
+    sample.fanRPM = readingOf(readings.fan);
+    sample.processMetrics = readings.processes;
     return sample;
 }
 

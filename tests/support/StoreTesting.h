@@ -28,7 +28,7 @@ SystemMetricSample makeSample(double secondsSince1970);
 
 // A sample with the readings given available and the others `unsupported`:
 // makeSample({.time = 10, .thermal = SystemThermalState::fair, .cpu = 40}).
-struct SampleSpec {
+struct SampleReadings {
     double time = 0.0;
     SystemThermalState thermal = SystemThermalState::nominal;
     std::optional<double> cpu;
@@ -36,7 +36,7 @@ struct SampleSpec {
     std::optional<double> fan;
     QList<ProcessMetric> processes;
 };
-SystemMetricSample makeSample(const SampleSpec &spec);
+SystemMetricSample makeSample(const SampleReadings &readings);
 
 // `value` available, or `unsupported` when absent.
 SensorReading<double> readingOf(std::optional<double> value);
