@@ -1,10 +1,8 @@
-#include "presentation/icons/ApplicationIconFiles.h"
+#include "presentation/icons/ApplicationIcon.h"
 
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/KilnWardenMark.h"
 
-#include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QPainterPath>
 #include <QXmlStreamWriter>
@@ -112,25 +110,4 @@ QByteArray kilnWardenApplicationIconSvg()
     svg.writeEndElement(); // svg
     svg.writeEndDocument();
     return document;
-}
-
-QString writeApplicationIconTheme(const QString &root, const QString &name)
-{
-    const QDir theme(QDir(root).filePath(QStringLiteral("hicolor")));
-    const QString scalableDirectory = theme.filePath(QStringLiteral("scalable/apps"));
-    if (!QDir().mkpath(scalableDirectory))
-        return QStringLiteral("cannot create %1").arg(scalableDirectory);
-    QFile svg(QDir(scalableDirectory).filePath(name + QStringLiteral(".svg")));
-    if (!svg.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-        svg.write(kilnWardenApplicationIconSvg()) < 0 || !svg.flush())
-        return QStringLiteral("cannot write %1").arg(svg.fileName());
-    for (const int size : kApplicationIconPixelSizes) {
-        const QString directory = theme.filePath(QStringLiteral("%1x%1/apps").arg(size));
-        if (!QDir().mkpath(directory))
-            return QStringLiteral("cannot create %1").arg(directory);
-        const QString path = QDir(directory).filePath(name + QStringLiteral(".png"));
-        if (!kilnWardenApplicationIconImage(size).save(path, "PNG"))
-            return QStringLiteral("cannot write %1").arg(path);
-    }
-    return {};
 }
