@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::string> &arguments,
-                       Session session)
+                       Session session, const QByteArray &shell)
     : m_leadsGroup(session != Session::inherited)
 {
     std::vector<char *> argv;
@@ -51,7 +51,7 @@ ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::strin
             for (int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
                 ::dup2(terminal, fd);
         }
-        ::execv("/bin/sh", argv.data());
+        ::execv(shell.constData(), argv.data());
         ::_exit(127);
     }
     ::close(execPipe[1]);

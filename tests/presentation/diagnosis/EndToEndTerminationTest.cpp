@@ -12,6 +12,7 @@
 #include "presentation/diagnosis/ProcessTree.h"
 #include "presentation/diagnosis/SourceList.h"
 #include "presentation/shell/TerminationConfirmationDialog.h"
+#include "support/ShellChild.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -23,61 +24,12 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
 using namespace Qt::StringLiterals;
-
-// A busy loop that looks like a test runner: /bin/sh started through a link
-// named "pytest" in the project folder, so its process name is "pytest". It
-// dies with the test program; the destructor kills and reaps it, and until
-// then its pid stays its own (an ended child stays a zombie).
-class BusyTestRunner {
-public:
-    explicit BusyTestRunner(const QString &directory)
-    {
-        const QByteArray folder = QFile::encodeName(directory);
-        const QByteArray link = folder + "/pytest";
-        if (::symlink("/bin/sh", link.constData()) != 0)
-            return;
-        int execPipe[2];
-        if (::pipe2(execPipe, O_CLOEXEC) != 0)
-            return;
-        const pid_t parent = ::getpid();
-        m_pid = ::fork();
-        if (m_pid == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            char *argv[] = {const_cast<char *>("pytest"), const_cast<char *>("-c"),
-                            const_cast<char *>("while :; do :; done"), nullptr};
-            if (::getppid() == parent && ::chdir(folder.constData()) == 0)
-                ::execv(link.constData(), argv);
-            ::_exit(127);
-        }
-        ::close(execPipe[1]);
-        char byte;
-        while (::read(execPipe[0], &byte, 1) < 0 && errno == EINTR) {
-        }
-        ::close(execPipe[0]);
-    }
-    ~BusyTestRunner()
-    {
-        if (m_pid > 0) {
-            ::kill(m_pid, SIGKILL);
-            while (::waitpid(m_pid, nullptr, 0) < 0 && errno == EINTR) {
-            }
-        }
-    }
-    BusyTestRunner(const BusyTestRunner &) = delete;
-    BusyTestRunner &operator=(const BusyTestRunner &) = delete;
-
-    pid_t pid() const { return m_pid; }
-
-private:
-    pid_t m_pid = -1;
-};
 
 // The pids from a root to the node of `pid`, the node itself last.
 bool pathTo(const DashboardProcessNode &node, pid_t pid, std::vector<pid_t> &path)
@@ -97,7 +49,14 @@ TEST(LiveDiagnosisEndToEnd, EndsItsOwnBusyChildThroughThePageAndTheDialog)
 {
     QTemporaryDir project(QDir::tempPath() + u"/kiln-e2e-XXXXXX"_s);
     ASSERT_TRUE(project.isValid());
-    BusyTestRunner child(project.path());
+    // A busy loop that looks like a test runner: /bin/sh started through a
+    // link named "pytest" in the project folder, so its process name is
+    // "pytest". Until the handle reaps it, its pid stays its own (an ended
+    // child stays a zombie).
+    const QByteArray folder = QFile::encodeName(project.path());
+    ASSERT_EQ(::symlink("/bin/sh", folder + "/pytest"), 0);
+    ShellChild child(folder, {"pytest", "-c", "while :; do :; done"},
+                     ShellChild::Session::inherited, folder + "/pytest");
     ASSERT_GT(child.pid(), 0);
     const pid_t pid = child.pid();
 
