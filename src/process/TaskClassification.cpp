@@ -25,13 +25,16 @@ struct KindKeywords {
 // " start" and " serve" makes them match a word that follows another word in
 // the haystack (as in "npm test") and not one glued to the word before it.
 // Each kind's Linux tools follow its own words: "cc1" is the C and C++
-// compiler proper (cc1, cc1plus), where a make or ninja build spends its time.
+// compiler proper (cc1, cc1plus), where a make or ninja build spends its time;
+// "make" also finds "cmake", "gmake" and "qmake", so that a make running a long
+// recipe is a build of its own. A build's own test step ("make test",
+// "ctest") still reads as a test, as tests come first.
 const std::array<KindKeywords, 7> kKindKeywords = {{
     {TaskKind::test,
      {"vitest", "jest", "pytest", "playwright", " test", "ctest", "nextest", "phpunit", "rspec"}},
     {TaskKind::build,
-     {"xcodebuild", "swiftc", "clang", " build", "gcc", "g++", "cc1", "rustc", "cargo", "ninja",
-      "cmake", "javac", "gradle", "bazel"}},
+     {"xcodebuild", "swiftc", "clang", " build", "gcc", "g++", "cc1", "lto1", "rustc", "cargo",
+      "ninja", "make", "meson", "javac", "gradle", "mvn", "bazel"}},
     {TaskKind::indexing,
      {"sourcekit", "mdworker", "spotlight", "index", "clangd", "tracker-miner", "baloo",
       "rust-analyzer"}},
