@@ -1,6 +1,7 @@
 #include "process/TaskClassification.h"
 
 #include "process/LoadTextFormats.h"
+#include "process/PrintableText.h"
 #include "process/TaskAssembly.h"
 #include "sampling/Text.h"
 #include "termination/ProtectedProcessNames.h"
@@ -153,14 +154,14 @@ DiagnosisConfidence confidenceOf(TaskKind kind, bool hasProject)
 
 QString detailOf(const ApplicationLoad &load, TickTexts *texts)
 {
-    const RedactedCommandSummary &command = load.target.command;
-    if (command.project)
-        return command.command + QStringLiteral(" · ") + *command.project;
+    const QString command = printableText(load.target.command.command);
+    if (const auto &project = load.target.command.project)
+        return command + QStringLiteral(" · ") + printableText(*project);
     if (load.processes.size() < 2)
-        return command.command;
+        return command;
     const auto count = static_cast<long long>(load.processes.size());
     return kwText("%1 · %2 个进程")
-        .arg(command.command, texts ? texts->integer(count) : formatLocaleInteger(count));
+        .arg(command, texts ? texts->integer(count) : formatLocaleInteger(count));
 }
 
 QString supportingFactsOf(const ApplicationLoad &load, TickTexts *texts)

@@ -4,6 +4,7 @@
 #include "presentation/report/TextTable.h"
 #include "process/ByteTexts.h"
 #include "process/LoadTextFormats.h"
+#include "process/PrintableText.h"
 #include "sampling/Text.h"
 
 #include <QDateTime>
@@ -136,11 +137,13 @@ QString processesSection(const SystemMetricSample &sample)
                      kwText("磁盘"), kwText("运行时长"), kwText("安全命令"), kwText("项目")});
     for (std::size_t index = 0; index < count; ++index) {
         const ProcessMetric &process = *processes[index];
-        table.addRow({process.name, QString::number(process.identity.pid),
+        // The process's own texts, made printable: the terminal reads them.
+        const auto &project = process.command.project;
+        table.addRow({printableText(process.name), QString::number(process.identity.pid),
                       formatLocaleNumber(process.cpuPercent, 1) + QLatin1Char('%'),
                       memoryText(process.residentBytes), rateText(process.diskBytesPerSecond),
-                      durationText(process.duration), process.command.command,
-                      process.command.project.value_or(QStringLiteral("-"))});
+                      durationText(process.duration), printableText(process.command.command),
+                      project ? printableText(*project) : QStringLiteral("-")});
     }
     return kwText("最忙的进程（最多 %1 个）").arg(formatLocaleInteger(shown)) + QLatin1Char('\n') +
            table.render();
