@@ -160,13 +160,14 @@ QString sensorTableSection(const DashboardStore &store)
 
 } // namespace
 
-QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
+QString reportText(const DashboardStore &store, long long sampleCount)
 {
-    if (samples.empty())
+    const std::optional<SystemMetricSample> &latest = store.latestSystemSample();
+    if (sampleCount < 1 || !latest)
         return kwText("没有采集到样本。") + QLatin1Char('\n');
-    const SystemMetricSample &last = samples.back();
+    const SystemMetricSample &last = *latest;
     QString out = kwText("KilnWarden 报告：共 %1 个样本，以下为最后一个样本")
-                      .arg(formatLocaleInteger(static_cast<long long>(samples.size()))) +
+                      .arg(formatLocaleInteger(sampleCount)) +
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);
     out += QLatin1Char('\n') + processesSection(last);
