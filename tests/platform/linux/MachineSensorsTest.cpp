@@ -65,15 +65,22 @@ bool isValueFile(const QByteArray &path)
 }
 
 // The devices of the tree that the kernel has put to sleep, as "<device>/".
+// A class device (hwmonN, cardN) whose parent sleeps is part of it: reading
+// hwmonN/fan1_input wakes the GPU below it.
 std::vector<QByteArray> sleepingDevices(const QString &sys)
 {
     std::vector<QByteArray> devices;
     QDirIterator files(sys, {QStringLiteral("runtime_status")}, QDir::Files,
                        QDirIterator::Subdirectories);
     while (files.hasNext()) {
-        const QString path = files.next();
-        if (readKernelFile(path).bytes.value_or("").trimmed() == "suspended")
-            devices.push_back(path.toLocal8Bit().chopped(int(sizeof "power/runtime_status") - 1));
+        const QByteArray path = files.next().toLocal8Bit();
+        if (readKernelFile(path).bytes.value_or("").trimmed() != "suspended")
+            continue;
+        const QByteArray status = "power/runtime_status";
+        QByteArray device = path.chopped(status.size());
+        if (device.endsWith("/device/"))
+            device.chop(int(sizeof "device/") - 1);
+        devices.push_back(device);
     }
     return devices;
 }
@@ -112,6 +119,7 @@ TEST_P(MachineSensors, ReadTheMachineWithoutWakingAnyDevice)
     // vendor and class, which the kernel keeps from enumeration) are read.
     for (const QByteArray &device : sleepingDevices(sys)) {
         const Files allowed = {(device + "power/runtime_status").toStdString(),
+                               (device + "device/power/runtime_status").toStdString(),
                                (device + "vendor").toStdString(), (device + "class").toStdString()};
         for (const QByteArray &path : *opened) {
             if (path.startsWith(device)) {
