@@ -10,6 +10,14 @@ namespace {
 // card idles; it is not the machine's fan.
 constexpr std::string_view kGraphicsCardHwmonNames[] = {"amdgpu", "radeon", "nouveau"};
 
+bool isGraphicsCard(const QString &hwmonName)
+{
+    return std::any_of(std::begin(kGraphicsCardHwmonNames), std::end(kGraphicsCardHwmonNames),
+                       [&](std::string_view name) {
+                           return hwmonName == QLatin1String(name.data(), qsizetype(name.size()));
+                       });
+}
+
 // One hwmon device with its name and the numbered files of its sensors.
 struct HwmonDevice {
     QByteArray directory; // "hwmonN"
@@ -113,7 +121,7 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
                  sensorFileValue(read(device.path + stem + "_input"), millidegrees),
                  QString::fromUtf8(device.directory)});
         }
-        if (channelNameMatches(device.name, kGraphicsCardHwmonNames))
+        if (isGraphicsCard(device.name))
             continue;
         for (const unsigned long long number : inputNumbers(device.entries, "fan")) {
             const QByteArray path = device.path + "fan" + QByteArray::number(number) + "_input";
