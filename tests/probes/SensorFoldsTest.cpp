@@ -66,7 +66,8 @@ TEST(ChannelNameFilter, MatchesLowerCasedSubstrings)
         {"zenpower Tdie", true, true},
         {"x86_pkg_temp", true, false}, {"cpu-thermal", true, false}, {"cpu_thermal", true, false},
         {"CPU-therm", true, false}, {"GPU-therm", false, false}, {"soc-thermal", true, false},
-        {"soc_thermal", true, false}, {"bigcore0-thermal", false, false}, {"SOME PACKAGE ID 1", true, false}, {"PMU tdie1", true, true},
+        {"soc_thermal", true, false}, {"bigcore0-thermal", false, false},
+        {"SOME PACKAGE ID 1", true, false}, {"PMU tdie1", true, true},
         {"PMU TDEV3", false, true}, {"acpitz", false, false}, {"nvme Composite", false, false},
         {"amdgpu edge", false, false}, {"nct6798 CPUTIN", false, false}, {"", false, false},
     };
