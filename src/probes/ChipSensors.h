@@ -30,6 +30,8 @@ inline constexpr std::string_view kLinuxCPUDieChannelNames[] = {
 struct PackageChannelName {
     std::string_view name;
     std::string_view unlessChipHas = {};
+
+    bool operator==(const PackageChannelName &) const = default;
 };
 // A PC publishes one package reading per socket beside its cores, and that is
 // what its owner calls the CPU temperature. k10temp's Tctl is the control
