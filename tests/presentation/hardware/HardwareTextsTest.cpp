@@ -80,10 +80,10 @@ TEST_F(HardwareTextsTest, SeriesValueTextsByCategory)
         EXPECT_EQ(hardwareSeriesValueText(row.category, row.value), QString::fromUtf8(row.text))
             << row.text;
 
-    // Percents are plain digits whatever the locale; the rest follow it.
+    // The interface's formats, whatever the user's locale says.
     const ScopedLocale german{QLocale(QLocale::German, QLocale::Germany)};
-    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::fan, 30'000), QStringLiteral("30.000 RPM"));
-    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::disk, 1.26), QStringLiteral("1,3 MB/s"));
+    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::fan, 30'000), QStringLiteral("30,000 RPM"));
+    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::disk, 1.26), QStringLiteral("1.3 MB/s"));
     EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::cpu, 1234), QStringLiteral("1234%"));
 }
 
