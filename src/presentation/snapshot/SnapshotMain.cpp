@@ -25,6 +25,7 @@
 #include <QElapsedTimer>
 
 #include <cstdio>
+#include <ctime>
 #include <memory>
 
 namespace {
@@ -51,6 +52,13 @@ int main(int argc, char **argv)
         valueAfter(arguments, QStringLiteral("--out"), QStringLiteral("snapshots"));
     const QString source =
         valueAfter(arguments, QStringLiteral("--source"), QStringLiteral("scripted"));
+    // The scripted stores run on a fixed clock; with the zone pinned too, their
+    // pictures are the same under every TZ (and, the formats being the
+    // interface's, under every LANG). Live pictures keep the user's zone.
+    if (source != QLatin1String("live")) {
+        qputenv("TZ", "UTC");
+        tzset();
+    }
     const QStringList pageNames =
         valueAfter(arguments, QStringLiteral("--pages"),
                    QStringLiteral("overview,liveDiagnosis,hardwareMonitor,eventHistory,settings"))
