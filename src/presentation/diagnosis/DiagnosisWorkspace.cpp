@@ -18,6 +18,9 @@
 namespace {
 
 constexpr double kTrendWindowSeconds = 300.0;
+// The heading, the column captions and two rows of the tree, which scrolls
+// its own rows.
+constexpr int kProcessBlockMinimumHeight = 128;
 
 // A legend entry: a bar 20 by 3 in the series colour, 6 before its text.
 QWidget *legendEntry(QRgb color, const QString &text)
@@ -32,6 +35,16 @@ QWidget *legendEntry(QRgb color, const QString &text)
     attach(entry, row(6, {}, {LayoutItem(bar, 0, Qt::AlignVCenter), label}));
     return entry;
 }
+
+// The process block: it takes the height the column has left, between its
+// bounds. Its wish (the tree's rows, its wrapped note) is not passed up, since
+// a scroll area sizes the column by the wishes and the block would then push
+// the operation panel below the fold.
+class ShrinkingBlock final : public QWidget {
+public:
+    ShrinkingBlock() { setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored); }
+    bool hasHeightForWidth() const override { return false; }
+};
 
 TrendChartContent heatTrendContent(const std::vector<HeatTrendPoint> &points)
 {
@@ -194,9 +207,13 @@ DiagnosisWorkspace::DiagnosisWorkspace(DashboardStore &store, std::function<void
     m_lower->setContentsMargins(0, 0, 0, 0);
     m_lower->addWidget(m_evidence, 1, Qt::AlignTop);
     m_lower->addWidget(m_panel, 1, Qt::AlignTop);
-    attach(lowerBlock, column(0, {}, {new HairLine, fixed(16), m_lower, flexible()}));
+    attach(lowerBlock, column(0, {}, {new HairLine, fixed(16), m_lower}));
 
-    attach(this, column(18, {}, {m_pathSummary, m_processBlock, LayoutItem(lowerBlock, 1)}));
+    // The operation panel (end button, phase message, verification) never
+    // falls below the fold for want of room: the process block gives up
+    // height first, down to a few rows, and only then does the column scroll.
+    attach(this,
+           column(18, {}, {m_pathSummary, LayoutItem(m_processBlock, 1), lowerBlock, flexible(0)}));
     connect(m_composition, &ProcessCompositionView::processSelected, this,
             [this](const QString &nodeID) { m_store.selectProcess(nodeID); });
     refresh();
@@ -235,7 +252,7 @@ QWidget *DiagnosisWorkspace::buildPathSummary()
 
 QWidget *DiagnosisWorkspace::buildProcessBlock()
 {
-    auto *block = new QWidget;
+    auto *block = new ShrinkingBlock;
     block->setObjectName(QStringLiteral("diagnosisProcessBlock"));
     auto *title = new TextLabel(kwText("进程组成"), 13, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
@@ -325,7 +342,8 @@ void DiagnosisWorkspace::applyLayout(const DashboardLayoutMetrics &layout)
         m_lower->setStretchFactor(m_evidence, 0);
         break;
     }
-    m_processBlock->setFixedHeight(static_cast<int>(layout.diagnosisChartHeight));
+    m_processBlock->setMinimumHeight(kProcessBlockMinimumHeight);
+    m_processBlock->setMaximumHeight(static_cast<int>(layout.diagnosisChartHeight));
 }
 
 void DiagnosisWorkspace::refresh()

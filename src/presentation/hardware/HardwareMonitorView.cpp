@@ -41,7 +41,7 @@ HardwareMonitorView::HardwareMonitorView(DashboardStore &store, QWidget *parent)
     setAccessibility(workspace, QStringLiteral("hardwareMetricWorkspace"));
     setAccessibleRole(workspace, QAccessible::Grouping);
     attach(workspace,
-           column(12, {14, 14, 14, 14},
+           column(0, {14, 14, 14, 14},
                   {LayoutItem(m_tabs, 0, Qt::AlignLeft), m_summary, new HairLine, m_chartBlock}));
 
     m_table = new HardwareSensorTable;

@@ -16,6 +16,7 @@
 #include "platform/PlatformFactory.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
+#include "presentation/kit/DashboardScrollBarStyle.h"
 #include "presentation/snapshot/DashboardSnapshot.h"
 #include "presentation/snapshot/MenuBarPanelGallery.h"
 #include "presentation/snapshot/ScriptedStore.h"
@@ -43,6 +44,7 @@ int main(int argc, char **argv)
         qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    installDashboardScrollBarStyle();
     installDashboardApplicationFont();
     installDashboardAccessibility();
 
