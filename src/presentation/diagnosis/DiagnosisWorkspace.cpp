@@ -18,9 +18,6 @@
 namespace {
 
 constexpr double kTrendWindowSeconds = 300.0;
-// The heading, the column captions and two rows of the tree, which scrolls
-// its own rows.
-constexpr int kProcessBlockMinimumHeight = 128;
 
 // A legend entry: a bar 20 by 3 in the series colour, 6 before its text.
 QWidget *legendEntry(QRgb color, const QString &text)
@@ -36,13 +33,16 @@ QWidget *legendEntry(QRgb color, const QString &text)
     return entry;
 }
 
-// The process block: it takes the height the column has left, between its
-// bounds. Its wish (the tree's rows, its wrapped note) is not passed up, since
-// a scroll area sizes the column by the wishes and the block would then push
-// the operation panel below the fold.
+// The process block: it takes the height the column has left, up to its
+// maximum. It asks for no more than its least (the heading and the tree's
+// least), since a scroll area sizes the column by what its parts ask for and
+// the block would then push the operation panel below the fold.
 class ShrinkingBlock final : public QWidget {
 public:
-    ShrinkingBlock() { setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored); }
+    QSize sizeHint() const override
+    {
+        return {QWidget::sizeHint().width(), minimumSizeHint().height()};
+    }
     bool hasHeightForWidth() const override { return false; }
 };
 
@@ -342,7 +342,6 @@ void DiagnosisWorkspace::applyLayout(const DashboardLayoutMetrics &layout)
         m_lower->setStretchFactor(m_evidence, 0);
         break;
     }
-    m_processBlock->setMinimumHeight(kProcessBlockMinimumHeight);
     m_processBlock->setMaximumHeight(static_cast<int>(layout.diagnosisChartHeight));
 }
 
