@@ -342,7 +342,13 @@ void DiagnosisWorkspace::applyLayout(const DashboardLayoutMetrics &layout)
         m_lower->setStretchFactor(m_evidence, 0);
         break;
     }
-    m_processBlock->setMaximumHeight(static_cast<int>(layout.diagnosisChartHeight));
+    // Where the column scrolls anyway (compact, short) the block keeps its
+    // full height; elsewhere it gives up height before the panel would.
+    const int blockHeight = static_cast<int>(layout.diagnosisChartHeight);
+    const bool scrolls =
+        layout.isShort || layout.horizontalSize == DashboardHorizontalSize::compact;
+    m_processBlock->setMinimumHeight(scrolls ? blockHeight : 0);
+    m_processBlock->setMaximumHeight(blockHeight);
 }
 
 void DiagnosisWorkspace::refresh()
