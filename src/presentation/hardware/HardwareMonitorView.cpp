@@ -43,7 +43,7 @@ HardwareMonitorView::HardwareMonitorView(DashboardStore &store, QWidget *parent)
     // No side padding: the workspace draws no box of its own, so an inset
     // would only shift the tabs, figures and chart off the title and table.
     attach(workspace,
-           column(12, {0, 14, 0, 14},
+           column(0, {0, 14, 0, 14},
                   {LayoutItem(m_tabs, 0, Qt::AlignLeft), m_summary, new HairLine, m_chartBlock}));
 
     m_table = new HardwareSensorTable;
