@@ -186,9 +186,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             require(text.find(')') != std::string_view::npos, "a stat without its name's end");
         break;
     case 1:
-        // Resident pages now come from stat (field 24), which has no parser
-        // of its own: the stat parser again, on another selector.
-        parseProcPidStat(text);
+        // A page size that overflows with any resident count above 1.
+        parseProcPidStatmResidentBytes(text, 4096);
+        parseProcPidStatmResidentBytes(text, std::uint64_t(1) << 63);
         break;
     case 2:
         parseProcPidIoDiskBytes(text);

@@ -14,6 +14,8 @@ const char *fileName(ProcPidFile file)
     switch (file) {
     case ProcPidFile::stat:
         return "stat";
+    case ProcPidFile::statm:
+        return "statm";
     case ProcPidFile::io:
         return "io";
     case ProcPidFile::cgroup:

@@ -11,7 +11,8 @@
 #include <sys/types.h>
 
 // The files of /proc/<pid> that are read on every tick, and so may stay open.
-enum class ProcPidFile { stat, io, cgroup, cmdline };
+enum class ProcPidFile { stat, statm, io, cgroup, cmdline };
+inline constexpr std::size_t kProcPidFileCount = 5;
 
 // An open /proc/<pid> directory. Every file is opened relative to it, so all
 // reads of one process go to that one process: once it exits, they fail
@@ -53,7 +54,7 @@ public:
     int descriptorCount() const;
 
     // The most descriptors one process holds: the directory and every file.
-    static constexpr int maximumDescriptors = 5;
+    static constexpr int maximumDescriptors = 1 + int(kProcPidFileCount);
 
 private:
     explicit ProcPidDirectory(UniqueFileDescriptor directory) : m_directory(std::move(directory)) {}
@@ -62,6 +63,6 @@ private:
     int descriptorFor(ProcPidFile file, bool keep, UniqueFileDescriptor &transient);
 
     UniqueFileDescriptor m_directory;
-    std::array<UniqueFileDescriptor, 4> m_files;
+    std::array<UniqueFileDescriptor, kProcPidFileCount> m_files;
     bool m_shortOfDescriptors = false;
 };

@@ -2,6 +2,43 @@
 
 #include "platform/linux/FileReading.h"
 
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+// The next blank-separated field of `text`, taken off its front; empty at the end.
+std::string_view takeField(std::string_view &text)
+{
+    const std::size_t start = std::min(text.find_first_not_of(" \n"), text.size());
+    const std::size_t end = std::min(text.find_first_of(" \n", start), text.size());
+    const std::string_view field = text.substr(start, end - start);
+    text.remove_prefix(end);
+    return field;
+}
+
+std::optional<std::uint64_t> fieldValue(std::string_view field)
+{
+    std::uint64_t value = 0;
+    const auto result = std::from_chars(field.data(), field.data() + field.size(), value);
+    if (field.empty() || result.ec != std::errc() || result.ptr != field.data() + field.size())
+        return std::nullopt;
+    return value;
+}
+
+} // namespace
+
+std::optional<std::uint64_t> parseProcPidStatmResidentBytes(std::string_view text,
+                                                            std::uint64_t pageSize)
+{
+    const std::optional<std::uint64_t> size = fieldValue(takeField(text));
+    const std::optional<std::uint64_t> residentPages = fieldValue(takeField(text));
+    std::uint64_t bytes = 0;
+    if (!size || !residentPages || __builtin_mul_overflow(*residentPages, pageSize, &bytes))
+        return std::nullopt;
+    return bytes;
+}
+
 std::optional<std::uint64_t> parseProcPidIoDiskBytes(std::string_view text)
 {
     std::optional<unsigned long long> readBytes;

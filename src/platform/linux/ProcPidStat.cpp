@@ -19,10 +19,10 @@ std::optional<ProcPidStat> parseProcPidStat(std::string_view text)
 
     // Fields from 3 (state) on, separated by single blanks.
     std::string_view rest = text.substr(close + 1);
-    unsigned long long fields[25] = {};
+    unsigned long long fields[23] = {};
     int field = 2;
     std::size_t position = 0;
-    while (field < 24) {
+    while (field < 22) {
         if (position >= rest.size() || rest[position] != ' ')
             return std::nullopt;
         ++position;
@@ -39,7 +39,7 @@ std::optional<ProcPidStat> parseProcPidStat(std::string_view text)
             if (result.ec != std::errc() || result.ptr != token.data() + token.size())
                 return std::nullopt;
             fields[field] = static_cast<unsigned long long>(value);
-            if (value < 0 && (field == 14 || field == 15 || field == 22 || field == 24))
+            if (value < 0 && (field == 14 || field == 15 || field == 22))
                 return std::nullopt;
         }
         position = end;
@@ -51,7 +51,6 @@ std::optional<ProcPidStat> parseProcPidStat(std::string_view text)
     stat.userTicks = fields[14];
     stat.systemTicks = fields[15];
     stat.startTicks = fields[22];
-    stat.residentPages = fields[24];
     return stat;
 }
 

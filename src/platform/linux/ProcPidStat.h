@@ -11,15 +11,14 @@
 
 // The fields of /proc/<pid>/stat that the process readers use.
 struct ProcPidStat {
-    QString name;                         // comm: between the first "(" and the last ")"
-    pid_t parentPID = 0;                  // field 4
-    pid_t processGroupID = 0;             // field 5
-    pid_t sessionID = 0;                  // field 6
-    int terminal = 0;                     // field 7, tty_nr: 0 without a controlling terminal
-    unsigned long long userTicks = 0;     // field 14, utime, clock ticks
-    unsigned long long systemTicks = 0;   // field 15, stime, clock ticks
-    unsigned long long startTicks = 0;    // field 22, starttime, clock ticks since boot
-    unsigned long long residentPages = 0; // field 24, rss, pages
+    QString name;                       // comm: between the first "(" and the last ")"
+    pid_t parentPID = 0;                // field 4
+    pid_t processGroupID = 0;           // field 5
+    pid_t sessionID = 0;                // field 6
+    int terminal = 0;                   // field 7, tty_nr: 0 without a controlling terminal
+    unsigned long long userTicks = 0;   // field 14, utime, clock ticks
+    unsigned long long systemTicks = 0; // field 15, stime, clock ticks
+    unsigned long long startTicks = 0;  // field 22, starttime, clock ticks since boot
 
     bool operator==(const ProcPidStat &) const = default;
 };

@@ -202,7 +202,7 @@ ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pi
         return std::nullopt;
 
     // Room for the longest stat line (52 fields of at most 20 digits and a
-    // 64-byte name); io is far shorter.
+    // 64-byte name); statm and io are far shorter.
     char buffer[2048];
     const auto statLength = directory.readSmallFile(ProcPidFile::stat, buffer, keep);
     if (!statLength)
@@ -212,8 +212,17 @@ ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pi
         return std::nullopt;
     startTicks = stat->startTicks;
 
-    std::uint64_t residentBytes = 0;
-    if (__builtin_mul_overflow(stat->residentPages, m_pageSize, &residentBytes))
+    // The resident size from statm: stat's field 24 is no longer kept equal
+    // to it. A statm that cannot be read leaves the process out, like a stat
+    // that cannot: it only happens to a process that is going or to a kernel
+    // we do not understand, and a resident size of 0 would be a false reading
+    // that ranks, totals and charts would take for the truth.
+    const auto statmLength = directory.readSmallFile(ProcPidFile::statm, buffer, keep);
+    if (!statmLength)
+        return std::nullopt;
+    const std::optional<std::uint64_t> residentBytes =
+        parseProcPidStatmResidentBytes(std::string_view(buffer, *statmLength), m_pageSize);
+    if (!residentBytes)
         return std::nullopt;
     const auto cpuNanoseconds =
         cpuTicksToNanoseconds(stat->userTicks, stat->systemTicks, m_clockTicksPerSecond);
@@ -248,7 +257,7 @@ ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pi
             record.applicationName = facts->application->applicationName;
         }
     }
-    record.residentBytes = residentBytes;
+    record.residentBytes = *residentBytes;
     record.totalCPUNanoseconds = *cpuNanoseconds;
     record.diskBytes = diskBytes;
     record.sampledAt = now;

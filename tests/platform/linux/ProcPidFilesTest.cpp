@@ -61,18 +61,17 @@ TEST(ProcPidStatTest, ReadsTheFieldsAfterTheLastParenthesis)
 {
     // pid (comm) state ppid pgrp session tty_nr tpgid flags minflt cminflt
     // majflt cmajflt utime stime cutime cstime priority nice threads
-    // itrealvalue starttime vsize rss ...
+    // itrealvalue starttime ...
     const std::string_view line = "42 (a) b (c)) S 7 40 39 34817 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 "
                                   "12300 10000000 321 18446744073709551615 1 1\n";
     const std::optional<ProcPidStat> stat = parseProcPidStat(line);
     ASSERT_TRUE(stat);
-    EXPECT_EQ(*stat,
-              (ProcPidStat{QStringLiteral("a) b (c)"), 7, 40, 39, 34817, 250, 50, 12300, 321}));
+    EXPECT_EQ(*stat, (ProcPidStat{QStringLiteral("a) b (c)"), 7, 40, 39, 34817, 250, 50, 12300}));
 
     const std::pair<const char *, std::string_view> malformed[] = {
         {"no parentheses", "42 a S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 321"},
-        {"cut before rss", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1"},
-        {"negative rss", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 -3"},
+        {"cut before starttime", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0"},
+        {"negative starttime", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 -9 1 3"},
         {"negative utime", "42 (a) S 7 40 39 0 -1 0 0 0 0 0 -250 50 0 0 20 0 1 0 12300 1 3"},
         {"two blanks", "42 (a) S 7  40 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 3"},
         {"junk field", "42 (a) S 7 4x 39 0 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 12300 1 3"},
@@ -80,6 +79,28 @@ TEST(ProcPidStatTest, ReadsTheFieldsAfterTheLastParenthesis)
     };
     for (const auto &[description, text] : malformed)
         EXPECT_EQ(parseProcPidStat(text), std::nullopt) << description;
+}
+
+TEST(ProcPidStatm, ResidentBytesAreTheSecondFieldTimesThePageSize)
+{
+    constexpr std::uint64_t page = 4096;
+    const std::tuple<const char *, std::string_view, std::uint64_t, std::optional<std::uint64_t>>
+        rows[] = {
+            {"kernel layout", "2441 270 180 20 0 610 0\n", page, 270 * page},
+            {"16 KiB pages", "2441 270 180 20 0 610 0\n", 16384, 270 * 16384},
+            {"no newline, two fields only", "9 3", page, 3 * page},
+            {"nothing resident", "0 0 0 0 0 0 0\n", page, 0},
+            {"largest that fits", "1 4503599627370495 0\n", page, 4503599627370495 * page},
+            {"product beyond 64 bits", "1 4503599627370496 0\n", page, std::nullopt},
+            {"field beyond 64 bits", "1 18446744073709551616 0\n", 1, std::nullopt},
+            {"resident field missing", "2441\n", page, std::nullopt},
+            {"negative", "2441 -270 0\n", page, std::nullopt},
+            {"junk in the resident field", "2441 27x0 0\n", page, std::nullopt},
+            {"junk in the size field", "size 270 0\n", page, std::nullopt},
+            {"empty", "", page, std::nullopt},
+        };
+    for (const auto &[description, text, pageSize, expected] : rows)
+        EXPECT_EQ(parseProcPidStatmResidentBytes(text, pageSize), expected) << description;
 }
 
 TEST(ProcPidIo, AddsStorageReadsAndWrites)

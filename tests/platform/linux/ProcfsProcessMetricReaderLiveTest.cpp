@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -86,6 +87,28 @@ TEST_F(LiveProcfsTest, SpinningChildComesBackRedactedWithItsProjectAndItsOwnCPUT
             (*scheduledAfter - *scheduledBefore) / end.secondsSince(start) / 1e7;
         EXPECT_NEAR(metric->cpuPercent, scheduledPercent, 15.0);
     }
+}
+
+// A sleeping child's resident size holds still, so the reader's reading
+// must equal what statm says right after. stat's field 24 is no stand-in:
+// recent kernels let it lag statm by several percent.
+TEST_F(LiveProcfsTest, SleepingChildsResidentSizeIsStatms)
+{
+    const ShellChild child(m_project.path().toLocal8Bit(), {"sh", "-c", "exec sleep 30"});
+    ASSERT_TRUE(child.started());
+    const QString exe = QStringLiteral("/proc/%1/exe").arg(child.pid());
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return QFileInfo(exe).symLinkTarget().endsWith(QStringLiteral("/sleep")); }, 5000));
+    ProcfsProcessMetricReader reader;
+    const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
+    const FileReadResult statm = readKernelFile(QStringLiteral("/proc/%1/statm").arg(child.pid()));
+    const RawProcessMetric *record = findPid(records, child.pid());
+    ASSERT_TRUE(record && statm.bytes);
+    const auto resident = parseProcPidStatmResidentBytes(asView(*statm.bytes),
+                                                         std::uint64_t(::sysconf(_SC_PAGESIZE)));
+    ASSERT_TRUE(resident);
+    EXPECT_GT(*resident, 0u);
+    EXPECT_EQ(record->residentBytes, *resident);
 }
 
 // The test program itself, the one process here whose own writes and CPU
