@@ -53,6 +53,8 @@ HardwareSummaryRow::HardwareSummaryRow(QWidget *parent) : QWidget(parent)
     auto *currentBlock = column(2, {}, {flexible(), m_title, m_current, flexible()});
 
     m_status = new PillLabel(QString(), statusStyle(DashboardPalette::textTertiary));
+    // A missing reading's reason can be longer than a narrow window leaves.
+    m_status->setElidable(true);
     setAccessibility(m_status, QStringLiteral("hardwareSummary-status"));
 
     m_peak = makeFigure(QStringLiteral("hardwareSummary-peak"), kwText("60 秒峰值"), 20);

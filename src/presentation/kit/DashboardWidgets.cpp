@@ -316,8 +316,18 @@ void PillLabel::setText(const QString &text)
         return;
     m_text = text;
     setAccessibleName(text);
+    if (m_elidable)
+        setToolTip(text);
     updateGeometry();
     update();
+}
+
+void PillLabel::setElidable(bool elidable)
+{
+    m_elidable = elidable;
+    setSizePolicy(elidable ? QSizePolicy::Maximum : QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setToolTip(elidable ? m_text : QString());
+    updateGeometry();
 }
 
 void PillLabel::setStyle(const Style &style)
@@ -344,7 +354,16 @@ QSize PillLabel::sizeHint() const
 
 QSize PillLabel::minimumSizeHint() const
 {
-    return sizeHint();
+    QSize size = sizeHint();
+    if (m_elidable) {
+        // Room for the dot, a few characters and the ellipsis.
+        double least = QFontMetrics(font()).horizontalAdvance(QStringLiteral("不可…")) +
+                       2 * m_style.horizontalPadding;
+        if (m_style.dotDiameter > 0)
+            least += m_style.dotDiameter + m_style.dotSpacing;
+        size.setWidth(std::min(size.width(), static_cast<int>(std::ceil(least))));
+    }
+    return size;
 }
 
 void PillLabel::paintEvent(QPaintEvent *)

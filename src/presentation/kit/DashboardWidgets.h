@@ -155,6 +155,10 @@ public:
     void setText(const QString &text);
     void setStyle(const Style &style);
     QString text() const { return m_text; }
+    // Lets the pill give up width to its row and elide its words, whose whole
+    // text stays the tooltip and the accessible name: for texts of any
+    // length (a reading's reason) in a row that must fit its window.
+    void setElidable(bool elidable);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -165,6 +169,7 @@ protected:
 private:
     QString m_text;
     Style m_style;
+    bool m_elidable = false;
 };
 
 // The primary action's button: white semibold 13 on the accent colour (82 %
