@@ -1,8 +1,9 @@
 // libFuzzer target over every text parser of the Linux layer and the command
 // redaction. The first byte picks the parser, the rest is the text. Beyond
 // "no crash, no sanitizer report", each branch checks what must hold for
-// any input: what a parser returns is drawn from its input, and nothing of
-// an argument vector survives redaction but a table word.
+// any input: what a parser returns is drawn from its input, nothing of an
+// argument vector survives redaction but a table word, and no text of a
+// process is shown with a control, separator or direction character in it.
 
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/FileReading.h"
@@ -13,8 +14,17 @@
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcPidStatus.h"
 #include "platform/linux/ProcStat.h"
+#include "platform/linux/ProcessName.h"
 #include "platform/linux/SystemdApplicationUnit.h"
+#include "presentation/report/ReportJson.h"
+#include "process/ApplicationGrouping.h"
 #include "process/CommandRedaction.h"
+#include "process/ProcessNameOrder.h"
+#include "process/TaskAssembly.h"
+#include "process/TaskClassification.h"
+
+#include <QJsonDocument>
+#include <QLocale>
 
 #include <cmath>
 #include <cstdint>
@@ -75,17 +85,92 @@ void fuzzRedaction(std::string_view text)
         require(cwd.has_value(), "a project without a working directory");
         require(!summary.project->isEmpty() && !summary.project->contains(QLatin1Char('/')),
                 "a project that is not one component");
-        // Control characters of a component are shown as "?".
-        QStringList components = cwd->split(QLatin1Char('/'));
-        for (QString &component : components) {
-            for (QChar &character : component) {
-                if (character.category() == QChar::Other_Control)
-                    character = QLatin1Char('?');
-            }
-        }
-        require(components.contains(*summary.project),
+        require(cwd->split(QLatin1Char('/')).contains(*summary.project),
                 "a project that is not a component of the working directory");
     }
+}
+
+// What may never reach a screen, a terminal or a screen reader: controls
+// (Cc), line and paragraph separators (Zl, Zp) and the characters that turn
+// text direction. Stated here on its own, apart from the rule it checks.
+bool isShowable(const QString &text)
+{
+    for (const QChar character : text) {
+        const QChar::Category category = character.category();
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph)
+            return false;
+        for (const char16_t bidi :
+             {u'\u061C', u'\u200E', u'\u200F', u'\u202A', u'\u202B', u'\u202C', u'\u202D',
+              u'\u202E', u'\u2066', u'\u2067', u'\u2068', u'\u2069'}) {
+            if (character == QChar(bidi))
+                return false;
+        }
+    }
+    return true;
+}
+
+void requireShowable(const std::vector<DashboardProcessNode> &nodes)
+{
+    for (const DashboardProcessNode &node : nodes) {
+        require(isShowable(node.name) && isShowable(node.command) &&
+                    isShowable(node.project.value_or(QString())),
+                "a process tree row shows a control, separator or direction character");
+        requireShowable(node.children);
+    }
+}
+
+// "comm \x1f exe \x1f arg1 \0 arg2 ... \x1f cwd \x1f desktop entry": a parent
+// and its child with these texts, as the readers give them, through the
+// grouping and the task assembly. Every text the task shows is printable;
+// the JSON of the process holds no such character either, and reads back
+// as the process's own text.
+void fuzzShownTexts(std::string_view text)
+{
+    std::vector<std::string_view> fields;
+    for (int index = 0; index < 4; ++index) {
+        const std::size_t end = text.find('\x1f');
+        fields.push_back(text.substr(0, end));
+        text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
+    }
+    fields.push_back(text);
+    const auto utf8 = [](std::string_view part) {
+        return QString::fromUtf8(part.data(), qsizetype(part.size()));
+    };
+    ProcessMetric parent;
+    parent.identity = {2, TimePoint::fromSecondsSince1970(1000.0), utf8(fields[1])};
+    parent.name = processDisplayName(utf8(fields[0]), parent.identity.executablePath);
+    parent.command = makeRedactedCommandSummary(
+        executablePathShown(parent.identity.executablePath),
+        parseProcPidCmdline(QByteArrayView(fields[2].data(), fields[2].size())),
+        fields[3].empty() ? std::nullopt : std::optional<QString>(utf8(fields[3])));
+    if (!fields[4].empty()) {
+        parent.applicationPath = QStringLiteral("/usr/share/applications/x.desktop");
+        parent.applicationName = parseDesktopEntryName(fields[4]).value_or(QString());
+    }
+    parent.cpuPercent = 60.0;
+    ProcessMetric child = parent;
+    child.identity.pid = 3;
+    child.parentPID = 2;
+    child.cpuPercent = 30.0;
+
+    const ProcessNameOrder order(QLocale::c());
+    TickTexts texts(order);
+    for (const ApplicationLoad &load : groupApplicationLoads({parent, child})) {
+        const DashboardTask task =
+            assembleTask(load, TaskClassification::classify(load, &texts), texts);
+        require(isShowable(task.application) && isShowable(task.detail) &&
+                    isShowable(task.targetProcess.name) && isShowable(task.diagnosis.title) &&
+                    isShowable(task.diagnosis.recommendation),
+                "a task shows a control, separator or direction character");
+        requireShowable(task.processTree);
+    }
+
+    const QByteArray json = compactJson(processMetricJson(parent));
+    require(isShowable(QString::fromUtf8(json)), "the JSON prints a control character");
+    const QJsonObject back = QJsonDocument::fromJson(json).object();
+    require(back[QStringLiteral("name")].toString() == parent.name,
+            "the JSON does not read back as the process's own name");
 }
 
 } // namespace
@@ -95,7 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (size == 0)
         return 0;
     const std::string_view text(reinterpret_cast<const char *>(data + 1), size - 1);
-    switch (data[0] % 13) {
+    switch (data[0] % 14) {
     case 0:
         if (const auto stat = parseProcPidStat(text))
             require(text.find(')') != std::string_view::npos, "a stat without its name's end");
@@ -138,8 +223,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         parseProcStatBootTime(text);
         break;
     case 8:
-        if (const auto name = parseDesktopEntryName(text))
-            require(!name->contains(QLatin1Char('\n')), "a desktop name across lines");
+        // An escaped line break stays in the name; the shown texts' branch
+        // checks that it never reaches the screen.
+        parseDesktopEntryName(text);
         break;
     case 9:
         if (const auto tgid = parseProcPidStatusThreadGroup(text))
@@ -158,8 +244,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     case 11:
         applicationIDFromUnitName(text);
         break;
-    default:
+    case 12:
         fuzzRedaction(text);
+        break;
+    default:
+        fuzzShownTexts(text);
         break;
     }
     return 0;

@@ -2,6 +2,8 @@
 
 #include "probes/SensorFolds.h"
 
+#include <algorithm>
+
 bool channelNameMatches(QStringView name, std::span<const std::string_view> substrings)
 {
     const QString lowered = name.toString().toLower();
@@ -13,24 +15,55 @@ bool channelNameMatches(QStringView name, std::span<const std::string_view> subs
     return false;
 }
 
+namespace {
+
+bool isPackageChannel(const TemperatureChannel &channel, const TemperatureSurvey &survey,
+                      std::span<const PackageChannelName> packageNames)
+{
+    for (const PackageChannelName &package : packageNames) {
+        const std::string_view name[] = {package.name};
+        if (!channelNameMatches(channel.name, name))
+            continue;
+        if (package.unlessChipHas.empty())
+            return true;
+        const std::string_view sibling[] = {package.unlessChipHas};
+        const bool chipHasIt = std::any_of(
+            survey.channels.begin(), survey.channels.end(), [&](const TemperatureChannel &other) {
+                return &other != &channel && other.chip == channel.chip &&
+                       channelNameMatches(other.name, sibling);
+            });
+        if (!chipHasIt)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
 SensorReading<double> temperatureReading(const TemperatureSurvey &survey,
-                                         std::span<const std::string_view> cpuDieNames,
+                                         const CPUChannelNames &names,
                                          const TemperatureTexts &texts)
 {
     if (!survey.interfacePresent)
         return SensorReading<double>::unsupported(texts.noInterface);
     std::vector<double> dieValues;
+    std::vector<double> packageValues;
     std::size_t dieChannels = 0;
     std::size_t dieChannelsRefused = 0;
     for (const TemperatureChannel &channel : survey.channels) {
-        if (!channelNameMatches(channel.name, cpuDieNames))
+        if (!channelNameMatches(channel.name, names.die))
             continue;
         ++dieChannels;
-        if (channel.reading.value)
+        if (channel.reading.value) {
             dieValues.push_back(*channel.reading.value);
+            if (isPackageChannel(channel, survey, names.package))
+                packageValues.push_back(*channel.reading.value);
+        }
         if (channel.reading.refused)
             ++dieChannelsRefused;
     }
+    if (const std::optional<double> package = foldPackageTemperature(packageValues))
+        return SensorReading<double>::available(*package, texts.source);
     if (const std::optional<double> folded = foldTemperature(dieValues))
         return SensorReading<double>::available(*folded, texts.source);
     if (dieChannels > 0 && dieChannelsRefused == dieChannels)

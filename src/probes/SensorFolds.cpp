@@ -14,7 +14,9 @@ std::optional<double> medianValue(std::vector<double> values)
     return (values[middle - 1] + values[middle]) * 0.5;
 }
 
-std::optional<double> foldTemperature(const std::vector<double> &celsius)
+namespace {
+
+std::vector<double> plausibleTemperatures(const std::vector<double> &celsius)
 {
     std::vector<double> plausible;
     plausible.reserve(celsius.size());
@@ -23,7 +25,22 @@ std::optional<double> foldTemperature(const std::vector<double> &celsius)
             value <= kHighestPlausibleCelsius)
             plausible.push_back(value);
     }
-    return medianValue(std::move(plausible));
+    return plausible;
+}
+
+} // namespace
+
+std::optional<double> foldTemperature(const std::vector<double> &celsius)
+{
+    return medianValue(plausibleTemperatures(celsius));
+}
+
+std::optional<double> foldPackageTemperature(const std::vector<double> &celsius)
+{
+    const std::vector<double> plausible = plausibleTemperatures(celsius);
+    if (plausible.empty())
+        return std::nullopt;
+    return *std::max_element(plausible.begin(), plausible.end());
 }
 
 std::optional<double> foldFanSpeed(const std::vector<double> &rpm)

@@ -19,6 +19,10 @@ std::optional<double> medianValue(std::vector<double> values);
 // Median of the finite values within the plausible temperature range.
 std::optional<double> foldTemperature(const std::vector<double> &celsius);
 
+// The largest of the finite values within the plausible temperature range:
+// of several packages (sockets), the hottest is the machine's.
+std::optional<double> foldPackageTemperature(const std::vector<double> &celsius);
+
 // Median of the turning fans; 0 when every valid fan stands still (a real
 // reading); nothing when no fan gave a finite speed within 0..20000.
 std::optional<double> foldFanSpeed(const std::vector<double> &rpm);

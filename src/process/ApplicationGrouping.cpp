@@ -1,5 +1,7 @@
 #include "process/ApplicationGrouping.h"
 
+#include "process/PrintableText.h"
+
 #include <QHash>
 
 #include <algorithm>
@@ -246,13 +248,15 @@ std::vector<ApplicationLoad> groupApplicationLoads(const QList<ProcessMetric> &p
         const bool codex =
             std::any_of(group.members.begin(), group.members.end(),
                         [&](qsizetype index) { return mentionsCodex(processes[index]); });
+        // The source's name is shown everywhere the task is: it passes the
+        // printable rule here, once, whatever it was taken from.
         if (codex)
             load.application = QStringLiteral("Codex");
         else if (load.applicationPath)
-            load.application =
-                applicationNameForPath(*load.applicationPath, processes[source].applicationName);
+            load.application = printableText(
+                applicationNameForPath(*load.applicationPath, processes[source].applicationName));
         else
-            load.application = load.target.name;
+            load.application = printableText(load.target.name);
         load.id = QStringLiteral("task-") + QString::number(fnv1a64(group.key), 16);
         loads.push_back(std::move(load));
     }

@@ -1,6 +1,5 @@
 #include "process/CommandRedaction.h"
 
-#include "process/PrintableText.h"
 #include "sampling/Text.h"
 
 #include <QLatin1StringView>
@@ -122,7 +121,7 @@ std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &w
         if (accountDirectories.contains(standardized))
             return std::nullopt;
     }
-    return withControlCharactersShown(last.toString());
+    return last.toString();
 }
 
 RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,

@@ -17,7 +17,9 @@
 // `arguments[0]` is the program's own argv[0] and is never looked at. The
 // result holds no reference into `arguments` or `workingDirectory`: the
 // subcommand is the table's own text and the project a fresh copy, so the
-// caller can drop the raw vector as soon as this returns.
+// caller can drop the raw vector as soon as this returns. Both texts keep the
+// process's own characters, control characters included: whatever shows them
+// passes them through printableText first.
 //
 // `accountDirectories` are absolute directories that give no project either:
 // the current user's own home and its parent, wherever they are
@@ -33,7 +35,7 @@ RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,
 QString redactedCommandText(const QString &executablePath, const QStringList &arguments);
 
 // The project named by a working directory: its last component after "." and
-// ".." are resolved, with control characters shown as "?"; absent for "/",
+// ".." are resolved, as the directory spells it; absent for "/",
 // for a home directory or its parent ("/Users/<name>", "/home/<name>",
 // "/root", any of `accountDirectories`) and for an empty directory.
 std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &workingDirectory,

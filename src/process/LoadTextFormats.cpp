@@ -25,7 +25,7 @@ long long durationTextKey(double seconds)
 
 QString durationText(double seconds)
 {
-    return durationText(seconds, QLocale());
+    return durationText(seconds, interfaceLocale());
 }
 
 QString durationText(double seconds, const QLocale &locale)

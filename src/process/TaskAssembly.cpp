@@ -1,6 +1,7 @@
 #include "process/TaskAssembly.h"
 
 #include "process/LoadTextFormats.h"
+#include "process/PrintableText.h"
 #include "sampling/Text.h"
 
 #include <QHash>
@@ -70,7 +71,8 @@ private:
             return std::nullopt;
         DashboardProcessNode node;
         node.id = m_texts.nodeKey(process.identity);
-        node.name = process.name;
+        // A process's own texts leave for the screen here: printable only.
+        node.name = printableText(process.name);
         node.pid = process.identity.pid;
         node.parentPID = process.parentPID;
         node.cpu = process.cpuPercent;
@@ -78,8 +80,9 @@ private:
         node.disk = m_texts.rate(process.diskBytesPerSecond);
         node.energyImpact = resourceImpact(process.cpuPercent, process.diskBytesPerSecond);
         node.duration = m_texts.duration(process.duration);
-        node.command = process.command.command;
-        node.project = process.command.project;
+        node.command = printableText(process.command.command);
+        if (process.command.project)
+            node.project = printableText(*process.command.project);
         node.isTarget = process.identity.pid == m_targetPID;
 
         const auto found = m_children.find(process.identity.pid);
@@ -170,8 +173,9 @@ DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification
     task.application = load.application;
     task.kind = classification.kind;
     task.detail = classification.detail;
-    task.targetProcess = DashboardProcessSummary{
-        target.name, target.identity.pid, target.cpuPercent, texts.duration(target.duration)};
+    task.targetProcess =
+        DashboardProcessSummary{printableText(target.name), target.identity.pid, target.cpuPercent,
+                                texts.duration(target.duration)};
     task.relatedProcessCount = static_cast<qint64>(load.processes.size());
     task.processTree = assembleProcessTree(load.processes, target.identity.pid, texts);
     task.cpu = cpu;

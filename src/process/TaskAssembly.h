@@ -4,6 +4,7 @@
 #include "process/ApplicationLoad.h"
 #include "process/ProcessNameOrder.h"
 #include "process/TaskClassification.h"
+#include "sampling/Text.h"
 
 #include <QHash>
 #include <QLocale>
@@ -36,7 +37,7 @@ private:
     };
 
     const ProcessNameOrder &m_order;
-    QLocale m_locale;
+    QLocale m_locale = interfaceLocale();
     QHash<long long, QString> m_durations;
     QHash<std::uint64_t, QString> m_memories;
     QHash<double, QString> m_rates;

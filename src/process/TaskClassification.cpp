@@ -1,6 +1,7 @@
 #include "process/TaskClassification.h"
 
 #include "process/LoadTextFormats.h"
+#include "process/PrintableText.h"
 #include "process/TaskAssembly.h"
 #include "sampling/Text.h"
 #include "termination/ProtectedProcessNames.h"
@@ -25,13 +26,16 @@ struct KindKeywords {
 // " start" and " serve" makes them match a word that follows another word in
 // the haystack (as in "npm test") and not one glued to the word before it.
 // Each kind's Linux tools follow its own words: "cc1" is the C and C++
-// compiler proper (cc1, cc1plus), where a make or ninja build spends its time.
+// compiler proper (cc1, cc1plus), where a make or ninja build spends its time;
+// "make" also finds "cmake", "gmake" and "qmake", so that a make running a long
+// recipe is a build of its own. A build's own test step ("make test",
+// "ctest") still reads as a test, as tests come first.
 const std::array<KindKeywords, 7> kKindKeywords = {{
     {TaskKind::test,
      {"vitest", "jest", "pytest", "playwright", " test", "ctest", "nextest", "phpunit", "rspec"}},
     {TaskKind::build,
-     {"xcodebuild", "swiftc", "clang", " build", "gcc", "g++", "cc1", "rustc", "cargo", "ninja",
-      "cmake", "javac", "gradle", "bazel"}},
+     {"xcodebuild", "swiftc", "clang", " build", "gcc", "g++", "cc1", "lto1", "rustc", "cargo",
+      "ninja", "make", "meson", "javac", "gradle", "mvn", "bazel"}},
     {TaskKind::indexing,
      {"sourcekit", "mdworker", "spotlight", "index", "clangd", "tracker-miner", "baloo",
       "rust-analyzer"}},
@@ -150,14 +154,14 @@ DiagnosisConfidence confidenceOf(TaskKind kind, bool hasProject)
 
 QString detailOf(const ApplicationLoad &load, TickTexts *texts)
 {
-    const RedactedCommandSummary &command = load.target.command;
-    if (command.project)
-        return command.command + QStringLiteral(" · ") + *command.project;
+    const QString command = printableText(load.target.command.command);
+    if (const auto &project = load.target.command.project)
+        return command + QStringLiteral(" · ") + printableText(*project);
     if (load.processes.size() < 2)
-        return command.command;
+        return command;
     const auto count = static_cast<long long>(load.processes.size());
     return kwText("%1 · %2 个进程")
-        .arg(command.command, texts ? texts->integer(count) : formatLocaleInteger(count));
+        .arg(command, texts ? texts->integer(count) : formatLocaleInteger(count));
 }
 
 QString supportingFactsOf(const ApplicationLoad &load, TickTexts *texts)

@@ -8,16 +8,22 @@ QString kwText(const char *sourceText)
     return QCoreApplication::translate("KilnWarden", sourceText);
 }
 
+QLocale interfaceLocale()
+{
+    // Made once: a copy is a reference count, where building a locale looks it
+    // up under a global lock.
+    static const QLocale locale(QLocale::Chinese, QLocale::SimplifiedChineseScript, QLocale::China);
+    return locale;
+}
+
 QString formatLocaleNumber(double value, int fractionDigits)
 {
-    QLocale locale;
-    // Grouping follows the locale: the C locale omits it by default, real locales use it.
-    return locale.toString(value, 'f', fractionDigits < 0 ? 0 : fractionDigits);
+    return interfaceLocale().toString(value, 'f', fractionDigits < 0 ? 0 : fractionDigits);
 }
 
 QString formatLocaleInteger(long long value)
 {
-    return QLocale().toString(value);
+    return interfaceLocale().toString(value);
 }
 
 QString formatLocaleInteger(long long value, const QLocale &locale)

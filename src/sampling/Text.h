@@ -8,11 +8,17 @@
 // printf-style markers, and are filled with `arg` after the lookup.
 QString kwText(const char *sourceText);
 
-// A number in the user's current locale (QLocale()), with the locale's own
-// grouping and exactly `fractionDigits` digits after the decimal mark.
+// The locale of the language the interface shows (Simplified Chinese, China),
+// whatever LANG says: every date, time and number on screen is formatted in
+// it, so an all-Chinese window never shows "23 Nov 2026". The time zone is
+// not part of it and stays the user's.
+QLocale interfaceLocale();
+
+// A number in the interface's locale, with its own grouping and exactly `fractionDigits` digits
+// after the decimal mark.
 QString formatLocaleNumber(double value, int fractionDigits);
 
-// An integer in the user's current locale, with grouping.
+// An integer in the interface's locale, with grouping.
 QString formatLocaleInteger(long long value);
 // The same in `locale`: a tick that formats many numbers makes its locale once.
 QString formatLocaleInteger(long long value, const QLocale &locale);

@@ -138,7 +138,7 @@ TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
          good,
          {{"temperature", "温度", "thermometer.medium", "Linux hwmon CPU sensors", "61.3°C",
            A::available},
-          {"fan", "风扇", "fan", "Linux hwmon fan sensors", "2400 RPM", A::available},
+          {"fan", "风扇", "fan", "Linux hwmon fan sensors", "2,400 RPM", A::available},
           {"gpu", "GPU", "cpu", "NVIDIA NVML", "37%", A::available},
           {"memory", "内存", "memorychip", "meminfo", "1.5 GB / 17.2 GB", A::available},
           {"disk", "磁盘", "externaldrive", "diskstats", "1.5 MB/s", A::available},
@@ -155,7 +155,7 @@ TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
           {"network", "网络", "network", "采集中", "采集中", A::warmingUp},
           processes}},
     };
-    // Numbers follow the user's locale; the C locale writes them without grouping.
+    // Numbers take the interface's formats (grouped) even under the C locale.
     const ScopedDefaultLocale c(QLocale::c());
     for (const Case &row : cases)
         EXPECT_EQ(sensorStatuses(row.sample, "procfs"), row.expected) << row.name;

@@ -37,28 +37,24 @@ TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
 {
     struct Row {
         double value;
-        const char *c;
-        const char *chinese;
-        const char *german;
+        const char *text;
     };
     // clang-format off
     const Row rows[] = {
-        {74.96, "74.9", "74.9", "74,9"}, {74.99, "74.9", "74.9", "74,9"}, // cut, not rounded up
-        {74.0, "74", "74", "74"}, {74.04, "74", "74", "74"}, // a whole cut drops the fraction
-        {74.5, "74.5", "74.5", "74,5"}, {75.0, "75", "75", "75"}, {75.4, "75", "75", "75"},
-        {73.6, "74", "74", "74"}, // below the band: ordinary rounding
-        {89.96, "89.9", "89.9", "89,9"}, {89.0, "89", "89", "89"}, {90.0, "90", "90", "90"},
-        {90.4, "90", "90", "90"}, {40.0, "40", "40", "40"}, {-3.0, "-3", "-3", "-3"},
-        {1234.0, "1234", "1,234", "1.234"}, // grouping follows the locale
+        {74.96, "74.9"}, {74.99, "74.9"}, // cut, not rounded up
+        {74.0, "74"}, {74.04, "74"}, // a whole cut drops the fraction
+        {74.5, "74.5"}, {75.0, "75"}, {75.4, "75"},
+        {73.6, "74"}, // below the band: ordinary rounding
+        {89.96, "89.9"}, {89.0, "89"}, {90.0, "90"},
+        {90.4, "90"}, {40.0, "40"}, {-3.0, "-3"},
+        {1234.0, "1,234"}, // the interface's grouping, whatever the locale
     };
     // clang-format on
     for (const Row &row : rows) {
         SCOPED_TRACE(row.value);
-        const std::pair<QLocale, const char *> expected[] = {
-            {QLocale::c(), row.c}, {chinese, row.chinese}, {german, row.german}};
-        for (const auto &[locale, text] : expected) {
+        for (const QLocale &locale : {QLocale::c(), chinese, german}) {
             ScopedDefaultLocale scope(locale);
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(text));
+            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.text));
         }
     }
 }
@@ -76,7 +72,7 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
         {std::nullopt, justNow, justNow}, {0.0, justNow, justNow}, {59.9, justNow, justNow},
         {60.0, "已持续 1 分钟", "已持续 1 分钟"}, {119.9, "已持续 1 分钟", "已持续 1 分钟"},
         {120.0, "已持续 2 分钟", "已持续 2 分钟"}, {-5.0, justNow, justNow}, // start after the sample
-        {60'000.0, "已持续 1000 分钟", "已持续 1,000 分钟"},
+        {60'000.0, "已持续 1,000 分钟", "已持续 1,000 分钟"}, // the interface's grouping
     };
     // clang-format on
     const double sampleTime = 1'700'000'000.0;
@@ -198,7 +194,7 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
                   warming = Reading::warmingUp();
     const Row rows[] = {
         {"available", Reading::available(42.4, "t"), Reading::available(74.96, "t"),
-         Reading::available(1234.6, "t"), "42%", "74.9°C", "1235 RPM", std::nullopt},
+         Reading::available(1234.6, "t"), "42%", "74.9°C", "1,235 RPM", std::nullopt},
         {"denied", denied, denied, denied, "受限", "受限", "受限", QStringLiteral("权限受限")},
         {"unsupported", unsupported, unsupported, unsupported, "不可用", "不可用", "不可用", {}},
         {"unavailable", unavailable, unavailable, unavailable, "不可用", "不可用", "不可用", {}},
@@ -258,12 +254,12 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
     }
 }
 
-TEST(MenuBarPresentation, TaskCpuTextFollowsTheLocale)
+TEST(MenuBarPresentation, TaskCpuTextFollowsTheInterfaceLocale)
 {
     const SystemMetricSample hot = sampleWith(10.0, Thermal::serious, 70.0, 50.0);
     const std::vector<DashboardTask> tasks = {task("make", 1234.4, ResourceImpact::high)};
     for (const auto &[locale, text] :
-         {std::pair{QLocale::c(), "1234%"}, std::pair{chinese, "1,234%"}}) {
+         {std::pair{QLocale::c(), "1,234%"}, std::pair{chinese, "1,234%"}}) {
         ScopedDefaultLocale scope(locale);
         EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, text);
     }

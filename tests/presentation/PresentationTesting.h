@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <cstdlib>
+#include <ctime>
 #include <functional>
 
 // A reading of `readingCase`; `value` only counts for an available one.
@@ -40,6 +41,30 @@ public:
         : ScopedDefaultLocale(locale)
     {
     }
+};
+
+// Pins the process's time zone while this lives (local times are read
+// through TZ), and puts the previous one back.
+class ScopedTimeZone {
+public:
+    explicit ScopedTimeZone(const char *zone)
+        : m_saved(qgetenv("TZ")), m_had(qEnvironmentVariableIsSet("TZ"))
+    {
+        qputenv("TZ", zone);
+        tzset();
+    }
+    ~ScopedTimeZone()
+    {
+        if (m_had)
+            qputenv("TZ", m_saved);
+        else
+            qunsetenv("TZ");
+        tzset();
+    }
+
+private:
+    QByteArray m_saved;
+    bool m_had;
 };
 
 // The summed distance of the red, green and blue channels.

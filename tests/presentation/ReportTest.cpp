@@ -123,11 +123,37 @@ TEST(ReportText, ShowsTheMenuBarLineAndAnEmptyIncidentLog)
     sample.fanRPM = SensorReading<double>::permissionDenied("no access");
     store->ingest(sample);
 
-    const QString text = reportText(*store, {sample});
+    const QString text = reportText(*store, 1);
     EXPECT_TRUE(text.contains(QStringLiteral(
         "菜单栏：负载高 · 80°；面板：负载高 · 刚刚出现 · CPU 50% · 温度 80°C · 风扇 受限\n")))
         << text.toStdString();
     EXPECT_TRUE(text.endsWith(u"本次运行没有升温事件。\n"_s)) << text.toStdString();
+}
+
+// The terminal reads the process table: a process's own texts reach it
+// printable. The JSON keeps them, escaped, so a program reading it gets
+// them back whole and the terminal still gets no control.
+TEST(ReportText, ProcessTextsPrintAsQuestionMarksAndTheJsonEscapesThem)
+{
+    const QString raw = u"e\x1b]0;pwned\a\u202E9565\u2028x\u009b"_s;
+    ProcessMetric process = makeProcess(9565, 1, raw, 50.0);
+    process.command = {raw, raw};
+    SystemMetricSample sample = makeSample(1000.0);
+    sample.processMetrics = {process};
+    auto store = makeStoreForTesting();
+    store->ingest(sample);
+
+    const QString text = reportText(*store, 1);
+    EXPECT_TRUE(text.contains(u"e?]0;pwned??9565?x?"_s)) << text.toStdString();
+    for (const char16_t forging : {u'\x1b', u'\a', u'\u202E', u'\u2028', u'\u009b'})
+        EXPECT_FALSE(text.contains(QChar(forging))) << int(forging);
+
+    const QByteArray json = compactJson(processMetricJson(process));
+    for (const QChar character : QString::fromUtf8(json))
+        EXPECT_TRUE(character.unicode() >= 0x20 && character.unicode() < 0x7f) << json.data();
+    const QJsonObject parsed = QJsonDocument::fromJson(json).object();
+    EXPECT_EQ(parsed["name"].toString(), raw);
+    EXPECT_EQ(parsed["command"]["project"].toString(), raw);
 }
 
 // A test runner under an idle shell, and an idle process of its own.
@@ -148,9 +174,9 @@ TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
     const SystemMetricSample second = runnerSample(102, 97.0);
     // One sample ranks nothing yet, and the text says why.
     store->ingest(first);
-    EXPECT_TRUE(reportText(*store, {first}).contains(u"暂无可排序的负载来源"_s));
-    EXPECT_TRUE(reportJson(*store, {first})["allTasks"].toArray().isEmpty());
-    EXPECT_EQ(reportJson(*store, {first})["selectedTaskID"].toString(), QString());
+    EXPECT_TRUE(reportText(*store, 1).contains(u"暂无可排序的负载来源"_s));
+    EXPECT_TRUE(reportStateJson(*store)["allTasks"].toArray().isEmpty());
+    EXPECT_EQ(reportStateJson(*store)["selectedTaskID"].toString(), QString());
     store->ingest(second);
 
     const QString text = loadSourcesSection(*store);
@@ -163,7 +189,7 @@ TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
     }
     EXPECT_LT(text.indexOf(u"pytest"_s), text.indexOf(u"idle"_s));
 
-    const QJsonObject json = reportJson(*store, {first, second});
+    const QJsonObject json = reportStateJson(*store);
     const QJsonArray all = json["allTasks"].toArray();
     ASSERT_EQ(all.size(), 2);
     const QJsonObject task = all[0].toObject();

@@ -65,7 +65,9 @@ TEST(ChannelNameFilter, MatchesLowerCasedSubstrings)
         {"k10temp Tctl", true, false}, {"k10temp Tccd1", true, false},
         {"zenpower Tdie", true, true},
         {"x86_pkg_temp", true, false}, {"cpu-thermal", true, false}, {"cpu_thermal", true, false},
-        {"soc_thermal", true, false}, {"SOME PACKAGE ID 1", true, false}, {"PMU tdie1", true, true},
+        {"CPU-therm", true, false}, {"GPU-therm", false, false}, {"soc-thermal", true, false},
+        {"soc_thermal", true, false}, {"bigcore0-thermal", false, false},
+        {"SOME PACKAGE ID 1", true, false}, {"PMU tdie1", true, true},
         {"PMU TDEV3", false, true}, {"acpitz", false, false}, {"nvme Composite", false, false},
         {"amdgpu edge", false, false}, {"nct6798 CPUTIN", false, false}, {"", false, false},
     };
@@ -87,7 +89,7 @@ SensorChannelValue value(double v)
 const SensorChannelValue refused{std::nullopt, true};
 const SensorChannelValue unreadable{std::nullopt, false};
 
-TEST(TemperatureReading, DecidesOverTheDieChannelsInTheOrderInterfaceValueRefusalNothing)
+TEST(TemperatureReading, DecidesOverTheDieChannelsInTheOrderInterfacePackageMedianRefusalNothing)
 {
     struct Case {
         const char *name;
@@ -96,7 +98,8 @@ TEST(TemperatureReading, DecidesOverTheDieChannelsInTheOrderInterfaceValueRefusa
     };
     using R = SensorReading<double>;
     const char *core0 = "coretemp Core 0", *core1 = "coretemp Core 1", *tctl = "k10temp Tctl",
-               *acpi = "acpitz";
+               *acpi = "acpitz", *package0 = "coretemp Package id 0",
+               *package1 = "coretemp Package id 1", *tdie = "k10temp Tdie", *tccd = "k10temp Tccd1";
     const R none = R::unsupported("no channel"), denied = R::permissionDenied("refused");
     const R read55 = R::available(55.0, "source"), read48 = R::available(48.0, "source");
     // clang-format off
@@ -114,11 +117,23 @@ TEST(TemperatureReading, DecidesOverTheDieChannelsInTheOrderInterfaceValueRefusa
         {"non-die refused beside a read", {true, {{"nvme", refused}, {acpi, value(45)}}}, none},
         {"a refusal hides no figure", {true, {{core0, refused}, {core1, value(48)}}}, read48},
         {"vanished or junk files are no refusal", {true, {{core0, unreadable}}}, none},
+        {"the package, not the median",
+         {true, {{core0, value(40)}, {package0, value(55)}, {core1, value(42)}}}, read55},
+        {"the hottest package",
+         {true, {{package0, value(48)}, {core0, value(60)}, {package1, value(44)}}}, read48},
+        {"a package without a plausible value leaves the cores",
+         {true, {{package0, value(130)}, {core0, value(50)}, {core1, value(60)}}}, read55},
+        {"Tctl is the package of a chip without Tdie",
+         {true, {{tctl, value(55), "hwmon1"}, {tccd, value(40), "hwmon1"}}}, read55},
+        {"Tdie over the offset Tctl of its chip",
+         {true, {{tctl, value(68), "hwmon1"}, {tdie, value(48), "hwmon1"}}}, read48},
+        {"another chip's Tdie does not demote this chip's Tctl",
+         {true, {{tctl, value(68), "hwmon1"}, {tdie, value(48), "hwmon1"},
+                 {tctl, value(55), "hwmon2"}}}, read55},
     };
     // clang-format on
     for (const Case &c : cases)
-        EXPECT_EQ(temperatureReading(c.survey, kLinuxCPUDieChannelNames, temperatureTexts),
-                  c.expected)
+        EXPECT_EQ(temperatureReading(c.survey, kLinuxCPUChannelNames, temperatureTexts), c.expected)
             << c.name;
 }
 

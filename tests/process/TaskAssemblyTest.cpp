@@ -1,4 +1,5 @@
 #include "process/TaskAssembly.h"
+#include "process/ApplicationGrouping.h"
 #include "process/LoadTextFormats.h"
 #include "process/ProcessNameOrder.h"
 #include "support/RowName.h"
@@ -12,6 +13,8 @@
 #include <limits>
 
 namespace {
+
+using namespace Qt::StringLiterals;
 
 TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)
 {
@@ -168,6 +171,50 @@ TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
     EXPECT_EQ(leaf.project, std::optional<QString>(QStringLiteral("kiln")));
     EXPECT_TRUE(leaf.isTarget);
     EXPECT_FALSE(root.isTarget);
+}
+
+// What a process calls itself reaches the task only as printable text:
+// controls, separators and direction marks are "?" in every shown field.
+TEST(TaskAssemblyTest, AProcessesOwnTextsArriveAsPrintableText)
+{
+    struct Row {
+        const char *description;
+        QString raw;   // name, command, project and desktop entry name at once
+        QString shown; // each of them as shown
+    };
+    const QString bidi = u"\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069\u200E\u200F"
+                         u"\u061C"_s;
+    const Row rows[] = {
+        {"C0, DEL and C1 controls", u"a\nFAKEROW\x1b[41m\a\t\x7f\u009b2J"_s,
+         u"a?FAKEROW?[41m???"
+         u"?2J"_s},
+        {"direction marks, overrides and isolates", u"x"_s + bidi + u"9565"_s,
+         u"x????????????9565"_s},
+        {"line and paragraph separators", u"p\u2028PID 1\u2029"_s, u"p?PID 1?"_s},
+    };
+    const ProcessNameOrder order(QLocale::c());
+    for (const Row &row : rows) {
+        for (const bool desktopEntry : {false, true}) {
+            ProcessMetric process = makeProcess(11, 1, row.raw, 50.0);
+            process.command = {row.raw, row.raw};
+            if (desktopEntry) {
+                process.applicationPath = u"/usr/share/applications/x.desktop"_s;
+                process.applicationName = row.raw;
+            }
+            const std::vector<ApplicationLoad> loads = groupApplicationLoads({process});
+            ASSERT_EQ(loads.size(), 1u);
+            TickTexts texts(order);
+            const DashboardTask task =
+                assembleTask(loads[0], TaskClassification::classify(loads[0]), texts);
+            const DashboardProcessNode &node = task.processTree.at(0);
+            EXPECT_EQ(task.application, row.shown) << row.description;
+            EXPECT_EQ(task.targetProcess.name, row.shown) << row.description;
+            EXPECT_EQ(task.detail, row.shown + u" · "_s + row.shown) << row.description;
+            EXPECT_EQ(node.name, row.shown) << row.description;
+            EXPECT_EQ(node.command, row.shown) << row.description;
+            EXPECT_EQ(node.project, row.shown) << row.description;
+        }
+    }
 }
 
 } // namespace

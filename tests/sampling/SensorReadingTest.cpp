@@ -44,7 +44,7 @@ TEST(SensorReadingText, EveryCaseHasItsWords)
     }
 }
 
-TEST(SensorReadingText, DisplayUsesTheLocaleWithGroupingAndExactDigits)
+TEST(SensorReadingText, DisplayUsesTheInterfaceLocaleWithGroupingAndExactDigits)
 {
     struct Row {
         QLocale locale;
@@ -54,10 +54,11 @@ TEST(SensorReadingText, DisplayUsesTheLocaleWithGroupingAndExactDigits)
         QString expected;
     };
     const std::vector<Row> rows = {
-        {QLocale::c(), 2400.4, " RPM", 0, "2400 RPM"},
+        // Whatever the user's locale, the interface's (Chinese) formats.
+        {QLocale::c(), 2400.4, " RPM", 0, "2,400 RPM"},
         {QLocale::c(), 0.5, "%", 0, "1%"},
         {QLocale(QLocale::English, QLocale::UnitedStates), 12345.67, " RPM", 0, "12,346 RPM"},
-        {QLocale(QLocale::German, QLocale::Germany), 61.26, "°C", 1, "61,3°C"},
+        {QLocale(QLocale::German, QLocale::Germany), 61.26, "°C", 1, "61.3°C"},
         {QLocale(QLocale::Chinese, QLocale::China), 1234.0, "°C", 1, "1,234.0°C"},
     };
     for (const auto &row : rows) {

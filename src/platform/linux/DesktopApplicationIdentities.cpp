@@ -4,7 +4,6 @@
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ServiceManagerRecognition.h"
 #include "platform/linux/SystemdApplicationUnit.h"
-#include "process/PrintableText.h"
 
 DesktopApplicationIdentities::DesktopApplicationIdentities(QStringList dataDirectories)
     : m_dataDirectories(std::move(dataDirectories))
@@ -33,7 +32,6 @@ DesktopApplicationIdentities::identityForApplicationID(const QString &applicatio
         name ? *name : applicationID.sliced(applicationID.lastIndexOf(QLatin1Char('.')) + 1);
     if (identity.applicationName.isEmpty())
         identity.applicationName = applicationID;
-    identity.applicationName = withControlCharactersShown(identity.applicationName);
     m_byApplicationID.insert(applicationID, identity);
     return identity;
 }

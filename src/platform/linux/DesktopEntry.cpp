@@ -46,14 +46,8 @@ QString unescapeValue(std::string_view value)
         }
         bytes.append(value[index]);
     }
-    // A name is one line of text: an escaped line break or tab (or any other
-    // control character) shows as "?", so no entry can forge a row.
-    QString text = QString::fromUtf8(bytes);
-    for (QChar &character : text) {
-        if (character.category() == QChar::Other_Control)
-            character = QLatin1Char('?');
-    }
-    return text;
+    // Escaped line breaks stay in the name: printableText shows them as "?".
+    return QString::fromUtf8(bytes);
 }
 
 bool isRegularFile(const QString &path)

@@ -6,9 +6,22 @@
 
 namespace {
 
-// One hwmon device directory with its name and the numbered files in it.
+// hwmon names of graphics cards. Their fan cools the card and stops when the
+// card idles; it is not the machine's fan.
+constexpr std::string_view kGraphicsCardHwmonNames[] = {"amdgpu", "radeon", "nouveau"};
+
+bool isGraphicsCard(const QString &hwmonName)
+{
+    return std::any_of(std::begin(kGraphicsCardHwmonNames), std::end(kGraphicsCardHwmonNames),
+                       [&](std::string_view name) {
+                           return hwmonName == QLatin1String(name.data(), qsizetype(name.size()));
+                       });
+}
+
+// One hwmon device with its name and the numbered files of its sensors.
 struct HwmonDevice {
-    QByteArray path; // ends with '/'
+    QByteArray directory; // "hwmonN"
+    QByteArray path;      // where the temp*/fan* files are; ends with '/'
     QString name;
     std::vector<QByteArray> entries;
 };
@@ -18,7 +31,15 @@ QString trimmedText(const FileReadResult &file)
     return file.bytes ? QString::fromUtf8(file.bytes->trimmed()) : QString();
 }
 
-// The devices of <sysRoot>/class/hwmon; absent when that class does not exist.
+bool holdsSensorFiles(const std::vector<QByteArray> &entries)
+{
+    return std::any_of(entries.begin(), entries.end(), [](const QByteArray &entry) {
+        return entry.startsWith("temp") || entry.startsWith("fan");
+    });
+}
+
+// The awake devices of <sysRoot>/class/hwmon; absent when that class does not
+// exist. Of a sleeping device only its runtime status is read.
 std::optional<std::vector<HwmonDevice>> hwmonDevices(const QByteArray &sysRoot,
                                                      const KernelFileReader &read)
 {
@@ -28,13 +49,24 @@ std::optional<std::vector<HwmonDevice>> hwmonDevices(const QByteArray &sysRoot,
         return std::nullopt;
     std::vector<HwmonDevice> devices;
     for (const NumberedEntry &entry : numberedEntries(*names, "hwmon")) {
-        HwmonDevice device;
-        device.path = classPath + entry.name + '/';
-        auto entries = listDirectory(device.path);
+        const QByteArray path = classPath + entry.name + '/';
+        if (deviceAsleep(path + "device/", read))
+            continue;
+        auto entries = listDirectory(path);
         if (!entries)
             continue; // gone since the listing
-        device.entries = std::move(*entries);
-        device.name = trimmedText(read(device.path + "name"));
+        HwmonDevice device{entry.name, path, {}, std::move(*entries)};
+        device.name = trimmedText(read(path + "name"));
+        // Older drivers (applesmc, some Super I/O chips) register their files,
+        // and often their name, on the parent device.
+        if (!holdsSensorFiles(device.entries)) {
+            if (auto parentEntries = listDirectory(path + "device/")) {
+                device.path = path + "device/";
+                device.entries = std::move(*parentEntries);
+                if (device.name.isEmpty())
+                    device.name = trimmedText(read(device.path + "name"));
+            }
+        }
         if (device.name.isEmpty())
             device.name = QString::fromUtf8(entry.name); // a device without a readable name
         devices.push_back(std::move(device));
@@ -86,8 +118,11 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
                 continue; // never opened: see the header
             scan.temperatures.channels.push_back(
                 {std::move(name),
-                 sensorFileValue(read(device.path + stem + "_input"), millidegrees)});
+                 sensorFileValue(read(device.path + stem + "_input"), millidegrees),
+                 QString::fromUtf8(device.directory)});
         }
+        if (isGraphicsCard(device.name))
+            continue;
         for (const unsigned long long number : inputNumbers(device.entries, "fan")) {
             const QByteArray path = device.path + "fan" + QByteArray::number(number) + "_input";
             scan.fans.push_back(sensorFileValue(read(path), 1.0));
@@ -104,7 +139,8 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
             if (!channelNameMatches(type, cpuDieNames))
                 continue;
             scan.temperatures.channels.push_back(
-                {type, sensorFileValue(read(zonePath + "temp"), millidegrees)});
+                {type, sensorFileValue(read(zonePath + "temp"), millidegrees),
+                 QString::fromUtf8(zone.name)});
         }
     }
     return scan;
@@ -112,14 +148,13 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
 
 HwmonSensorProbe::HwmonSensorProbe(QString sysRoot, KernelFileReader reader)
     : m_sysRoot(sysRoot.toLocal8Bit()),
-      m_read(std::move(reader)), m_temperatureTexts{QStringLiteral("Linux hwmon CPU sensors"),
+      m_read(std::move(reader)), m_temperatureTexts{kwText("Linux hwmon CPU 传感器"),
                                                     kwText(
                                                         "当前系统没有可用的 hwmon 温度传感器接口"),
                                                     kwText("无权读取 hwmon 温度传感器"),
                                                     kwText("未发现可识别的 CPU 温度通道")},
-      m_fanTexts{QStringLiteral("Linux hwmon fan sensors"),
-                 kwText("系统没有可读取的风扇转速传感器"), kwText("无权读取 hwmon 风扇传感器"),
-                 kwText("hwmon 未返回明确的风扇 RPM")}
+      m_fanTexts{kwText("Linux hwmon 风扇传感器"), kwText("系统没有可读取的风扇转速传感器"),
+                 kwText("无权读取 hwmon 风扇传感器"), kwText("hwmon 未返回明确的风扇 RPM")}
 {
 }
 
@@ -129,7 +164,7 @@ AppleSensorReadings HwmonSensorProbe::read()
     const HwmonSensorScan scan = scanHwmonSensors(m_sysRoot, m_read, kLinuxCPUDieChannelNames);
     AppleSensorReadings readings;
     readings.temperature =
-        temperatureReading(scan.temperatures, kLinuxCPUDieChannelNames, m_temperatureTexts);
+        temperatureReading(scan.temperatures, kLinuxCPUChannelNames, m_temperatureTexts);
     readings.fan = fanReading(scan.fans, m_fanTexts);
     return readings;
 }

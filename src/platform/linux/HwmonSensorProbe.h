@@ -18,12 +18,17 @@ struct HwmonSensorScan {
     // their device: a disk's drivetemp read every 2 s keeps the disk from
     // spinning down, an NVMe sensor keeps the drive out of its sleep states.
     TemperatureSurvey temperatures;
-    // Each hwmon fan<n>_input (RPM).
+    // Each hwmon fan<n>_input (RPM), but a graphics card's (amdgpu, radeon,
+    // nouveau): that fan cools the card and stands still while it idles.
     std::vector<SensorChannelValue> fans;
 };
 
 // hwmon devices and their inputs go in the order of their numbers (hwmon2
-// before hwmon10), so the fold sees the same order on every tick.
+// before hwmon10), so the fold sees the same order on every tick. A hwmon
+// device whose parent sleeps (device/power/runtime_status "suspended") is
+// passed over whole: reading its sensors would wake it. One without temp*
+// and fan* files is read through its device/, where older drivers (applesmc,
+// some Super I/O chips) put them.
 HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileReader &read,
                                  std::span<const std::string_view> cpuDieNames);
 

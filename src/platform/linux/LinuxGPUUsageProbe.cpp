@@ -17,8 +17,7 @@ std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const Kern
         // Runtime power management: a sleeping card is idle, and reading its
         // busy file would wake it. Whether the file exists is in the listing,
         // which the driver does not answer.
-        const FileReadResult power = read(device + "power/runtime_status");
-        if (power.bytes && power.bytes->trimmed() == "suspended") {
+        if (deviceAsleep(device, read)) {
             const auto entries = listDirectory(device);
             if (entries && std::find(entries->begin(), entries->end(),
                                      QByteArray("gpu_busy_percent")) != entries->end())
@@ -34,6 +33,32 @@ std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const Kern
     return values;
 }
 
+NvidiaDisplayDevices countNvidiaDisplayDevices(const QByteArray &sysRoot,
+                                               const KernelFileReader &read)
+{
+    NvidiaDisplayDevices devices;
+    const QByteArray pciPath = sysRoot + "/bus/pci/devices/";
+    const auto names = listDirectory(pciPath);
+    if (!names)
+        return devices;
+    for (const QByteArray &name : *names) {
+        const QByteArray device = pciPath + name + '/';
+        // vendor and class come from the configuration space the kernel read
+        // at enumeration; reading them wakes nothing.
+        const FileReadResult vendor = read(device + "vendor");
+        if (!vendor.bytes || vendor.bytes->trimmed() != "0x10de")
+            continue;
+        const FileReadResult pciClass = read(device + "class");
+        if (!pciClass.bytes || !pciClass.bytes->startsWith("0x03"))
+            continue; // an audio function or USB controller of the card
+        if (deviceAsleep(device, read))
+            ++devices.asleep;
+        else
+            ++devices.awake;
+    }
+    return devices;
+}
+
 LinuxGPUUsageProbe::LinuxGPUUsageProbe(QString sysRoot, QByteArray nvmlLibraryPath,
                                        KernelFileReader reader)
     : m_sysRoot(sysRoot.toLocal8Bit()), m_nvmlLibraryPath(std::move(nvmlLibraryPath)),
@@ -41,21 +66,29 @@ LinuxGPUUsageProbe::LinuxGPUUsageProbe(QString sysRoot, QByteArray nvmlLibraryPa
 {
 }
 
-std::vector<double> LinuxGPUUsageProbe::nvmlUtilisations()
+std::vector<double> LinuxGPUUsageProbe::nvmlUtilisations(const NvidiaDisplayDevices &devices)
 {
+    if (devices.awake == 0 && m_nvml)
+        m_nvml->endSession(); // let the last card that was awake sleep
+    if (devices.awake == 0 && devices.asleep == 0)
+        return {};
     if (!m_nvml) {
-        m_nvml = NvmlLibrary::open(m_nvmlLibraryPath);
+        m_nvml = NvmlLibrary::load(m_nvmlLibraryPath);
         if (!m_nvml)
             return {};
     }
-    std::optional<std::vector<double>> values = m_nvml->utilisations();
-    if (!values) {
-        // The session broke (driver unloaded or reset): end it and open a
+    std::vector<double> values(static_cast<std::size_t>(devices.asleep), 0.0);
+    if (devices.awake == 0 || !m_nvml->startSession())
+        return values;
+    std::optional<std::vector<double>> busy = m_nvml->utilisations();
+    if (!busy) {
+        // The session broke (driver unloaded or reset): end it and start a
         // new one on the next tick.
-        m_nvml.reset();
-        return {};
+        m_nvml->endSession();
+        return values;
     }
-    return std::move(*values);
+    values.insert(values.end(), busy->begin(), busy->end());
+    return values;
 }
 
 SensorReading<double> LinuxGPUUsageProbe::sample()
@@ -64,7 +97,7 @@ SensorReading<double> LinuxGPUUsageProbe::sample()
     // sysfs first: on a tie the sysfs source names the reading.
     for (const double percent : readAmdgpuBusyPercents(m_sysRoot, m_read))
         devices.push_back({percent, QStringLiteral("Linux GPU busy percent")});
-    for (const double percent : nvmlUtilisations())
+    for (const double percent : nvmlUtilisations(countNvidiaDisplayDevices(m_sysRoot, m_read)))
         devices.push_back({percent, QStringLiteral("NVIDIA NVML")});
     return gpuUsageReading(devices, kwText("未发现可读取的 GPU 利用率通道"));
 }

@@ -17,13 +17,27 @@
 // would wake it and keep a laptop's second GPU powered.
 std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const KernelFileReader &read);
 
+// NVIDIA display devices (vendor 0x10de, PCI class 0x03xxxx) among
+// <sysRoot>/bus/pci/devices/*, by their runtime power state. Of other devices
+// only the vendor is read, of NVIDIA's only the class and the power state.
+struct NvidiaDisplayDevices {
+    int awake = 0;
+    int asleep = 0;
+
+    bool operator==(const NvidiaDisplayDevices &) const = default;
+};
+NvidiaDisplayDevices countNvidiaDisplayDevices(const QByteArray &sysRoot,
+                                               const KernelFileReader &read);
+
 // GPU utilisation: amdgpu through sysfs and NVIDIA through NVML, the largest
 // value of all devices.
 //
-// The NVML session is kept while it works (see NvmlLibrary). A failed open
-// is tried again at the next tick, like every other reading: a driver loaded
-// after start (or after a reset) is seen within one tick. On machines without
-// the library the attempt is one failed dlopen.
+// NVML is asked only while an NVIDIA display device is awake: its session
+// wakes a sleeping card (see NvmlLibrary). It is kept while it works and
+// ended when every NVIDIA device has gone to sleep; a sleeping NVIDIA device
+// counts as idle, 0 %, where the library is there to measure it. A failed
+// load or start is tried again at the next tick, like every other reading: a
+// driver loaded after start (or after a reset) is seen within one tick.
 class LinuxGPUUsageProbe final : public GPUUsageProbing {
 public:
     explicit LinuxGPUUsageProbe(QString sysRoot = QStringLiteral("/sys"),
@@ -32,7 +46,7 @@ public:
     SensorReading<double> sample() override;
 
 private:
-    std::vector<double> nvmlUtilisations();
+    std::vector<double> nvmlUtilisations(const NvidiaDisplayDevices &devices);
 
     QByteArray m_sysRoot;
     QByteArray m_nvmlLibraryPath;

@@ -28,7 +28,7 @@ void NvmlLibrary::HandleCloser::operator()(void *handle) const
     ::dlclose(handle);
 }
 
-std::unique_ptr<NvmlLibrary> NvmlLibrary::open(const QByteArray &libraryPath)
+std::unique_ptr<NvmlLibrary> NvmlLibrary::load(const QByteArray &libraryPath)
 {
     std::unique_ptr<void, HandleCloser> handle(
         ::dlopen(libraryPath.constData(), RTLD_NOW | RTLD_LOCAL));
@@ -49,8 +49,6 @@ std::unique_ptr<NvmlLibrary> NvmlLibrary::open(const QByteArray &libraryPath)
     if (!functions->init || !functions->deviceCount || !functions->deviceHandle ||
         !functions->utilization || !functions->shutdown)
         return nullptr;
-    if (functions->init() != kNvmlSuccess)
-        return nullptr;
     return std::unique_ptr<NvmlLibrary>(new NvmlLibrary(std::move(handle), std::move(functions)));
 }
 
@@ -63,11 +61,27 @@ NvmlLibrary::NvmlLibrary(std::unique_ptr<void, HandleCloser> handle,
 NvmlLibrary::~NvmlLibrary()
 {
     // Ends the session before m_handle closes the library.
-    m_functions->shutdown();
+    endSession();
+}
+
+bool NvmlLibrary::startSession()
+{
+    if (!m_inSession)
+        m_inSession = m_functions->init() == kNvmlSuccess;
+    return m_inSession;
+}
+
+void NvmlLibrary::endSession()
+{
+    if (m_inSession)
+        m_functions->shutdown();
+    m_inSession = false;
 }
 
 std::optional<std::vector<double>> NvmlLibrary::utilisations() const
 {
+    if (!m_inSession)
+        return std::nullopt;
     unsigned int count = 0;
     if (m_functions->deviceCount(&count) != kNvmlSuccess)
         return std::nullopt;

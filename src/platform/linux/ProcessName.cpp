@@ -1,7 +1,5 @@
 #include "platform/linux/ProcessName.h"
 
-#include "process/PrintableText.h"
-
 namespace {
 
 QString lastComponent(const QString &path)
@@ -25,13 +23,13 @@ QString processDisplayName(const QString &comm, const QString &executablePath)
 {
     const QString executableName = lastComponent(executablePathShown(executablePath));
     if (comm.isEmpty())
-        return withControlCharactersShown(executableName);
+        return executableName;
     // The kernel keeps only the first 15 bytes of a name (TASK_COMM_LEN − 1):
     // "kilnwarden-report" arrives as "kilnwarden-repo". When the executable's
     // own name continues the cut name, show the whole one.
     constexpr qsizetype kernelNameLimit = 15;
     if (comm.toUtf8().size() == kernelNameLimit && executableName.size() > comm.size() &&
         executableName.startsWith(comm))
-        return withControlCharactersShown(executableName);
-    return withControlCharactersShown(comm);
+        return executableName;
+    return comm;
 }

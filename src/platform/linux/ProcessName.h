@@ -8,8 +8,8 @@
 //
 // The name is the comm of /proc/<pid>/stat, unless the kernel cut a longer
 // executable name to 15 bytes (then the executable's file name), or the comm
-// is empty (then the executable's file name too). Control characters show
-// as "?".
+// is empty (then the executable's file name too). It is the process's own
+// text, control characters and all: printableText makes it fit to show.
 QString processDisplayName(const QString &comm, const QString &executablePath);
 
 // The executable path without the " (deleted)" that marks a replaced binary.

@@ -26,6 +26,12 @@ std::optional<std::vector<QByteArray>> listDirectory(const QByteArray &path)
     return names;
 }
 
+bool deviceAsleep(const QByteArray &devicePath, const KernelFileReader &read)
+{
+    const FileReadResult status = read(devicePath + "power/runtime_status");
+    return status.bytes && status.bytes->trimmed() == "suspended";
+}
+
 std::optional<unsigned long long> numberBetween(std::string_view name, std::string_view prefix,
                                                 std::string_view suffix)
 {

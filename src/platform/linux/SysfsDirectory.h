@@ -22,6 +22,12 @@ KernelFileReader systemFileReader();
 // file system gives them; absent when the directory cannot be opened.
 std::optional<std::vector<QByteArray>> listDirectory(const QByteArray &path);
 
+// True when the kernel has put the device at `devicePath` (ending in '/') to
+// sleep: its power/runtime_status is "suspended". Reading that file leaves the
+// device asleep; reading almost any other file of it would wake it, and keep
+// a laptop's second GPU powered.
+bool deviceAsleep(const QByteArray &devicePath, const KernelFileReader &read);
+
 // The entries "<prefix><n>" of a directory with n a decimal number, sorted by
 // n: hwmon2 before hwmon10. Entries with more after the number ("card0-DP-1")
 // are left out.

@@ -1,47 +1,44 @@
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
 
-#include "platform/linux/FileReading.h"
-
-#include <QDir>
-
-std::vector<ThermalZoneTrips> readThermalZoneTrips(const QString &sysRoot)
+std::vector<ThermalZoneTrips> readThermalZoneTrips(const QByteArray &sysRoot,
+                                                   const KernelFileReader &read)
 {
     std::vector<ThermalZoneTrips> zones;
-    const QDir thermal(sysRoot + QStringLiteral("/class/thermal"));
-    const QStringList names = thermal.entryList({QStringLiteral("thermal_zone*")},
-                                                QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QString &name : names) {
-        const QString zonePath = thermal.filePath(name) + QLatin1Char('/');
+    const QByteArray thermalPath = sysRoot + "/class/thermal/";
+    const auto names = listDirectory(thermalPath);
+    if (!names)
+        return zones;
+    for (const NumberedEntry &entry : numberedEntries(*names, "thermal_zone")) {
+        const QByteArray zonePath = thermalPath + entry.name + '/';
         ThermalZoneTrips zone;
-        const FileReadResult temp = readKernelFile(zonePath + QStringLiteral("temp"));
-        if (temp.bytes)
-            zone.temperature = parseDecimal(asView(*temp.bytes));
         // Trip points are numbered from 0 without gaps.
         for (int index = 0;; ++index) {
-            const QString stem = zonePath + QStringLiteral("trip_point_%1_").arg(index);
-            const FileReadResult type = readKernelFile(stem + QStringLiteral("type"));
+            const QByteArray stem = zonePath + "trip_point_" + QByteArray::number(index) + '_';
+            const FileReadResult type = read(stem + "type");
             if (!type.bytes)
                 break;
-            const FileReadResult tripTemp = readKernelFile(stem + QStringLiteral("temp"));
+            const FileReadResult tripTemp = read(stem + "temp");
             const std::optional<long long> value =
                 tripTemp.bytes ? parseDecimal(asView(*tripTemp.bytes)) : std::nullopt;
-            // A trip at or below 0 is a disabled one on many drivers.
             if (!value || *value <= 0)
                 continue;
-            zone.trips.push_back(
-                {QString::fromLatin1(type.bytes->trimmed()), *value});
+            zone.trips.push_back({QString::fromLatin1(type.bytes->trimmed()), *value});
         }
+        if (zone.trips.empty())
+            continue;
+        if (const FileReadResult temp = read(zonePath + "temp"); temp.bytes)
+            zone.temperature = parseDecimal(asView(*temp.bytes));
         zones.push_back(std::move(zone));
     }
     return zones;
 }
 
-ThermalZoneThermalStateProbe::ThermalZoneThermalStateProbe(QString sysRoot)
-    : m_sysRoot(std::move(sysRoot))
+ThermalZoneThermalStateProbe::ThermalZoneThermalStateProbe(QString sysRoot, KernelFileReader reader)
+    : m_sysRoot(sysRoot.toLocal8Bit()), m_read(std::move(reader))
 {
 }
 
 SystemThermalState ThermalZoneThermalStateProbe::read()
 {
-    return thermalStateFromTrips(readThermalZoneTrips(m_sysRoot));
+    return thermalStateFromTrips(readThermalZoneTrips(m_sysRoot, m_read));
 }

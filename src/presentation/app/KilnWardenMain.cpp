@@ -5,6 +5,7 @@
 #include "presentation/app/KilnWardenApplication.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
+#include "presentation/kit/DashboardScrollBarStyle.h"
 #include "presentation/kit/KilnWardenMark.h"
 
 #include <QApplication>
@@ -24,6 +25,7 @@ int main(int argc, char **argv)
         return 0;
 
     QApplication::setWindowIcon(kilnWardenApplicationIcon());
+    installDashboardScrollBarStyle();
     installDashboardApplicationFont();
     installDashboardAccessibility();
 

@@ -33,6 +33,19 @@ QWidget *legendEntry(QRgb color, const QString &text)
     return entry;
 }
 
+// The process block: it takes the height the column has left, up to its
+// maximum. It asks for no more than its least (the heading and the tree's
+// least), since a scroll area sizes the column by what its parts ask for and
+// the block would then push the operation panel below the fold.
+class ShrinkingBlock final : public QWidget {
+public:
+    QSize sizeHint() const override
+    {
+        return {QWidget::sizeHint().width(), minimumSizeHint().height()};
+    }
+    bool hasHeightForWidth() const override { return false; }
+};
+
 TrendChartContent heatTrendContent(const std::vector<HeatTrendPoint> &points)
 {
     TrendChartContent content;
@@ -194,9 +207,13 @@ DiagnosisWorkspace::DiagnosisWorkspace(DashboardStore &store, std::function<void
     m_lower->setContentsMargins(0, 0, 0, 0);
     m_lower->addWidget(m_evidence, 1, Qt::AlignTop);
     m_lower->addWidget(m_panel, 1, Qt::AlignTop);
-    attach(lowerBlock, column(0, {}, {new HairLine, fixed(16), m_lower, flexible()}));
+    attach(lowerBlock, column(0, {}, {new HairLine, fixed(16), m_lower}));
 
-    attach(this, column(18, {}, {m_pathSummary, m_processBlock, LayoutItem(lowerBlock, 1)}));
+    // The operation panel (end button, phase message, verification) never
+    // falls below the fold for want of room: the process block gives up
+    // height first, down to a few rows, and only then does the column scroll.
+    attach(this,
+           column(18, {}, {m_pathSummary, LayoutItem(m_processBlock, 1), lowerBlock, flexible(0)}));
     connect(m_composition, &ProcessCompositionView::processSelected, this,
             [this](const QString &nodeID) { m_store.selectProcess(nodeID); });
     refresh();
@@ -235,7 +252,7 @@ QWidget *DiagnosisWorkspace::buildPathSummary()
 
 QWidget *DiagnosisWorkspace::buildProcessBlock()
 {
-    auto *block = new QWidget;
+    auto *block = new ShrinkingBlock;
     block->setObjectName(QStringLiteral("diagnosisProcessBlock"));
     auto *title = new TextLabel(kwText("进程组成"), 13, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
@@ -325,7 +342,13 @@ void DiagnosisWorkspace::applyLayout(const DashboardLayoutMetrics &layout)
         m_lower->setStretchFactor(m_evidence, 0);
         break;
     }
-    m_processBlock->setFixedHeight(static_cast<int>(layout.diagnosisChartHeight));
+    // Where the column scrolls anyway (compact, short) the block keeps its
+    // full height; elsewhere it gives up height before the panel would.
+    const int blockHeight = static_cast<int>(layout.diagnosisChartHeight);
+    const bool scrolls =
+        layout.isShort || layout.horizontalSize == DashboardHorizontalSize::compact;
+    m_processBlock->setMinimumHeight(scrolls ? blockHeight : 0);
+    m_processBlock->setMaximumHeight(blockHeight);
 }
 
 void DiagnosisWorkspace::refresh()

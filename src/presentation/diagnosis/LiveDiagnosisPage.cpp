@@ -11,11 +11,11 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
+#include "presentation/shell/PageScrollArea.h"
 #include "sampling/Text.h"
 
 #include <QLineEdit>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QStackedWidget>
 
 namespace {
@@ -39,20 +39,11 @@ LiveDiagnosisPage::LiveDiagnosisPage(DashboardStore &store, const DashboardPageA
 {
     m_leftColumn = buildLeftColumn();
     m_workspace = new DiagnosisWorkspace(store, actions.openTerminal);
-    m_scroll = new QScrollArea;
+    m_scroll = makePageScrollArea(m_workspace);
     m_scroll->setObjectName(QStringLiteral("diagnosisWorkspaceScroll"));
-    m_scroll->setWidget(m_workspace);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->viewport()->setAutoFillBackground(false);
-    m_workspace->setAutoFillBackground(false);
-
-    // With its scroll bar showing, the workspace keeps its right edge off it.
-    connect(m_scroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] {
-        const QScrollBar *bar = m_scroll->verticalScrollBar();
-        m_workspace->setContentsMargins(0, 0, bar->maximum() > bar->minimum() ? 10 : 0, 0);
-    });
+    // The bar's room is kept whether or not it shows, so the column never
+    // moves sideways when a longer text makes it scroll.
+    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
 
     m_frame = row(24, {32, 0, 32, 28}, {m_leftColumn, LayoutItem(m_scroll, 1)});
     attach(this, m_frame);
@@ -291,8 +282,5 @@ void LiveDiagnosisPage::applyLayout(const DashboardLayoutMetrics &layout)
     m_list->setLayoutMetrics(layout);
     const bool scrolls =
         layout.isShort || layout.horizontalSize == DashboardHorizontalSize::compact;
-    m_workspace->setMinimumHeight(scrolls ? 700 : 0);
-    // Where the workspace has the height it needs, it takes what there is and
-    // no scroll bar shows; a window too short for it still reaches every part.
-    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setPageScrolling(m_scroll, scrolls, 700);
 }

@@ -107,6 +107,8 @@ ProcessOperationPanel::ProcessOperationPanel(DashboardStore &store,
     m_summary->setCornerRadius(10);
     m_processName =
         new TextLabel(QString(), 14, DashboardFontWeight::semibold, DashboardPalette::textPrimary);
+    // The name asks for its whole width and the space after the badge takes
+    // what is left, so only a name longer than the line is cut.
     m_processName->setElided(true);
     m_role = new PillLabel(
         QString(), {9, DashboardFontWeight::medium, QColor::fromRgb(DashboardPalette::accent),
@@ -114,8 +116,7 @@ ProcessOperationPanel::ProcessOperationPanel(DashboardStore &store,
     m_processFacts =
         wrappingLabel(10, DashboardFontWeight::regular, DashboardPalette::textSecondary);
     attach(m_summary, column(5, {12, 7, 12, 7},
-                             {row(8, {}, {LayoutItem(m_processName, 1), m_role, flexible(1)}),
-                              m_processFacts}));
+                             {row(8, {}, {m_processName, m_role, flexible(1)}), m_processFacts}));
 
     auto *adviceCaption = new TextLabel(kwText("负载来源建议"), 10, DashboardFontWeight::semibold,
                                         DashboardPalette::textSecondary);
@@ -204,10 +205,6 @@ void ProcessOperationPanel::refresh(const DashboardTask *task, const DashboardPr
                                     .arg(QString::number(selected->pid),
                                          QString::number(roundedWholeNumber(selected->cpu)),
                                          selected->memory, selected->disk, selected->duration));
-        // The name takes what it needs and the badge follows it; only a name
-        // longer than the line is cut.
-        m_processName->setMaximumWidth(
-            m_processName->fontMetrics().horizontalAdvance(selected->name) + 2);
     }
     m_recommendation->setText(m_store.selectedDiagnosis().recommendation);
     m_impactText->setText(terminationImpactText(task, selected, canTerminate, status));

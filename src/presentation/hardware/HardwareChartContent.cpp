@@ -5,7 +5,8 @@
 #include "sampling/Text.h"
 
 TrendChartContent hardwareChartContent(HardwareCategory category,
-                                       const std::vector<HardwareTrendPoint> &points)
+                                       const std::vector<HardwareTrendPoint> &points,
+                                       const std::optional<QString> &unavailableReason)
 {
     namespace P = DashboardPalette;
     const HardwareCategoryInfo info = hardwareCategoryInfo(category);
@@ -39,7 +40,8 @@ TrendChartContent hardwareChartContent(HardwareCategory category,
     content.style.labelColor = QColor::fromRgb(P::textTertiary);
     content.style.plotBackground = QColor::fromRgb(P::panelBackground);
     content.style.plotCornerRadius = 12.0;
-    content.style.emptyText = kwText("正在采集%1趋势…").arg(info.title);
+    content.style.emptyText =
+        unavailableReason ? *unavailableReason : kwText("正在采集%1趋势…").arg(info.title);
     content.style.emptySymbol = QStringLiteral("waveform.path.ecg");
     content.style.emptyFontSize = 12.0;
     content.style.emptyColor = QColor::fromRgb(P::textTertiary);

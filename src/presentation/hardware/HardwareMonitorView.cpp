@@ -40,8 +40,10 @@ HardwareMonitorView::HardwareMonitorView(DashboardStore &store, QWidget *parent)
     auto *workspace = new QWidget;
     setAccessibility(workspace, QStringLiteral("hardwareMetricWorkspace"));
     setAccessibleRole(workspace, QAccessible::Grouping);
+    // No side padding: the workspace draws no box of its own, so an inset
+    // would only shift the tabs, figures and chart off the title and table.
     attach(workspace,
-           column(12, {14, 14, 14, 14},
+           column(0, {0, 14, 0, 14},
                   {LayoutItem(m_tabs, 0, Qt::AlignLeft), m_summary, new HairLine, m_chartBlock}));
 
     m_table = new HardwareSensorTable;
@@ -85,12 +87,13 @@ void HardwareMonitorView::refreshWorkspace()
         m_store.hardwareTrendPoints(kHardwareTrendWindowSeconds);
     const std::optional<SystemMetricSample> &latest = m_store.latestSystemSample();
     const std::vector<QPointF> series = hardwareSeries(m_category, points);
+    const std::optional<QString> unavailable = hardwareUnavailableReason(m_category, latest);
     m_summary->setSummary({m_category, hardwareCurrentText(m_category, latest),
                            hardwareStatusLine(m_category, latest),
-                           hardwareSeriesFigures(m_category, series)});
+                           hardwareSeriesFigures(m_category, series, unavailable.has_value())});
     const HardwareCategoryInfo info = hardwareCategoryInfo(m_category);
     m_chartTitle->setText(info.chartTitle);
     m_chartTitle->setAccessibleName(info.chartTitle);
     m_chart->setAccessibleName(info.chartTitle);
-    m_chart->setContent(hardwareChartContent(m_category, points));
+    m_chart->setContent(hardwareChartContent(m_category, points, unavailable));
 }

@@ -4,11 +4,9 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
-#include "presentation/shell/PageScrollArea.h"
 #include "sampling/Text.h"
 
 #include <QResizeEvent>
-#include <QScrollArea>
 
 #include <cmath>
 
@@ -55,11 +53,24 @@ std::array<QRect, 4> HardwareSensorTableLine::cellGeometries() const
     return rects;
 }
 
+void HardwareSensorTableLine::setColumns(const SensorTableColumns &columns)
+{
+    if (columns == m_columns)
+        return;
+    m_columns = columns;
+    placeCells();
+}
+
 void HardwareSensorTableLine::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    const SensorTableColumns columns = sensorTableColumns(width());
-    const double widths[] = {columns.sensor, columns.location, columns.reading, columns.status};
+    placeCells();
+}
+
+void HardwareSensorTableLine::placeCells()
+{
+    const double widths[] = {m_columns.sensor, m_columns.location, m_columns.reading,
+                             m_columns.status};
     double x = 0.0;
     for (std::size_t i = 0; i < m_cells.size(); ++i) {
         const int left = static_cast<int>(std::lround(x));
@@ -73,7 +84,6 @@ void HardwareSensorTableLine::resizeEvent(QResizeEvent *event)
 
 HardwareSensorTable::HardwareSensorTable(QWidget *parent) : QWidget(parent)
 {
-    setMinimumHeight(205);
     auto *title = new TextLabel(kwText("传感器读数"), 18, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
     setAccessibleRole(title, QAccessible::Heading);
@@ -91,13 +101,8 @@ HardwareSensorTable::HardwareSensorTable(QWidget *parent) : QWidget(parent)
     const QRgb secondary = DashboardPalette::textSecondary;
     m_header->setCellColors({secondary, secondary, secondary, secondary});
 
-    // The lines scroll inside the table when it is kept shorter than they are.
-    auto *lines = new QWidget;
     m_rows = column(0, {}, {});
-    attach(lines, column(0, {}, {m_rows, flexible()}));
-    auto *scroll = makePageScrollArea(lines);
-    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    attach(this, column(0, {}, {heading, m_header, LayoutItem(scroll, 1)}));
+    attach(this, column(0, {}, {heading, m_header, m_rows, flexible()}));
     setAccessibility(this, QStringLiteral("hardwareSensorTable"), kwText("传感器读数"));
 }
 
@@ -113,6 +118,7 @@ void HardwareSensorTable::setStatuses(const std::vector<DashboardSensorStatus> &
         setAccessibleRole(line, QAccessible::Row);
         m_rows->addWidget(separator);
         m_rows->addWidget(line);
+        line->setColumns(sensorTableColumns(width()));
         m_separators.push_back(separator);
         m_lines.push_back(line);
     }
@@ -130,4 +136,23 @@ void HardwareSensorTable::setStatuses(const std::vector<DashboardSensorStatus> &
                                    DashboardPalette::textPrimary, look.color});
         setAccessibility(m_lines[i], QStringLiteral("hardwareSensor-") + status.id);
     }
+}
+
+QSize HardwareSensorTable::minimumSizeHint() const
+{
+    // At least 205 high, and never shorter than its lines: an explicit
+    // minimum height would replace the layout's and let lines be cut.
+    const QSize laidOut = QWidget::minimumSizeHint();
+    return {laidOut.width(), std::max(205, laidOut.height())};
+}
+
+void HardwareSensorTable::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    // Header and lines span the table's whole width, so one computation
+    // serves them all.
+    const SensorTableColumns columns = sensorTableColumns(width());
+    m_header->setColumns(columns);
+    for (HardwareSensorTableLine *line : m_lines)
+        line->setColumns(columns);
 }

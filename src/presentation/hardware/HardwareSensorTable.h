@@ -12,9 +12,8 @@ class HairLine;
 class QVBoxLayout;
 class TextLabel;
 
-// One line of the table: four cells at the table's column widths, placed by
-// hand from the line's own width so that the widths never feed back into the
-// page's layout.
+// One line of the table: four cells at the column widths the table gives,
+// placed by hand so that the widths never feed back into the page's layout.
 class HardwareSensorTableLine final : public QWidget {
     Q_OBJECT
 
@@ -23,6 +22,7 @@ public:
 
     void setCells(const std::array<QString, 4> &texts);
     void setCellColors(const std::array<QRgb, 4> &colors);
+    void setColumns(const SensorTableColumns &columns);
     std::array<QString, 4> cells() const;
     // The cells' rectangles, for tests and for a reader of the layout.
     std::array<QRect, 4> cellGeometries() const;
@@ -31,11 +31,17 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void placeCells();
+
+    SensorTableColumns m_columns;
     std::array<TextLabel *, 4> m_cells{};
 };
 
 // "传感器读数": the column header and a line per sensor status, in the
-// store's order, with the location and the status word in its colour.
+// store's order, with the location and the status word in its colour. The
+// table is as tall as its lines (the page scrolls, never the table), and the
+// columns are computed once from its width for the header and every line,
+// so headings and cells always stand on the same x.
 class HardwareSensorTable final : public QWidget {
     Q_OBJECT
 
@@ -47,6 +53,10 @@ public:
     HardwareSensorTableLine *header() const { return m_header; }
     int lineCount() const { return static_cast<int>(m_lines.size()); }
     HardwareSensorTableLine *line(int index) const { return m_lines[std::size_t(index)]; }
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QVBoxLayout *m_rows;

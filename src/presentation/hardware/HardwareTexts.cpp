@@ -117,10 +117,12 @@ QString hardwareSeriesValueText(HardwareCategory category, double value)
 }
 
 HardwareSeriesFigures hardwareSeriesFigures(HardwareCategory category,
-                                            const std::vector<QPointF> &series)
+                                            const std::vector<QPointF> &series, bool unavailable)
 {
-    if (series.empty())
-        return {sampling(), sampling()};
+    if (series.empty()) {
+        const QString missing = unavailable ? kwText("不可用") : sampling();
+        return {missing, missing};
+    }
     double peak = series.front().y();
     double sum = 0.0;
     for (const QPointF &point : series) {
@@ -129,6 +131,40 @@ HardwareSeriesFigures hardwareSeriesFigures(HardwareCategory category,
     }
     return {hardwareSeriesValueText(category, peak),
             hardwareSeriesValueText(category, sum / double(series.size()))};
+}
+
+std::optional<QString> hardwareUnavailableReason(HardwareCategory category,
+                                                 const std::optional<SystemMetricSample> &latest)
+{
+    if (!latest)
+        return std::nullopt;
+    const SensorReadingCase readingCase = readingCaseOf(category, *latest);
+    if (sensorAvailability(readingCase) != SensorAvailability::unavailable)
+        return std::nullopt;
+    std::optional<QString> reason;
+    switch (category) {
+    case HardwareCategory::temperature:
+        reason = latest->temperatureCelsius.reasonText();
+        break;
+    case HardwareCategory::cpu:
+        reason = latest->cpuUsage.reasonText();
+        break;
+    case HardwareCategory::gpu:
+        reason = latest->gpuUsage.reasonText();
+        break;
+    case HardwareCategory::memory:
+        reason = latest->memoryUsage.reasonText();
+        break;
+    case HardwareCategory::disk:
+        reason = latest->diskBytesPerSecond.reasonText();
+        break;
+    case HardwareCategory::fan:
+        reason = latest->fanRPM.reasonText();
+        break;
+    }
+    if (!reason || reason->trimmed().isEmpty())
+        return kwText("不可用");
+    return reason;
 }
 
 QString hardwareCurrentText(HardwareCategory category,
@@ -141,6 +177,9 @@ QString hardwareCurrentText(HardwareCategory category,
         if (latest->temperatureCelsius.isAvailable())
             return formatLocaleNumber(*latest->temperatureCelsius.value(), 1) +
                    QStringLiteral("°C");
+        if (sensorAvailability(latest->temperatureCelsius.readingCase()) ==
+            SensorAvailability::unavailable)
+            return kwText("不可用");
         return sampling();
     case HardwareCategory::cpu:
         return latest->cpuUsage.displayText(QStringLiteral("%"), 0);
@@ -180,6 +219,8 @@ HardwareStatusLine hardwareStatusLine(HardwareCategory category,
         case SystemThermalState::unknown:
             break;
         }
+        if (const auto reason = hardwareUnavailableReason(category, latest))
+            return {*reason, P::textTertiary};
         return {kwText("热状态%1").arg(sampling()), P::textTertiary};
     }
     const SensorAvailability availability =
@@ -278,7 +319,7 @@ QString sensorLocationText(const DashboardSensorStatus &status)
 {
     const QString &id = status.id;
     if (id == QLatin1String("temperature") || id == QLatin1String("gpu"))
-        return QStringLiteral("SoC");
+        return id == QLatin1String("gpu") ? kwText("显卡") : kwText("处理器");
     if (id == QLatin1String("fan"))
         return kwText("机身内部");
     if (id == QLatin1String("memory") || id == QLatin1String("network"))

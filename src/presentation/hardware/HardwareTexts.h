@@ -39,13 +39,21 @@ struct HardwareSeriesFigures {
 
     bool operator==(const HardwareSeriesFigures &) const = default;
 };
-// The largest value and the mean of the series; "采集中" for both when empty.
+// The largest value and the mean of the series; when it is empty, "采集中"
+// for both, or "不可用" once the reading is unavailable.
 HardwareSeriesFigures hardwareSeriesFigures(HardwareCategory category,
-                                            const std::vector<QPointF> &series);
+                                            const std::vector<QPointF> &series,
+                                            bool unavailable = false);
+
+// Why the category's reading is missing, once it is unavailable (unsupported,
+// refused or failed; the store's availability mapping) rather than warming
+// up: the page shows it where it would otherwise say it is collecting, so a
+// machine without the sensor does not look as if it were still starting.
+std::optional<QString> hardwareUnavailableReason(HardwareCategory category,
+                                                 const std::optional<SystemMetricSample> &latest);
 
 // The current figure from the latest sample; "采集中" before the first one.
-// A temperature that is not available reads "采集中" too: the status line
-// says why.
+// A temperature that is warming up reads "采集中", an unavailable one "不可用".
 QString hardwareCurrentText(HardwareCategory category,
                             const std::optional<SystemMetricSample> &latest);
 
@@ -55,7 +63,8 @@ struct HardwareStatusLine {
 
     bool operator==(const HardwareStatusLine &) const = default;
 };
-// Temperature: "热状态" and the line's own thermal word by the thermal state.
+// Temperature: "热状态" and the line's own thermal word by the thermal state;
+// with no thermal state and an unavailable temperature, the reading's reason.
 // Other categories: the availability of the category's reading.
 HardwareStatusLine hardwareStatusLine(HardwareCategory category,
                                       const std::optional<SystemMetricSample> &latest);
@@ -89,8 +98,8 @@ struct SensorTableColumns {
 };
 SensorTableColumns sensorTableColumns(double width);
 
-// Where a sensor sits: "SoC", "机身内部", "系统", "存储", "当前用户", or the
-// row's own source for any other row.
+// Where a sensor sits on a PC: "处理器" (temperature), "显卡", "机身内部", "系统", "存储",
+// "当前用户", or the row's own source for any other row.
 QString sensorLocationText(const DashboardSensorStatus &status);
 
 struct SensorStatusLook {

@@ -111,9 +111,13 @@ void EventHistoryPage::selectIncident(const QUuid &id)
     if (std::find(m_listedIDs.begin(), m_listedIDs.end(), id) == m_listedIDs.end() ||
         m_selectedIncidentID == id)
         return;
+    const QUuid previous = m_selectedIncidentID.value_or(QUuid());
     m_selectedIncidentID = id;
     m_model->setSelectedID(m_selectedIncidentID);
     refreshDetail();
+    // The user picked it: the rows ease and the details fade in.
+    m_listPanel->animateSelection(previous, id);
+    m_detailPanel->fadeIn();
 }
 
 void EventHistoryPage::showEvent(QShowEvent *event)

@@ -1,5 +1,6 @@
 #include "presentation/history/IncidentDetailPanel.h"
 
+#include "presentation/history/IncidentRowMotion.h"
 #include "presentation/history/IncidentStatusPill.h"
 #include "presentation/history/IncidentTexts.h"
 #include "presentation/kit/Accessibility.h"
@@ -8,8 +9,10 @@
 #include "presentation/kit/SystemSymbols.h"
 #include "sampling/Text.h"
 
+#include <QGraphicsOpacityEffect>
 #include <QResizeEvent>
 #include <QScrollArea>
+#include <QVariantAnimation>
 
 namespace {
 
@@ -96,7 +99,35 @@ IncidentDetailPanel::IncidentDetailPanel(std::function<void()> openDiagnosis, QW
     m_scroll->viewport()->setAutoFillBackground(false);
     m_scroll->setAutoFillBackground(false);
     attach(this, column(0, {}, {m_scroll}));
+
+    m_fade = new QVariantAnimation(this);
+    m_fade->setStartValue(0.0);
+    m_fade->setEndValue(1.0);
+    m_fade->setDuration(IncidentRowMotion::selectionMilliseconds);
+    m_fade->setEasingCurve(QEasingCurve::OutCubic);
+    connect(m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        if (auto *effect = qobject_cast<QGraphicsOpacityEffect *>(m_scroll->graphicsEffect()))
+            effect->setOpacity(value.toDouble());
+    });
+    // The effect draws through an offscreen copy: it lives only while fading.
+    connect(m_fade, &QVariantAnimation::finished, this,
+            [this] { m_scroll->setGraphicsEffect(nullptr); });
+
     showIncident(nullptr, std::nullopt);
+}
+
+void IncidentDetailPanel::fadeIn()
+{
+    m_fade->stop();
+    auto *effect = new QGraphicsOpacityEffect;
+    effect->setOpacity(0.0);
+    m_scroll->setGraphicsEffect(effect);
+    m_fade->start();
+}
+
+bool IncidentDetailPanel::isFading() const
+{
+    return m_fade->state() == QAbstractAnimation::Running;
 }
 
 void IncidentDetailPanel::showIncident(const DashboardIncident *incident,

@@ -7,6 +7,7 @@
 #include <optional>
 
 class QScrollArea;
+class QVariantAnimation;
 
 // The details of the selected incident: its status, title, start and
 // duration, the recorded values, the advice, and the way to the live
@@ -23,6 +24,10 @@ public:
     // In the compact class the page scrolls and the panel grows with its
     // content; otherwise the panel has its height and scrolls within.
     void setGrowsWithContent(bool grows);
+    // Fades the content in over the selection's 0.14 s ease-out: when the
+    // user picks an incident, not when a sample updates the one shown.
+    void fadeIn();
+    bool isFading() const;
 
     bool showsPlaceholder() const;
     QString startAndDurationText() const;
@@ -44,5 +49,6 @@ private:
     TextLabel *m_startAndDuration;
     std::vector<std::pair<TextLabel *, TextLabel *>> m_values; // label, value
     TextLabel *m_advice;
+    QVariantAnimation *m_fade;
     bool m_growsWithContent = false;
 };

@@ -2,6 +2,7 @@
 
 #include "presentation/history/IncidentListModel.h"
 #include "presentation/history/IncidentRowDelegate.h"
+#include "presentation/history/IncidentRowMotion.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardPalette.h"
@@ -12,6 +13,7 @@
 
 #include <QEvent>
 #include <QListView>
+#include <QMouseEvent>
 #include <QStackedWidget>
 
 namespace {
@@ -94,9 +96,14 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
                            emit incidentClicked(index.data(IncidentListModel::IdRole).toUuid());
                        }});
     m_view->viewport()->installEventFilter(this);
+    m_motion = new IncidentRowMotion(m_view->viewport());
+    m_delegate->setMotion(m_motion);
 
     m_emptyState = makeEmptyState();
     m_stack = new QStackedWidget;
+    // The captions follow the list's width even while the empty state hides
+    // the list, so they do not move when the first incident arrives.
+    m_stack->installEventFilter(this);
     m_stack->addWidget(m_view);
     m_stack->addWidget(m_emptyState);
 
@@ -111,9 +118,15 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
 
 void IncidentListPanel::placeCaptions()
 {
-    // Over the rows' own columns, which give up the scroll bar's room.
+    if (!m_stack)
+        return;
+    // Over the rows' own columns, which give up the scroll bar's room. A
+    // hidden list's viewport keeps a stale width: then the rows will be as
+    // wide as the stack, where an empty list shows no bar.
+    const int rowWidth = m_stack->currentWidget() == m_view ? m_view->viewport()->width()
+                                                            : m_stack->contentsRect().width();
     const std::array<int, kEventHistoryColumnCount> widths =
-        fittedEventHistoryColumnWidths(m_delegate->horizontalSize(), m_view->viewport()->width());
+        fittedEventHistoryColumnWidths(m_delegate->horizontalSize(), rowWidth);
     for (std::size_t column = 0; column < m_captions.size(); ++column) {
         const int inset = column == 0 ? kEventHistoryLeadingInset : 0;
         m_captions[column]->setContentsMargins(inset, 0, 0, 0);
@@ -123,8 +136,18 @@ void IncidentListPanel::placeCaptions()
 
 bool IncidentListPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_view->viewport() && event->type() == QEvent::Resize)
+    if ((watched == m_view->viewport() || watched == m_stack) && event->type() == QEvent::Resize)
         placeCaptions();
+    if (watched == m_view->viewport()) {
+        if (event->type() == QEvent::MouseButtonPress) {
+            const auto *press = static_cast<QMouseEvent *>(event);
+            const QModelIndex index = m_view->indexAt(press->position().toPoint());
+            if (index.isValid() && press->button() == Qt::LeftButton)
+                m_motion->pressed(index.data(IncidentListModel::IdRole).toUuid());
+        } else if (event->type() == QEvent::MouseButtonRelease) {
+            m_motion->released();
+        }
+    }
     return QWidget::eventFilter(watched, event);
 }
 
@@ -137,6 +160,17 @@ void IncidentListPanel::showListOrEmptyState()
 {
     m_stack->setCurrentWidget(m_model.rowCount() > 0 ? static_cast<QWidget *>(m_view)
                                                      : m_emptyState);
+    placeCaptions();
+}
+
+void IncidentListPanel::animateSelection(const QUuid &from, const QUuid &to)
+{
+    m_motion->selectionChanged(from, to);
+}
+
+bool IncidentListPanel::isAnimating() const
+{
+    return m_motion->isRunning();
 }
 
 void IncidentListPanel::applyLayout(const DashboardLayoutMetrics &layout)

@@ -9,6 +9,7 @@
 
 class IncidentListModel;
 class IncidentRowDelegate;
+class IncidentRowMotion;
 class QListView;
 class QStackedWidget;
 class TextLabel;
@@ -25,6 +26,10 @@ public:
     void applyLayout(const DashboardLayoutMetrics &layout) override;
     QListView *listView() const { return m_view; }
     bool showsEmptyState() const;
+    // The selection's ease from row `from` to row `to`; only on the user's
+    // action, so the list is still while nothing changes.
+    void animateSelection(const QUuid &from, const QUuid &to);
+    bool isAnimating() const;
 
 signals:
     // A press on a row; the page decides what it means.
@@ -39,8 +44,9 @@ private:
 
     IncidentListModel &m_model;
     IncidentRowDelegate *m_delegate;
+    IncidentRowMotion *m_motion;
     std::array<TextLabel *, 5> m_captions{};
     QListView *m_view;
     QWidget *m_emptyState;
-    QStackedWidget *m_stack;
+    QStackedWidget *m_stack = nullptr;
 };

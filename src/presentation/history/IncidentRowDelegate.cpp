@@ -1,6 +1,7 @@
 #include "presentation/history/IncidentRowDelegate.h"
 
 #include "presentation/history/IncidentListModel.h"
+#include "presentation/history/IncidentRowMotion.h"
 #include "presentation/history/IncidentStatusPill.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardPalette.h"
@@ -75,11 +76,20 @@ void IncidentRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    if (index.data(IncidentListModel::SelectedRole).toBool()) {
+    const bool selected = index.data(IncidentListModel::SelectedRole).toBool();
+    const QUuid id = index.data(IncidentListModel::IdRole).toUuid();
+    const double selection =
+        m_motion ? m_motion->selectionOpacity(id, selected) : (selected ? 1.0 : 0.0);
+    if (selection > 0.0) {
         QPainterPath background;
         background.addRoundedRect(rowRect, 12, 12);
-        painter->fillPath(background, QColor::fromRgb(warningBackground));
+        QColor fill = QColor::fromRgb(warningBackground);
+        fill.setAlphaF(float(selection));
+        painter->fillPath(background, fill);
     }
+    // A pressed row dims a little, as a plain button does.
+    if (m_motion)
+        painter->setOpacity(1.0 - 0.3 * m_motion->pressProgress(id));
     painter->fillRect(QRectF(option.rect.left(), option.rect.bottom(), option.rect.width(), 1),
                       QColor::fromRgb(divider));
 

@@ -22,10 +22,13 @@ fittedEventHistoryColumnWidths(DashboardHorizontalSize size, int availableWidth)
 std::array<int, kEventHistoryColumnCount>
 eventHistoryColumnTextOffsets(const std::array<int, kEventHistoryColumnCount> &widths);
 
+class IncidentRowMotion;
+
 // Paints one incident row of IncidentListModel: the start time, the title in
 // medium weight, the application, the peak summary and the status pill, on
-// the selection's warm background when selected, with a divider below. Rows
-// are 64 high plus the divider.
+// the selection's warm background when selected (as far as the motion has
+// brought it in or out), dimmed while pressed, with a divider below. Rows are
+// 64 high plus the divider.
 class IncidentRowDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
@@ -36,6 +39,7 @@ public:
 
     void setHorizontalSize(DashboardHorizontalSize size);
     DashboardHorizontalSize horizontalSize() const { return m_size; }
+    void setMotion(const IncidentRowMotion *motion) { m_motion = motion; }
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
@@ -43,4 +47,5 @@ public:
 
 private:
     DashboardHorizontalSize m_size = DashboardHorizontalSize::spacious;
+    const IncidentRowMotion *m_motion = nullptr;
 };

@@ -113,13 +113,14 @@ QString incidentTemperatureChange(const DashboardIncident &incident)
 
 QString incidentStartTimeText(const DashboardIncident &incident)
 {
-    return QLocale().toString(localDateTime(incident.startedAt).time(), QLocale::ShortFormat);
+    return interfaceLocale().toString(localDateTime(incident.startedAt).time(),
+                                      QLocale::ShortFormat);
 }
 
 QString incidentStartDateTimeText(const DashboardIncident &incident)
 {
     const QDateTime start = localDateTime(incident.startedAt);
-    const QLocale locale;
+    const QLocale locale = interfaceLocale();
     return locale.toString(start.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
            locale.toString(start.time(), QLocale::ShortFormat);
 }

@@ -43,6 +43,12 @@ double pointsPerPixel()
     return 72.0 / dpi;
 }
 
+double primaryDevicePixelRatio()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? screen->devicePixelRatio() : 1.0;
+}
+
 } // namespace
 
 QStringList dashboardFontFamilies()
@@ -70,11 +76,20 @@ void installDashboardApplicationFont()
     QGuiApplication::setFont(font);
 }
 
+double legibleFontPixelSize(double pixelSize, double devicePixelRatio)
+{
+    constexpr double smallestAtOneX = 11.0;
+    if (devicePixelRatio >= 2.0 || !(pixelSize < smallestAtOneX))
+        return pixelSize;
+    return smallestAtOneX;
+}
+
 QFont fixedDashboardFont(double pixelSize, DashboardFontWeight weight, DashboardFontDesign design)
 {
     QFont font;
     font.setFamilies(dashboardFontFamilies());
-    font.setPointSizeF(std::max(1.0, pixelSize) * pointsPerPixel());
+    const double legible = legibleFontPixelSize(pixelSize, primaryDevicePixelRatio());
+    font.setPointSizeF(std::max(1.0, legible) * pointsPerPixel());
     font.setWeight(qtWeight(weight));
     font.setStyleStrategy(QFont::PreferAntialias);
     if (design == DashboardFontDesign::monospacedDigits)

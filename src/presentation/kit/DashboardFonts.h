@@ -18,7 +18,13 @@ QStringList dashboardFontFamilies();
 // Makes the families above the application's default font. Once, at start.
 void installDashboardApplicationFont();
 
-// A font of `pixelSize` device-independent pixels (sizes are designed in
+// No text is smaller than 11 px on a screen whose device pixel ratio is below
+// 2: the small sizes assume a 2x display, and at 1x Chinese text below 11 px
+// loses strokes. Layouts make room for the difference.
+double legibleFontPixelSize(double pixelSize, double devicePixelRatio);
+
+// A font of `pixelSize` device-independent pixels (raised to the legible size
+// on the primary screen) (sizes are designed in
 // pixels, so a half size stays a half size on every screen) with no scaling.
 // The tray panel uses this directly.
 QFont fixedDashboardFont(double pixelSize,

@@ -38,9 +38,9 @@ DashboardLayoutMetrics DashboardLayoutMetrics::forSize(double width, double heig
             hardwareChart;
         bool labels;
     };
-    static constexpr Row compact{76, 100, 20, 16, 286, 320, 300, 20, 20, 20, 27, 288, 250, false};
-    static constexpr Row standard{210, 108, 24, 20, 340, 360, 640, 24, 24, 22, 31, 300, 278, true};
-    static constexpr Row spacious{240, 116, 32, 24, 392, 392, 764, 32, 32, 24, 34, 300, 286, true};
+    static constexpr Row compact{76, 72, 20, 16, 286, 320, 300, 20, 20, 20, 27, 288, 250, false};
+    static constexpr Row standard{210, 80, 24, 20, 340, 360, 640, 24, 24, 22, 31, 300, 278, true};
+    static constexpr Row spacious{240, 88, 32, 24, 392, 392, 764, 32, 32, 24, 34, 300, 286, true};
 
     DashboardLayoutMetrics metrics;
     // NaN and negative sizes fall to the smallest class rather than to none.

@@ -13,7 +13,9 @@ struct DashboardLayoutMetrics {
     DashboardHorizontalSize horizontalSize = DashboardHorizontalSize::spacious;
     bool isShort = false;
     double sidebarWidth = 240;
-    double headerHeight = 116;
+    // A Linux window has its own title bar above the content, so the header
+    // leaves out the 28 px that a macOS title bar would overlap.
+    double headerHeight = 88;
     double footerHeight = 0;
     double pageHorizontalPadding = 32;
     double contentSpacing = 24;

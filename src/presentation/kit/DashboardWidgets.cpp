@@ -2,6 +2,7 @@
 
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardButtons.h"
+#include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardPalette.h"
 
 #include <QChildEvent>
@@ -135,7 +136,12 @@ void TextLabel::paintEvent(QPaintEvent *event)
     const int natural = QFontMetrics(drawFont).horizontalAdvance(m_fullText);
     if (natural > area.width() && m_minimumScale < 1.0 && natural > 0) {
         const double factor = std::max(m_minimumScale, double(area.width()) / natural);
-        drawFont.setPointSizeF(drawFont.pointSizeF() * factor);
+        // Shrinking stops at the legible size; past it the text is cut instead.
+        const double points = drawFont.pointSizeF();
+        const double pixels = points * logicalDpiY() / 72.0;
+        const double legible = legibleFontPixelSize(0.0, devicePixelRatioF());
+        const double floor = pixels > 0.0 ? std::min(1.0, legible / pixels) : 1.0;
+        drawFont.setPointSizeF(points * std::max(factor, floor));
     }
     painter.setFont(drawFont);
     const QString shown =

@@ -3,6 +3,7 @@
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/SystemSymbols.h"
+#include "sampling/Text.h"
 
 #include <QFontMetricsF>
 #include <QLinearGradient>
@@ -263,7 +264,7 @@ void TrendChart::updateAccessibleValue()
         setAccessibleValue(this, m_content.style.emptyText);
         return;
     }
-    const QLocale locale;
+    const QLocale locale = interfaceLocale();
     QStringList parts;
     for (const TrendChartSeries &series : m_content.series) {
         const std::vector<QPointF> points = drawablePoints(series.points);

@@ -105,7 +105,7 @@ QString overviewShortTimeText(TimePoint time)
         return {};
     const QDateTime dateTime =
         QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(std::floor(seconds * 1000.0)));
-    return QLocale().toString(dateTime.time(), QLocale::ShortFormat);
+    return interfaceLocale().toString(dateTime.time(), QLocale::ShortFormat);
 }
 
 QString overviewTrendAxisLabel(double elapsedSeconds)

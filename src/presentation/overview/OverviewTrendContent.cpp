@@ -51,8 +51,10 @@ TrendChartContent overviewTrendContent(const std::vector<HeatTrendPoint> &points
 
     content.series.push_back(series(points, &HeatTrendPoint::cpu, QStringLiteral("CPU"), P::warning,
                                     TrendChartArea{0.0, 0.18, 0.01}));
+    // Both areas stand on the floor of the shared scale: a base inside the plot
+    // (a "rest" temperature) draws a hard edge across the whole chart.
     content.series.push_back(series(points, &HeatTrendPoint::temperature, kwText("温度"), P::accent,
-                                    TrendChartArea{kOverviewTemperatureBaseCelsius, 0.1, 0.01}));
+                                    TrendChartArea{content.y.lowerBound, 0.1, 0.01}));
 
     content.style.labelColor = QColor::fromRgb(P::textTertiary);
     content.style.plotBackground = QColor::fromRgb(P::panelBackground);

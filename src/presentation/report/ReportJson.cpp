@@ -1,8 +1,12 @@
 #include "presentation/report/ReportJson.h"
 
 #include "presentation/report/ReportTasks.h"
+#include "process/PrintableText.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
 
 namespace {
 
@@ -171,14 +175,9 @@ QJsonObject incidentJson(const DashboardIncident &incident)
                        {QStringLiteral("points"), points}};
 }
 
-QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
+QJsonObject reportStateJson(const DashboardStore &store)
 {
-    QJsonArray sampleArray;
-    for (const SystemMetricSample &sample : samples)
-        sampleArray.append(sampleJson(sample));
-    // The samples, then what the dashboard derived from the last of them.
-    QJsonObject report{{QStringLiteral("samples"), sampleArray}};
-    report.insert(QStringLiteral("sensorStatuses"), sensorStatusesJson(store));
+    QJsonObject report{{QStringLiteral("sensorStatuses"), sensorStatusesJson(store)}};
     addLoadSourcesJson(report, store);
     report.insert(QStringLiteral("menuBar"), menuBarPresentationJson(store.menuBarPresentation()));
     QJsonArray incidents;
@@ -186,4 +185,52 @@ QJsonObject reportJson(const DashboardStore &store, const std::vector<SystemMetr
         incidents.append(incidentJson(incident));
     report.insert(QStringLiteral("incidents"), incidents);
     return report;
+}
+
+QByteArray compactJson(const QJsonObject &object)
+{
+    // The writer escapes C0 controls only. DEL, C1 controls, the separators
+    // and the direction marks a process may carry in its name are written as
+    // \u escapes too, so that the output never moves a terminal's cursor or
+    // reverses its text. They can only stand inside a string, where an
+    // escape means the same character.
+    const QByteArray bytes = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    const QString text = QString::fromUtf8(bytes);
+    if (std::none_of(text.cbegin(), text.cend(), isForgingCharacter))
+        return bytes;
+    QString escaped;
+    escaped.reserve(text.size() + 16);
+    for (const QChar character : text) {
+        if (isForgingCharacter(character))
+            escaped +=
+                QStringLiteral("\\u%1").arg(uint(character.unicode()), 4, 16, QLatin1Char('0'));
+        else
+            escaped += character;
+    }
+    return escaped.toUtf8();
+}
+
+ReportJsonStream::ReportJsonStream(std::FILE *output) : m_output(output) {}
+
+void ReportJsonStream::addSample(const SystemMetricSample &sample)
+{
+    write(m_sampleCount == 0 ? "{\"samples\":[" : ",");
+    write(compactJson(sampleJson(sample)));
+    ++m_sampleCount;
+}
+
+void ReportJsonStream::finish(const DashboardStore &store)
+{
+    if (m_sampleCount == 0)
+        write("{\"samples\":[");
+    // The state's members follow the array, in the object the samples opened.
+    const QByteArray state = compactJson(reportStateJson(store));
+    write("],");
+    write(state.sliced(1));
+    write("\n");
+}
+
+void ReportJsonStream::write(QByteArrayView bytes)
+{
+    std::fwrite(bytes.data(), 1, static_cast<std::size_t>(bytes.size()), m_output);
 }

@@ -8,7 +8,6 @@
 #include "presentation/report/ReportText.h"
 
 #include <QCoreApplication>
-#include <QJsonDocument>
 
 #include <cstdio>
 
@@ -30,13 +29,17 @@ int main(int argc, char **argv)
 
     DashboardStore store(LiveSystemMonitor(makeSystemMetricSampler(), options.interval),
                          makeProcessTerminationController());
-    // The history keeps readings only, so the report keeps its own copies of
-    // the whole samples, processes included.
-    std::vector<SystemMetricSample> samples;
+    // No sample is kept: the JSON writes each one as it arrives, and the text
+    // shows the last, which the store holds, and the count.
+    ReportJsonStream json(stdout);
+    long long taken = 0;
     QObject::connect(&store, &DashboardStore::sampleHistoryChanged, &app, [&] {
-        if (store.latestSystemSample())
-            samples.push_back(*store.latestSystemSample());
-        if (static_cast<int>(samples.size()) >= options.samples) {
+        if (const auto &sample = store.latestSystemSample()) {
+            ++taken;
+            if (options.json)
+                json.addSample(*sample);
+        }
+        if (taken >= options.samples) {
             store.stopMonitoring();
             app.quit();
         }
@@ -45,12 +48,9 @@ int main(int argc, char **argv)
     app.exec();
 
     if (options.json) {
-        const QByteArray json =
-            QJsonDocument(reportJson(store, samples)).toJson(QJsonDocument::Compact);
-        std::fwrite(json.constData(), 1, static_cast<std::size_t>(json.size()), stdout);
-        std::fputc('\n', stdout);
+        json.finish(store);
     } else {
-        const QByteArray text = reportText(store, samples).toUtf8();
+        const QByteArray text = reportText(store, taken).toUtf8();
         std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout);
     }
     return 0;

@@ -4,6 +4,7 @@
 #include "presentation/report/TextTable.h"
 #include "process/ByteTexts.h"
 #include "process/LoadTextFormats.h"
+#include "process/PrintableText.h"
 #include "sampling/Text.h"
 
 #include <QDateTime>
@@ -136,11 +137,13 @@ QString processesSection(const SystemMetricSample &sample)
                      kwText("磁盘"), kwText("运行时长"), kwText("安全命令"), kwText("项目")});
     for (std::size_t index = 0; index < count; ++index) {
         const ProcessMetric &process = *processes[index];
-        table.addRow({process.name, QString::number(process.identity.pid),
+        // The process's own texts, made printable: the terminal reads them.
+        const auto &project = process.command.project;
+        table.addRow({printableText(process.name), QString::number(process.identity.pid),
                       formatLocaleNumber(process.cpuPercent, 1) + QLatin1Char('%'),
                       memoryText(process.residentBytes), rateText(process.diskBytesPerSecond),
-                      durationText(process.duration), process.command.command,
-                      process.command.project.value_or(QStringLiteral("-"))});
+                      durationText(process.duration), printableText(process.command.command),
+                      project ? printableText(*project) : QStringLiteral("-")});
     }
     return kwText("最忙的进程（最多 %1 个）").arg(formatLocaleInteger(shown)) + QLatin1Char('\n') +
            table.render();
@@ -157,13 +160,14 @@ QString sensorTableSection(const DashboardStore &store)
 
 } // namespace
 
-QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples)
+QString reportText(const DashboardStore &store, long long sampleCount)
 {
-    if (samples.empty())
+    const std::optional<SystemMetricSample> &latest = store.latestSystemSample();
+    if (sampleCount < 1 || !latest)
         return kwText("没有采集到样本。") + QLatin1Char('\n');
-    const SystemMetricSample &last = samples.back();
+    const SystemMetricSample &last = *latest;
     QString out = kwText("KilnWarden 报告：共 %1 个样本，以下为最后一个样本")
-                      .arg(formatLocaleInteger(static_cast<long long>(samples.size()))) +
+                      .arg(formatLocaleInteger(sampleCount)) +
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);
     out += QLatin1Char('\n') + processesSection(last);

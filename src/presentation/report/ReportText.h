@@ -4,8 +4,7 @@
 
 #include <QString>
 
-#include <vector>
-
-// The report as readable text: the last sample's readings, one row each, then
-// one section per part of the dashboard's state.
-QString reportText(const DashboardStore &store, const std::vector<SystemMetricSample> &samples);
+// The report as readable text: the readings of the store's latest sample, one
+// row each, then one section per part of the dashboard's state. `sampleCount`
+// is how many samples the store was fed.
+QString reportText(const DashboardStore &store, long long sampleCount);

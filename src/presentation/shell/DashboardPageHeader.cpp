@@ -11,6 +11,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 MonitoringButton::MonitoringButton(DashboardStore &store, QWidget *parent)
     : QWidget(parent), m_store(store)
 {
@@ -109,7 +111,10 @@ void DashboardPageHeader::applyLayout(const DashboardLayoutMetrics &layout)
     m_privacy->setVisible(layout.showsPrivacyLabel);
     const int padding = static_cast<int>(layout.pageHorizontalPadding);
     m_layout->setContentsMargins(padding, 24, padding, 16);
-    setFixedHeight(static_cast<int>(layout.headerHeight));
+    // The metric is the least height: the title row, the status line at its
+    // legible size and the paddings may need more, and are never cut.
+    m_layout->invalidate();
+    setFixedHeight(std::max(static_cast<int>(layout.headerHeight), m_layout->sizeHint().height()));
 }
 
 void DashboardPageHeader::paintEvent(QPaintEvent *)

@@ -154,7 +154,9 @@ void DashboardSidebar::applyLayout(const DashboardLayoutMetrics &layout)
     // centres it.
     const int leadingShare = m_showsLabels ? 0 : 1;
     m_brandTitle->setVisible(m_showsLabels);
-    m_brandLayout->setContentsMargins(m_showsLabels ? 18 : 0, 56, m_showsLabels ? 18 : 0, 32);
+    // Top padding 28, not 56: the window's own title bar sits above the
+    // sidebar, where a macOS title bar would overlap it.
+    m_brandLayout->setContentsMargins(m_showsLabels ? 18 : 0, 28, m_showsLabels ? 18 : 0, 32);
     m_brandLayout->setStretch(0, leadingShare);
     m_caption->setVisible(m_showsLabels);
     m_listLayout->setContentsMargins(padding, 0, padding, 0);

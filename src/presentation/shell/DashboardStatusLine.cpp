@@ -10,7 +10,7 @@
 
 QString numericDateTimeText(TimePoint time)
 {
-    const QLocale locale;
+    const QLocale locale = interfaceLocale();
     const double seconds = time.secondsSince1970;
     if (!std::isfinite(seconds))
         return {};
@@ -40,7 +40,7 @@ QString dashboardStatusLine(DashboardSection section, const DashboardStore &stor
             store.liveTasks().empty()
                 ? kwText("设备整体状态正常")
                 : kwText("%1 个进程需要关注")
-                      .arg(QLocale().toString(static_cast<qlonglong>(store.liveTasks().size())));
+                      .arg(formatLocaleInteger(static_cast<long long>(store.liveTasks().size())));
         return kwText("最新采样：%1 · %2").arg(latestSampleText(store), state);
     }
     case DashboardSection::liveDiagnosis:
@@ -55,7 +55,7 @@ QString dashboardStatusLine(DashboardSection section, const DashboardStore &stor
     }
     case DashboardSection::eventHistory:
         return kwText("共记录 %1 个事件 · 数据仅保存在本次会话")
-            .arg(QLocale().toString(static_cast<qlonglong>(store.incidents().size())));
+            .arg(formatLocaleInteger(static_cast<long long>(store.incidents().size())));
     case DashboardSection::settings:
         break;
     }

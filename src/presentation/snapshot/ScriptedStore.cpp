@@ -373,11 +373,11 @@ SystemMetricSample sampleAt(int tick, const std::set<pid_t> &ended)
         m.sensorsLost
             ? SensorReading<double>::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道"))
             : SensorReading<double>::available(m.temperature,
-                                               QStringLiteral("Linux hwmon CPU sensors"));
+                                               QStringLiteral("Linux hwmon CPU 传感器"));
     sample.fanRPM =
         m.sensorsLost
             ? SensorReading<double>::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))
-            : SensorReading<double>::available(m.fan, QStringLiteral("Linux hwmon fan sensors"));
+            : SensorReading<double>::available(m.fan, QStringLiteral("Linux hwmon 风扇传感器"));
     sample.gpuUsage = SensorReading<double>::available(std::clamp(m.gpu, 0.0, 100.0),
                                                        QStringLiteral("Linux GPU busy percent"));
     sample.memoryUsage = SensorReading<SystemMemoryUsage>::available(

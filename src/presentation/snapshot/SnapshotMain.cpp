@@ -6,9 +6,15 @@
 //                       [--live-seconds N] [--pages overview,settings,...]
 //                       [--press hardware-tab-cpu]
 //                       [--sizes 960x640,1200x800,1440x900] [--panels]
+//                       [--check-layout]
 //
 // `--panels` renders the tray panel instead of the pages: every state of the
 // menu bar, light and dark side by side, into one picture.
+//
+// `--check-layout` renders nothing: it looks over each page at each size (by
+// default the sizes of common Linux screens) and prints one line per finding
+// (cut, hidden scrolling, misaligned columns, small text, overlaps), exiting 1
+// if there is any.
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
@@ -16,7 +22,9 @@
 #include "platform/PlatformFactory.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
+#include "presentation/kit/DashboardScrollBarStyle.h"
 #include "presentation/snapshot/DashboardSnapshot.h"
+#include "presentation/snapshot/LayoutCheck.h"
 #include "presentation/snapshot/MenuBarPanelGallery.h"
 #include "presentation/snapshot/ScriptedStore.h"
 
@@ -25,6 +33,7 @@
 #include <QElapsedTimer>
 
 #include <cstdio>
+#include <ctime>
 #include <memory>
 
 namespace {
@@ -43,6 +52,7 @@ int main(int argc, char **argv)
         qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    installDashboardScrollBarStyle();
     installDashboardApplicationFont();
     installDashboardAccessibility();
 
@@ -51,16 +61,28 @@ int main(int argc, char **argv)
         valueAfter(arguments, QStringLiteral("--out"), QStringLiteral("snapshots"));
     const QString source =
         valueAfter(arguments, QStringLiteral("--source"), QStringLiteral("scripted"));
+    // The scripted stores run on a fixed clock; with the zone pinned too, their
+    // pictures are the same under every TZ (and, the formats being the
+    // interface's, under every LANG). Live pictures keep the user's zone.
+    if (source != QLatin1String("live")) {
+        qputenv("TZ", "UTC");
+        tzset();
+    }
     const QStringList pageNames =
         valueAfter(arguments, QStringLiteral("--pages"),
                    QStringLiteral("overview,liveDiagnosis,hardwareMonitor,eventHistory,settings"))
             .split(QLatin1Char(','), Qt::SkipEmptyParts);
-    const QStringList sizeNames = valueAfter(arguments, QStringLiteral("--sizes"),
-                                             QStringLiteral("960x640,1200x800,1440x900"))
+    const bool checksLayout = arguments.contains(QStringLiteral("--check-layout"));
+    const QString defaultSizes =
+        checksLayout ? QStringLiteral("960x640,1119x760,1200x800,1366x700,1366x768,1410x900,"
+                                      "1440x760,1440x900")
+                     : QStringLiteral("960x640,1200x800,1440x900");
+    const QStringList sizeNames = valueAfter(arguments, QStringLiteral("--sizes"), defaultSizes)
                                       .split(QLatin1Char(','), Qt::SkipEmptyParts);
     // A button to click before each picture (a tab, say), by its identifier.
     const QString press = valueAfter(arguments, QStringLiteral("--press"), QString());
-    QDir().mkpath(outDirectory);
+    if (!checksLayout)
+        QDir().mkpath(outDirectory);
 
     std::unique_ptr<ScriptedStore> scripted;
     std::unique_ptr<EmptyScriptedStore> empty;
@@ -103,6 +125,7 @@ int main(int argc, char **argv)
     }
 
     int written = 0;
+    int findings = 0;
     for (const QString &pageName : pageNames) {
         const std::optional<DashboardSection> section = dashboardSectionFromText(pageName);
         if (!section) {
@@ -116,6 +139,15 @@ int main(int argc, char **argv)
                 return 2;
             }
             const QSize size(parts[0].toInt(), parts[1].toInt());
+            if (checksLayout) {
+                for (const QString &finding : checkDashboardLayout(*store, *section, size)) {
+                    std::printf("%s %s %s: %s\n", qPrintable(pageName), qPrintable(sizeName),
+                                qPrintable(source), qPrintable(finding));
+                    ++findings;
+                }
+                ++written;
+                continue;
+            }
             QElapsedTimer timer;
             timer.start();
             const QImage image = renderDashboardSnapshot(*store, *section, size, press);
@@ -133,5 +165,5 @@ int main(int argc, char **argv)
     }
     if (live)
         live->stopMonitoring();
-    return written > 0 ? 0 : 1;
+    return written > 0 && findings == 0 ? 0 : 1;
 }

@@ -41,16 +41,13 @@ TEST_P(HwmonSensorProbeOnMachines, ReadsTheFoldedTemperatureAndFan)
 
 R temperature(double celsius)
 {
-    return R::available(celsius, QStringLiteral("Linux hwmon CPU sensors"));
+    return R::available(celsius, QStringLiteral("Linux hwmon CPU 传感器"));
 }
 R fan(double rpm)
 {
-    return R::available(rpm, QStringLiteral("Linux hwmon fan sensors"));
+    return R::available(rpm, QStringLiteral("Linux hwmon 风扇传感器"));
 }
-const R noTemperatureInterface =
-    R::unsupported(QStringLiteral("当前系统没有可用的 hwmon 温度传感器接口"));
 const R noDieChannel = R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道"));
-const R noFanSensor = R::unsupported(QStringLiteral("系统没有可读取的风扇转速传感器"));
 const R noFanSpeed = R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"));
 const R temperatureRefused = R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器"));
 const R fanRefused = R::permissionDenied(QStringLiteral("无权读取 hwmon 风扇传感器"));
@@ -62,14 +59,6 @@ const std::vector<QByteArray> kIntelDieInputs = {"hwmon10/temp1_input", "hwmon10
 using M = MachineCase;
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Fixtures, HwmonSensorProbeOnMachines, testing::Values(
-    // coretemp package 52 and cores 50/49/53/48, x86_pkg_temp zone 52: the
-    // median of 48 49 50 52 52 53. acpitz, nvme and thinkpad temp1 are not
-    // the die. The ThinkPad fan turns at 2400.
-    M{"IntelLaptop", "intel-laptop", {}, 0, temperature(51.0), fan(2400.0)},
-    // k10temp Tctl 61.25 and Tccd1 58.5; nct6798 CPUTIN and amdgpu edge are
-    // not the die. Fans 0 (nct), 1150 (nct), 0 (amdgpu): the turning one.
-    M{"AmdDesktop", "amd-desktop", {}, 0, temperature(59.875), fan(1150.0)},
-    M{"ServerVm", "server-vm", {}, 0, noTemperatureInterface, noFanSensor},
     // Only the one good coretemp channel survives empty, junk, negative and
     // absurd files; no fan file holds a speed (65535 is the "no fan" value of
     // some Super I/O chips).
@@ -85,8 +74,13 @@ INSTANTIATE_TEST_SUITE_P(Fixtures, HwmonSensorProbeOnMachines, testing::Values(
     // refused, so nothing recognisable is what is reported.
     M{"GoodChannelRefusedBesideJunk", "broken-sensors", {"hwmon0/temp5_input"}, EACCES,
       noDieChannel, noFanSpeed},
-    M{"SomeCoresRefused", "intel-laptop", {"hwmon10/temp1_input", "hwmon10/temp2_input"}, EACCES,
-      temperature(50.5), fan(2400.0)},
+    // The package refused: the cores 49, 53 and 48 and the x86_pkg_temp zone 52
+    // still speak, the zone as the package.
+    M{"PackageRefused", "intel-laptop", {"hwmon10/temp1_input", "hwmon10/temp2_input"}, EACCES,
+      temperature(52.0), fan(2400.0)},
+    // Both package channels refused: the median of the cores.
+    M{"PackagesRefused", "intel-laptop", {"hwmon10/temp1_input", "thermal_zone1/temp"}, EACCES,
+      temperature(49.5), fan(2400.0)},
     // Files that vanish between listing and reading are no refusal.
     M{"InputsVanished", "intel-laptop", {"_input", "/temp"}, ENOENT, noDieChannel, noFanSpeed},
     // The names and labels vanish: channels fall back to "<hwmonN> temp<n>"
@@ -95,31 +89,6 @@ INSTANTIATE_TEST_SUITE_P(Fixtures, HwmonSensorProbeOnMachines, testing::Values(
       fan(2400.0)}),
     [](const testing::TestParamInfo<M> &info) { return std::string(info.param.label); });
 // clang-format on
-
-// Only die channels are opened: the nvme, acpitz and ThinkPad inputs (a
-// disk's sensor can wake the disk) never are, whatever they would read.
-TEST(ScanHwmonSensors, OpensOnlyTheDieChannelsInNumericOrder)
-{
-    auto opened = std::make_shared<std::vector<QByteArray>>();
-    const QByteArray sys = fixtureSys("intel-laptop").toLocal8Bit();
-    const HwmonSensorScan scan =
-        scanHwmonSensors(sys, recordingReader(opened), kLinuxCPUDieChannelNames);
-    QStringList names;
-    for (const TemperatureChannel &channel : scan.temperatures.channels)
-        names << channel.name;
-    // hwmon10 after hwmon3, crit and label files are not inputs.
-    EXPECT_EQ(names, (QStringList{"coretemp Package id 0", "coretemp Core 0", "coretemp Core 1",
-                                  "coretemp Core 2", "coretemp Core 3", "x86_pkg_temp"}));
-    EXPECT_EQ(scan.temperatures.channels[1].reading, (SensorChannelValue{50.0, false}));
-    // Each as "<device>/<file>".
-    std::vector<QByteArray> temperatureInputs;
-    for (const QByteArray &path : *opened) {
-        if (path.contains("/temp") && (path.endsWith("_input") || path.endsWith("/temp")))
-            temperatureInputs.push_back(
-                path.mid(path.lastIndexOf('/', path.lastIndexOf('/') - 1) + 1));
-    }
-    EXPECT_EQ(temperatureInputs, kIntelDieInputs);
-}
 
 TEST(ScanHwmonSensors, KeepsBrokenFilesAsChannelsWithoutValues)
 {

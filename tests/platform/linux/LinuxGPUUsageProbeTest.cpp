@@ -4,38 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <dlfcn.h>
-
 namespace {
 
 using R = SensorReading<double>;
 const QString noGPU = QStringLiteral("未发现可读取的 GPU 利用率通道");
 const QByteArray noLibrary = "/nonexistent/libnvidia-ml.so.1";
-
-// The fake library's call counters, reached through a handle of our own: a
-// second dlopen of the same path shares the probe's copy of the library.
-class FakeNvmlCounters {
-public:
-    explicit FakeNvmlCounters(const char *path) : m_handle(::dlopen(path, RTLD_NOW | RTLD_LOCAL))
-    {
-        EXPECT_NE(m_handle, nullptr) << ::dlerror();
-    }
-    ~FakeNvmlCounters()
-    {
-        if (m_handle)
-            ::dlclose(m_handle);
-    }
-    int initCalls() const { return call("kwFakeNvmlInitCalls"); }
-    int shutdownCalls() const { return call("kwFakeNvmlShutdownCalls"); }
-
-private:
-    int call(const char *name) const
-    {
-        auto function = reinterpret_cast<int (*)()>(::dlsym(m_handle, name));
-        return function ? function() : -1;
-    }
-    void *m_handle;
-};
 
 TEST(AmdgpuBusyPercent, ReadsCardsAndSkipsJunk)
 {
@@ -43,56 +16,55 @@ TEST(AmdgpuBusyPercent, ReadsCardsAndSkipsJunk)
     EXPECT_EQ(
         readAmdgpuBusyPercents(fixtureSys("broken-sensors").toLocal8Bit(), systemFileReader()),
         std::vector<double>{130.0});
+    LinuxGPUUsageProbe probe(fixtureSys("broken-sensors"), noLibrary);
+    EXPECT_EQ(probe.sample(), R::available(100.0, QStringLiteral("Linux GPU busy percent")));
 }
 
-// A hybrid laptop: the Intel card and the discrete amdgpu asleep, a second
-// amdgpu awake at 41 %. The sleeping amdgpu is idle and its busy file (99,
-// a value it would only give once woken) is never opened.
-TEST(AmdgpuBusyPercent, ASleepingCardIsIdleAndNotWoken)
+// The Optimus laptop's NVIDIA card wakes, works, sleeps and wakes again. The
+// NVML session runs only while the card is awake: asleep, it counts as idle
+// and the library is not called at all.
+TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
 {
-    auto opened = std::make_shared<std::vector<QByteArray>>();
-    EXPECT_EQ(
-        readAmdgpuBusyPercents(fixtureSys("hybrid-laptop").toLocal8Bit(), recordingReader(opened)),
-        (std::vector<double>{0.0, 41.0}));
-    for (const QByteArray &path : *opened)
-        EXPECT_FALSE(path.endsWith("card1/device/gpu_busy_percent")) << path.constData();
-}
-
-// The busiest of the sysfs cards and NVML's devices (12 % and 37 %, and a
-// third whose handle fails) names the source.
-TEST(LinuxGPUUsageProbe, TheBusiestRouteOnEachFixtureNamesTheSource)
-{
-    const R sysfs23 = R::available(23.0, QStringLiteral("Linux GPU busy percent"));
-    const R sysfs100 = R::available(100.0, QStringLiteral("Linux GPU busy percent"));
-    const R nvml37 = R::available(37.0, QStringLiteral("NVIDIA NVML"));
-    const std::tuple<const char *, QByteArray, R> cases[] = {
-        {"amd-desktop", noLibrary, sysfs23},
-        {"broken-sensors", noLibrary, sysfs100}, // clamped from 130
-        {"intel-laptop", noLibrary, R::unsupported(noGPU)},
-        {"server-vm", noLibrary, R::unsupported(noGPU)},
-        {"amd-desktop", KW_FAKE_NVML_BUSY_PATH, nvml37},
-        {"broken-sensors", KW_FAKE_NVML_BUSY_PATH, sysfs100},
+    auto awake = std::make_shared<bool>(true);
+    const QByteArray card = "/bus/pci/devices/0000:01:00.0/power/runtime_status";
+    KernelFileReader reader = [awake, card](const QByteArray &path) {
+        if (path.endsWith(card))
+            return FileReadResult{QByteArray(*awake ? "active\n" : "suspended\n"), 0};
+        return readKernelFile(path);
     };
-    for (const auto &[machine, library, expected] : cases) {
-        LinuxGPUUsageProbe probe(fixtureSys(machine), library);
-        EXPECT_EQ(probe.sample(), expected) << machine << ' ' << library.constData();
-    }
-}
-
-TEST(LinuxGPUUsageProbe, NvmlGivesTheBusiestDeviceAndKeepsItsSession)
-{
-    const FakeNvmlCounters counters(KW_FAKE_NVML_BUSY_PATH);
-    const int initBefore = counters.initCalls();
-    const int shutdownBefore = counters.shutdownCalls();
+    const FakeNvmlCounters nvml(KW_FAKE_NVML_BUSY_PATH);
+    const int initBefore = nvml.initCalls();
+    const int shutdownBefore = nvml.shutdownCalls();
     {
-        // Devices at 12 % and 37 %, and a third whose handle fails.
-        LinuxGPUUsageProbe probe(fixtureSys("server-vm"), KW_FAKE_NVML_BUSY_PATH);
-        for (int tick = 0; tick < 3; ++tick)
-            EXPECT_EQ(probe.sample(), R::available(37.0, QStringLiteral("NVIDIA NVML"))) << tick;
-        EXPECT_EQ(counters.initCalls() - initBefore, 1);
-        EXPECT_EQ(counters.shutdownCalls() - shutdownBefore, 0);
+        LinuxGPUUsageProbe probe(fixtureSys("hybrid-nvidia-laptop"), KW_FAKE_NVML_BUSY_PATH,
+                                 reader);
+        const struct {
+            bool awake;
+            double percent; // the stand-in's devices give 12 % and 37 %
+            int sessionsStarted;
+            int sessionsEnded;
+        } ticks[] = {{true, 37.0, 1, 0},
+                     {true, 37.0, 1, 0},
+                     {false, 0.0, 1, 1},
+                     {false, 0.0, 1, 1},
+                     {true, 37.0, 2, 1}};
+        int tick = 0;
+        for (const auto &t : ticks) {
+            *awake = t.awake;
+            const int callsBefore = nvml.calls();
+            EXPECT_EQ(probe.sample(), R::available(t.percent, QStringLiteral("NVIDIA NVML")))
+                << tick;
+            EXPECT_EQ(nvml.initCalls() - initBefore, t.sessionsStarted) << tick;
+            EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, t.sessionsEnded) << tick;
+            // Asleep, the library is not called, but for the one nvmlShutdown
+            // that ends the session the card went to sleep with.
+            if (!t.awake) {
+                EXPECT_EQ(nvml.calls() - callsBefore, ticks[tick - 1].awake ? 1 : 0) << tick;
+            }
+            ++tick;
+        }
     }
-    EXPECT_EQ(counters.shutdownCalls() - shutdownBefore, 1);
+    EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, 2);
 }
 
 TEST(LinuxGPUUsageProbe, UnusableLibrariesGiveNoDeviceAndAreRetriedAtTheNextTick)
@@ -107,7 +79,8 @@ TEST(LinuxGPUUsageProbe, UnusableLibrariesGiveNoDeviceAndAreRetriedAtTheNextTick
         if (path != noLibrary)
             counters.emplace(path.constData());
         const int initBefore = counters ? counters->initCalls() : 0;
-        LinuxGPUUsageProbe probe(fixtureSys("server-vm"), path);
+        // An awake NVIDIA card, so NVML is asked.
+        LinuxGPUUsageProbe probe(fixtureSys("intel-server-2s"), path);
         for (int tick = 1; tick <= 3; ++tick) {
             EXPECT_EQ(probe.sample(), R::unsupported(noGPU)) << name << " tick " << tick;
             const int initCalls = counters ? counters->initCalls() - initBefore : 0;

@@ -48,8 +48,8 @@ const OddProcessCase kOddProcesses[] = {
      109, "server", "/opt/tools/bin/server (deleted)", {"server watch", "tools"}, 0},
     {"malformed io counts no traffic", 110, "io-odd", "/usr/bin/io-odd", {"io-odd", "tmp"}, 0},
     {"empty cmdline and no cwd", 112, "bare", "/usr/bin/bare", {"bare", std::nullopt}, 12288},
-    {"newline in the name shown as ?, cwd back to a home",
-     115, "two?lines", "/usr/bin/two", {"two serve", std::nullopt}, 12288},
+    {"newline in the name kept for the display to show, cwd back to a home",
+     115, "two\nlines", "/usr/bin/two", {"two serve", std::nullopt}, 12288},
 };
 // clang-format on
 

@@ -18,7 +18,6 @@ TEST(ThermalZoneFixtures, TripPointsGiveTheState)
         {"critical", SystemThermalState::critical},
         {"highest-zone-wins", SystemThermalState::serious},
         {"unreadable-temp", SystemThermalState::nominal},
-        {"intel-laptop", SystemThermalState::nominal},
     };
     for (const auto &[machine, expected] : machines) {
         ThermalZoneThermalStateProbe probe(fixturePath(QStringLiteral("thermal-zones/") + machine));

@@ -6,6 +6,7 @@
 #include "presentation/diagnosis/TwoLineText.h"
 #include "presentation/kit/TrendChart.h"
 
+#include <QScrollArea>
 #include <QScrollBar>
 
 namespace {
@@ -24,14 +25,26 @@ TEST_F(LiveDiagnosis, IdentifiersLabelsAndTheLowerBlocksFollowTheWindow)
     } cases[] = {
         {{1000, 900}, false, 700, 0}, // compact: scrolls, panel below the evidence
         {{1200, 700}, true, 700, 0},  // standard and short
-        {{1200, 900}, true, 0, 0},
-        {{1440, 900}, true, 0, 350},
+        {{1200, 800}, true, 0, 0},    {{1200, 900}, true, 0, 0}, {{1440, 900}, true, 0, 350},
     };
     for (const auto &test : cases) {
         SCOPED_TRACE(test.size.width());
         DiagnosisWorkspace *workspace = openPage(test.size)->workspace();
         EXPECT_EQ(workspace->placesPanelBesideEvidence(), test.beside);
-        EXPECT_EQ(workspace->minimumHeight(), test.workspaceMinimum);
+        // The outcome of an action is in sight without scrolling wherever the
+        // window is not short, and the bar's room is kept either way.
+        const QScrollArea *scroll =
+            m_window->findChild<QScrollArea *>(QStringLiteral("diagnosisWorkspaceScroll"));
+        ASSERT_NE(scroll, nullptr);
+        EXPECT_GE(scroll->widget()->minimumSizeHint().height(), test.workspaceMinimum);
+        const QRect seen = scroll->viewport()->rect();
+        for (const char *identifier : {"endTaskButton", "recoveryVerification"}) {
+            const QWidget *part = find(QLatin1String(identifier));
+            const QRect at(part->mapTo(scroll->viewport(), QPoint()), part->size());
+            EXPECT_TRUE(test.workspaceMinimum > 0 || seen.contains(at)) << identifier;
+        }
+        EXPECT_EQ(scroll->viewport()->width(),
+                  scroll->width() - scroll->verticalScrollBar()->sizeHint().width());
         const QWidget *evidence = find(u"diagnosisEvidence"_s);
         const QWidget *panel = find(u"processOperationPanel"_s);
         ASSERT_TRUE(evidence && panel);

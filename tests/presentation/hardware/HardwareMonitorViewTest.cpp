@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QLocale>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -130,8 +131,12 @@ TEST_F(HardwareMonitorViewTest, EmptyAndUnreadableStoresOnEveryTab)
             QTest::mouseClick(page.tabs()->tab(category), Qt::LeftButton);
             const Shown shown = shownOn(page);
             EXPECT_TRUE(shown.chart.isEmpty());
-            EXPECT_EQ(shown.peak, QStringLiteral("采集中"));
-            EXPECT_EQ(shown.average, QStringLiteral("采集中"));
+            // A sensor that cannot be read is not shown as still starting.
+            const QString missing = readingCase == SensorReadingCase::permissionDenied
+                                        ? QStringLiteral("不可用")
+                                        : QStringLiteral("采集中");
+            EXPECT_EQ(shown.peak, missing);
+            EXPECT_EQ(shown.average, missing);
             EXPECT_EQ(shown.status, hardwareStatusLine(category, store->latestSystemSample()).text);
         }
         HardwareSensorTable *table = page.sensorTable();
@@ -169,14 +174,40 @@ TEST_F(HardwareMonitorViewTest, TableCellsTabBarAndScrollingFollowTheWidth)
             EXPECT_EQ(cells[i].left(), lefts[i]) << "column " << i;
         EXPECT_LE(cells[3].right(), 800);
     }
-    EXPECT_EQ(table.line(0)->cells()[1], QStringLiteral("SoC"));
-    // The page's tab bar and scrolling follow the window.
+    EXPECT_EQ(table.line(0)->cells()[1], QStringLiteral("处理器"));
+    // Held short, the table keeps every line and one set of columns; a
+    // width just over the 1100 rule is where two computations would differ.
+    table.resize(1105, 205);
+    QApplication::processEvents();
+    EXPECT_GE(table.minimumSizeHint().height(),
+              table.line(table.lineCount() - 1)->y() + table.line(0)->height());
+    const auto columnsOf = [](const HardwareSensorTableLine *line) {
+        std::vector<std::pair<int, int>> columns;
+        for (const QRect &cell : line->cellGeometries())
+            columns.emplace_back(cell.left(), cell.width());
+        return columns;
+    };
+    for (int row = 0; row < table.lineCount(); ++row)
+        EXPECT_EQ(columnsOf(table.line(row)), columnsOf(table.header())) << row;
+    // The page's tab bar follows the window; the page scrolls with its bar
+    // showing where its blocks do not fit, and stands still where they do.
     HardwareMonitorView page(*store);
-    applyDashboardLayout(&page, DashboardLayoutMetrics::forSize(1000, 700));
-    EXPECT_EQ(page.tabs()->width(), 520);
-    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-    EXPECT_GE(page.scrollArea()->widget()->minimumHeight(), 730);
-    applyDashboardLayout(&page, DashboardLayoutMetrics::forSize(1300, 800));
-    EXPECT_EQ(page.tabs()->width(), 604);
-    EXPECT_EQ(page.scrollArea()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    page.setAttribute(Qt::WA_DontShowOnScreen);
+    page.show();
+    const struct {
+        QSize size;
+        int tabs;
+        bool scrolls;
+    } cases[] = {{{1000, 700}, 520, true}, {{1300, 800}, 604, true}, {{1300, 1200}, 604, false}};
+    for (const auto &test : cases) {
+        SCOPED_TRACE(test.size.height());
+        applyDashboardLayout(
+            &page, DashboardLayoutMetrics::forSize(test.size.width(), test.size.height()));
+        page.resize(test.size.width() - 220, test.size.height() - 100);
+        QApplication::processEvents();
+        EXPECT_EQ(page.tabs()->width(), test.tabs);
+        const QScrollBar *bar = page.scrollArea()->verticalScrollBar();
+        EXPECT_EQ(bar->maximum() > 0, test.scrolls);
+        EXPECT_EQ(bar->isVisible(), test.scrolls);
+    }
 }

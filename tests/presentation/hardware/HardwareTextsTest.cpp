@@ -80,10 +80,10 @@ TEST_F(HardwareTextsTest, SeriesValueTextsByCategory)
         EXPECT_EQ(hardwareSeriesValueText(row.category, row.value), QString::fromUtf8(row.text))
             << row.text;
 
-    // Percents are plain digits whatever the locale; the rest follow it.
+    // The interface's formats, whatever the user's locale says.
     const ScopedLocale german{QLocale(QLocale::German, QLocale::Germany)};
-    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::fan, 30'000), QStringLiteral("30.000 RPM"));
-    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::disk, 1.26), QStringLiteral("1,3 MB/s"));
+    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::fan, 30'000), QStringLiteral("30,000 RPM"));
+    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::disk, 1.26), QStringLiteral("1.3 MB/s"));
     EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::cpu, 1234), QStringLiteral("1234%"));
 }
 
@@ -186,7 +186,8 @@ TEST_F(HardwareTextsTest, TicksAreRoundInsideTheScaleAndLabelled)
 TEST_F(HardwareTextsTest, CurrentFigureOfAReadingAndOfAnUnreadOne)
 {
     // The words of each case are the reading's own (tested with it); one
-    // unread case shows they are used, and the temperature's exception.
+    // unread case shows they are used; a temperature reads "采集中" only
+    // while it warms up.
     struct Row {
         SensorReadingCase readingCase;
         std::array<const char *, 6> texts; // in category order
@@ -194,7 +195,9 @@ TEST_F(HardwareTextsTest, CurrentFigureOfAReadingAndOfAnUnreadOne)
     const Row rows[] = {
         {SensorReadingCase::available, {"61.3°C", "42%", "12%", "65%", "7.2 MB/s", "1,900 RPM"}},
         {SensorReadingCase::permissionDenied,
-         {"采集中", "权限受限", "权限受限", "权限受限", "权限受限", "权限受限"}},
+         {"不可用", "权限受限", "权限受限", "权限受限", "权限受限", "权限受限"}},
+        {SensorReadingCase::warmingUp,
+         {"采集中", "采集中", "采集中", "采集中", "采集中", "采集中"}},
     };
     for (const Row &row : rows) {
         const SystemMetricSample sample = sampleOf(row.readingCase);
@@ -229,11 +232,17 @@ TEST_F(HardwareTextsTest, StatusWordsByState)
     for (const ThermalRow &row : thermalRows) {
         std::optional<SystemMetricSample> sample;
         if (row.state)
-            sample = sampleOf(SensorReadingCase::unsupported, *row.state);
+            sample = sampleOf(SensorReadingCase::warmingUp, *row.state);
         EXPECT_EQ(hardwareStatusLine(HardwareCategory::temperature, sample),
                   (HardwareStatusLine{QString::fromUtf8(row.text), row.color}))
             << row.text;
     }
+
+    // Without a thermal state or a temperature, the reading says why.
+    EXPECT_EQ(
+        hardwareStatusLine(HardwareCategory::temperature,
+                           sampleOf(SensorReadingCase::unsupported, SystemThermalState::unknown)),
+        (HardwareStatusLine{QStringLiteral("none"), P::textTertiary}));
 
     struct ReadingRow {
         std::optional<SensorReadingCase> readingCase;
@@ -278,7 +287,7 @@ TEST_F(HardwareTextsTest, SensorTableColumnsLocationsAndStatusWords)
         EXPECT_NEAR(columns.status, row.columns.status, 1e-9) << row.width;
     }
     const std::pair<const char *, const char *> locations[] = {
-        {"temperature", "SoC"},    {"gpu", "SoC"},
+        {"temperature", "处理器"}, {"gpu", "显卡"},
         {"fan", "机身内部"},       {"memory", "系统"},
         {"network", "系统"},       {"disk", "存储"},
         {"processes", "当前用户"}, {"sampling", "正在建立数据源连接"},
@@ -323,4 +332,12 @@ TEST(HardwareChartContentTest, ChartFollowsTheCategory)
     const TrendChartContent empty = hardwareChartContent(HardwareCategory::memory, {});
     EXPECT_TRUE(empty.isEmpty());
     EXPECT_EQ(empty.style.emptyText, QStringLiteral("正在采集内存趋势…"));
+    const std::optional<QString> reason = hardwareUnavailableReason(
+        HardwareCategory::memory, sampleOf(SensorReadingCase::temporarilyUnavailable));
+    EXPECT_EQ(reason, QStringLiteral("failed"));
+    EXPECT_EQ(hardwareChartContent(HardwareCategory::memory, {}, reason).style.emptyText,
+              QStringLiteral("failed"));
+    EXPECT_EQ(
+        hardwareUnavailableReason(HardwareCategory::memory, sampleOf(SensorReadingCase::warmingUp)),
+        std::nullopt);
 }

@@ -13,6 +13,7 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "support/IncidentFeed.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QListView>
 #include <QSignalSpy>
@@ -45,6 +46,16 @@ protected:
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
     }
 
+    // Where a column caption stands in the list panel.
+    static int captionX(EventHistoryPage &page, const QString &caption)
+    {
+        for (const TextLabel *label : page.listPanel()->findChildren<TextLabel *>()) {
+            if (label->fullText() == caption)
+                return label->mapTo(page.listPanel(), QPoint()).x();
+        }
+        return -1;
+    }
+
     IncidentFeed feed;
     int openedDiagnosis = 0;
 };
@@ -68,9 +79,15 @@ TEST_F(EventHistoryPageTest, EmptyAtFirstThenSelectionFollowsTheRulesAsIncidents
     EXPECT_NEAR(qGray(darkest.rgb()), qGray(DashboardPalette::textSecondary), 25);
 
     QSignalSpy resets(page->listModel(), &QAbstractItemModel::modelReset);
+    QApplication::processEvents();
+    const int emptyCaptionX = captionX(*page, QStringLiteral("结果"));
 
     const QUuid first = feed.hot(QStringLiteral("cargo"), 90.0, 88.0);
     ASSERT_FALSE(first.isNull());
+    QApplication::processEvents();
+    EXPECT_EQ(captionX(*page, QStringLiteral("结果")), emptyCaptionX)
+        << "the captions stand where the rows draw, before and after the first row";
+    EXPECT_FALSE(page->listPanel()->isAnimating()) << "only the user's pick moves the list";
     EXPECT_EQ(page->selectedIncidentID(), first) << "a first incident is selected";
     EXPECT_FALSE(page->listPanel()->showsEmptyState());
     EXPECT_FALSE(page->detailPanel()->showsPlaceholder());
@@ -116,8 +133,15 @@ TEST_F(EventHistoryPageTest, ClickingARowSelectsItAndNeverDeselects)
     EXPECT_EQ(page->selectedIncidentID(), newest) << "the page appears with the newest";
 
     const QModelIndex olderRow = page->listModel()->index(*page->listModel()->rowOf(older));
+    EXPECT_FALSE(page->listPanel()->isAnimating() || page->detailPanel()->isFading());
     click(*page, older);
     EXPECT_EQ(page->selectedIncidentID(), older);
+    // The pick eases the rows and fades the detail in, then all is still.
+    EXPECT_TRUE(page->listPanel()->isAnimating());
+    EXPECT_TRUE(page->detailPanel()->isFading());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return !page->listPanel()->isAnimating() && !page->detailPanel()->isFading(); },
+        10'000));
     EXPECT_EQ(olderRow.data(IncidentListModel::AccessibleValueRole).toString(),
               QStringLiteral("已选择"));
     click(*page, older);

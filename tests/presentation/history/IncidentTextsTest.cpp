@@ -150,7 +150,11 @@ TEST(IncidentTexts, TemperatureChangeHasThreeForms)
     const Case cases[] = {
         {"first reading to the peak", 86.54, {point(68.0), point(86.54)}, c, "68.0°C → 86.5°C"},
         {"first present", 86.5, {point(none), point(71.25), point(86.5)}, c, "71.3°C → 86.5°C"},
-        {"in the user's locale", 86.5, {point(68.0)}, QLocale(QLocale::German), "68,0°C → 86,5°C"},
+        {"the interface's, not the user's locale",
+         86.5,
+         {point(68.0)},
+         QLocale(QLocale::German),
+         "68.0°C → 86.5°C"},
         {"a peak and no reading in the points", 80.0, {point(none)}, c, "80.0°C"},
         {"no points at all", 80.0, {}, c, "80.0°C"},
         {"no temperature read", none, {point(none)}, c, "未读取"},
@@ -161,6 +165,19 @@ TEST(IncidentTexts, TemperatureChangeHasThreeForms)
         DashboardIncident subject = incident(50.0, c.peak);
         subject.points = c.points;
         EXPECT_EQ(incidentTemperatureChange(subject), QString::fromUtf8(c.text));
+    }
+}
+
+TEST(IncidentTexts, TimesFollowTheInterfaceLanguageWhateverLangSays)
+{
+    const ScopedTimeZone utc("UTC");
+    DashboardIncident subject = incident(50.0, 70.0);
+    subject.startedAt = TimePoint::fromSecondsSince1970(1'795'444'200.0); // 23 Nov 2026 14:30 UTC
+    for (const QLocale &lang : {QLocale::c(), QLocale(QLocale::English, QLocale::UnitedKingdom)}) {
+        SCOPED_TRACE(lang.name().toStdString());
+        const ScopedLocale locale(lang);
+        EXPECT_EQ(incidentStartTimeText(subject), QStringLiteral("14:30"));
+        EXPECT_EQ(incidentStartDateTimeText(subject), QStringLiteral("2026/11/23 14:30"));
     }
 }
 

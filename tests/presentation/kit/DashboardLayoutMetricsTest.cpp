@@ -1,5 +1,11 @@
 #include "presentation/kit/DashboardLayoutMetrics.h"
 
+#include "presentation/kit/DashboardFonts.h"
+
+#include <QFontInfo>
+
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -40,9 +46,10 @@ TEST(DashboardLayoutMetrics, EachClassHasItsRow)
     // Header, page padding, spacing, task column, event column, diagnosis
     // chart, hardware chart.
     const std::pair<double, std::array<double, 7>> rows[] = {
-        {1000, {100, 20, 16, 286, 300, 288, 250}},
-        {1200, {108, 24, 20, 340, 640, 300, 278}},
-        {1500, {116, 32, 24, 392, 764, 300, 286}},
+        // The header leaves out the 28 px a macOS title bar would overlap.
+        {1000, {72, 20, 16, 286, 300, 288, 250}},
+        {1200, {80, 24, 20, 340, 640, 300, 278}},
+        {1500, {88, 32, 24, 392, 764, 300, 286}},
     };
     for (const auto &[width, expected] : rows) {
         const auto m = DashboardLayoutMetrics::forSize(width, 800);
@@ -70,6 +77,13 @@ TEST(DashboardLayoutMetrics, TypographyScaleAndHalfPointFonts)
     EXPECT_EQ(dashboardScaledFontSize(22, 1.0), 22.0);
     // Halves round away from zero: 12.25 is a half-point tie.
     EXPECT_EQ(dashboardScaledFontSize(12.25, 1.0), 12.5);
+
+    // Below a device pixel ratio of 2 no text is under 11 px, scaled or not.
+    for (const auto &[size, ratio, legible] :
+         {std::tuple{8.5, 1.0, 11.0}, std::tuple{8.5, 2.0, 8.5}, std::tuple{13.0, 1.0, 13.0}})
+        EXPECT_EQ(legibleFontPixelSize(size, ratio), legible) << size << " at " << ratio;
+    const QFont caption = dashboardFont(DashboardLayoutMetrics::forSize(960, 640), 10);
+    EXPECT_GE(QFontInfo(caption).pixelSize(), 11); // the test screen is 1x
 }
 
 } // namespace
