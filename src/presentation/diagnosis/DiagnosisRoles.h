@@ -11,9 +11,12 @@
 // - identifier: "taskRow-<task id>", "processTree-node-<pid>";
 // - accessibleValue: "已选择" or "未选择";
 // - key: the task id or the process node id the row stands for;
+// - selected: whether the row is the selected one (a bool, for the selected
+//   state a screen reader reports);
 // - toggleIdentifier, toggleLabel, toggleEnabled: the tree row's chevron,
 //   "processTree-toggle-<pid>", "展开子进程"/"折叠子进程", and whether it
-//   reacts (false, and the chevron invisible, for a node without children).
+//   reacts (false, and the chevron invisible, for a node without children);
+// - expanded: whether the tree row shows its children.
 namespace DiagnosisRole {
 enum : int {
     identifier = Qt::UserRole + 1,
@@ -22,5 +25,7 @@ enum : int {
     toggleIdentifier,
     toggleLabel,
     toggleEnabled,
+    selected,
+    expanded,
 };
 } // namespace DiagnosisRole

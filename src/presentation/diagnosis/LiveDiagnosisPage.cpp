@@ -6,6 +6,7 @@
 #include "presentation/diagnosis/SourceList.h"
 #include "presentation/diagnosis/TwoLineText.h"
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/AccessibleSelection.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
@@ -232,6 +233,7 @@ void LiveDiagnosisPage::refreshScopeSwitch()
         m_scopeLabels[i]->setColor(
             QColor::fromRgb(chosen ? DashboardPalette::white : DashboardPalette::textSecondary));
         setAccessibleValue(m_scopeButtons[i], chosen ? kwText("已选择") : kwText("未选择"));
+        setAccessibleSelected(m_scopeButtons[i], chosen);
     }
 }
 

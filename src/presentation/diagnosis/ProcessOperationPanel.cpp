@@ -4,6 +4,7 @@
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/diagnosis/OperationTexts.h"
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardButtons.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
@@ -65,8 +66,11 @@ void PanelButton::paintEvent(QPaintEvent *)
     const bool enabled = isEnabled();
     const double pressed = isDown() ? 0.82 : 1.0;
     QColor ink;
+    const QColor fill = m_style == Style::prominent
+                            ? DashboardPalette::color(m_tint, (enabled ? 1.0 : 0.35) * pressed)
+                            : QColor::fromRgb(DashboardPalette::controlBackground);
     if (m_style == Style::prominent) {
-        painter.fillPath(path, DashboardPalette::color(m_tint, (enabled ? 1.0 : 0.35) * pressed));
+        painter.fillPath(path, fill);
         ink = DashboardPalette::color(DashboardPalette::white, enabled ? 1.0 : 0.85);
     } else {
         painter.fillPath(path, DashboardPalette::color(DashboardPalette::controlBackground,
@@ -75,10 +79,8 @@ void PanelButton::paintEvent(QPaintEvent *)
         painter.drawPath(path);
         ink = DashboardPalette::color(DashboardPalette::textPrimary, enabled ? 1.0 : 0.4);
     }
-    if (hasFocus()) {
-        painter.setPen(QPen(DashboardPalette::color(DashboardPalette::accent, 0.6), 2));
-        painter.drawRoundedRect(box.adjusted(1, 1, -1, -1), 5, 5);
-    }
+    if (hasFocus())
+        paintFocusRing(painter, box, 6, fill);
     painter.setPen(ink);
     painter.setFont(font());
     painter.drawText(rect().adjusted(8, 0, -8, 0), Qt::AlignCenter,
@@ -127,8 +129,8 @@ ProcessOperationPanel::ProcessOperationPanel(DashboardStore &store,
     m_terminal = new PanelButton(kwText("打开终端"), PanelButton::Style::bordered,
                                  DashboardPalette::textPrimary);
     m_terminal->setObjectName(QStringLiteral("openTerminalButton"));
-    m_end = new PanelButton(kwText("结束选中进程"), PanelButton::Style::prominent,
-                            DashboardPalette::danger);
+    m_end =
+        new PanelButton(kwText("结束选中进程"), PanelButton::Style::prominent, kDestructiveFill);
     setAccessibility(m_end, QStringLiteral("endTaskButton"));
     setDashboardFont(m_terminal, 11, DashboardFontWeight::medium);
 

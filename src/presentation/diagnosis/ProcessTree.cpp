@@ -2,6 +2,7 @@
 
 #include "presentation/diagnosis/DiagnosisRoles.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
+#include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/SystemSymbols.h"
@@ -69,6 +70,10 @@ QVariant ProcessTreeModel::data(const QModelIndex &index, int role) const
         return QStringLiteral("processTree-node-%1").arg(row.pid);
     case DiagnosisRole::accessibleValue:
         return row.isSelected ? kwText("已选择") : kwText("未选择");
+    case DiagnosisRole::selected:
+        return row.isSelected;
+    case DiagnosisRole::expanded:
+        return row.isExpanded;
     case DiagnosisRole::key:
         return row.key;
     case DiagnosisRole::toggleIdentifier:
@@ -202,6 +207,24 @@ ProcessTreeView::ProcessTreeView(QWidget *parent) : QListView(parent)
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
     setAccessibleName(kwText("进程组成"));
+    setAccessibleRows(this, {.valueRole = DiagnosisRole::accessibleValue,
+                             .selectedRole = DiagnosisRole::selected,
+                             .expandableRole = DiagnosisRole::toggleEnabled,
+                             .expandedRole = DiagnosisRole::expanded,
+                             .toggleLabelRole = DiagnosisRole::toggleLabel,
+                             .select =
+                                 [this](const QModelIndex &index) {
+                                     emit processPressed(m_model->rowAt(index.row()).key);
+                                 },
+                             .toggle =
+                                 [this](const QModelIndex &index) {
+                                     emit toggleRequested(m_model->rowAt(index.row()).pid);
+                                 },
+                             .toggleRect =
+                                 [this](const QModelIndex &index, const QRect &row) {
+                                     return ProcessTreeDelegate::toggleRect(
+                                         row, m_model->rowAt(index.row()).depth);
+                                 }});
 }
 
 void ProcessTreeView::setLayoutMetrics(const DashboardLayoutMetrics &layout)

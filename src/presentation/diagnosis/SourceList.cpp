@@ -3,6 +3,7 @@
 #include "presentation/diagnosis/DiagnosisRoles.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/diagnosis/RowMotion.h"
+#include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "sampling/Text.h"
@@ -48,6 +49,8 @@ QVariant SourceListModel::data(const QModelIndex &index, int role) const
         return QStringLiteral("taskRow-") + row.key;
     case DiagnosisRole::accessibleValue:
         return row.isSelected ? kwText("已选择") : kwText("未选择");
+    case DiagnosisRole::selected:
+        return row.isSelected;
     case DiagnosisRole::key:
         return row.key;
     default:
@@ -149,6 +152,11 @@ SourceListView::SourceListView(QWidget *parent) : QListView(parent)
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
     setAccessibleName(kwText("负载来源"));
+    setAccessibleRows(this, {.valueRole = DiagnosisRole::accessibleValue,
+                             .selectedRole = DiagnosisRole::selected,
+                             .select = [this](const QModelIndex &index) {
+                                 emit taskPressed(index.data(DiagnosisRole::key).toString());
+                             }});
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
         emit taskPressed(index.data(DiagnosisRole::key).toString());
     });

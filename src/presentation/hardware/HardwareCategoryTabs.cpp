@@ -1,6 +1,7 @@
 #include "presentation/hardware/HardwareCategoryTabs.h"
 
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/AccessibleSelection.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "sampling/Text.h"
@@ -62,5 +63,6 @@ void HardwareCategoryTabs::refreshTabs()
         m_titles[i]->setColor(
             QColor::fromRgb(selected ? DashboardPalette::white : DashboardPalette::textSecondary));
         setAccessibleValue(m_tabs[i], selected ? kwText("已选择") : kwText("未选择"));
+        setAccessibleSelected(m_tabs[i], selected);
     }
 }

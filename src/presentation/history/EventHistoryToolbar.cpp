@@ -1,6 +1,7 @@
 #include "presentation/history/EventHistoryToolbar.h"
 
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/AccessibleSelection.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
@@ -116,6 +117,7 @@ void EventHistoryToolbar::setFilter(EventHistoryFilter filter)
         chip.box->setFill(QColor::fromRgb(current ? accent : controlBackground));
         chip.label->setColor(QColor::fromRgb(current ? white : textSecondary));
         setAccessibleValue(chip.box, current ? kwText("已选择") : QString());
+        setAccessibleSelected(chip.box, current);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "presentation/history/IncidentRowDelegate.h"
 #include "presentation/history/IncidentRowMotion.h"
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
@@ -88,6 +89,12 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
         emit incidentClicked(index.data(IncidentListModel::IdRole).toUuid());
     });
 
+    setAccessibleRows(m_view,
+                      {.valueRole = IncidentListModel::AccessibleValueRole,
+                       .selectedRole = IncidentListModel::SelectedRole,
+                       .select = [this](const QModelIndex &index) {
+                           emit incidentClicked(index.data(IncidentListModel::IdRole).toUuid());
+                       }});
     m_view->viewport()->installEventFilter(this);
     m_motion = new IncidentRowMotion(m_view->viewport());
     m_delegate->setMotion(m_motion);

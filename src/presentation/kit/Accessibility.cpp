@@ -1,7 +1,11 @@
 #include "presentation/kit/Accessibility.h"
 
+#include "presentation/kit/AccessibleRows.h"
+#include "presentation/kit/AccessibleSelection.h"
+
 #include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QLabel>
 #include <QVariant>
 #include <QWidget>
 
@@ -11,6 +15,28 @@ const char kValueProperty[] = "kwAccessibleValue";
 const char kRoleProperty[] = "kwAccessibleRole";
 const char kHiddenProperty[] = "kwAccessibleHidden";
 const char kOwnClassProperty[] = "kwAccessible";
+const char kSelectedProperty[] = "kwAccessibleSelected";
+
+// Qt's classes whose own interface carries more than a name: text and
+// editing, a value range, a list's children. A widget of one of these keeps
+// Qt's interface even when it has an identifier or a label from us (a search
+// field must stay a text field to a screen reader).
+constexpr const char *kQtRichClasses[] = {
+    "QLineEdit",       "QAbstractScrollArea",
+    "QAbstractSlider", "QAbstractSpinBox",
+    "QComboBox",       "QTabBar",
+    "QMenu",           "QMenuBar",
+    "QProgressBar",    "QDialogButtonBox",
+};
+
+bool keepsQtInterface(const QObject *object)
+{
+    for (const char *name : kQtRichClasses) {
+        if (object->inherits(name))
+            return true;
+    }
+    return false;
+}
 
 class DashboardAccessibleWidget final : public QAccessibleWidget {
 public:
@@ -24,7 +50,14 @@ public:
     {
         if (which == QAccessible::Value)
             return widget()->property(kValueProperty).toString();
-        return QAccessibleWidget::text(which);
+        const QString text = QAccessibleWidget::text(which);
+        // A label is named by its text (the whole text, also where it is
+        // drawn cut short).
+        if (which == QAccessible::Name && text.isEmpty()) {
+            if (auto *label = qobject_cast<QLabel *>(widget()))
+                return label->text();
+        }
+        return text;
     }
 
     QAccessible::State state() const override
@@ -32,6 +65,11 @@ public:
         QAccessible::State result = QAccessibleWidget::state();
         if (widget()->property(kHiddenProperty).toBool())
             result.invisible = true;
+        const QVariant selected = widget()->property(kSelectedProperty);
+        if (selected.isValid()) {
+            result.selectable = true;
+            result.selected = selected.toBool();
+        }
         if (auto *button = qobject_cast<QAbstractButton *>(widget())) {
             result.checkable = button->isCheckable();
             result.checked = button->isChecked();
@@ -72,8 +110,10 @@ private:
 
 QAccessibleInterface *dashboardAccessibleFactory(const QString &, QObject *object)
 {
+    if (QAccessibleInterface *rows = accessibleRowList(object))
+        return rows;
     auto *widget = qobject_cast<QWidget *>(object);
-    if (!widget || !widget->property(kOwnClassProperty).toBool())
+    if (!widget || !widget->property(kOwnClassProperty).toBool() || keepsQtInterface(widget))
         return nullptr;
     return new DashboardAccessibleWidget(widget);
 }
@@ -127,6 +167,23 @@ void setAccessibleValue(QWidget *widget, const QString &value)
     widget->setProperty(kValueProperty, value);
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent event(widget, value);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void setAccessibleSelected(QWidget *widget, bool selected)
+{
+    if (!widget)
+        return;
+    markOwnClass(widget);
+    const QVariant before = widget->property(kSelectedProperty);
+    if (before.isValid() && before.toBool() == selected)
+        return;
+    widget->setProperty(kSelectedProperty, selected);
+    if (QAccessible::isActive()) {
+        QAccessible::State changed;
+        changed.selected = true;
+        QAccessibleStateChangeEvent event(widget, changed);
         QAccessible::updateAccessibility(&event);
     }
 }

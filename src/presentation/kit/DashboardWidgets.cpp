@@ -1,6 +1,7 @@
 #include "presentation/kit/DashboardWidgets.h"
 
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/DashboardButtons.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardPalette.h"
 
@@ -79,10 +80,10 @@ void TextLabel::setText(const QString &text)
     if (text == m_fullText)
         return;
     m_fullText = text;
-    if (!m_elided && m_minimumScale >= 1.0)
-        QLabel::setText(text);
-    else
-        refresh();
+    // QLabel keeps the whole text even where it is drawn cut short: it is
+    // what a screen reader reads.
+    QLabel::setText(text);
+    refresh();
     updateGeometry();
 }
 
@@ -245,9 +246,9 @@ void PressableBox::paintEvent(QPaintEvent *)
     paintRoundedBox(painter, QRectF(rect()), fill, m_border, m_borderWidth, m_radius);
     // Only a keyboard user needs to see where focus is.
     if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        painter.setPen(QPen(DashboardPalette::color(DashboardPalette::accent, 0.5), 1.5));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), m_radius, m_radius);
+        const QColor behind =
+            m_fill.alpha() > 0 ? m_fill : QColor::fromRgb(DashboardPalette::pageBackground);
+        paintFocusRing(painter, QRectF(rect()), m_radius, behind);
     }
 }
 
@@ -418,10 +419,8 @@ void DashboardPrimaryButton::paintEvent(QPaintEvent *)
     paintRoundedBox(painter, QRectF(rect()),
                     DashboardPalette::color(DashboardPalette::accent, opacity), Qt::transparent, 0,
                     11);
-    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        painter.setPen(QPen(DashboardPalette::color(DashboardPalette::white, 0.7), 1.5));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), 9, 9);
-    }
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        paintFocusRing(painter, QRectF(rect()), 11, QColor::fromRgb(DashboardPalette::accent));
     painter.setPen(Qt::white);
     painter.setFont(font());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());

@@ -1,6 +1,7 @@
 #include "presentation/overview/OverviewAttentionList.h"
 
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/AccessibleSelection.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
@@ -50,6 +51,7 @@ void OverviewAttentionRow::setTask(const DashboardTask &task, bool selected)
     setAccessibility(
         this, {}, QStringList{task.application, process, cpu, badge.text}.join(QLatin1Char(' ')));
     setAccessibleValue(this, selected ? kwText("已选择") : QString());
+    setAccessibleSelected(this, selected);
 }
 
 OverviewAttentionList::OverviewAttentionList(QWidget *parent) : QWidget(parent)

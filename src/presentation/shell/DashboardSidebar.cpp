@@ -1,6 +1,7 @@
 #include "presentation/shell/DashboardSidebar.h"
 
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/AccessibleSelection.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/KilnWardenMark.h"
@@ -140,6 +141,7 @@ void DashboardSidebar::refreshRows()
         sectionRow.symbol->setColor(foreground);
         sectionRow.title->setColor(foreground);
         setAccessibleValue(sectionRow.box, selected ? kwText("已选择") : kwText("未选择"));
+        setAccessibleSelected(sectionRow.box, selected);
     }
 }
 

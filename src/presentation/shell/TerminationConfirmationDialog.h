@@ -1,36 +1,24 @@
 #pragma once
 
-#include <QDialog>
+#include "presentation/kit/ConfirmationDialog.h"
 
 class DashboardStore;
-class QPushButton;
-class TextLabel;
 
 // The question before a process is ended, over whichever page shows. It is
 // open exactly while the store has a pending termination: the store's
 // workflow opens it, "取消" and every other way of dismissing it clear the
 // request, and the destructive button confirms it. No page asks on its own.
-class TerminationConfirmationDialog final : public QDialog {
+class TerminationConfirmationDialog final : public ConfirmationDialog {
     Q_OBJECT
 
 public:
     TerminationConfirmationDialog(DashboardStore &store, QWidget *parent);
-
-    QPushButton *cancelButton() const { return m_cancel; }
-    QPushButton *confirmButton() const { return m_confirm; }
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
 
 private:
     void followStore();
     void refreshTexts();
 
     DashboardStore &m_store;
-    TextLabel *m_title;
-    TextLabel *m_message;
-    QPushButton *m_cancel;
-    QPushButton *m_confirm;
     // Set while the dialog closes because the store no longer asks, so that
     // closing does not count as the user's cancel.
     bool m_closingForStore = false;

@@ -1,5 +1,6 @@
 #include "presentation/tray/MenuBarPanelParts.h"
 
+#include "presentation/kit/DashboardButtons.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/tray/MenuBarAppearance.h"
 
@@ -102,6 +103,9 @@ void MenuBarPanelButton::paintEvent(QPaintEvent *)
     QPainterPath shape;
     shape.addRoundedRect(area, kButtonRadius, kButtonRadius);
     QColor text;
+    // What lies under the ring: the accent, or the panel seen through the
+    // faint fill of the plain button.
+    QColor behind = QColor::fromRgb(DashboardPalette::accent);
     if (m_prominent) {
         painter.fillPath(shape,
                          DashboardPalette::color(DashboardPalette::accent, isDown() ? 0.82 : 1.0));
@@ -111,13 +115,11 @@ void MenuBarPanelButton::paintEvent(QPaintEvent *)
         painter.setPen(QPen(colors.buttonBorder, 1.0));
         painter.drawPath(shape);
         text = colors.primaryText;
+        behind = colors.background;
     }
     // Only a keyboard user needs to see where focus is.
-    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        painter.setPen(QPen(DashboardPalette::color(DashboardPalette::accent, 0.55), 2.0));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), kButtonRadius - 1, kButtonRadius - 1);
-    }
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        paintFocusRing(painter, area, kButtonRadius, behind);
     painter.setPen(text);
     painter.setFont(font());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, this->text());

@@ -1,5 +1,6 @@
 #include "presentation/tray/MenuBarPanelPopup.h"
 
+#include "presentation/kit/Accessibility.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
 #include "presentation/tray/MenuBarAppearance.h"
 
@@ -39,9 +40,15 @@ QPoint menuBarPanelPosition(const QRect &anchor, const QSize &panel, const QRect
 }
 
 MenuBarPanelPopup::MenuBarPanelPopup(QWidget *parent)
-    : QWidget(parent, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint)
+    // A tool window, not a Qt::Popup: Qt leaves popups out of the
+    // application's accessible windows, and a screen reader could not reach
+    // the panel's buttons. Losing the focus closes it as a popup would close.
+    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                          Qt::NoDropShadowWindowHint)
 {
     setObjectName(QStringLiteral("menuBar-popup"));
+    setAccessibility(this, QStringLiteral("menuBar-popup"), QStringLiteral("KilnWarden"));
+    setAccessibleRole(this, QAccessible::Window);
     setAttribute(Qt::WA_DeleteOnClose, false);
     m_panel = new KilnWardenMenuBarPanel(this);
     auto *layout = new QVBoxLayout(this);

@@ -22,10 +22,10 @@ enum class MenuBarPanelAlignment { centred, leading };
 QPoint menuBarPanelPosition(const QRect &anchor, const QSize &panel, const QRect &available,
                             MenuBarPanelAlignment alignment = MenuBarPanelAlignment::centred);
 
-// The frameless popup window that holds the panel. It takes the desktop's
-// light or dark appearance from the application palette whenever it opens or
-// the palette changes, and closes when it loses focus, on a click elsewhere,
-// or on Escape.
+// The frameless window that holds the panel, a window of its own on the
+// accessibility bus. It takes the desktop's light or dark appearance from the
+// application palette whenever it opens or the palette changes, and closes
+// when it loses focus (a click elsewhere) or on Escape.
 class MenuBarPanelPopup final : public QWidget {
     Q_OBJECT
 

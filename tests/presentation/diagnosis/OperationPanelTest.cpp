@@ -227,7 +227,20 @@ TEST_F(OperationPanel, UnresponsiveOffersTheForcedEndThenNothingFurther)
     EXPECT_EQ(endButton->text(), u"结束主要进程"_s);
     EXPECT_TRUE(endButton->isEnabled());
 
+    // The dialog that was confirmed with a click opens again with the
+    // keyboard on "取消": Space and Return cancel the forced end.
     select(801, 802);
+    TerminationConfirmationDialog *dialog = m_window->confirmationDialog();
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+        QTest::mouseClick(endButton, Qt::LeftButton);
+        ASSERT_TRUE(dialog->isVisible());
+        ASSERT_EQ(dialog->focusWidget(), dialog->cancelButton());
+        EXPECT_TRUE(qobject_cast<QPushButton *>(dialog->cancelButton())->isDefault());
+        QTest::keyClick(dialog->focusWidget(), key);
+        EXPECT_FALSE(dialog->isVisible());
+        EXPECT_FALSE(store->pendingTermination());
+        EXPECT_EQ(sender->sent().size(), 1u) << key;
+    }
     pressAndConfirm();
     ASSERT_TRUE(waitForOutcome());
     EXPECT_EQ(endButton->text(), u"强制结束失败"_s);

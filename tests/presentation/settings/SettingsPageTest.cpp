@@ -140,6 +140,17 @@ TEST_F(SettingsPageTest, ClearDialogCancelsOrEmptiesTheLogAtOnce)
     ASSERT_EQ(feed.store().incidents().size(), 1u);
     EXPECT_NE(next, before.front().id);
     EXPECT_EQ(history.selectedIncidentID(), next);
+
+    // Confirmed with a click before, the dialog opens again with the
+    // keyboard on "取消": Space and Return keep the log.
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+        QTest::mouseClick(page.clearHistoryButton(), Qt::LeftButton);
+        ClearHistoryDialog *dialog = page.clearHistoryDialog();
+        ASSERT_EQ(dialog->focusWidget(), dialog->cancelButton());
+        QTest::keyClick(dialog->focusWidget(), key);
+        EXPECT_FALSE(page.isConfirmingClear());
+        EXPECT_EQ(feed.store().incidents().size(), 1u) << key;
+    }
 }
 
 } // namespace
