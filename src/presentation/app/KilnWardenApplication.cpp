@@ -114,7 +114,12 @@ void KilnWardenApplication::showDashboardWindow()
         m_window->resize(size);
         if (const QScreen *screen = QGuiApplication::primaryScreen()) {
             const QRect available = screen->availableGeometry();
-            m_window->move(available.center() - QPoint(size.width() / 2, size.height() / 2));
+            // Centred; a window larger than the screen keeps its top-left
+            // corner (and the title bar above it) on screen. QRect::center()
+            // rounds down, which put a full-screen window at (-1, -1).
+            const QSize room = available.size() - size;
+            m_window->move(available.topLeft() +
+                           QPoint(std::max(0, room.width() / 2), std::max(0, room.height() / 2)));
             // The default size fills the screen, frame included; a size the
             // user asked for is theirs.
             if (!parseDashboardSize(m_arguments))

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QProcess>
+#include <QScreen>
 #include <QTemporaryDir>
 
 #include <optional>
@@ -31,6 +32,8 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->windowTitle(), u"KilnWarden"_s);
     EXPECT_EQ(window->size(), QSize(1200, 800));
+    // Larger than the offscreen screen: its top-left corner stays on it.
+    EXPECT_EQ(window->pos(), QGuiApplication::primaryScreen()->availableGeometry().topLeft());
     EXPECT_EQ(window->minimumSize(), QSize(960, 640));
     EXPECT_EQ(window->shell()->selectedSection(), DashboardSection::hardwareMonitor);
     EXPECT_TRUE(application.store().isMonitoring());
