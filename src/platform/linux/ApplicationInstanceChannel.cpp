@@ -151,8 +151,8 @@ QString ApplicationInstanceChannel::defaultSocketPath()
 void ApplicationInstanceChannel::acceptConnections()
 {
     for (;;) {
-        UniqueFileDescriptor accepted(::accept4(m_listener->socket.get(), nullptr, nullptr,
-                                                SOCK_CLOEXEC | SOCK_NONBLOCK));
+        UniqueFileDescriptor accepted(
+            ::accept4(m_listener->socket.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
         if (!accepted.isValid())
             return;
         if (m_listener->peers.size() >= kMostPendingPeers) {

@@ -8,8 +8,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-bool isWaylandDisplayReachable(const QByteArray &waylandDisplay,
-                               const QByteArray &runtimeDirectory)
+bool isWaylandDisplayReachable(const QByteArray &waylandDisplay, const QByteArray &runtimeDirectory)
 {
     if (waylandDisplay.isEmpty())
         return false;
@@ -25,9 +24,8 @@ bool isWaylandDisplayReachable(const QByteArray &waylandDisplay,
         return false;
     std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
     UniqueFileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    return socket.isValid() &&
-           ::connect(socket.get(), reinterpret_cast<const sockaddr *>(&address),
-                     sizeof address) == 0;
+    return socket.isValid() && ::connect(socket.get(), reinterpret_cast<const sockaddr *>(&address),
+                                         sizeof address) == 0;
 }
 
 std::shared_ptr<void> connectX11Display(const QByteArray &display)

@@ -39,7 +39,7 @@ bool prepareDisplay(std::shared_ptr<void> &x11)
     // Qt tries the platforms of a ";"-separated list in order.
     for (const QByteArray &platform : platforms.split(';')) {
         const QByteArray name = platform.split(':').first().trimmed();
-        if (name == "xcb" ? bool(x11 = connectX11Display(display))
+        if (name == "xcb"                ? bool(x11 = connectX11Display(display))
             : name.startsWith("wayland") ? isWaylandDisplayReachable(wayland, runtime)
                                          : !name.isEmpty())
             return true;
@@ -115,8 +115,8 @@ int main(int argc, char **argv)
     QObject::connect(&instance, &ApplicationInstanceChannel::showRequested, &kilnWarden,
                      &KilnWardenApplication::showDashboardWindow);
     // Queued: the click or key that asked finishes before the event loop ends.
-    QObject::connect(&kilnWarden, &KilnWardenApplication::quitRequested, &app,
-                     &QApplication::quit, Qt::QueuedConnection);
+    QObject::connect(&kilnWarden, &KilnWardenApplication::quitRequested, &app, &QApplication::quit,
+                     Qt::QueuedConnection);
     QuitSignalWatcher quitSignals;
     QObject::connect(&quitSignals, &QuitSignalWatcher::quitRequested, &app, &QApplication::quit);
     QObject::connect(&app, &QApplication::aboutToQuit, &kilnWarden,

@@ -33,8 +33,8 @@
 namespace {
 
 // Every option the tool knows: those followed by a value, then the flags.
-const QStringList kValueOptions = {"--out",   "--source", "--live-seconds", "--pages",
-                                   "--press", "--sizes"};
+const QStringList kValueOptions = {"--out",   "--source", "--live-seconds",
+                                   "--pages", "--press",  "--sizes"};
 const QStringList kFlagOptions = {"--panels"};
 
 constexpr char kUsage[] =
@@ -82,8 +82,8 @@ QString valueAfter(const QStringList &arguments, const QString &option, const QS
 int main(int argc, char **argv)
 {
     if (const std::optional<QString> unknown = unknownArgument(argc, argv)) {
-        std::fprintf(stderr, "kilnwarden-snapshot: unknown option '%s'\n%s\n",
-                     qPrintable(*unknown), kUsage);
+        std::fprintf(stderr, "kilnwarden-snapshot: unknown option '%s'\n%s\n", qPrintable(*unknown),
+                     kUsage);
         return 2;
     }
     if (hasArgument(argc, argv, {"--help", "-h"})) {

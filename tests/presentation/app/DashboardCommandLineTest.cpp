@@ -98,8 +98,7 @@ TEST(DashboardWindowPlacement, TheWholeFrameFitsTheAvailableArea)
         {QRect(0, 0, 1280, 800), titleBar, screen, QRect(0, 19, 1280, 781)},
         {QRect(0, 0, 1280, 800), QMargins(4, 30, 4, 4), screen, QRect(4, 30, 1272, 766)},
         {QRect(100, 50, 1000, 700), titleBar, screen, QRect(100, 50, 1000, 700)},
-        {QRect(0, 27, 1280, 773), titleBar, QRect(0, 27, 1280, 773),
-         QRect(0, 46, 1280, 754)},
+        {QRect(0, 27, 1280, 773), titleBar, QRect(0, 27, 1280, 773), QRect(0, 46, 1280, 754)},
         // Never below the minimum: the title bar stays on screen, the bottom
         // goes past.
         {QRect(0, 0, 1000, 600), titleBar, QRect(0, 0, 1000, 600), QRect(0, 19, 1000, 640)},

@@ -129,7 +129,7 @@ TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
         QStringList arguments;
         std::optional<QString> display; // absent: unset
         int exitCode;
-        QString output;      // the start of standard output
+        QString output; // the start of standard output
         QString errorFirstLine;
     } rows[] = {
         {{u"--help"_s}, std::nullopt, 0, u"usage: kilnwarden "_s, {}},
@@ -146,8 +146,8 @@ TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
         {{}, u":97"_s, 1, {}, u"kilnwarden: no usable display"_s}, // no server there
     };
     for (const auto &row : rows) {
-        SCOPED_TRACE(row.arguments.join(u' ').toStdString() + " DISPLAY=" +
-                     row.display.value_or(u"(unset)"_s).toStdString());
+        SCOPED_TRACE(row.arguments.join(u' ').toStdString() +
+                     " DISPLAY=" + row.display.value_or(u"(unset)"_s).toStdString());
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString &name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
             environment.remove(name);

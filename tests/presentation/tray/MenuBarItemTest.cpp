@@ -173,8 +173,7 @@ TEST(MenuBarItem, closingTheWindowQuitsOnlyWithoutATray)
     } rows[] = {{true, 0}, {false, 1}};
     for (const auto &row : rows) {
         SCOPED_TRACE(row.tray);
-        KilnWardenApplication application(makeStoreForTesting(),
-                                          {QStringLiteral("kilnwarden")});
+        KilnWardenApplication application(makeStoreForTesting(), {QStringLiteral("kilnwarden")});
         application.setTrayAvailability([&row] { return row.tray; });
         QSignalSpy quit(&application, &KilnWardenApplication::quitRequested);
         application.launch();
