@@ -35,12 +35,12 @@ namespace {
 // Every option the tool knows: those followed by a value, then the flags.
 const QStringList kValueOptions = {"--out",   "--source", "--live-seconds",
                                    "--pages", "--press",  "--sizes"};
-const QStringList kFlagOptions = {"--panels"};
+const QStringList kFlagOptions = {"--panels", "--check-layout"};
 
 constexpr char kUsage[] =
     "usage: kilnwarden-snapshot [--out DIR] [--source scripted|empty|live] [--live-seconds N]\n"
     "                           [--pages overview,settings,...] [--press IDENTIFIER]\n"
-    "                           [--sizes 960x640,1200x800,1440x900] [--panels]\n"
+    "                           [--sizes 960x640,1200x800,1440x900] [--panels] [--check-layout]\n"
     "       kilnwarden-snapshot --help | --version";
 
 // The first argument that is no option of the tool, or none.
