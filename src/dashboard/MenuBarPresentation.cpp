@@ -203,6 +203,30 @@ MenuBarPresentationMetric makeMetric(MetricKind kind, const SystemMetricSample *
 
 } // namespace
 
+MenuBarPresentation pausedMenuBarPresentation()
+{
+    const QString paused = kwText("已暂停");
+    const auto metric = [&paused](MetricKind kind) {
+        MenuBarPresentationMetric noFigure = makeMetric(kind, nullptr);
+        noFigure.value = QStringLiteral("—");
+        noFigure.accessibilityValue = paused;
+        return noFigure;
+    };
+    return MenuBarPresentation{
+        .state = MenuBarPresentationState::collecting,
+        .menuTitle = paused,
+        .headline = paused,
+        .durationText = std::nullopt,
+        .symbolName = stateSymbol(MenuBarPresentationState::collecting),
+        .cpu = metric(MetricKind::cpu),
+        .temperature = metric(MetricKind::temperature),
+        .fan = metric(MetricKind::fan),
+        .statusMessage = std::nullopt,
+        .primaryTask = std::nullopt,
+        .remainingAttentionTaskCount = 0,
+    };
+}
+
 MenuBarPresentation makePresentation(const SystemMetricSample *sample,
                                      const std::vector<DashboardTask> &tasks,
                                      std::optional<TimePoint> abnormalStartedAt)

@@ -69,6 +69,11 @@ MenuBarPresentation makePresentation(const SystemMetricSample *sample,
                                      const std::vector<DashboardTask> &tasks,
                                      std::optional<TimePoint> abnormalStartedAt);
 
+// While monitoring is paused: the header's "已暂停" as title and headline, and
+// no figure, since the last sample grows older with every second. The state
+// is `collecting`, the one that reads no machine state.
+MenuBarPresentation pausedMenuBarPresentation();
+
 // Whole degrees in the current locale, except just below the 75 and 90
 // thresholds, where the value is cut to one decimal so that the display never
 // shows a threshold that hasn't been reached (74.96 reads 74.9, not 75).

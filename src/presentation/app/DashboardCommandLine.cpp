@@ -37,7 +37,8 @@ std::optional<QSizeF> parseDashboardSize(const QStringList &arguments)
         return std::nullopt;
     if (!(*width > 0.0) || !(*height > 0.0))
         return std::nullopt;
-    return QSizeF(std::max(*width, 960.0), std::max(*height, 640.0));
+    return QSizeF(std::clamp(*width, 960.0, kLargestDashboardSide),
+                  std::clamp(*height, 640.0, kLargestDashboardSide));
 }
 
 DashboardSection parseDashboardPage(const QStringList &arguments)
@@ -46,4 +47,34 @@ DashboardSection parseDashboardPage(const QStringList &arguments)
     if (index < 0 || index + 1 >= arguments.size())
         return DashboardSection::overview;
     return dashboardSectionFromText(arguments[index + 1]).value_or(DashboardSection::overview);
+}
+
+QString dashboardUsageText()
+{
+    return QStringLiteral(
+        "usage: kilnwarden [--dashboard-size WIDTH HEIGHT] [--dashboard-page SECTION]\n"
+        "       kilnwarden --help | --version\n"
+        "SECTION: overview, liveDiagnosis, hardwareMonitor, eventHistory, settings\n"
+        "Without a display, kilnwarden-report prints the same diagnosis in a terminal.");
+}
+
+DashboardCommandResult parseDashboardCommand(const QStringList &arguments)
+{
+    DashboardCommand command = DashboardCommand::run;
+    for (qsizetype index = 0; index < arguments.size(); ++index) {
+        const QString &argument = arguments[index];
+        if (argument == QLatin1String("--dashboard-size")) {
+            index += std::min<qsizetype>(2, arguments.size() - index - 1);
+        } else if (argument == QLatin1String("--dashboard-page")) {
+            index += std::min<qsizetype>(1, arguments.size() - index - 1);
+        } else if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
+            command = DashboardCommand::help;
+        } else if (argument == QLatin1String("--version")) {
+            if (command != DashboardCommand::help)
+                command = DashboardCommand::version;
+        } else {
+            return {std::nullopt, QStringLiteral("kilnwarden: unknown option '%1'").arg(argument)};
+        }
+    }
+    return {command, {}};
 }

@@ -7,7 +7,7 @@
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardSidebar.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/tray/KilnWardenMenuBarItem.h"
+#include "presentation/shell/WindowPlacement.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -53,17 +53,28 @@ KilnWardenApplication::~KilnWardenApplication()
     m_window = nullptr;
 }
 
+void KilnWardenApplication::setTrayAvailability(
+    KilnWardenMenuBarItem::TrayAvailability isTrayAvailable)
+{
+    m_isTrayAvailable = std::move(isTrayAvailable);
+}
+
 void KilnWardenApplication::launch()
 {
     if (!m_menuBarItem) {
-        m_menuBarItem = new KilnWardenMenuBarItem(*m_store);
+        m_menuBarItem = new KilnWardenMenuBarItem(*m_store, m_isTrayAvailable);
         connect(m_menuBarItem, &KilnWardenMenuBarItem::openDashboardRequested, this,
                 &KilnWardenApplication::showDashboardWindow);
-        // Queued: the panel's click finishes before the event loop ends.
-        connect(m_menuBarItem, &KilnWardenMenuBarItem::quitRequested, QCoreApplication::instance(),
-                &QCoreApplication::quit, Qt::QueuedConnection);
+        connect(m_menuBarItem, &KilnWardenMenuBarItem::quitRequested, this,
+                &KilnWardenApplication::quitRequested);
         connect(m_menuBarItem, &KilnWardenMenuBarItem::trayAvailabilityChanged, this,
-                &KilnWardenApplication::updateBrandAffordance);
+                [this](bool available) {
+                    updateBrandAffordance();
+                    // A window hidden behind a tray icon that went away would
+                    // be out of reach: it comes back.
+                    if (!available && m_window && !m_window->isVisible())
+                        showDashboardWindow();
+                });
     }
     m_store->startMonitoring();
     showDashboardWindow();
@@ -74,14 +85,18 @@ void KilnWardenApplication::terminate()
     m_store->stopMonitoring();
 }
 
-QSizeF KilnWardenApplication::initialWindowSize() const
+QSize KilnWardenApplication::initialWindowSize() const
 {
-    if (const std::optional<QSizeF> requested = parseDashboardSize(m_arguments))
-        return *requested;
-    QSizeF visible(1440, 900);
+    std::optional<QSize> available;
     if (const QScreen *screen = QGuiApplication::primaryScreen())
-        visible = screen->availableGeometry().size();
-    return {std::min(visible.width(), 1440.0), std::min(visible.height(), 900.0)};
+        available = screen->availableGeometry().size();
+    return initialDashboardContentSize(parseDashboardSize(m_arguments), available);
+}
+
+void KilnWardenApplication::windowClosed()
+{
+    if (!m_menuBarItem || !m_menuBarItem->isTrayAvailable())
+        emit quitRequested();
 }
 
 void KilnWardenApplication::showDashboardWindow()
@@ -91,12 +106,24 @@ void KilnWardenApplication::showDashboardWindow()
                                        [] { startUserTerminal(); });
         connect(m_window->shell()->sidebar(), &DashboardSidebar::brandActivated, this,
                 &KilnWardenApplication::openPanelFromDashboard);
+        connect(m_window, &DashboardWindow::closed, this, &KilnWardenApplication::windowClosed);
+        connect(m_window, &DashboardWindow::quitRequested, this,
+                &KilnWardenApplication::quitRequested);
         updateBrandAffordance();
-        const QSize size = initialWindowSize().toSize();
+        const QSize size = initialWindowSize();
         m_window->resize(size);
         if (const QScreen *screen = QGuiApplication::primaryScreen()) {
             const QRect available = screen->availableGeometry();
-            m_window->move(available.center() - QPoint(size.width() / 2, size.height() / 2));
+            // Centred; a window larger than the screen keeps its top-left
+            // corner (and the title bar above it) on screen. QRect::center()
+            // rounds down, which put a full-screen window at (-1, -1).
+            const QSize room = available.size() - size;
+            m_window->move(available.topLeft() +
+                           QPoint(std::max(0, room.width() / 2), std::max(0, room.height() / 2)));
+            // The default size fills the screen, frame included; a size the
+            // user asked for is theirs.
+            if (!parseDashboardSize(m_arguments))
+                m_window->fitFrameOnceInto(available);
         }
     }
     if (m_window->isMinimized())
@@ -122,7 +149,6 @@ void KilnWardenApplication::updateBrandAffordance()
     if (!m_window)
         return;
     // Without a tray the brand block is the way to the panel, and looks it.
-    const bool opensPanel = m_menuBarItem && !m_menuBarItem->isTrayAvailable();
-    m_window->shell()->sidebar()->brandBlock()->setCursor(opensPanel ? Qt::PointingHandCursor
-                                                                     : Qt::ArrowCursor);
+    m_window->shell()->sidebar()->setBrandOpensPanel(m_menuBarItem &&
+                                                     !m_menuBarItem->isTrayAvailable());
 }

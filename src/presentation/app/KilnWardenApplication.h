@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dashboard/DashboardModel.h"
+#include "presentation/tray/KilnWardenMenuBarItem.h"
 
 #include <QObject>
 #include <QSizeF>
@@ -11,7 +12,6 @@
 
 class DashboardStore;
 class DashboardWindow;
-class KilnWardenMenuBarItem;
 
 // The program's composition root and what stands for an application delegate:
 // it builds the one store on the concrete probes, starts monitoring, shows
@@ -19,7 +19,9 @@ class KilnWardenMenuBarItem;
 // monitoring when the application quits. It holds no diagnosis logic.
 //
 // The menu bar item is a tray icon. On a desktop without a tray (or after the
-// tray went away) the sidebar's brand block opens the same panel instead.
+// tray went away) the sidebar's brand block opens the same panel instead, and
+// closing the window quits: a hidden window without a tray icon could never
+// be reached again.
 class KilnWardenApplication final : public QObject {
     Q_OBJECT
 
@@ -31,6 +33,8 @@ public:
                           QObject *parent = nullptr);
     ~KilnWardenApplication() override;
 
+    // Before launch: how the menu bar item asks for the desktop's tray.
+    void setTrayAvailability(KilnWardenMenuBarItem::TrayAvailability isTrayAvailable);
     // Puts up the menu bar item, starts monitoring and shows the window: what
     // a launch does.
     void launch();
@@ -47,13 +51,21 @@ public:
     // Opens the panel under the sidebar's brand block; only without a tray.
     void openPanelFromDashboard();
     // The content size the window gets when it is first created.
-    QSizeF initialWindowSize() const;
+    QSize initialWindowSize() const;
+
+signals:
+    // The user asked to quit (Ctrl+Q, the panel's "退出", or closing the
+    // window without a tray); the event loop's owner ends it.
+    void quitRequested();
 
 private:
+    void windowClosed();
     void updateBrandAffordance();
 
     std::unique_ptr<DashboardStore> m_store;
     QStringList m_arguments;
     DashboardWindow *m_window = nullptr;
     KilnWardenMenuBarItem *m_menuBarItem = nullptr;
+    KilnWardenMenuBarItem::TrayAvailability m_isTrayAvailable =
+        KilnWardenMenuBarItem::defaultTrayAvailability();
 };

@@ -9,6 +9,7 @@
 #include "presentation/kit/SystemSymbols.h"
 #include "sampling/Text.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 
 namespace {
@@ -71,6 +72,7 @@ DashboardSidebar::DashboardSidebar(QWidget *parent) : QWidget(parent)
     m_brandLayout = row(12, {}, {flexible(0), tile, m_brandTitle, flexible()});
     attach(m_brand, m_brandLayout);
     connect(m_brand, &QAbstractButton::clicked, this, &DashboardSidebar::brandActivated);
+    m_brand->installEventFilter(this);
 
     m_caption = new TextLabel(kwText("工作区"), 10, DashboardFontWeight::regular,
                               DashboardPalette::textTertiary);
@@ -120,6 +122,28 @@ DashboardSidebar::Row DashboardSidebar::makeRow(DashboardSection section)
 QWidget *DashboardSidebar::brandBlock() const
 {
     return m_brand;
+}
+
+void DashboardSidebar::setBrandOpensPanel(bool opensPanel)
+{
+    m_brand->setFocusPolicy(opensPanel ? Qt::StrongFocus : Qt::NoFocus);
+    m_brand->setCursor(opensPanel ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    const QString action = opensPanel ? kwText("打开 KilnWarden 状态面板") : QString();
+    m_brand->setToolTip(action);
+    m_brand->setAccessibleDescription(action);
+}
+
+bool DashboardSidebar::eventFilter(QObject *watched, QEvent *event)
+{
+    // A button's Space is Qt's own; Return opens the panel as well.
+    if (watched == m_brand && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            m_brand->click();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void DashboardSidebar::setSelectedSection(DashboardSection section)

@@ -27,6 +27,9 @@ public:
 
     // The brand block, where the tray's panel opens when the desktop has no tray.
     QWidget *brandBlock() const;
+    // Without a tray the brand block is a button to the panel: it takes focus
+    // (Tab, then Return or Space), shows the hand cursor and says what it does.
+    void setBrandOpensPanel(bool opensPanel);
 
 signals:
     void sectionRequested(DashboardSection section);
@@ -34,6 +37,7 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Row {

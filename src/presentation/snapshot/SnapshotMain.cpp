@@ -33,10 +33,52 @@
 #include <QElapsedTimer>
 
 #include <cstdio>
+#include <cstring>
 #include <ctime>
+#include <initializer_list>
 #include <memory>
+#include <optional>
 
 namespace {
+
+// Every option the tool knows: those followed by a value, then the flags.
+const QStringList kValueOptions = {"--out",   "--source", "--live-seconds",
+                                   "--pages", "--press",  "--sizes"};
+const QStringList kFlagOptions = {"--panels", "--check-layout"};
+
+constexpr char kUsage[] =
+    "usage: kilnwarden-snapshot [--out DIR] [--source scripted|empty|live] [--live-seconds N]\n"
+    "                           [--pages overview,settings,...] [--press IDENTIFIER]\n"
+    "                           [--sizes 960x640,1200x800,1440x900] [--panels] [--check-layout]\n"
+    "       kilnwarden-snapshot --help | --version";
+
+// The first argument that is no option of the tool, or none.
+std::optional<QString> unknownArgument(int argc, char **argv)
+{
+    for (int index = 1; index < argc; ++index) {
+        const QString argument = QString::fromLocal8Bit(argv[index]);
+        if (kValueOptions.contains(argument))
+            ++index;
+        else if (!kFlagOptions.contains(argument) && argument != QLatin1String("--help") &&
+                 argument != QLatin1String("-h") && argument != QLatin1String("--version"))
+            return argument;
+    }
+    return std::nullopt;
+}
+
+bool hasArgument(int argc, char **argv, std::initializer_list<const char *> names)
+{
+    for (int index = 1; index < argc; ++index) {
+        if (kValueOptions.contains(QString::fromLocal8Bit(argv[index]))) {
+            ++index;
+            continue;
+        }
+        for (const char *name : names)
+            if (std::strcmp(argv[index], name) == 0)
+                return true;
+    }
+    return false;
+}
 
 QString valueAfter(const QStringList &arguments, const QString &option, const QString &fallback)
 {
@@ -48,6 +90,19 @@ QString valueAfter(const QStringList &arguments, const QString &option, const QS
 
 int main(int argc, char **argv)
 {
+    if (const std::optional<QString> unknown = unknownArgument(argc, argv)) {
+        std::fprintf(stderr, "kilnwarden-snapshot: unknown option '%s'\n%s\n", qPrintable(*unknown),
+                     kUsage);
+        return 2;
+    }
+    if (hasArgument(argc, argv, {"--help", "-h"})) {
+        std::printf("%s\n", kUsage);
+        return 0;
+    }
+    if (hasArgument(argc, argv, {"--version"})) {
+        std::printf("kilnwarden-snapshot 1.0\n");
+        return 0;
+    }
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
         qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -14,7 +14,7 @@
 KilnWardenMenuBarItem::KilnWardenMenuBarItem(DashboardStore &store,
                                              TrayAvailability isTrayAvailable, QObject *parent)
     : QObject(parent), m_store(store), m_isTrayAvailable(std::move(isTrayAvailable)),
-      m_presentation(store.menuBarPresentation())
+      m_presentation(currentPresentation())
 {
     m_popup = new MenuBarPanelPopup;
     m_popup->setPresentation(m_presentation);
@@ -58,7 +58,7 @@ KilnWardenMenuBarItem::TrayAvailability KilnWardenMenuBarItem::defaultTrayAvaila
 void KilnWardenMenuBarItem::refresh()
 {
     checkTrayAvailability();
-    MenuBarPresentation presentation = m_store.menuBarPresentation();
+    MenuBarPresentation presentation = currentPresentation();
     if (presentation == m_presentation)
         return;
     const bool stateChanged = presentation.state != m_presentation.state;
@@ -67,6 +67,13 @@ void KilnWardenMenuBarItem::refresh()
         refreshIcon();
     m_icon->setToolTip(menuBarLabelAccessibilityText(m_presentation));
     m_popup->setPresentation(m_presentation);
+}
+
+MenuBarPresentation KilnWardenMenuBarItem::currentPresentation() const
+{
+    // The latest sample stays in the store while monitoring is off; the tray
+    // must not pass it off as the present.
+    return m_store.isMonitoring() ? m_store.menuBarPresentation() : pausedMenuBarPresentation();
 }
 
 void KilnWardenMenuBarItem::checkTrayAvailability()

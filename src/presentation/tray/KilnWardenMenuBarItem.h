@@ -17,7 +17,7 @@ class QMenu;
 // panel as a popup beside it, and whose context menu offers the panel's two
 // actions. It follows the store once per tick: each change recomputes the
 // presentation, and the icon, tooltip and an open panel change only when it
-// changed.
+// changed. While monitoring is paused it shows that, with no figures.
 //
 // A desktop may have no tray, or lose it while the program runs (a panel
 // restarts). The item asks `isTrayAvailable` at start and on every tick, shows
@@ -54,6 +54,7 @@ signals:
     void trayAvailabilityChanged(bool available);
 
 private:
+    MenuBarPresentation currentPresentation() const;
     void refresh();
     void checkTrayAvailability();
     void refreshIcon();

@@ -10,7 +10,11 @@
 #include <QApplication>
 #include <QFile>
 #include <QProcess>
+#include <QScreen>
 #include <QTemporaryDir>
+
+#include <optional>
+#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
@@ -22,11 +26,14 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
 {
     KilnWardenApplication application(QStringList{"kilnwarden", "--dashboard-size", "1200", "800",
                                                   "--dashboard-page", "hardwareMonitor"});
+    application.setTrayAvailability([] { return true; });
     application.launch();
     DashboardWindow *window = application.dashboardWindow();
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->windowTitle(), u"KilnWarden"_s);
     EXPECT_EQ(window->size(), QSize(1200, 800));
+    // Larger than the offscreen screen: its top-left corner stays on it.
+    EXPECT_EQ(window->pos(), QGuiApplication::primaryScreen()->availableGeometry().topLeft());
     EXPECT_EQ(window->minimumSize(), QSize(960, 640));
     EXPECT_EQ(window->shell()->selectedSection(), DashboardSection::hardwareMonitor);
     EXPECT_TRUE(application.store().isMonitoring());
@@ -57,30 +64,49 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
     EXPECT_FALSE(application.store().isMonitoring());
 }
 
-// The program as installed: a second start shows the first one's window and
-// leaves; a termination signal quits it cleanly through its event loop.
-TEST(KilnWardenProgram, SecondStartHandsOverAndSignalQuitsCleanly)
+// The program as installed: every later start shows the first one's window
+// and leaves, so exactly one monitor runs however the starts interleave; a
+// termination signal quits it cleanly through its event loop.
+TEST(KilnWardenProgram, LaterStartsHandOverAndSignalQuitsCleanly)
 {
     QTemporaryDir runtime;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
     environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
 
+    // The first start sees no font at all, so it says that Chinese cannot show.
+    QFile noFonts(runtime.filePath(u"fonts.conf"_s));
+    ASSERT_TRUE(noFonts.open(QIODevice::WriteOnly));
+    noFonts.write("<?xml version=\"1.0\"?><fontconfig></fontconfig>\n");
+    noFonts.close();
+    QProcessEnvironment firstEnvironment = environment;
+    firstEnvironment.insert(u"FONTCONFIG_FILE"_s, noFonts.fileName());
+
     QProcess first;
-    first.setProcessEnvironment(environment);
-    first.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    first.setProcessEnvironment(firstEnvironment);
     first.start(QStringLiteral(KW_APP_BINARY), {});
     ASSERT_TRUE(first.waitForStarted(10000));
     const QString socket = runtime.filePath(u"kilnwarden.socket"_s);
     ASSERT_TRUE(waitFor([&] { return QFile::exists(socket); }, 30000));
+    const auto inodeOf = [](const QString &path) {
+        struct stat status {};
+        return ::lstat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_ino : 0;
+    };
+    const ino_t listening = inodeOf(socket);
 
-    QProcess second;
-    second.setProcessEnvironment(environment);
-    second.start(QStringLiteral(KW_APP_BINARY), {u"--dashboard-page"_s, u"settings"_s});
-    ASSERT_TRUE(second.waitForFinished(30000));
-    EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(second.exitCode(), 0);
-    EXPECT_EQ(first.state(), QProcess::Running);
+    constexpr int kStarts = 10;
+    for (int start = 0; start < kStarts; ++start) {
+        SCOPED_TRACE(start);
+        QProcess later;
+        later.setProcessEnvironment(environment);
+        later.start(QStringLiteral(KW_APP_BINARY), {u"--dashboard-page"_s, u"settings"_s});
+        ASSERT_TRUE(later.waitForFinished(30000));
+        EXPECT_EQ(later.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(later.exitCode(), 0);
+        EXPECT_EQ(first.state(), QProcess::Running);
+        // The running program's socket, not one a later start put in its place.
+        EXPECT_EQ(inodeOf(socket), listening);
+    }
 
     // SIGTERM to the process this test started, and to nothing else.
     first.terminate();
@@ -88,6 +114,65 @@ TEST(KilnWardenProgram, SecondStartHandsOverAndSignalQuitsCleanly)
     EXPECT_EQ(first.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(first.exitCode(), 0);
     EXPECT_FALSE(QFile::exists(socket));
+    const QStringList lines = QString::fromLocal8Bit(first.readAllStandardError())
+                                  .split(u'\n', Qt::SkipEmptyParts)
+                                  .filter(u"kilnwarden:"_s);
+    EXPECT_EQ(lines, QStringList{u"kilnwarden: no font for Chinese text is installed; "
+                                 "install fonts-noto-cjk"_s});
+}
+
+// What ends at once, before any window: the usage, the version, an unknown
+// option, and a start without a display, which never aborts.
+TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
+{
+    const struct {
+        QStringList arguments;
+        std::optional<QString> display; // absent: unset
+        int exitCode;
+        QString output; // the start of standard output
+        QString errorFirstLine;
+    } rows[] = {
+        {{u"--help"_s}, std::nullopt, 0, u"usage: kilnwarden "_s, {}},
+        {{u"-h"_s}, std::nullopt, 0, u"usage: kilnwarden "_s, {}},
+        {{u"--version"_s}, std::nullopt, 0, u"kilnwarden 1.0\n"_s, {}},
+        {{u"--bogus"_s}, std::nullopt, 2, {}, u"kilnwarden: unknown option '--bogus'"_s},
+        {{u"--dashboard-page"_s, u"settings"_s, u"extra"_s},
+         std::nullopt,
+         2,
+         {},
+         u"kilnwarden: unknown option 'extra'"_s},
+        {{}, std::nullopt, 1, {}, u"kilnwarden: no usable display"_s},
+        {{}, u""_s, 1, {}, u"kilnwarden: no usable display"_s},
+        {{}, u":97"_s, 1, {}, u"kilnwarden: no usable display"_s}, // no server there
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.arguments.join(u' ').toStdString() +
+                     " DISPLAY=" + row.display.value_or(u"(unset)"_s).toStdString());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString &name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
+            environment.remove(name);
+        if (row.display)
+            environment.insert(u"DISPLAY"_s, *row.display);
+        QTemporaryDir runtime; // a start that got through would not meet a real one
+        environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(QStringLiteral(KW_APP_BINARY), row.arguments);
+        ASSERT_TRUE(program.waitForFinished(30000));
+        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(program.exitCode(), row.exitCode);
+        const QString output = QString::fromLocal8Bit(program.readAllStandardOutput());
+        const QStringList errors =
+            QString::fromLocal8Bit(program.readAllStandardError()).split(u'\n');
+        EXPECT_TRUE(output.startsWith(row.output)) << output.toStdString();
+        EXPECT_TRUE(errors.first().startsWith(row.errorFirstLine)) << errors.first().toStdString();
+        if (row.exitCode == 1) {
+            EXPECT_EQ(errors.size(), 2); // one line and its newline
+            EXPECT_TRUE(errors.first().contains(u"kilnwarden-report"_s));
+        }
+        if (row.exitCode == 2)
+            EXPECT_TRUE(errors.value(1).startsWith(u"usage: kilnwarden "_s));
+    }
 }
 
 } // namespace

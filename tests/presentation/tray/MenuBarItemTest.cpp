@@ -34,7 +34,9 @@ SystemMetricSample hotSample(double at)
 
 TEST(MenuBarItem, followsTheStoreAndTheDesktopTrayEachTick)
 {
-    auto store = makeStoreForTesting();
+    // Monitoring, at an interval that leaves every sample to the test.
+    auto store = makeStoreForTesting(nullptr, 3600.0);
+    store->startMonitoring();
     bool trayPresent = false;
     KilnWardenMenuBarItem item(*store, [&trayPresent] { return trayPresent; });
     QSignalSpy changes(&item, &KilnWardenMenuBarItem::trayAvailabilityChanged);
@@ -68,6 +70,20 @@ TEST(MenuBarItem, followsTheStoreAndTheDesktopTrayEachTick)
     for (const QList<QVariant> &change : changes)
         reported << change.first().toBool();
     EXPECT_EQ(reported, (QList<bool>{true, false, true}));
+
+    // Paused, the item says so and shows no figure of the last sample.
+    store->ingest(hotSample(at += 2.0));
+    store->stopMonitoring();
+    EXPECT_EQ(item.trayIcon()->toolTip(), QStringLiteral("已暂停"));
+    const MenuBarPresentation &paused = item.popup()->panel()->presentation();
+    EXPECT_EQ(paused.headline, QStringLiteral("已暂停"));
+    EXPECT_EQ(paused.primaryTask, std::nullopt);
+    for (const MenuBarPresentationMetric &metric : {paused.cpu, paused.temperature, paused.fan})
+        EXPECT_EQ(metric.value, QStringLiteral("—")) << metric.id.toStdString();
+    store->startMonitoring();
+    store->ingest(hotSample(at += 2.0));
+    EXPECT_EQ(item.trayIcon()->toolTip(), QStringLiteral("KilnWarden 建议处理 · 93°"));
+    store->stopMonitoring();
 }
 
 // The tray's menu and the panel's buttons ask the same two things; a
@@ -117,6 +133,17 @@ TEST(MenuBarItem, withoutATrayTheBrandBlockOpensThePanel)
     window->hide();
     application.showDashboardWindow();
     QWidget *brand = window->shell()->sidebar()->brandBlock();
+    // It is a button a keyboard reaches, that says what it does.
+    EXPECT_EQ(brand->focusPolicy(), Qt::StrongFocus);
+    EXPECT_EQ(brand->toolTip(), QStringLiteral("打开 KilnWarden 状态面板"));
+    EXPECT_EQ(brand->accessibleName(), QStringLiteral("KilnWarden"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        brand->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(brand, key);
+        EXPECT_TRUE(item->popup()->isVisible()) << key;
+        item->closePanel();
+    }
     QTest::mouseClick(brand, Qt::LeftButton);
     ASSERT_TRUE(item->popup()->isVisible());
     // Under the mark and the name, whatever margins the block has around them.
@@ -134,6 +161,37 @@ TEST(MenuBarItem, withoutATrayTheBrandBlockOpensThePanel)
     EXPECT_FALSE(item->popup()->isVisible());
     EXPECT_TRUE(window->isVisible());
     application.terminate();
+}
+
+// Closing the window hides it behind the tray icon; without one it quits, as
+// nothing would lead back to a hidden window. Ctrl+W closes, Ctrl+Q quits.
+TEST(MenuBarItem, closingTheWindowQuitsOnlyWithoutATray)
+{
+    const struct {
+        bool tray;
+        int quitsOnClose;
+    } rows[] = {{true, 0}, {false, 1}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.tray);
+        KilnWardenApplication application(makeStoreForTesting(), {QStringLiteral("kilnwarden")});
+        application.setTrayAvailability([&row] { return row.tray; });
+        QSignalSpy quit(&application, &KilnWardenApplication::quitRequested);
+        application.launch();
+        DashboardWindow *window = application.dashboardWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        EXPECT_EQ(window->shell()->sidebar()->brandBlock()->focusPolicy(),
+                  row.tray ? Qt::NoFocus : Qt::StrongFocus);
+        QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+        EXPECT_FALSE(window->isVisible());
+        EXPECT_EQ(quit.count(), row.quitsOnClose);
+        EXPECT_TRUE(application.store().isMonitoring());
+
+        application.showDashboardWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier);
+        EXPECT_EQ(quit.count(), row.quitsOnClose + 1);
+        application.terminate();
+    }
 }
 
 } // namespace
