@@ -36,24 +36,32 @@ std::optional<double> fieldOf(HardwareCategory category, const HardwareTrendPoin
     return point.fanRPM;
 }
 
-// The case of the reading behind a category, for the availability words.
-SensorReadingCase readingCaseOf(HardwareCategory category, const SystemMetricSample &sample)
+// Calls `read` with the reading behind a category, whatever its value type.
+template <typename Read>
+auto withReadingOf(HardwareCategory category, const SystemMetricSample &sample, Read read)
 {
     switch (category) {
     case HardwareCategory::temperature:
-        return sample.temperatureCelsius.readingCase();
+        return read(sample.temperatureCelsius);
     case HardwareCategory::cpu:
-        return sample.cpuUsage.readingCase();
+        return read(sample.cpuUsage);
     case HardwareCategory::gpu:
-        return sample.gpuUsage.readingCase();
+        return read(sample.gpuUsage);
     case HardwareCategory::memory:
-        return sample.memoryUsage.readingCase();
+        return read(sample.memoryUsage);
     case HardwareCategory::disk:
-        return sample.diskBytesPerSecond.readingCase();
+        return read(sample.diskBytesPerSecond);
     case HardwareCategory::fan:
         break;
     }
-    return sample.fanRPM.readingCase();
+    return read(sample.fanRPM);
+}
+
+// The case of the reading behind a category, for the availability words.
+SensorReadingCase readingCaseOf(HardwareCategory category, const SystemMetricSample &sample)
+{
+    return withReadingOf(category, sample,
+                         [](const auto &reading) { return reading.readingCase(); });
 }
 
 // Used over total as a percent; 0 when the total is 0.
@@ -141,27 +149,8 @@ std::optional<QString> hardwareUnavailableReason(HardwareCategory category,
     const SensorReadingCase readingCase = readingCaseOf(category, *latest);
     if (sensorAvailability(readingCase) != SensorAvailability::unavailable)
         return std::nullopt;
-    std::optional<QString> reason;
-    switch (category) {
-    case HardwareCategory::temperature:
-        reason = latest->temperatureCelsius.reasonText();
-        break;
-    case HardwareCategory::cpu:
-        reason = latest->cpuUsage.reasonText();
-        break;
-    case HardwareCategory::gpu:
-        reason = latest->gpuUsage.reasonText();
-        break;
-    case HardwareCategory::memory:
-        reason = latest->memoryUsage.reasonText();
-        break;
-    case HardwareCategory::disk:
-        reason = latest->diskBytesPerSecond.reasonText();
-        break;
-    case HardwareCategory::fan:
-        reason = latest->fanRPM.reasonText();
-        break;
-    }
+    const std::optional<QString> reason = withReadingOf(
+        category, *latest, [](const auto &reading) { return reading.reasonText(); });
     if (!reason || reason->trimmed().isEmpty())
         return kwText("不可用");
     return reason;

@@ -135,7 +135,7 @@ protected:
                 madeUpProcess(801, 800, u"pytest"_s, 70, u"python3 -m pytest"_s, u"kiln"_s),
                 madeUpProcess(802, 800, u"python3"_s, 5, u"python3 worker.py"_s),
                 madeUpProcess(900, 1, u"mystery"_s, 0.5),
-                madeUpProcess(901, 900, u"mystery-worker"_s, 30)};
+                madeUpProcess(901, 900, u"gnome-system-monitor"_s, 30)};
     }
     void SetUp() override
     {
@@ -197,6 +197,18 @@ TEST_F(OperationPanel, EnabledRuleTitlesAndImpactBeforeAnyAttempt)
         if (!test.enabled) {
             EXPECT_EQ(label("terminationImpact"), store->selectedTask()->terminationImpact);
         }
+        // The panel's name line has room for the whole name: none is cut
+        // while the line has space to spare after the badge.
+        QApplication::processEvents(); // the layout pass that comes before a paint
+        int namesShown = 0;
+        for (const TextLabel *name : m_window->findChildren<TextLabel *>()) {
+            if (!name->isVisible() || name->fullText() != process->name)
+                continue;
+            ++namesShown;
+            EXPECT_GE(name->width(), name->fontMetrics().horizontalAdvance(process->name))
+                << process->name.toStdString();
+        }
+        EXPECT_GE(namesShown, 1);
     }
     EXPECT_EQ(label("recoveryStatus"), u"结束进程并确认退出后，将验证两分钟整机变化。"_s);
     EXPECT_EQ(label("recoveryTarget"), QString());
