@@ -62,51 +62,6 @@ std::optional<std::uint64_t> parseProcPidIoDiskBytes(std::string_view text)
     return static_cast<std::uint64_t>(*readBytes) + static_cast<std::uint64_t>(*writeBytes);
 }
 
-bool isValidUtf8(std::string_view bytes)
-{
-    std::size_t index = 0;
-    const std::size_t size = bytes.size();
-    while (index < size) {
-        const auto lead = static_cast<unsigned char>(bytes[index]);
-        if (lead < 0x80) {
-            ++index;
-            continue;
-        }
-        std::size_t length = 0;
-        unsigned char low = 0x80; // allowed range of the second byte
-        unsigned char high = 0xBF;
-        if (lead >= 0xC2 && lead <= 0xDF) {
-            length = 2;
-        } else if (lead >= 0xE0 && lead <= 0xEF) {
-            length = 3;
-            if (lead == 0xE0)
-                low = 0xA0; // overlong
-            else if (lead == 0xED)
-                high = 0x9F; // surrogates
-        } else if (lead >= 0xF0 && lead <= 0xF4) {
-            length = 4;
-            if (lead == 0xF0)
-                low = 0x90; // overlong
-            else if (lead == 0xF4)
-                high = 0x8F; // above U+10FFFF
-        } else {
-            return false;
-        }
-        if (size - index < length)
-            return false;
-        const auto second = static_cast<unsigned char>(bytes[index + 1]);
-        if (second < low || second > high)
-            return false;
-        for (std::size_t continuation = 2; continuation < length; ++continuation) {
-            const auto byte = static_cast<unsigned char>(bytes[index + continuation]);
-            if ((byte & 0xC0) != 0x80)
-                return false;
-        }
-        index += length;
-    }
-    return true;
-}
-
 QStringList parseProcPidCmdline(QByteArrayView bytes)
 {
     QStringList arguments;
@@ -121,8 +76,9 @@ QStringList parseProcPidCmdline(QByteArrayView bytes)
         while (end < size && bytes[end] != '\0')
             ++end;
         const QByteArrayView argument = bytes.sliced(position, end - position);
-        if (isValidUtf8(
-                std::string_view(argument.data(), static_cast<std::size_t>(argument.size()))))
+        // Qt's check is strict: no overlong forms, no surrogates, nothing
+        // above U+10FFFF.
+        if (argument.isValidUtf8())
             arguments.append(QString::fromUtf8(argument));
         position = end;
     }

@@ -28,6 +28,3 @@ std::optional<std::uint64_t> parseProcPidIoDiskBytes(std::string_view text);
 // NUL is kept, since a process that rewrites its title (setproctitle) leaves
 // its text unterminated. Index 0 is the program's own argv[0].
 QStringList parseProcPidCmdline(QByteArrayView bytes);
-
-// Strict UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
-bool isValidUtf8(std::string_view bytes);

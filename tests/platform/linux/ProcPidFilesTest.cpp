@@ -33,30 +33,6 @@ TEST(ProcPidCmdline, SplitsOnNulRunsAndLeavesOutInvalidUtf8)
         EXPECT_EQ(parseProcPidCmdline(view(bytes)), expected) << description;
 }
 
-TEST(Utf8Validity, AcceptsOnlyWellFormedUtf8)
-{
-    const std::tuple<const char *, std::string_view, bool> rows[] = {
-        {"empty", ""sv, true},
-        {"ASCII", "--token=abc"sv, true},
-        {"two bytes", "\xc3\xa9"sv, true},
-        {"three bytes", "\xe2\x82\xac"sv, true},
-        {"four bytes", "\xf0\x9f\x94\xa5"sv, true},
-        {"highest code point", "\xf4\x8f\xbf\xbf"sv, true},
-        {"stray continuation", "\x80"sv, false},
-        {"overlong two bytes", "\xc0\xaf"sv, false},
-        {"overlong three bytes", "\xe0\x80\xaf"sv, false},
-        {"overlong four bytes", "\xf0\x80\x80\xaf"sv, false},
-        {"surrogate", "\xed\xa0\x80"sv, false},
-        {"above U+10FFFF", "\xf4\x90\x80\x80"sv, false},
-        {"lead byte F5", "\xf5\x80\x80\x80"sv, false},
-        {"truncated sequence", "ab\xe2\x82"sv, false},
-        {"bad continuation", "\xe2\x28\xa1"sv, false},
-        {"Latin-1 text", "caf\xe9"sv, false},
-    };
-    for (const auto &[description, bytes, valid] : rows)
-        EXPECT_EQ(isValidUtf8(bytes), valid) << description;
-}
-
 TEST(ProcPidStatTest, ReadsTheFieldsAfterTheLastParenthesis)
 {
     // pid (comm) state ppid pgrp session tty_nr tpgid flags minflt cminflt
