@@ -95,6 +95,10 @@ QSize KilnWardenApplication::initialWindowSize() const
 
 void KilnWardenApplication::windowClosed()
 {
+    // The item asks about the tray only now and then; a window must not hide
+    // behind a tray that went away since.
+    if (m_menuBarItem)
+        m_menuBarItem->checkTrayAvailability();
     if (!m_menuBarItem || !m_menuBarItem->isTrayAvailable())
         emit quitRequested();
 }

@@ -10,6 +10,7 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/RefreshWhileShown.h"
 #include "presentation/kit/SystemSymbols.h"
 #include "presentation/shell/PageScrollArea.h"
 #include "sampling/Text.h"
@@ -48,7 +49,7 @@ LiveDiagnosisPage::LiveDiagnosisPage(DashboardStore &store, const DashboardPageA
     m_frame = row(24, {32, 0, 32, 28}, {m_leftColumn, LayoutItem(m_scroll, 1)});
     attach(this, m_frame);
 
-    connect(&m_store, &DashboardStore::changed, this, &LiveDiagnosisPage::refresh);
+    refreshWhileShown(this, &m_store, &DashboardStore::changed, [this] { refresh(); });
     connect(m_list, &SourceListView::taskPressed, this,
             [this](const QString &taskID) { m_store.selectTask(taskID); });
     connect(m_search, &QLineEdit::textChanged, this, &LiveDiagnosisPage::refreshSources);

@@ -10,6 +10,7 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/RefreshWhileShown.h"
 #include "presentation/kit/TrendChart.h"
 #include "presentation/shell/PageScrollArea.h"
 
@@ -53,7 +54,7 @@ HardwareMonitorView::HardwareMonitorView(DashboardStore &store, QWidget *parent)
     m_scroll = makePageScrollArea(content);
     attach(this, column(0, {}, {m_scroll}));
 
-    connect(&m_store, &DashboardStore::changed, this, &HardwareMonitorView::refresh);
+    refreshWhileShown(this, &m_store, &DashboardStore::changed, [this] { refresh(); });
     refresh();
 }
 

@@ -7,6 +7,7 @@
 #include "presentation/history/IncidentListPanel.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/RefreshWhileShown.h"
 
 #include <QScrollArea>
 
@@ -55,7 +56,7 @@ EventHistoryPage::EventHistoryPage(DashboardStore &store, const DashboardPageAct
             &EventHistoryPage::selectIncident);
     connect(&m_store, &DashboardStore::incidentsChanged, this,
             [this] { m_incidentsChanged = true; });
-    connect(&m_store, &DashboardStore::changed, this, &EventHistoryPage::followStore);
+    refreshWhileShown(this, &m_store, &DashboardStore::changed, [this] { followStore(); });
 
     refreshList();
     keepSelectionValid();

@@ -79,12 +79,26 @@ void TextLabel::setText(const QString &text)
 {
     if (text == m_fullText)
         return;
+    const QSize hint = sizeHint();
+    const QSize least = minimumSizeHint();
     m_fullText = text;
+    // QLabel asks its layout for a pass on every change of text, and a window
+    // full of figures would be laid out again each tick. A label whose size
+    // hints stay the same (a figure of fixed width, a line cut to its box)
+    // would be put back where it is: it changes its text unseen by the layout
+    // (Qt asks no layout for a hidden widget) and asks only when its size can
+    // move. A wrapped text's height follows its words, so it always asks.
+    const bool unseen = !wordWrap() && !isHidden();
+    if (unseen)
+        setAttribute(Qt::WA_WState_Hidden);
     // QLabel keeps the whole text even where it is drawn cut short: it is
     // what a screen reader reads.
     QLabel::setText(text);
+    if (unseen)
+        setAttribute(Qt::WA_WState_Hidden, false);
     refresh();
-    updateGeometry();
+    if (!unseen || sizeHint() != hint || minimumSizeHint() != least)
+        updateGeometry();
 }
 
 QSize TextLabel::minimumSizeHint() const

@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardStore.h"
 #include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/RefreshWhileShown.h"
 #include "presentation/overview/OverviewAttentionList.h"
 #include "presentation/overview/OverviewMetricStrip.h"
 #include "presentation/overview/OverviewRecentEventList.h"
@@ -36,7 +37,7 @@ OverviewDashboardView::OverviewDashboardView(DashboardStore &store,
     m_scroll = makePageScrollArea(m_content);
     attach(this, column(0, {}, {m_scroll}));
 
-    connect(&m_store, &DashboardStore::changed, this, &OverviewDashboardView::refresh);
+    refreshWhileShown(this, &m_store, &DashboardStore::changed, [this] { refresh(); });
     refresh();
 }
 

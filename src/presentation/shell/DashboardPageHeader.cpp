@@ -5,6 +5,7 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/RefreshWhileShown.h"
 #include "presentation/kit/SystemSymbols.h"
 #include "presentation/shell/DashboardStatusLine.h"
 #include "sampling/Text.h"
@@ -79,7 +80,7 @@ DashboardPageHeader::DashboardPageHeader(DashboardStore &store, DashboardSection
     m_layout = column(8, {32, 24, 32, 16}, {topRow, m_statusLine, flexible()});
     attach(this, m_layout);
 
-    connect(&m_store, &DashboardStore::changed, this, &DashboardPageHeader::refreshStatusLine);
+    refreshWhileShown(this, &m_store, &DashboardStore::changed, [this] { refreshStatusLine(); });
     refreshStatusLine();
 }
 

@@ -57,7 +57,8 @@ KilnWardenMenuBarItem::TrayAvailability KilnWardenMenuBarItem::defaultTrayAvaila
 
 void KilnWardenMenuBarItem::refresh()
 {
-    checkTrayAvailability();
+    if (++m_ticksSinceTrayCheck >= trayCheckTicks)
+        checkTrayAvailability();
     MenuBarPresentation presentation = currentPresentation();
     if (presentation == m_presentation)
         return;
@@ -78,6 +79,7 @@ MenuBarPresentation KilnWardenMenuBarItem::currentPresentation() const
 
 void KilnWardenMenuBarItem::checkTrayAvailability()
 {
+    m_ticksSinceTrayCheck = 0;
     const bool available = m_isTrayAvailable && m_isTrayAvailable();
     if (available == m_trayAvailable && m_icon->isVisible() == available)
         return;

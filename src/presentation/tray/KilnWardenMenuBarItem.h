@@ -20,9 +20,12 @@ class QMenu;
 // changed. While monitoring is paused it shows that, with no figures.
 //
 // A desktop may have no tray, or lose it while the program runs (a panel
-// restarts). The item asks `isTrayAvailable` at start and on every tick, shows
-// or hides the icon accordingly and says so through `trayAvailabilityChanged`,
-// so that the application can offer the panel from the dashboard instead.
+// restarts). Qt says so by no signal, and asking is a round trip to the X
+// server, so the item asks `isTrayAvailable` at start, on every tenth tick (20 s
+// at the 2 s interval) and whenever the application needs the answer now
+// (checkTrayAvailability). It shows or hides the icon accordingly and says so
+// through `trayAvailabilityChanged`, so that the application can offer the
+// panel from the dashboard instead.
 class KilnWardenMenuBarItem final : public QObject {
     Q_OBJECT
 
@@ -47,6 +50,11 @@ public:
     void openPanelAt(const QRect &anchor,
                      MenuBarPanelAlignment alignment = MenuBarPanelAlignment::centred);
     void closePanel();
+    // Asks the desktop now whether it has a tray.
+    void checkTrayAvailability();
+
+    // The ticks between two questions about the tray.
+    static constexpr int trayCheckTicks = 10;
 
 signals:
     void openDashboardRequested();
@@ -56,13 +64,13 @@ signals:
 private:
     MenuBarPresentation currentPresentation() const;
     void refresh();
-    void checkTrayAvailability();
     void refreshIcon();
     void activate(QSystemTrayIcon::ActivationReason reason);
 
     DashboardStore &m_store;
     TrayAvailability m_isTrayAvailable;
     bool m_trayAvailable = false;
+    int m_ticksSinceTrayCheck = 0;
     MenuBarPresentation m_presentation;
     QSystemTrayIcon *m_icon;
     QMenu *m_menu;

@@ -4,6 +4,8 @@
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardWidgets.h"
+#include "presentation/kit/LayoutBuilder.h"
+#include "presentation/kit/RefreshWhileShown.h"
 #include "presentation/shell/DashboardPageHeader.h"
 #include "presentation/shell/DashboardSidebar.h"
 #include "presentation/shell/DashboardStatusLine.h"
@@ -131,6 +133,91 @@ TEST(DashboardShell, StatusLineBySection)
     ingestBuild(*store);
     ASSERT_EQ(store->liveTasks().size(), 1u);
     EXPECT_TRUE(line(overview).endsWith(u" · 1 个进程需要关注"_s));
+}
+
+// Counts the layout passes asked for anywhere in the application.
+class LayoutRequestCounter final : public QObject {
+public:
+    LayoutRequestCounter() { qApp->installEventFilter(this); }
+    ~LayoutRequestCounter() override { qApp->removeEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::LayoutRequest)
+            ++count;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+// A closed window rebuilds no page and lays nothing out while the store
+// ticks; shown again, its page and header are those of the latest tick.
+TEST(DashboardShell, ClosedWindowFollowsNoTickAndCatchesUpWhenShown)
+{
+    using enum DashboardSection;
+    for (const DashboardSection section :
+         {overview, liveDiagnosis, hardwareMonitor, eventHistory}) {
+        SCOPED_TRACE(dashboardPageIdentifier(section).toStdString());
+        auto store = makeStoreForTesting();
+        DashboardWindow window(*store, section, [] {});
+        window.resize(1200, 800);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ingestBuild(*store);
+        settleEvents(0);
+        const QString before = window.shell()->header()->statusLineText();
+
+        window.close();
+        settleEvents(0);
+        LayoutRequestCounter layouts;
+        for (double at : {1010.0, 1012.0, 1014.0}) {
+            SystemMetricSample sample = makeSample(at);
+            sample.processMetrics = {makeProcess(500, 1, u"ninja"_s, 60.0)};
+            store->ingest(sample);
+            settleEvents(0);
+        }
+        EXPECT_EQ(layouts.count, 0);
+        EXPECT_EQ(window.shell()->header()->statusLineText(), before);
+
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        settleEvents(0);
+        EXPECT_EQ(window.shell()->header()->statusLineText(), dashboardStatusLine(section, *store));
+        for (const RefreshWhileShown *follower : window.findChildren<RefreshWhileShown *>())
+            EXPECT_FALSE(follower->isPending());
+    }
+}
+
+// A text that leaves the label's size as it was (a clock's digits, a line cut
+// to its box) lays nothing out; a text that grows the label does.
+TEST(DashboardShell, TextChangesLayOutOnlyWhenTheLabelsSizeCanChange)
+{
+    const struct {
+        bool elided;
+        const char *from;
+        const char *to;
+        bool laysOut;
+    } rows[] = {{false, "10:20", "20:10", false},
+                {true, "10:20", "20:10", false},
+                {false, "10:20", "10:20 · 需要关注", true}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.to);
+        QWidget box;
+        auto *label = new TextLabel(QString::fromUtf8(row.from), 12, DashboardFontWeight::regular,
+                                    0xff000000);
+        label->setElided(row.elided);
+        attach(&box, column(0, {}, {label, flexible()}));
+        box.resize(300, 100);
+        box.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
+        settleEvents(0);
+        LayoutRequestCounter layouts;
+        label->setText(QString::fromUtf8(row.to));
+        settleEvents(0);
+        EXPECT_EQ(layouts.count > 0, row.laysOut) << layouts.count;
+        EXPECT_EQ(label->text(), QString::fromUtf8(row.to));
+    }
 }
 
 TEST(ConfirmationDialog, AsksTheStoresQuestionAndEveryDismissalClearsTheRequest)
