@@ -26,7 +26,6 @@ enum class TaskKind {
 };
 enum class ResourceImpact { high, medium, low };
 enum class DiagnosisConfidence { high, medium, low };
-enum class DashboardTimeRange { fiveMinutes, thirtyMinutes, oneHour };
 enum class DashboardSection { overview, liveDiagnosis, hardwareMonitor, eventHistory, settings };
 enum class DashboardRecoveryState {
     idle,
@@ -44,16 +43,6 @@ enum class ProcessTerminationSignal { graceful, forced };
 QString taskKindName(TaskKind kind);
 QString resourceImpactName(ResourceImpact impact);
 QString diagnosisConfidenceName(DiagnosisConfidence confidence);
-QString dashboardRecoveryStateName(DashboardRecoveryState state);
-QString dashboardTerminationPhaseName(DashboardTerminationPhase phase);
-QString processTerminationSignalName(ProcessTerminationSignal signal);
-
-// Text-valued and iterable in case order.
-inline constexpr std::array kAllDashboardTimeRanges = {DashboardTimeRange::fiveMinutes,
-                                                       DashboardTimeRange::thirtyMinutes,
-                                                       DashboardTimeRange::oneHour};
-QString dashboardTimeRangeText(DashboardTimeRange range); // also its label: "5 分钟", ...
-double dashboardTimeRangeSeconds(DashboardTimeRange range);
 
 inline constexpr std::array kAllDashboardSections = {
     DashboardSection::overview, DashboardSection::liveDiagnosis, DashboardSection::hardwareMonitor,

@@ -50,8 +50,6 @@ void DashboardStore::emitPending()
     auto has = [&](Field field) { return pending.test(static_cast<std::size_t>(field)); };
     if (has(Field::isMonitoring))
         emit isMonitoringChanged();
-    if (has(Field::selectedTimeRange))
-        emit selectedTimeRangeChanged();
     if (has(Field::selectedTaskID))
         emit selectedTaskIDChanged();
     if (has(Field::selectedProcessID))
@@ -77,12 +75,6 @@ void DashboardStore::emitPending()
     if (has(Field::incidents))
         emit incidentsChanged();
     emit changed();
-}
-
-void DashboardStore::setSelectedTimeRange(DashboardTimeRange range)
-{
-    NotificationBatch batch(*this);
-    write(m_selectedTimeRange, range, Field::selectedTimeRange);
 }
 
 void DashboardStore::startMonitoring()

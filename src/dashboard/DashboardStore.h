@@ -49,7 +49,6 @@ public:
 
     // Observed fields.
     bool isMonitoring() const { return m_isMonitoring; }
-    DashboardTimeRange selectedTimeRange() const { return m_selectedTimeRange; }
     const QString &selectedTaskID() const { return m_selectedTaskID; }
     const std::optional<QString> &selectedProcessID() const { return m_selectedProcessID; }
     const std::vector<DashboardTask> &liveTasks() const { return m_liveTasks; }
@@ -80,17 +79,12 @@ public:
     std::vector<HardwareTrendPoint> hardwareTrendPoints(double windowSeconds) const;
     std::vector<DashboardSensorStatus> sensorStatuses() const;
 
-    // When the menu bar state last turned abnormal; absent while it is calm.
-    std::optional<TimePoint> menuBarAbnormalStartedAt() const { return m_menuBarAbnormalStartedAt; }
     // What the menu bar item and its panel show now.
     MenuBarPresentation menuBarPresentation() const;
 
     // Empties the incident log, an active incident included; the next hot
     // sample opens a new one. The settings page asks the user first.
     void clearIncidents();
-
-    // Written by views: the range of the diagnosis chart.
-    void setSelectedTimeRange(DashboardTimeRange range);
 
     // Monitoring. Starting twice makes one producer; stopping twice is harmless.
     // Stopping touches nothing but `isMonitoring`: all derived state stays, and
@@ -101,8 +95,6 @@ public:
     // Applies one sample, whole. In the running program the monitoring loop is
     // its only caller; tests and headless tools drive the store through it.
     void ingest(const SystemMetricSample &sample);
-
-    const LiveSystemMonitor &monitor() const { return m_monitor; }
 
     // Selection (user clicks). Selecting a task always moves the process
     // selection to that task's target node; an id that is not listed, or a
@@ -156,10 +148,6 @@ public:
     // The last attempt's status, when it is about the selected process.
     std::optional<DashboardTerminationStatus> selectedTerminationStatus() const;
 
-    const ProcessTerminationController &terminationController() const
-    {
-        return m_terminationController;
-    }
     // Which process nodes of the last sample may be ended, by node id.
     const QHash<QString, ProcessTerminationTarget> &processTerminationTargets() const
     {
@@ -177,7 +165,6 @@ public:
 
 signals:
     void isMonitoringChanged();
-    void selectedTimeRangeChanged();
     void selectedTaskIDChanged();
     void selectedProcessIDChanged();
     void liveTasksChanged();
@@ -196,7 +183,6 @@ signals:
 private:
     enum class Field {
         isMonitoring,
-        selectedTimeRange,
         selectedTaskID,
         selectedProcessID,
         liveTasks,
@@ -260,7 +246,6 @@ private:
 
     // Observed fields.
     bool m_isMonitoring = false;
-    DashboardTimeRange m_selectedTimeRange = DashboardTimeRange::fiveMinutes;
     QString m_selectedTaskID;
     std::optional<QString> m_selectedProcessID;
     std::vector<DashboardTask> m_liveTasks;

@@ -1,18 +1,7 @@
 #include "sampling/ProcessMetric.h"
 
-#include <QHashFunctions>
-
 #include <charconv>
 #include <string_view>
-
-std::size_t ProcessIdentityHash::operator()(const ProcessIdentity &identity) const noexcept
-{
-    std::size_t seed = std::hash<pid_t>{}(identity.pid);
-    seed ^= std::hash<double>{}(identity.startTime.secondsSince1970) + 0x9e3779b97f4a7c15ULL +
-            (seed << 6) + (seed >> 2);
-    seed ^= qHash(identity.executablePath) + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2);
-    return seed;
-}
 
 namespace {
 
@@ -34,13 +23,6 @@ char *writeStartTimeKey(char *into, char *end, TimePoint startTime)
 }
 
 } // namespace
-
-QString formatStartTimeKey(TimePoint startTime)
-{
-    char buffer[400]; // the longest fixed form of a double has 309 integer digits
-    const char *end = writeStartTimeKey(buffer, buffer + sizeof buffer, startTime);
-    return QString::fromLatin1(buffer, static_cast<qsizetype>(end - buffer));
-}
 
 QString processNodeKey(pid_t pid, TimePoint startTime)
 {

@@ -7,7 +7,6 @@
 #include <sys/types.h>
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 
 // What tells a process apart from a later one that reuses its number. A
@@ -18,10 +17,6 @@ struct ProcessIdentity {
     QString executablePath; // absolute path of the executable
 
     bool operator==(const ProcessIdentity &) const = default;
-};
-
-struct ProcessIdentityHash {
-    std::size_t operator()(const ProcessIdentity &identity) const noexcept;
 };
 
 // The only trace of a process's argument vector and working directory.
@@ -72,8 +67,7 @@ struct ProcessMetric {
     bool operator==(const ProcessMetric &) const = default;
 };
 
-// Seconds since 1970 in the shortest decimal form that reads back as the same
-// 64-bit float, with ".0" on whole numbers. Process node ids and termination
-// keys are both "<pid>-<this>", so the two always agree.
-QString formatStartTimeKey(TimePoint startTime);
+// "<pid>-<start>", the start in seconds since 1970 in the shortest decimal form
+// that reads back as the same 64-bit float, with ".0" on whole numbers. Process
+// node ids and termination keys are both this, so the two always agree.
 QString processNodeKey(pid_t pid, TimePoint startTime);

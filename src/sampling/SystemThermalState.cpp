@@ -2,14 +2,6 @@
 
 #include "sampling/Text.h"
 
-#include <array>
-
-namespace {
-constexpr std::array kAllStates = {SystemThermalState::nominal, SystemThermalState::fair,
-                                   SystemThermalState::serious, SystemThermalState::critical,
-                                   SystemThermalState::unknown};
-}
-
 QString systemThermalStateRawText(SystemThermalState state)
 {
     switch (state) {
@@ -25,20 +17,6 @@ QString systemThermalStateRawText(SystemThermalState state)
         return QStringLiteral("unknown");
     }
     return QStringLiteral("unknown");
-}
-
-std::optional<SystemThermalState> systemThermalStateFromRawText(const QString &text)
-{
-    for (SystemThermalState state : kAllStates) {
-        if (systemThermalStateRawText(state) == text)
-            return state;
-    }
-    return std::nullopt;
-}
-
-SystemThermalState systemThermalStateFromSystemValue(std::uint64_t value)
-{
-    return value < 4 ? kAllStates[value] : SystemThermalState::unknown;
 }
 
 QString systemThermalStateLabel(SystemThermalState state)

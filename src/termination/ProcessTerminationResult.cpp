@@ -4,27 +4,6 @@
 
 #include <cerrno>
 
-QString processTerminationRejectionName(ProcessTerminationRejection rejection)
-{
-    switch (rejection) {
-    case ProcessTerminationRejection::notCurrentUser:
-        return QStringLiteral("notCurrentUser");
-    case ProcessTerminationRejection::selfProcess:
-        return QStringLiteral("selfProcess");
-    case ProcessTerminationRejection::systemCritical:
-        return QStringLiteral("systemCritical");
-    case ProcessTerminationRejection::protectedProcess:
-        return QStringLiteral("protectedProcess");
-    case ProcessTerminationRejection::alreadyExited:
-        return QStringLiteral("alreadyExited");
-    case ProcessTerminationRejection::identityChanged:
-        return QStringLiteral("identityChanged");
-    case ProcessTerminationRejection::executableChanged:
-        return QStringLiteral("executableChanged");
-    }
-    return QStringLiteral("identityChanged");
-}
-
 QString processTerminationRejectionText(ProcessTerminationRejection rejection)
 {
     switch (rejection) {

@@ -16,7 +16,6 @@ enum class ProcessTerminationRejection {
     identityChanged,
     executableChanged,
 };
-QString processTerminationRejectionName(ProcessTerminationRejection rejection);
 QString processTerminationRejectionText(ProcessTerminationRejection rejection);
 
 // The outcome of one `terminate`: a signal sent, refused by the safety check,

@@ -173,7 +173,7 @@ TEST(DashboardIncidentTracker, VerdictClosesActiveIncidentWithItsStatus)
         {Recovery::terminationFailed, Status::actionFailed},
     };
     for (const Row &row : rows) {
-        SCOPED_TRACE(dashboardRecoveryStateName(row.state).toStdString());
+        SCOPED_TRACE(static_cast<int>(row.state));
         DashboardIncidentTracker tracker;
         const DashboardTask node = makeTask("node", 60.0);
         tracker.observe(hot(0.0), &node);

@@ -69,28 +69,22 @@ TEST(SensorReadingText, DisplayUsesTheInterfaceLocaleWithGroupingAndExactDigits)
     }
 }
 
-TEST(SystemThermalStateText, RawValuesTextsAndLabels)
+TEST(SystemThermalStateText, RawTextsAndLabels)
 {
     struct Row {
-        std::uint64_t systemValue;
         SystemThermalState state;
         const char *raw;
         const char *label;
     };
-    const std::vector<Row> rows = {{0, SystemThermalState::nominal, "nominal", "正常"},
-                                   {1, SystemThermalState::fair, "fair", "尚可"},
-                                   {2, SystemThermalState::serious, "serious", "严重"},
-                                   {3, SystemThermalState::critical, "critical", "临界"},
-                                   {7, SystemThermalState::unknown, "unknown", "未知"}};
+    const std::vector<Row> rows = {{SystemThermalState::nominal, "nominal", "正常"},
+                                   {SystemThermalState::fair, "fair", "尚可"},
+                                   {SystemThermalState::serious, "serious", "严重"},
+                                   {SystemThermalState::critical, "critical", "临界"},
+                                   {SystemThermalState::unknown, "unknown", "未知"}};
     for (const auto &row : rows) {
-        EXPECT_EQ(systemThermalStateFromSystemValue(row.systemValue), row.state);
         EXPECT_EQ(systemThermalStateRawText(row.state), row.raw);
         EXPECT_EQ(systemThermalStateLabel(row.state), QString::fromUtf8(row.label));
-        EXPECT_EQ(systemThermalStateFromRawText(row.raw), row.state);
     }
-    EXPECT_EQ(systemThermalStateFromRawText("Nominal"), std::nullopt);
-    EXPECT_EQ(systemThermalStateFromRawText(" fair"), std::nullopt);
-    EXPECT_EQ(systemThermalStateFromRawText(""), std::nullopt);
 }
 
 } // namespace

@@ -40,15 +40,6 @@ FileReadResult readKernelFile(const QString &path)
     return readKernelFile(path.toLocal8Bit());
 }
 
-std::optional<QByteArray> readLinkTarget(const QByteArray &path)
-{
-    char buffer[4096];
-    const ssize_t length = ::readlink(path.constData(), buffer, sizeof buffer);
-    if (length <= 0 || static_cast<std::size_t>(length) >= sizeof buffer)
-        return std::nullopt; // unreadable, or possibly truncated
-    return QByteArray(buffer, length);
-}
-
 namespace {
 std::string_view trimmed(std::string_view text)
 {

@@ -18,9 +18,6 @@ struct FileReadResult {
 FileReadResult readKernelFile(const QByteArray &path);
 FileReadResult readKernelFile(const QString &path);
 
-// The target of a symbolic link (readlink), absent when it cannot be read.
-std::optional<QByteArray> readLinkTarget(const QByteArray &path);
-
 // Parses a decimal integer, allowing leading blanks, an optional '-' and a
 // trailing newline; nothing for empty text, junk or overflow.
 std::optional<long long> parseDecimal(std::string_view text);

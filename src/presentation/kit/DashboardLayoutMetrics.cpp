@@ -3,19 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-QString dashboardHorizontalSizeText(DashboardHorizontalSize size)
-{
-    switch (size) {
-    case DashboardHorizontalSize::compact:
-        return QStringLiteral("compact");
-    case DashboardHorizontalSize::standard:
-        return QStringLiteral("standard");
-    case DashboardHorizontalSize::spacious:
-        break;
-    }
-    return QStringLiteral("spacious");
-}
-
 double dashboardTypographyScale(double width)
 {
     const double s = (width - 960.0) / 480.0;
@@ -33,14 +20,13 @@ double dashboardScaledFontSize(double size, double typographyScale)
 DashboardLayoutMetrics DashboardLayoutMetrics::forSize(double width, double height)
 {
     struct Row {
-        double sidebar, header, padding, spacing, taskColumn, sensorColumn, eventColumn,
-            overviewPadding, overviewColumnPadding, heroTop, heroTitle, diagnosisChart,
+        double sidebar, header, padding, spacing, taskColumn, eventColumn, diagnosisChart,
             hardwareChart;
         bool labels;
     };
-    static constexpr Row compact{76, 72, 20, 16, 286, 320, 300, 20, 20, 20, 27, 288, 250, false};
-    static constexpr Row standard{210, 80, 24, 20, 340, 360, 640, 24, 24, 22, 31, 300, 278, true};
-    static constexpr Row spacious{240, 88, 32, 24, 392, 392, 764, 32, 32, 24, 34, 300, 286, true};
+    static constexpr Row compact{76, 72, 20, 16, 286, 300, 288, 250, false};
+    static constexpr Row standard{210, 80, 24, 20, 340, 640, 300, 278, true};
+    static constexpr Row spacious{240, 88, 32, 24, 392, 764, 300, 286, true};
 
     DashboardLayoutMetrics metrics;
     // NaN and negative sizes fall to the smallest class rather than to none.
@@ -53,21 +39,14 @@ DashboardLayoutMetrics DashboardLayoutMetrics::forSize(double width, double heig
                                                                                    : spacious;
     metrics.sidebarWidth = row.sidebar;
     metrics.headerHeight = row.header;
-    metrics.footerHeight = 0;
     metrics.pageHorizontalPadding = row.padding;
     metrics.contentSpacing = row.spacing;
     metrics.taskColumnWidth = row.taskColumn;
-    metrics.sensorColumnWidth = row.sensorColumn;
     metrics.eventColumnWidth = row.eventColumn;
-    metrics.overviewHorizontalPadding = row.overviewPadding;
-    metrics.overviewColumnPadding = row.overviewColumnPadding;
-    metrics.heroTopPadding = row.heroTop;
-    metrics.heroTitleSize = row.heroTitle;
     metrics.diagnosisChartHeight = row.diagnosisChart;
     metrics.hardwareChartHeight = row.hardwareChart;
     metrics.typographyScale = dashboardTypographyScale(width);
     metrics.showsSidebarLabels = row.labels;
     metrics.showsPrivacyLabel = row.labels;
-    metrics.showsDetailedFooter = false;
     return metrics;
 }

@@ -4,7 +4,6 @@
 
 // The window's width class. The limits belong to the upper class.
 enum class DashboardHorizontalSize { compact, standard, spacious };
-QString dashboardHorizontalSizeText(DashboardHorizontalSize size); // "compact", ...
 
 // Every layout number of the dashboard, derived from the window's content size
 // alone. A plain value: views compare it and rebuild only when it changes.
@@ -16,22 +15,15 @@ struct DashboardLayoutMetrics {
     // A Linux window has its own title bar above the content, so the header
     // leaves out the 28 px that a macOS title bar would overlap.
     double headerHeight = 88;
-    double footerHeight = 0;
     double pageHorizontalPadding = 32;
     double contentSpacing = 24;
     double taskColumnWidth = 392;
-    double sensorColumnWidth = 392;
     double eventColumnWidth = 764;
-    double overviewHorizontalPadding = 32;
-    double overviewColumnPadding = 32;
-    double heroTopPadding = 24;
-    double heroTitleSize = 34;
     double diagnosisChartHeight = 300;
     double hardwareChartHeight = 286;
     double typographyScale = 1.0;
     bool showsSidebarLabels = true;
     bool showsPrivacyLabel = true;
-    bool showsDetailedFooter = false;
 
     bool operator==(const DashboardLayoutMetrics &) const = default;
 

@@ -166,13 +166,6 @@ void SymbolView::setColor(const QColor &color)
     update();
 }
 
-void SymbolView::setGlyphSize(double glyphSize)
-{
-    m_glyphSize = glyphSize;
-    updateGeometry();
-    update();
-}
-
 void SymbolView::setScalesWithText(bool scales)
 {
     m_scalesWithText = scales;

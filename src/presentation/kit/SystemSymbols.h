@@ -48,7 +48,6 @@ public:
 
     void setSymbol(const QString &name);
     void setColor(const QColor &color);
-    void setGlyphSize(double glyphSize);
     void setScalesWithText(bool scales);
     QString symbol() const { return m_name; }
     QColor color() const { return m_color; }

@@ -36,8 +36,6 @@ TEST(DashboardLayoutMetrics, ClassEdgesBelongToTheUpperClass)
         EXPECT_EQ(metrics.isShort, c.isShort);
         EXPECT_EQ(metrics.showsSidebarLabels, c.labels);
         EXPECT_EQ(metrics.showsPrivacyLabel, c.labels);
-        EXPECT_EQ(metrics.footerHeight, 0);
-        EXPECT_FALSE(metrics.showsDetailedFooter);
     }
 }
 
