@@ -18,16 +18,16 @@
 // first and costs one stat of the pid directory, so another user's process
 // costs nothing more; an owned one is then read through its open directory:
 // exe, stat, statm, io, cgroup, cmdline, cwd, but only when it may have
-// changed (see ProcessReadGate): a kept process whose CPU-time clock stood
-// still costs its owner test, its clock and its statm. A process that vanishes or fails at any
+// changed (see ProcessReadGate). A process that vanishes or fails at any
 // step is left out, except that an unreadable io counts 0 bytes, and an
 // unreadable cwd gives no project. The argument vector and the working
 // directory go only into the command redaction and end there.
 //
 // The directory and the files read on every tick stay open from one tick to
 // the next, for as long as the process is there (see ProcPidDirectory): a
-// known process then costs eight system calls a tick, an owner test through
-// the open directory, two links and five reads. Whatever a tick does not
+// known process whose CPU-time clock stood still costs three system calls a
+// tick (an owner test through the open directory, its clock and its statm),
+// one read in full eight (the owner test, two links and five reads). Whatever a tick does not
 // find again, by pid and start time, is closed at its end. The descriptors
 // kept are bounded by the open-file limit (raised toward the hard limit when
 // the reader is made); beyond that, and whenever an open fails for want of

@@ -6,6 +6,7 @@
 #include "platform/linux/ProcessReadGate.h"
 #include "platform/linux/ProcfsProcessMetricReader.h"
 #include "process/ProcessMetricsProbe.h"
+#include "support/ForkedChild.h"
 #include "support/ProcessPrinting.h"
 #include "support/ShellChild.h"
 #include "support/SyncedWrite.h"
@@ -324,6 +325,35 @@ TEST_F(LiveProcfsTest, OutsideRenameOfAnIdleProcesssDirectoryShowsWithinTheSweep
     for (unsigned tick = 0; tick < kSweepTicks && seen != QStringLiteral("after"); ++tick)
         seen = projectNow();
     EXPECT_EQ(seen, QStringLiteral("after")) << "not within " << kSweepTicks << " ticks";
+}
+
+// A process whose parent leaves gets a new parent without running: it is
+// read again on the tick that finds its parent gone. The grandchild, a
+// background sleep of the shell, ends by itself and is never signalled.
+TEST_F(LiveProcfsTest, ChildOfAProcessThatLeftShowsItsNewParentOnThatTick)
+{
+    ShellChild parent(m_project.path().toLocal8Bit(), {"sh", "-c", "sleep 20 & exec sleep 60"});
+    ASSERT_TRUE(parent.started());
+    ProcfsProcessMetricReader reader;
+    pid_t grandchild = 0;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            for (const RawProcessMetric &record : reader.readMetrics(TimePoint::now())) {
+                if (record.parentPID == parent.pid() &&
+                    record.identity.executablePath.endsWith(QStringLiteral("/sleep")))
+                    grandchild = record.identity.pid;
+            }
+            return grandchild != 0;
+        },
+        5000));
+    for (unsigned tick = 0; tick <= kYoungTicks; ++tick)
+        ASSERT_TRUE(findPid(reader.readMetrics(TimePoint::now()), grandchild));
+    ASSERT_EQ(::kill(parent.pid(), SIGKILL), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return hasExited(parent.pid()); }, 5000));
+    const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
+    const RawProcessMetric *record = findPid(records, grandchild);
+    ASSERT_TRUE(record);
+    EXPECT_NE(record->parentPID, parent.pid());
 }
 
 } // namespace
