@@ -204,11 +204,13 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
                     process.tick = m_tick;
                     return record;
                 }
-            } else if (clock) {
+            } else {
+                // Also when the clock cannot be read: a process gone fails the
+                // reads and is read anew below, one whose clock is refused
+                // (EPERM) is read in full on every tick.
                 record =
                     readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true, startTicks);
             }
-            // A clock that cannot be read leaves the pid to be read anew below.
         }
         const bool shortOfDescriptors = directory.takeShortOfDescriptors();
         if (record && !shortOfDescriptors && startTicks == process.startTicks) {
