@@ -6,13 +6,16 @@
 #include "platform/linux/ProcPidStat.h"
 #include "platform/linux/ProcStat.h"
 #include "platform/linux/ProcessName.h"
+#include "platform/linux/ProcessReadGate.h"
 #include "platform/linux/ServiceManagerRecognition.h"
 #include "platform/linux/SystemdApplicationUnit.h"
 #include "process/CommandRedaction.h"
 
+#include <algorithm>
 #include <charconv>
 #include <climits>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 
 #include <dirent.h>
@@ -114,13 +117,54 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
     ++m_tick;
     std::vector<RawProcessMetric> records;
     records.reserve(m_kept.size() + 16);
+    std::vector<ListedProcess> listed;
+    listed.reserve(m_kept.size() + 16);
+    std::vector<std::size_t> carried;
     while (const dirent *entry = ::readdir(directory.get())) {
         const std::optional<pid_t> pid = pidOfEntry(entry->d_name);
         if (!pid)
             continue;
-        if (auto record = readProcess(*pid, *bootTime, now))
+        bool wasCarried = false;
+        unsigned long long startTicks = 0;
+        if (auto record = readProcess(*pid, *bootTime, now, false, wasCarried, startTicks)) {
+            if (wasCarried)
+                carried.push_back(records.size());
+            listed.emplace_back(*pid, startTicks);
             records.push_back(std::move(*record));
+        }
     }
+    std::sort(listed.begin(), listed.end());
+
+    // A process that left hands its children to another parent without them
+    // running: a child whose record was carried is read again, in full.
+    std::vector<ListedProcess> departed;
+    std::set_difference(m_listed.begin(), m_listed.end(), listed.begin(), listed.end(),
+                        std::back_inserter(departed));
+    const auto hasDeparted = [&](pid_t pid) {
+        const auto found =
+            std::lower_bound(departed.begin(), departed.end(), ListedProcess{pid, 0});
+        return found != departed.end() && found->first == pid;
+    };
+    bool anyLost = false;
+    for (const std::size_t index : departed.empty() ? std::vector<std::size_t>() : carried) {
+        RawProcessMetric &record = records[index];
+        if (!hasDeparted(record.parentPID))
+            continue;
+        bool wasCarried = false;
+        unsigned long long startTicks = 0;
+        if (auto reread =
+                readProcess(record.identity.pid, *bootTime, now, true, wasCarried, startTicks)) {
+            record = std::move(*reread);
+        } else {
+            record.identity.pid = 0; // gone meanwhile: left out
+            anyLost = true;
+        }
+    }
+    if (anyLost)
+        std::erase_if(records,
+                      [](const RawProcessMetric &record) { return record.identity.pid == 0; });
+    m_listed = std::move(listed);
+
     // What this tick did not read has left (or is no longer this user's, or
     // no longer readable): its descriptors go with it.
     std::erase_if(m_kept, [&](const auto &entry) { return entry.second.tick != m_tick; });
@@ -129,22 +173,50 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
 }
 
 std::optional<RawProcessMetric>
-ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, TimePoint now)
+ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, TimePoint now,
+                                       bool fullRead, bool &carried, unsigned long long &startTicks)
 {
+    carried = false;
     if (const auto kept = m_kept.find(pid); kept != m_kept.end()) {
         // The open directory belongs to the process it was opened for: if that
         // one has gone, every read through it fails, and the pid is read anew
-        // below, for whichever process holds it now.
-        ProcPidDirectory &directory = kept->second.directory;
+        // below, for whichever process holds it now. The clock is read by pid,
+        // so it is the clock of whichever process holds the pid; a read
+        // through the directory after it succeeds only while the kept process
+        // lives, and a process that lived at the last tick and lives still
+        // held the pid all along: the clock was its own.
+        KeptProcess &process = kept->second;
+        ProcPidDirectory &directory = process.directory;
         const std::optional<uid_t> owner = directory.owner();
-        unsigned long long startTicks = 0;
         std::optional<RawProcessMetric> record;
-        if (owner && *owner == m_userID)
-            record =
-                readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true, startTicks);
+        std::optional<std::uint64_t> clock;
+        if (owner && *owner == m_userID) {
+            if (process.ticksSinceFirstRead <= kYoungTicks)
+                ++process.ticksSinceFirstRead;
+            clock = processCPUClockNanoseconds(pid);
+            const ProcessReadFacts facts{process.clock, clock, process.ticksSinceFirstRead,
+                                         process.sweepSlot, m_tick};
+            if (!fullRead && !needsFullRead(facts)) {
+                record = carryRecord(process, bootTimeSeconds, now);
+                if (record) {
+                    carried = true;
+                    startTicks = process.startTicks;
+                    process.tick = m_tick;
+                    return record;
+                }
+            } else {
+                // Also when the clock cannot be read: a process gone fails the
+                // reads and is read anew below, one whose clock is refused
+                // (EPERM) is read in full on every tick.
+                record =
+                    readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true, startTicks);
+            }
+        }
         const bool shortOfDescriptors = directory.takeShortOfDescriptors();
-        if (record && !shortOfDescriptors && startTicks == kept->second.startTicks) {
-            kept->second.tick = m_tick;
+        if (record && !shortOfDescriptors && startTicks == process.startTicks) {
+            process.tick = m_tick;
+            process.clock = clock;
+            process.record = *record;
             return record;
         }
         m_kept.erase(kept);
@@ -165,9 +237,13 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         std::optional<ProcPidDirectory> directory =
             ProcPidDirectory::open(m_pidPath, &shortOfDescriptors);
         const bool keep = attempt == 0 && m_kept.size() < m_keptCapacity;
-        unsigned long long startTicks = 0;
         std::optional<RawProcessMetric> record;
+        std::optional<std::uint64_t> clock;
         if (directory) {
+            // Between the open and the full read, which both reach the same
+            // process, so the clock is that process's.
+            if (keep)
+                clock = processCPUClockNanoseconds(pid);
             record =
                 readOpenProcess(*directory, pid, *owner, bootTimeSeconds, now, keep, startTicks);
             shortOfDescriptors = directory->takeShortOfDescriptors() || shortOfDescriptors;
@@ -176,11 +252,35 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
             relieveDescriptorShortage();
             continue;
         }
-        if (record && keep)
-            m_kept.emplace(pid, KeptProcess{std::move(*directory), startTicks, m_tick});
+        if (record && keep) {
+            KeptProcess process{std::move(*directory),           startTicks, m_tick, clock, 0,
+                                m_nextSweepSlot++ % kSweepTicks, *record};
+            m_kept.emplace(pid, std::move(process));
+        }
         return record;
     }
     return std::nullopt;
+}
+
+std::optional<RawProcessMetric>
+ProcfsProcessMetricReader::carryRecord(KeptProcess &kept, long long bootTimeSeconds, TimePoint now)
+{
+    char buffer[256];
+    const auto length = kept.directory.readSmallFile(ProcPidFile::statm, buffer, true);
+    if (!length)
+        return std::nullopt;
+    const std::optional<std::uint64_t> residentBytes =
+        parseProcPidStatmResidentBytes(std::string_view(buffer, *length), m_pageSize);
+    if (!residentBytes)
+        return std::nullopt;
+    // Its CPU time stands, as its clock does; its start time follows the boot
+    // time, which moves when the wall clock is set.
+    RawProcessMetric record = kept.record;
+    record.identity.startTime =
+        processStartTime(bootTimeSeconds, kept.startTicks, m_clockTicksPerSecond);
+    record.residentBytes = *residentBytes;
+    record.sampledAt = now;
+    return record;
 }
 
 void ProcfsProcessMetricReader::relieveDescriptorShortage()

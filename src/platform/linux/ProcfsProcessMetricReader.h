@@ -11,19 +11,23 @@
 #include <optional>
 #include <sys/types.h>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 // The current user's processes from <procRoot>/<pid>. The owner test comes
 // first and costs one stat of the pid directory, so another user's process
 // costs nothing more; an owned one is then read through its open directory:
-// exe, stat, statm, io, cgroup, cmdline, cwd. A process that vanishes or fails at any
+// exe, stat, statm, io, cgroup, cmdline, cwd, but only when it may have
+// changed (see ProcessReadGate). A process that vanishes or fails at any
 // step is left out, except that an unreadable io counts 0 bytes, and an
 // unreadable cwd gives no project. The argument vector and the working
 // directory go only into the command redaction and end there.
 //
 // The directory and the files read on every tick stay open from one tick to
 // the next, for as long as the process is there (see ProcPidDirectory): a
-// known process then costs eight system calls a tick, an owner test through
-// the open directory, two links and five reads. Whatever a tick does not
+// known process whose CPU-time clock stood still costs three system calls a
+// tick (an owner test through the open directory, its clock and its statm),
+// one read in full eight (the owner test, two links and five reads). Whatever a tick does not
 // find again, by pid and start time, is closed at its end. The descriptors
 // kept are bounded by the open-file limit (raised toward the hard limit when
 // the reader is made); beyond that, and whenever an open fails for want of
@@ -52,10 +56,23 @@ private:
     struct KeptProcess {
         ProcPidDirectory directory;
         unsigned long long startTicks = 0;
-        unsigned tick = 0; // the last tick that read it
+        unsigned tick = 0;                  // the last tick that read it
+        std::optional<std::uint64_t> clock; // CPU nanoseconds before the last full read
+        unsigned ticksSinceFirstRead = 0;
+        unsigned sweepSlot = 0;
+        RawProcessMetric record; // the last full read
     };
+    // A process listed on a tick, by pid and start time.
+    using ListedProcess = std::pair<pid_t, unsigned long long>;
 
-    std::optional<RawProcessMetric> readProcess(pid_t pid, long long bootTimeSeconds,
+    // `carried` tells whether the record is the last full read with this
+    // tick's resident size.
+    std::optional<RawProcessMetric> readProcess(pid_t pid, long long bootTimeSeconds, TimePoint now,
+                                                bool fullRead, bool &carried,
+                                                unsigned long long &startTicks);
+    // The last record of a kept process whose clock stood still, with this
+    // tick's resident size; nothing when its directory no longer reads.
+    std::optional<RawProcessMetric> carryRecord(KeptProcess &kept, long long bootTimeSeconds,
                                                 TimePoint now);
     std::optional<RawProcessMetric> readOpenProcess(ProcPidDirectory &directory, pid_t pid,
                                                     uid_t owner, long long bootTimeSeconds,
@@ -74,6 +91,8 @@ private:
     std::unordered_map<pid_t, KeptProcess> m_kept;
     std::size_t m_keptCapacity = 0;
     unsigned m_tick = 0;
+    unsigned m_nextSweepSlot = 0;
+    std::vector<ListedProcess> m_listed; // last tick's records, sorted
 };
 
 // The current user's home directory from the password database, with its

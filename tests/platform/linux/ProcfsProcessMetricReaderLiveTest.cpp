@@ -3,8 +3,10 @@
 
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ProcPidFiles.h"
+#include "platform/linux/ProcessReadGate.h"
 #include "platform/linux/ProcfsProcessMetricReader.h"
 #include "process/ProcessMetricsProbe.h"
+#include "support/ForkedChild.h"
 #include "support/ProcessPrinting.h"
 #include "support/ShellChild.h"
 #include "support/SyncedWrite.h"
@@ -21,7 +23,12 @@
 #include <optional>
 #include <thread>
 
+#include <csignal>
+#include <functional>
+
 #include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -36,6 +43,93 @@ std::optional<double> scheduledNanoseconds(pid_t pid)
     bool ok = false;
     const double value = file.readAll().split(' ').value(0).toDouble(&ok);
     return ok ? std::optional<double>(value) : std::nullopt;
+}
+
+// A child forked from this program that sits idle, its main thread in
+// pause(), but for a worker thread that does one thing when told: what a
+// process changes about itself from a thread that is not its main one. It
+// dies with the test program, and the handle kills and reaps it.
+class IdleChildWithWorker {
+public:
+    // What the worker does with the order it reads.
+    using Work = std::function<void()>;
+
+    explicit IdleChildWithWorker(const QByteArray &directory, Work work)
+    {
+        int orders[2];
+        int done[2];
+        if (::pipe2(orders, O_CLOEXEC) != 0 || ::pipe2(done, O_CLOEXEC) != 0)
+            return;
+        m_pid = ::fork();
+        if (m_pid == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            if (::chdir(directory.constData()) != 0)
+                ::_exit(1);
+            std::thread([&] {
+                char order = 0;
+                if (::read(orders[0], &order, 1) == 1) {
+                    work();
+                    [[maybe_unused]] const ssize_t ignored = ::write(done[1], &order, 1);
+                }
+            }).detach();
+            for (;;)
+                ::pause();
+        }
+        ::close(orders[0]);
+        ::close(done[1]);
+        m_orders = orders[1];
+        m_done = done[0];
+    }
+    ~IdleChildWithWorker()
+    {
+        if (m_pid > 0) {
+            ::kill(m_pid, SIGKILL);
+            ::waitpid(m_pid, nullptr, 0);
+        }
+        ::close(m_orders);
+        ::close(m_done);
+    }
+    IdleChildWithWorker(const IdleChildWithWorker &) = delete;
+    IdleChildWithWorker &operator=(const IdleChildWithWorker &) = delete;
+
+    pid_t pid() const { return m_pid; }
+
+    // Has the worker do its work, and returns once it is done (or the exec
+    // it did closed the pipe).
+    bool work()
+    {
+        char order = 'w';
+        if (::write(m_orders, &order, 1) != 1)
+            return false;
+        return ::read(m_done, &order, 1) >= 0;
+    }
+
+private:
+    pid_t m_pid = -1;
+    int m_orders = -1;
+    int m_done = -1;
+};
+
+// Overwrites the argument vector in place, as a program that shows its state
+// in its command line does: it becomes "kw serve", a command that shows its
+// subcommand.
+void rewriteOwnArguments()
+{
+    const FileReadResult stat = readKernelFile(QByteArrayLiteral("/proc/self/stat"));
+    if (!stat.bytes)
+        return;
+    // arg_start and arg_end, fields 48 and 49: the 46th and 47th after the name.
+    const QList<QByteArray> fields =
+        stat.bytes->mid(stat.bytes->lastIndexOf(')') + 2).trimmed().split(' ');
+    if (fields.size() < 47)
+        return;
+    char *start = reinterpret_cast<char *>(fields[45].toULongLong());
+    char *end = reinterpret_cast<char *>(fields[46].toULongLong());
+    constexpr char rewritten[] = "kw\0serve";
+    if (start && end > start + sizeof rewritten) {
+        std::fill(start, end, '\0');
+        std::copy(rewritten, rewritten + sizeof rewritten, start);
+    }
 }
 
 class LiveProcfsTest : public testing::Test {
@@ -146,6 +240,120 @@ TEST_F(LiveProcfsTest, ReaderSeesItsOwnWritesAndNoOtherUsers)
     constexpr double payload = 8 << 20;
     EXPECT_GE(written, 0.95 * payload);
     EXPECT_NEAR(written, measured, 0.05 * payload);
+}
+
+// An idle process is read in full only when its clock moves; whatever a
+// worker thread does moves the process's clock, so it shows on the very next
+// tick. The ticks before it let the process pass its first ticks, which are
+// read in full whatever the clock says.
+TEST_F(LiveProcfsTest, WhatAWorkerThreadOfAnIdleProcessDoesShowsOnTheNextTick)
+{
+    const QByteArray project = m_project.path().toLocal8Bit();
+    ASSERT_TRUE(QDir(m_project.path()).mkdir(QStringLiteral("elsewhere")));
+    struct Case {
+        const char *description;
+        IdleChildWithWorker::Work work;
+        std::function<bool(const RawProcessMetric &before, const RawProcessMetric &after)> seen;
+    };
+    const Case cases[] = {
+        {"exec", [] { ::execl("/bin/sleep", "sleep", "30", nullptr); },
+         [](const auto &, const auto &after) {
+             return after.identity.executablePath.endsWith(QStringLiteral("/sleep"));
+         }},
+        {"cd", [] { [[maybe_unused]] const int ignored = ::chdir("elsewhere"); },
+         [](const auto &, const auto &after) {
+             return after.command.project == QStringLiteral("elsewhere");
+         }},
+        {"argument rewrite", rewriteOwnArguments,
+         [](const auto &before, const auto &after) {
+             return after.command.command != before.command.command;
+         }},
+        {"I/O", [] { writeSynced("payload", 1); },
+         [](const auto &before, const auto &after) {
+             return after.diskBytes >= before.diskBytes + (1u << 20);
+         }},
+    };
+    for (const Case &row : cases) {
+        SCOPED_TRACE(row.description);
+        IdleChildWithWorker child(project, row.work);
+        ASSERT_GT(child.pid(), 0);
+        ProcfsProcessMetricReader reader;
+        std::optional<RawProcessMetric> before;
+        for (unsigned tick = 0; tick <= kYoungTicks + 1; ++tick) {
+            const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
+            const RawProcessMetric *record = findPid(records, child.pid());
+            ASSERT_TRUE(record);
+            before = *record;
+        }
+        ASSERT_TRUE(child.work());
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] {
+                return !QFileInfo(QStringLiteral("/proc/%1/exe").arg(child.pid()))
+                            .symLinkTarget()
+                            .isEmpty();
+            },
+            5000));
+        const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
+        const RawProcessMetric *after = findPid(records, child.pid());
+        ASSERT_TRUE(after);
+        EXPECT_TRUE(row.seen(*before, *after));
+    }
+}
+
+// What others change about a process that does not run shows within the
+// sweep: here its working directory, renamed under it.
+TEST_F(LiveProcfsTest, OutsideRenameOfAnIdleProcesssDirectoryShowsWithinTheSweep)
+{
+    QDir project(m_project.path());
+    ASSERT_TRUE(project.mkdir(QStringLiteral("before")));
+    const ShellChild child(project.filePath(QStringLiteral("before")).toLocal8Bit(),
+                           {"sh", "-c", "exec sleep 60"});
+    ASSERT_TRUE(child.started());
+    const QString exe = QStringLiteral("/proc/%1/exe").arg(child.pid());
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return QFileInfo(exe).symLinkTarget().endsWith(QStringLiteral("/sleep")); }, 5000));
+    ProcfsProcessMetricReader reader;
+    auto projectNow = [&] {
+        const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
+        const RawProcessMetric *record = findPid(records, child.pid());
+        return record ? record->command.project : std::nullopt;
+    };
+    for (unsigned tick = 0; tick <= kYoungTicks; ++tick)
+        ASSERT_EQ(projectNow(), QStringLiteral("before"));
+    ASSERT_TRUE(project.rename(QStringLiteral("before"), QStringLiteral("after")));
+    std::optional<QString> seen;
+    for (unsigned tick = 0; tick < kSweepTicks && seen != QStringLiteral("after"); ++tick)
+        seen = projectNow();
+    EXPECT_EQ(seen, QStringLiteral("after")) << "not within " << kSweepTicks << " ticks";
+}
+
+// A process whose parent leaves gets a new parent without running: it is
+// read again on the tick that finds its parent gone. The grandchild, a
+// background sleep of the shell, ends by itself and is never signalled.
+TEST_F(LiveProcfsTest, ChildOfAProcessThatLeftShowsItsNewParentOnThatTick)
+{
+    ShellChild parent(m_project.path().toLocal8Bit(), {"sh", "-c", "sleep 20 & exec sleep 60"});
+    ASSERT_TRUE(parent.started());
+    ProcfsProcessMetricReader reader;
+    pid_t grandchild = 0;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            for (const RawProcessMetric &record : reader.readMetrics(TimePoint::now())) {
+                if (record.parentPID == parent.pid() &&
+                    record.identity.executablePath.endsWith(QStringLiteral("/sleep")))
+                    grandchild = record.identity.pid;
+            }
+            return grandchild != 0;
+        },
+        5000));
+    for (unsigned tick = 0; tick <= kYoungTicks; ++tick)
+        ASSERT_TRUE(findPid(reader.readMetrics(TimePoint::now()), grandchild));
+    ASSERT_EQ(::kill(parent.pid(), SIGKILL), 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return hasExited(parent.pid()); }, 5000));
+    const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
+    const RawProcessMetric *record = findPid(records, grandchild);
+    ASSERT_TRUE(record);
+    EXPECT_NE(record->parentPID, parent.pid());
 }
 
 } // namespace

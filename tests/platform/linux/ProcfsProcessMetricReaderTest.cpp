@@ -1,4 +1,5 @@
 #include "platform/linux/ProcfsProcessMetricReader.h"
+#include "platform/linux/ProcessReadGate.h"
 #include "support/FixtureProcRoot.h"
 #include "support/Fixtures.h"
 #include "support/ProcessPrinting.h"
@@ -161,6 +162,39 @@ TEST(ProcfsProcessMetricReaderTest, SkipsProcessesOfOtherUsers)
     const auto records = readByPid(root.path());
     EXPECT_EQ(records.count(100), 0u);
     EXPECT_EQ(records.count(101), 1u);
+}
+
+// The gate's rule, and the sweep's promise: over any kSweepTicks ticks in a
+// row, every slot is read in full exactly once.
+TEST(ProcessReadGate, ReadsInFullWhenTheClockMovedWhenYoungAndOnItsSweepSlot)
+{
+    const std::optional<std::uint64_t> none;
+    struct Case {
+        const char *description;
+        ProcessReadFacts facts;
+        bool full;
+    };
+    // clang-format off
+    const Case cases[] = {
+        {"clock unreadable",       {5, none, 9, 3, 4},           true},
+        {"no clock at last read",  {none, 5, 9, 3, 4},           true},
+        {"clock moved",            {5, 6, 9, 3, 4},              true},
+        {"young",                  {5, 5, kYoungTicks, 3, 4},    true},
+        {"still, old, not its slot", {5, 5, kYoungTicks + 1, 3, 4}, false},
+        {"its sweep slot",         {5, 5, 9, 3, 3 + kSweepTicks}, true},
+    };
+    // clang-format on
+    for (const Case &row : cases)
+        EXPECT_EQ(needsFullRead(row.facts), row.full) << row.description;
+
+    for (unsigned first = 0; first < 2 * kSweepTicks; ++first) {
+        for (unsigned slot = 0; slot < kSweepTicks; ++slot) {
+            unsigned reads = 0;
+            for (unsigned tick = first; tick < first + kSweepTicks; ++tick)
+                reads += needsFullRead({5, 5, 9, slot, tick}) ? 1 : 0;
+            EXPECT_EQ(reads, 1u) << "slot " << slot << " from tick " << first;
+        }
+    }
 }
 
 } // namespace
