@@ -265,12 +265,7 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
 std::optional<RawProcessMetric>
 ProcfsProcessMetricReader::carryRecord(KeptProcess &kept, long long bootTimeSeconds, TimePoint now)
 {
-    char buffer[256];
-    const auto length = kept.directory.readSmallFile(ProcPidFile::statm, buffer, true);
-    if (!length)
-        return std::nullopt;
-    const std::optional<std::uint64_t> residentBytes =
-        parseProcPidStatmResidentBytes(std::string_view(buffer, *length), m_pageSize);
+    const std::optional<std::uint64_t> residentBytes = readResidentBytes(kept.directory, true);
     if (!residentBytes)
         return std::nullopt;
     // Its CPU time stands, as its clock does; its start time follows the boot
@@ -281,6 +276,16 @@ ProcfsProcessMetricReader::carryRecord(KeptProcess &kept, long long bootTimeSeco
     record.residentBytes = *residentBytes;
     record.sampledAt = now;
     return record;
+}
+
+std::optional<std::uint64_t>
+ProcfsProcessMetricReader::readResidentBytes(ProcPidDirectory &directory, bool keep) const
+{
+    char buffer[256]; // "size resident shared text lib data dt": seven numbers
+    const auto length = directory.readSmallFile(ProcPidFile::statm, buffer, keep);
+    if (!length)
+        return std::nullopt;
+    return parseProcPidStatmResidentBytes(std::string_view(buffer, *length), m_pageSize);
 }
 
 void ProcfsProcessMetricReader::relieveDescriptorShortage()
@@ -317,11 +322,7 @@ ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pi
     // that cannot: it only happens to a process that is going or to a kernel
     // we do not understand, and a resident size of 0 would be a false reading
     // that ranks, totals and charts would take for the truth.
-    const auto statmLength = directory.readSmallFile(ProcPidFile::statm, buffer, keep);
-    if (!statmLength)
-        return std::nullopt;
-    const std::optional<std::uint64_t> residentBytes =
-        parseProcPidStatmResidentBytes(std::string_view(buffer, *statmLength), m_pageSize);
+    const std::optional<std::uint64_t> residentBytes = readResidentBytes(directory, keep);
     if (!residentBytes)
         return std::nullopt;
     const auto cpuNanoseconds =

@@ -80,6 +80,8 @@ private:
                                                     unsigned long long &startTicks);
     // Closes half of the kept processes and keeps no more than that from now on.
     void relieveDescriptorShortage();
+    // The resident size from statm; nothing when it cannot be read or parsed.
+    std::optional<std::uint64_t> readResidentBytes(ProcPidDirectory &directory, bool keep) const;
 
     QByteArray m_procRoot;
     QByteArray m_pidPath; // reused for every pid: "<procRoot>/<pid>"
