@@ -142,5 +142,5 @@ QString recoveryTemperatureText(const std::optional<double> &celsius)
 {
     if (!celsius || !std::isfinite(*celsius))
         return kwText("不可用");
-    return formatLocaleNumber(*celsius, 1) + QStringLiteral("°C");
+    return unitText(*celsius, DisplayUnit::celsius);
 }

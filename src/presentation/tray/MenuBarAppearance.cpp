@@ -1,6 +1,7 @@
 #include "presentation/tray/MenuBarAppearance.h"
 
 #include "presentation/kit/DashboardPalette.h"
+#include "sampling/EnumTable.h"
 
 #include <QPalette>
 
@@ -38,44 +39,43 @@ MenuBarPanelColors menuBarPanelColors(bool dark)
     };
 }
 
+namespace {
+
+// The colours of each state: its own, and the background behind it in the
+// light appearance. `collecting` has no colour of its own: it takes the
+// panel's secondary text.
+struct StateColours {
+    MenuBarPresentationState key;
+    QRgb color;
+    QRgb lightBackground;
+};
+using S = MenuBarPresentationState;
+namespace P = DashboardPalette;
+constexpr StateColours kStateColours[] = {
+    {S::collecting, 0, P::controlBackground},
+    {S::observing, P::accent, P::accentBackground},
+    {S::normal, P::success, P::successBackground},
+    {S::highLoad, P::warning, P::warningBackground},
+    {S::actionRecommended, P::danger, P::dangerBackground},
+};
+static_assert(coversEnumeration(kStateColours, S::actionRecommended));
+
+} // namespace
+
 QColor menuBarStateColor(MenuBarPresentationState state, bool dark)
 {
-    switch (state) {
-    case MenuBarPresentationState::collecting:
+    if (state == S::collecting)
         return menuBarPanelColors(dark).secondaryText;
-    case MenuBarPresentationState::observing:
-        return QColor::fromRgb(DashboardPalette::accent);
-    case MenuBarPresentationState::normal:
-        return QColor::fromRgb(DashboardPalette::success);
-    case MenuBarPresentationState::highLoad:
-        return QColor::fromRgb(DashboardPalette::warning);
-    case MenuBarPresentationState::actionRecommended:
-        break;
-    }
-    return QColor::fromRgb(DashboardPalette::danger);
+    return QColor::fromRgb(enumRow(kStateColours, state).color);
 }
 
 QColor menuBarStateBackground(MenuBarPresentationState state, bool dark)
 {
-    using namespace DashboardPalette;
-    if (dark) {
-        if (state == MenuBarPresentationState::collecting)
-            return color(white, 0.1);
-        QColor tint = menuBarStateColor(state, true);
-        tint.setAlphaF(0.22f);
-        return tint;
-    }
-    switch (state) {
-    case MenuBarPresentationState::collecting:
-        return QColor::fromRgb(controlBackground);
-    case MenuBarPresentationState::observing:
-        return QColor::fromRgb(accentBackground);
-    case MenuBarPresentationState::normal:
-        return QColor::fromRgb(successBackground);
-    case MenuBarPresentationState::highLoad:
-        return QColor::fromRgb(warningBackground);
-    case MenuBarPresentationState::actionRecommended:
-        break;
-    }
-    return QColor::fromRgb(dangerBackground);
+    if (!dark)
+        return QColor::fromRgb(enumRow(kStateColours, state).lightBackground);
+    if (state == S::collecting)
+        return DashboardPalette::color(DashboardPalette::white, 0.1);
+    QColor tint = menuBarStateColor(state, true);
+    tint.setAlphaF(0.22f);
+    return tint;
 }
