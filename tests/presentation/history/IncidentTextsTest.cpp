@@ -4,8 +4,10 @@
 #include "presentation/history/IncidentTexts.h"
 #include "presentation/PresentationTesting.h"
 #include "presentation/kit/DashboardPalette.h"
+#include "presentation/overview/OverviewTexts.h"
 
 #include <QLocale>
+#include <QSet>
 
 #include <gtest/gtest.h>
 
@@ -32,62 +34,45 @@ TEST(IncidentTexts, TitleTakesTheFirstThresholdAndPeaksRoundHalvesAway)
         double cpu;
         std::optional<double> temperature;
         const char *title;
-    };
-    const Case cases[] = {
-        {10.0, 85.0, "温度持续升高"},
-        {100.0, 85.0, "温度持续升高"}, // temperature wins over load
-        {80.0, 84.9, "持续高负载"},
-        {80.0, std::nullopt, "持续高负载"},
-        {79.9, 84.9, "检测到热压力"},
-        {79.9, std::nullopt, "检测到热压力"},
-        {std::numeric_limits<double>::quiet_NaN(), std::nullopt, "检测到热压力"},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.title);
-        EXPECT_EQ(incidentTitle(incident(c.cpu, c.temperature)), QString::fromUtf8(c.title));
-    }
-    const ScopedLocale locale(QLocale::c());
-    struct PeakCase {
-        double cpu;
-        std::optional<double> temperature;
         const char *summary;
     };
-    const PeakCase peaks[] = {
-        {79.5, 80.4, "80% · 80°"},
-        {0.5, 74.5, "1% · 75°"},
-        {79.49, std::nullopt, "79%"},
-        {444.2, 89.0, "444% · 89°"},
-        {std::numeric_limits<double>::infinity(), std::nullopt, "0%"},
+    const char *heat = "温度持续升高", *load = "持续高负载", *pressure = "检测到热压力";
+    const Case cases[] = {
+        {10.0, 85.0, heat, "10% · 85°"},
+        {100.0, 85.0, heat, "100% · 85°"}, // temperature wins over load
+        {80.0, 84.9, load, "80% · 85°"},
+        {80.0, std::nullopt, load, "80%"},
+        {79.9, 84.9, pressure, "80% · 85°"},
+        {79.5, 80.4, pressure, "80% · 80°"},
+        {0.5, 74.5, pressure, "1% · 75°"},
+        {79.49, std::nullopt, pressure, "79%"},
+        {std::numeric_limits<double>::quiet_NaN(), std::nullopt, pressure, "0%"},
     };
-    for (const PeakCase &c : peaks) {
+    const ScopedLocale locale(QLocale::c());
+    for (const Case &c : cases) {
         SCOPED_TRACE(c.summary);
         const DashboardIncident subject = incident(c.cpu, c.temperature);
+        EXPECT_EQ(incidentTitle(subject), QString::fromUtf8(c.title));
         EXPECT_EQ(incidentPeakSummary(subject), QString::fromUtf8(c.summary));
         EXPECT_TRUE(incidentPeakSummary(subject).startsWith(incidentPeakCPUText(subject)));
     }
 }
 
-TEST(IncidentTexts, EachStatusHasItsLabelAndColour)
+// Every status has its words on both pages, and only the two that ended well
+// share the overview's green with the history's.
+TEST(IncidentTexts, EveryStatusHasItsWordsOnBothPages)
 {
-    using namespace DashboardPalette;
-    struct Case {
-        DashboardIncidentStatus status;
-        const char *label;
-        QRgb color;
-    };
-    const Case cases[] = {
-        {DashboardIncidentStatus::observing, "进行中", warning},
-        {DashboardIncidentStatus::improved, "已改善", success},
-        {DashboardIncidentStatus::recoveredWithoutAction, "已恢复", success},
-        {DashboardIncidentStatus::noImprovement, "未改善", danger},
-        {DashboardIncidentStatus::insufficientData, "数据不足", warning},
-        {DashboardIncidentStatus::actionFailed, "操作失败", danger},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.label);
-        EXPECT_EQ(incidentStatusLabel(c.status), QString::fromUtf8(c.label));
-        EXPECT_EQ(incidentStatusColor(c.status), c.color);
+    using S = DashboardIncidentStatus;
+    QSet<QString> labels;
+    for (const S status : {S::observing, S::improved, S::recoveredWithoutAction, S::noImprovement,
+                           S::insufficientData, S::actionFailed}) {
+        labels << incidentStatusLabel(status);
+        EXPECT_FALSE(overviewIncidentStatusLook(status).title.isEmpty());
+        const bool endedWell = status == S::improved || status == S::recoveredWithoutAction;
+        EXPECT_EQ(incidentStatusColor(status) == DashboardPalette::success, endedWell);
+        EXPECT_EQ(overviewIncidentStatusLook(status).dot == DashboardPalette::success, endedWell);
     }
+    EXPECT_EQ(labels.size(), 6);
 }
 
 TEST(IncidentTexts, DurationRunsToTheEndOrTheLatestSampleInSecondsThenWholeMinutes)
@@ -103,7 +88,6 @@ TEST(IncidentTexts, DurationRunsToTheEndOrTheLatestSampleInSecondsThenWholeMinut
     };
     const Case cases[] = {
         {"closed: its end counts, not the sample", 42.4, 500.0, 86'400.0, "42 秒"},
-        {"rounded below a minute", 59.4, std::nullopt, 0.0, "59 秒"},
         {"half a second rounds up", 0.5, std::nullopt, 0.0, "1 秒"},
         {"a minute", 60.0, std::nullopt, 0.0, "1 分钟"},
         {"minutes are cut, not rounded", 119.9, std::nullopt, 0.0, "1 分钟"},
