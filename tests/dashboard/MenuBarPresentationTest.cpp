@@ -149,14 +149,12 @@ TEST(MenuBarPresentation, MetricValuesPerReadingCase)
         std::optional<QString> spoken; // the same for all three in each row
     };
     const Reading denied = Reading::permissionDenied("x"), unsupported = Reading::unsupported("x"),
-                  unavailable = Reading::temporarilyUnavailable("x"),
                   warming = Reading::warmingUp();
     const Row rows[] = {
         {"available", Reading::available(42.4, "t"), Reading::available(74.96, "t"),
          Reading::available(1234.6, "t"), "42%", "74.9°C", "1,235 RPM", std::nullopt},
         {"denied", denied, denied, denied, "受限", "受限", "受限", QStringLiteral("权限受限")},
         {"unsupported", unsupported, unsupported, unsupported, "不可用", "不可用", "不可用", {}},
-        {"unavailable", unavailable, unavailable, unavailable, "不可用", "不可用", "不可用", {}},
         {"warmingUp", warming, warming, warming, "采集中", "采集中", "采集中", std::nullopt},
     };
     ScopedDefaultLocale scope(QLocale::c());

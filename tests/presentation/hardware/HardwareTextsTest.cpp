@@ -181,51 +181,33 @@ TEST_F(HardwareTextsTest, CurrentFigureOfAReadingAndOfAnUnreadOne)
     EXPECT_EQ(hardwareCurrentText(HardwareCategory::memory, noMemory), QStringLiteral("0%"));
 }
 
+// Temperature by the thermal state, falling back to the reading's reason
+// without one; the other categories by their reading's availability.
 TEST_F(HardwareTextsTest, StatusWordsByState)
 {
-    struct ThermalRow {
-        std::optional<SystemThermalState> state;
-        const char *text;
-        QRgb color;
-    };
-    const ThermalRow thermalRows[] = {
-        {SystemThermalState::fair, "热状态偏热", P::warning},
-        {SystemThermalState::unknown, "热状态采集中", P::textTertiary},
-        {std::nullopt, "热状态采集中", P::textTertiary},
-    };
-    for (const ThermalRow &row : thermalRows) {
+    using C = SensorReadingCase;
+    using T = SystemThermalState;
+    struct Row {
+        HardwareCategory category;
         std::optional<SystemMetricSample> sample;
-        if (row.state)
-            sample = sampleOf(SensorReadingCase::warmingUp, *row.state);
-        EXPECT_EQ(hardwareStatusLine(HardwareCategory::temperature, sample),
-                  (HardwareStatusLine{QString::fromUtf8(row.text), row.color}))
-            << row.text;
-    }
-
-    // Without a thermal state or a temperature, the reading says why.
-    EXPECT_EQ(
-        hardwareStatusLine(HardwareCategory::temperature,
-                           sampleOf(SensorReadingCase::unsupported, SystemThermalState::unknown)),
-        (HardwareStatusLine{QStringLiteral("none"), P::textTertiary}));
-
-    struct ReadingRow {
-        std::optional<SensorReadingCase> readingCase;
-        const char *text;
-        QRgb color;
+        HardwareStatusLine line;
     };
-    const ReadingRow readingRows[] = {
-        {SensorReadingCase::permissionDenied, "当前不可用", P::textTertiary},
-        {std::nullopt, "正在采集", P::warning},
+    const Row rows[] = {
+        {HardwareCategory::temperature,
+         sampleOf(C::warmingUp, T::fair),
+         {"热状态偏热", P::warning}},
+        {HardwareCategory::temperature, std::nullopt, {"热状态采集中", P::textTertiary}},
+        {HardwareCategory::temperature,
+         sampleOf(C::unsupported, T::unknown),
+         {"none", P::textTertiary}},
+        {HardwareCategory::fan,
+         sampleOf(C::permissionDenied, T::critical),
+         {"当前不可用", P::textTertiary}},
+        {HardwareCategory::memory, std::nullopt, {"正在采集", P::warning}},
     };
-    for (const ReadingRow &row : readingRows) {
-        std::optional<SystemMetricSample> sample;
-        if (row.readingCase)
-            sample = sampleOf(*row.readingCase, SystemThermalState::critical);
-        for (std::size_t i = 1; i < kAllHardwareCategories.size(); ++i)
-            EXPECT_EQ(hardwareStatusLine(kAllHardwareCategories[i], sample),
-                      (HardwareStatusLine{QString::fromUtf8(row.text), row.color}))
-                << row.text << " " << kCategoryNames[i];
-    }
+    for (const Row &row : rows)
+        EXPECT_EQ(hardwareStatusLine(row.category, row.sample), row.line)
+            << row.line.text.toStdString();
 }
 
 TEST_F(HardwareTextsTest, SensorTableColumnsAndLocations)

@@ -175,12 +175,6 @@ TEST(MenuBarPanel, namesTheTasksAndSpeaksEachRowAsOneElement)
 
 TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurfaceOfEitherAppearance)
 {
-    // In the dark a translucent tint of the state's colour; in the light its
-    // own background.
-    EXPECT_EQ(menuBarStateBackground(S::highLoad, true).rgba(),
-              DashboardPalette::color(DashboardPalette::warning, 0.22).rgba());
-    EXPECT_EQ(menuBarStateBackground(S::highLoad, false).rgb(),
-              QColor::fromRgb(DashboardPalette::warningBackground).rgb());
     // The task box and the message row are painted in it, over the dark surface.
     const QColor surface = menuBarPanelColors(true).background;
     for (const MenuBarPresentation &p :
