@@ -15,27 +15,18 @@ MenuBarPanelColors menuBarPanelColors(bool dark)
     // The desktop's label colours are its ink at two strengths; these follow
     // the common light and dark values (85 % and 50 % ink) so that the panel
     // reads like the system's own popups whatever the theme's accent.
-    if (dark) {
-        return {
-            .background = QColor(0x2C, 0x2C, 0x2E),
-            .border = QColor(255, 255, 255, 36),
-            .primaryText = QColor(255, 255, 255, 217),
-            .secondaryText = QColor(255, 255, 255, 140),
-            .divider = QColor(255, 255, 255, 31),
-            .buttonFill = QColor(255, 255, 255, 36),
-            .buttonBorder = QColor(255, 255, 255, 20),
-            .buttonPressFill = QColor(255, 255, 255, 64),
-        };
-    }
+    const auto ink = [dark](int darkAlpha, int lightAlpha) {
+        return dark ? QColor(255, 255, 255, darkAlpha) : QColor(0, 0, 0, lightAlpha);
+    };
     return {
-        .background = QColor(0xFF, 0xFF, 0xFF),
-        .border = QColor(0, 0, 0, 46),
-        .primaryText = QColor(0, 0, 0, 217),
-        .secondaryText = QColor(0, 0, 0, 128),
-        .divider = QColor(0, 0, 0, 26),
-        .buttonFill = QColor(0, 0, 0, 10),
-        .buttonBorder = QColor(0, 0, 0, 36),
-        .buttonPressFill = QColor(0, 0, 0, 31),
+        .background = dark ? QColor(0x2C, 0x2C, 0x2E) : QColor(0xFF, 0xFF, 0xFF),
+        .border = ink(36, 46),
+        .primaryText = ink(217, 217),
+        .secondaryText = ink(140, 128),
+        .divider = ink(31, 26),
+        .buttonFill = ink(36, 10),
+        .buttonBorder = ink(20, 36),
+        .buttonPressFill = ink(64, 31),
     };
 }
 

@@ -1,6 +1,6 @@
 // The tray panel over made-up presentations, rendered offscreen: what it
-// chooses to show, what it says and speaks, its colours in the dark
-// appearance, and its buttons.
+// chooses to show, what it says and speaks, and its colours in the dark
+// appearance.
 
 #include "presentation/PresentationTesting.h"
 #include "presentation/kit/Accessibility.h"
@@ -10,9 +10,6 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -195,25 +192,6 @@ TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurfaceOfEitherAppearance)
     EXPECT_TRUE(isDarkAppearance(palette));
     palette.setColor(QPalette::Window, QColor(0xEF, 0xF0, 0xF1));
     EXPECT_FALSE(isDarkAppearance(palette));
-}
-
-TEST(MenuBarPanel, buttonsOpenTheDashboardAndQuit)
-{
-    ShownPanel shown(presentation(S::normal));
-    QSignalSpy open(&shown.panel, &KilnWardenMenuBarPanel::openDashboardRequested);
-    QSignalSpy quit(&shown.panel, &KilnWardenMenuBarPanel::quitRequested);
-    auto *openButton = shown.child<QPushButton>(QStringLiteral("menuBar-open-dashboard"));
-    auto *quitButton = shown.child<QPushButton>(QStringLiteral("menuBar-quit"));
-    ASSERT_NE(openButton, nullptr);
-    ASSERT_NE(quitButton, nullptr);
-    EXPECT_TRUE(openButton->isDefault());
-    EXPECT_EQ(openButton->width(), quitButton->width());
-    EXPECT_GE(openButton->height(), 32);
-    // Return is the panel's default action, wherever focus is.
-    shown.panel.setFocus();
-    QTest::keyClick(&shown.panel, Qt::Key_Return);
-    EXPECT_EQ(open.count(), 1);
-    EXPECT_EQ(quit.count(), 0);
 }
 
 } // namespace
