@@ -7,8 +7,8 @@
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
-#include "presentation/snapshot/ScriptedStore.h"
+#include "snapshot/DashboardSnapshot.h"
+#include "snapshot/ScriptedStore.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
 #include "presentation/tray/MenuBarPanelPopup.h"
 
