@@ -6,6 +6,7 @@
 #include "presentation/report/ReportTasks.h"
 #include "presentation/report/ReportText.h"
 #include "presentation/report/TextTable.h"
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <QJsonArray>
@@ -20,34 +21,18 @@ using namespace Qt::StringLiterals;
 
 TEST(ReportOptions, ParsesOrNamesTheWrongOption)
 {
-    struct Row {
-        QStringList arguments;
-        std::optional<ReportOptions> expected;
-        const char *errorFragment;
-    };
-    const std::vector<Row> rows = {
-        {{}, ReportOptions{2, 2.0, false, false}, ""},
-        {{"--samples", "5", "--interval", "0.5", "--json"}, ReportOptions{5, 0.5, true, false}, ""},
-        {{"--samples=3"}, ReportOptions{3, 2.0, false, false}, ""},
-        {{"--help"}, ReportOptions{2, 2.0, false, true}, ""},
-        {{"--samples", "0"}, std::nullopt, "--samples"},
-        {{"--samples", "two"}, std::nullopt, "--samples"},
-        {{"--samples"}, std::nullopt, "--samples"},
-        {{"--interval", "-1"}, std::nullopt, "--interval"},
-        {{"--interval", "nan"}, std::nullopt, "--interval"},
-        {{"--interval", "1e300"}, std::nullopt, "--interval"},
-        {{"--interval=1e9"}, ReportOptions{2, 1e9, false, false}, ""},
-        {{"--verbose"}, std::nullopt, "'--verbose'"},
-        {{"--json=yes"}, std::nullopt, "'--json=yes'"},
-        {{"samples"}, std::nullopt, "'samples'"},
-    };
-    for (const auto &row : rows) {
-        const ReportOptionsResult result = parseReportOptions(row.arguments);
-        SCOPED_TRACE(row.arguments.join(' ').toStdString());
-        EXPECT_EQ(result.options, row.expected);
-        if (!row.expected) {
-            EXPECT_TRUE(result.error.contains(row.errorFragment)) << result.error.toStdString();
-            EXPECT_FALSE(result.error.contains('\n'));
+    EXPECT_EQ(parseReportOptions({}).options, (ReportOptions{2, 2.0, false, false}));
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("report-options"))) {
+        const ReportOptionsResult result = parseReportOptions(row.text(0)->split(QLatin1Char(' ')));
+        if (row.fields[1] == "error") {
+            EXPECT_EQ(result.options, std::nullopt) << row.where;
+            EXPECT_TRUE(result.error.contains(*row.text(2))) << result.error.toStdString();
+            EXPECT_FALSE(result.error.contains('\n')) << row.where;
+        } else {
+            EXPECT_EQ(result.options,
+                      (ReportOptions{row.fields[1].toInt(), row.fields[2].toDouble(),
+                                     row.fields[3] == "1", row.fields[4] == "1"}))
+                << row.where;
         }
     }
 }

@@ -66,6 +66,9 @@ INSTANTIATE_TEST_SUITE_P(Fixtures, HwmonSensorProbeOnMachines, testing::Values(
     // Every input and zone temperature refused.
     M{"EverythingRefused", "intel-laptop", {"_input", "/temp"}, EACCES, temperatureRefused,
       fanRefused},
+    // Every input refused where no thermal zone speaks: the channels tried
+    // stay channels, so the refusal is what is reported.
+    M{"AllHwmonRefused", "broken-sensors", {"_input"}, EACCES, temperatureRefused, fanRefused},
     // Every die channel refused (acpitz, nvme and the ThinkPad are never
     // opened): the refusal is what hides the die, so it is what is reported.
     M{"DieChannelsRefused", "intel-laptop", kIntelDieInputs, EACCES, temperatureRefused,
@@ -89,20 +92,6 @@ INSTANTIATE_TEST_SUITE_P(Fixtures, HwmonSensorProbeOnMachines, testing::Values(
       fan(2400.0)}),
     [](const testing::TestParamInfo<M> &info) { return std::string(info.param.label); });
 // clang-format on
-
-TEST(ScanHwmonSensors, KeepsBrokenFilesAsChannelsWithoutValues)
-{
-    const HwmonSensorScan scan = scanHwmonSensors(fixtureSys("broken-sensors").toLocal8Bit(),
-                                                  systemFileReader(), kLinuxCPUDieChannelNames);
-    ASSERT_EQ(scan.temperatures.channels.size(), 5u);
-    const std::vector<std::optional<double>> expected = {std::nullopt, std::nullopt, -5.0,
-                                                         999999.999, 51.5};
-    for (std::size_t i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(scan.temperatures.channels[i].reading.value, expected[i]) << i;
-    // The device with a name and no inputs adds nothing.
-    ASSERT_EQ(scan.fans.size(), 4u);
-    EXPECT_EQ(scan.fans[2].value, -1.0);
-}
 
 TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
 {

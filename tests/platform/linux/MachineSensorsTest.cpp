@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxGPUUsageProbe.h"
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
 
+#include "support/FixtureTable.h"
 #include "support/SysfsTesting.h"
 
 #include <gtest/gtest.h>
@@ -27,11 +28,19 @@ struct Machine {
     T thermal;
     R gpu;
     bool nvmlAsked;
-    // Every temperature, fan and busy file that exists and was opened, below
-    // sys/. No other temperature input may be opened: reading a sensor can
-    // wake its device (a disk's drivetemp, an NVMe, a sleeping GPU).
-    Files valuesRead;
 };
+
+// Every value file that exists and may be opened on `tree`
+// (tests/fixtures/tables/sensor-values-read).
+Files valuesRead(const char *tree)
+{
+    Files files;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("sensor-values-read"))) {
+        if (row.fields[0] == tree)
+            files.insert(row.fields[1].toStdString());
+    }
+    return files;
+}
 
 void PrintTo(const Machine &machine, std::ostream *out)
 {
@@ -114,7 +123,7 @@ TEST_P(MachineSensors, ReadTheMachineWithoutWakingAnyDevice)
         if (isValueFile(path) && QFileInfo::exists(QString::fromLocal8Bit(path)))
             valuesRead.insert(path.mid(root.size()).toStdString());
     }
-    EXPECT_EQ(valuesRead, machine.valuesRead);
+    EXPECT_EQ(valuesRead, ::valuesRead(machine.tree));
     // Of a sleeping device, only whether it sleeps and what it is (the PCI
     // vendor and class, which the kernel keeps from enumeration) are read.
     for (const QByteArray &device : sleepingDevices(sys)) {
@@ -134,71 +143,37 @@ INSTANTIATE_TEST_SUITE_P(Trees, MachineSensors, testing::Values(
     // coretemp "Package id 0" 52 beside cores 48..53, and the x86_pkg_temp
     // zone. acpitz, the battery, the NVMe and the ThinkPad's own temp1 are
     // not the die. acpitz is read for its critical trip.
-    Machine{"intel-laptop", temperature(52.0), fan(2400.0), T::nominal, noGPU, false,
-            {"class/hwmon/hwmon10/temp1_input", "class/hwmon/hwmon10/temp2_input",
-             "class/hwmon/hwmon10/temp3_input", "class/hwmon/hwmon10/temp4_input",
-             "class/hwmon/hwmon10/temp5_input", "class/hwmon/hwmon3/fan1_input",
-             "class/thermal/thermal_zone0/temp", "class/thermal/thermal_zone1/temp"}},
+    Machine{"intel-laptop", temperature(52.0), fan(2400.0), T::nominal, noGPU, false},
     // Packages 39 and 42: the hotter socket, not the median of all cores.
     // x86_pkg_temp's trips of 0 are placeholders. An awake NVIDIA compute
     // card (the stand-in library gives 12 % and 37 %) beside the BMC's VGA.
-    Machine{"intel-server-2s", temperature(42.0), noFanSensor, T::unknown, nvmlBusy(37.0), true,
-            {"class/hwmon/hwmon0/temp1_input", "class/hwmon/hwmon0/temp2_input",
-             "class/hwmon/hwmon0/temp3_input", "class/hwmon/hwmon1/temp1_input",
-             "class/hwmon/hwmon1/temp2_input", "class/hwmon/hwmon1/temp3_input",
-             "class/thermal/thermal_zone0/temp", "class/thermal/thermal_zone1/temp"}},
+    Machine{"intel-server-2s", temperature(42.0), noFanSensor, T::unknown, nvmlBusy(37.0), true},
     // k10temp Tdie 61.25 (Tctl equal, CCDs 58.5 and 52). Board fans 0, 1150,
     // 0 and 870 give 1010; the amdgpu fan is the card's.
-    Machine{"amd-desktop", temperature(61.25), fan(1010.0), T::unknown, sysfsBusy(23.0), false,
-            {"class/hwmon/hwmon1/temp1_input", "class/hwmon/hwmon1/temp2_input",
-             "class/hwmon/hwmon1/temp3_input", "class/hwmon/hwmon1/temp4_input",
-             "class/hwmon/hwmon2/fan1_input", "class/hwmon/hwmon2/fan2_input",
-             "class/hwmon/hwmon2/fan3_input", "class/hwmon/hwmon2/fan4_input",
-             "class/drm/card0/device/gpu_busy_percent"}},
+    Machine{"amd-desktop", temperature(61.25), fan(1010.0), T::unknown, sysfsBusy(23.0), false},
     // Tctl 58 is Tdie 38 plus the chip's offset.
-    Machine{"ryzen-1800x", temperature(38.0), noFanSensor, T::unknown, noGPU, false,
-            {"class/hwmon/hwmon0/temp1_input", "class/hwmon/hwmon0/temp2_input"}},
+    Machine{"ryzen-1800x", temperature(38.0), noFanSensor, T::unknown, noGPU, false},
     // Without Tdie, Tctl is the package. The idle card's stopped fan is not
     // the machine's, which then has none to read.
     Machine{"amd-gpu-fan-desktop", temperature(48.875), noFanSensor, T::unknown, sysfsBusy(3.0),
-            false,
-            {"class/hwmon/hwmon0/temp1_input", "class/hwmon/hwmon0/temp3_input",
-             "class/hwmon/hwmon0/temp4_input", "class/drm/card0/device/gpu_busy_percent"}},
+            false},
     // The sleeping amdgpu is idle; neither its busy file nor its hwmon fan
     // and temperature are opened.
-    Machine{"hybrid-amd-laptop", temperature(47.0), fan(2900.0), T::nominal, sysfsBusy(0.0), false,
-            {"class/hwmon/hwmon1/temp1_input", "class/hwmon/hwmon1/temp2_input",
-             "class/hwmon/hwmon1/temp3_input", "class/hwmon/hwmon2/fan1_input",
-             "class/thermal/thermal_zone0/temp", "class/thermal/thermal_zone1/temp"}},
+    Machine{"hybrid-amd-laptop", temperature(47.0), fan(2900.0), T::nominal, sysfsBusy(0.0), false},
     // The sleeping NVIDIA card is idle and NVML is never asked: its session
     // would wake the card. The ThinkPad's fan stands still.
-    Machine{"hybrid-nvidia-laptop", temperature(51.0), fan(0.0), T::nominal, nvmlBusy(0.0), false,
-            {"class/hwmon/hwmon0/temp1_input", "class/hwmon/hwmon0/temp2_input",
-             "class/hwmon/hwmon0/temp3_input", "class/hwmon/hwmon0/temp4_input",
-             "class/hwmon/hwmon0/temp5_input", "class/hwmon/hwmon1/fan1_input",
-             "class/thermal/thermal_zone0/temp", "class/thermal/thermal_zone1/temp"}},
+    Machine{"hybrid-nvidia-laptop", temperature(51.0), fan(0.0), T::nominal, nvmlBusy(0.0), false},
     // applesmc's fan on the parent device; its SMC temperatures are not the die.
-    Machine{"intel-mac", temperature(45.0), fan(1201.0), T::unknown, noGPU, false,
-            {"class/hwmon/hwmon0/temp1_input", "class/hwmon/hwmon0/temp2_input",
-             "class/hwmon/hwmon0/temp3_input", "class/hwmon/hwmon1/device/fan1_input",
-             "class/thermal/thermal_zone0/temp"}},
+    Machine{"intel-mac", temperature(45.0), fan(1201.0), T::unknown, noGPU, false},
     // The SoC zone past its 60 degree fan trip: cooling engaged.
-    Machine{"raspberry-pi-5", temperature(62.15), fan(2960.0), T::fair, noGPU, false,
-            {"class/hwmon/hwmon0/temp1_input", "class/hwmon/hwmon1/fan1_input",
-             "class/thermal/thermal_zone0/temp"}},
+    Machine{"raspberry-pi-5", temperature(62.15), fan(2960.0), T::fair, noGPU, false},
     // "CPU-therm" is the die; GPU-therm is read for its trip only.
-    Machine{"jetson-xavier", temperature(41.5), noFanSensor, T::nominal, noGPU, false,
-            {"class/thermal/thermal_zone0/temp", "class/thermal/thermal_zone1/temp"}},
+    Machine{"jetson-xavier", temperature(41.5), noFanSensor, T::nominal, noGPU, false},
     // "soc-thermal" past its passive trip: the kernel throttles.
-    Machine{"rk3588", temperature(86.0), noFanSensor, T::serious, noGPU, false,
-            {"class/thermal/thermal_zone0/temp"}},
+    Machine{"rk3588", temperature(86.0), noFanSensor, T::serious, noGPU, false},
     // The SATA drive's and the NVMe's sensors stay unread.
-    Machine{"mini-pc", temperature(55.0), noFanSensor, T::nominal, noGPU, false,
-            {"class/hwmon/hwmon3/temp1_input", "class/hwmon/hwmon3/temp2_input",
-             "class/hwmon/hwmon3/temp3_input", "class/hwmon/hwmon3/temp4_input",
-             "class/hwmon/hwmon3/temp5_input", "class/thermal/thermal_zone0/temp",
-             "class/thermal/thermal_zone1/temp"}},
-    Machine{"server-vm", noTemperatureInterface, noFanSensor, T::unknown, noGPU, false, {}}),
+    Machine{"mini-pc", temperature(55.0), noFanSensor, T::nominal, noGPU, false},
+    Machine{"server-vm", noTemperatureInterface, noFanSensor, T::unknown, noGPU, false}),
     [](const testing::TestParamInfo<Machine> &info) {
         std::string name = info.param.tree;
         std::replace(name.begin(), name.end(), '-', '_');

@@ -1,5 +1,6 @@
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ProcMeminfoMemoryProbe.h"
+#include "support/FixtureTable.h"
 #include "support/Fixtures.h"
 
 #include <QFile>
@@ -11,19 +12,13 @@ namespace {
 
 TEST(MeminfoParser, TotalAndAvailableInBytes)
 {
-    const std::pair<const char *, std::optional<MeminfoFigures>> rows[] = {
-        {"MemTotal:       16314160 kB\nMemFree: 1 kB\nMemAvailable:   10000000 kB\n",
-         MeminfoFigures{16314160ULL * 1024, 10000000ULL * 1024}},
-        {"MemAvailable: 5 kB\nMemTotal: 10 kB\n", MeminfoFigures{10240, 5120}},
-        {"MemTotal:       16314160 kB\nMemFree: 1 kB\n", std::nullopt}, // before Linux 3.14
-        {"MemTotal: abc kB\nMemAvailable: 1 kB\n", std::nullopt},
-        {"MemTotal: -5 kB\nMemAvailable: 1 kB\n", std::nullopt},
-        {"MemTotal: 99999999999999999999 kB\nMemAvailable: 1 kB\n", std::nullopt},
-        {"MemTotalX: 10 kB\nMemAvailable: 1 kB\n", std::nullopt},
-        {"", std::nullopt},
-    };
-    for (const auto &[text, expected] : rows)
-        EXPECT_EQ(parseMeminfo(text), expected) << text;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("meminfo-figures"))) {
+        std::optional<MeminfoFigures> expected;
+        if (row.fields.size() == 3)
+            expected = MeminfoFigures{row.fields[1].toULongLong(), row.fields[2].toULongLong()};
+        EXPECT_EQ(parseMeminfo(row.view(0)), expected) << row.where;
+    }
+    EXPECT_EQ(parseMeminfo(""), std::nullopt);
 }
 
 SensorReading<SystemMemoryUsage> probeOver(const QString &fixture)
