@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <map>
 
 #include <cerrno>
@@ -203,27 +202,6 @@ TEST(GetifaddrsNetworkProbe, AnUnreadableOrEmptyListHasNoCounters)
     GetifaddrsNetworkProbe empty(fixture("server-vm", "sys"),
                                  std::make_unique<MadeUpListing>(std::vector<InterfaceAddress>{}));
     EXPECT_EQ(empty.sample(at(1)), unreadable);
-}
-
-TEST(GetifaddrsNetworkProbe, ThisMachineGivesRatesFromTheSecondTick)
-{
-    GetifaddrsNetworkProbe probe;
-    EXPECT_EQ(probe.sample(at(1)), SensorReading<NetworkThroughput>::warmingUp());
-    const auto reading = probe.sample(at(3));
-    ASSERT_TRUE(reading.isAvailable());
-    EXPECT_GE(reading.value()->receivedBytesPerSecond, 0.0);
-    EXPECT_GE(reading.value()->sentBytesPerSecond, 0.0);
-    EXPECT_EQ(reading.sourceText(), QStringLiteral("getifaddrs"));
-}
-
-TEST(GetifaddrsListing, ListsThisMachinesLoopbackAsALinkRecord)
-{
-    const auto addresses = GetifaddrsListing().list();
-    ASSERT_TRUE(addresses.has_value());
-    const bool loopbackLink = std::any_of(addresses->begin(), addresses->end(), [](const auto &a) {
-        return a.name == "lo" && a.family == AF_PACKET && (a.flags & loopback) != 0;
-    });
-    EXPECT_TRUE(loopbackLink);
 }
 
 } // namespace
