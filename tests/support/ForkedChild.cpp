@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <ctime>
 #include <thread>
 
 #include <fcntl.h>
@@ -16,8 +15,7 @@
 namespace {
 
 // Only async-signal-safe calls from here on: the test program has threads.
-[[noreturn]] void runChild(ForkedChild::Behaviour behaviour, double delaySeconds,
-                           std::optional<uid_t> user, int readyFd)
+[[noreturn]] void runChild(ForkedChild::Behaviour behaviour, std::optional<uid_t> user, int readyFd)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (user && (::setgroups(0, nullptr) != 0 || ::setgid(*user) != 0 || ::setuid(*user) != 0))
@@ -36,21 +34,13 @@ namespace {
     [[maybe_unused]] ssize_t written = ::write(readyFd, &ready, 1);
     ::close(readyFd);
 
-    if (behaviour == ForkedChild::Behaviour::exitsAfterDelay) {
-        timespec delay{};
-        delay.tv_sec = static_cast<time_t>(delaySeconds);
-        delay.tv_nsec = static_cast<long>((delaySeconds - double(delay.tv_sec)) * 1e9);
-        while (::nanosleep(&delay, &delay) != 0 && errno == EINTR) {
-        }
-        ::_exit(0);
-    }
     for (;;)
         ::pause();
 }
 
 } // namespace
 
-ForkedChild::ForkedChild(Behaviour behaviour, double delaySeconds, std::optional<uid_t> user)
+ForkedChild::ForkedChild(Behaviour behaviour, std::optional<uid_t> user)
 {
     int ready[2];
     if (::pipe2(ready, O_CLOEXEC) != 0)
@@ -58,7 +48,7 @@ ForkedChild::ForkedChild(Behaviour behaviour, double delaySeconds, std::optional
     const pid_t pid = ::fork();
     if (pid == 0) {
         ::close(ready[0]);
-        runChild(behaviour, delaySeconds, user, ready[1]);
+        runChild(behaviour, user, ready[1]);
     }
     ::close(ready[1]);
     if (pid < 0) {

@@ -16,13 +16,11 @@ public:
     enum class Behaviour {
         waitsForSignals, // default dispositions: SIGTERM ends it
         ignoresTerm,     // SIGTERM ignored: only SIGKILL ends it
-        exitsAfterDelay, // exits by itself after `delaySeconds`
     };
 
     // Forks and waits until the child has set itself up (its dispositions are
     // in place, and it runs as `user` when one is given), or has exited.
-    explicit ForkedChild(Behaviour behaviour, double delaySeconds = 0.0,
-                         std::optional<uid_t> user = std::nullopt);
+    explicit ForkedChild(Behaviour behaviour, std::optional<uid_t> user = std::nullopt);
     ~ForkedChild(); // SIGKILL if still unreaped, then reap
     ForkedChild(const ForkedChild &) = delete;
     ForkedChild &operator=(const ForkedChild &) = delete;

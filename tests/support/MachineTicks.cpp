@@ -7,11 +7,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <csignal>
-
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 MachineTickRecorder::MachineTickRecorder(int watchedPID)
     : m_watchedPID(watchedPID), m_thread([this] {
@@ -80,22 +75,4 @@ std::optional<double> MachineTickRecorder::processPercentBetween(double fromSeco
     const double seconds = static_cast<double>(*to->processTicks - *from->processTicks) /
                            static_cast<double>(systemClockTicksPerSecond());
     return seconds / (to->wallClock - from->wallClock) * 100.0;
-}
-
-BusyChild::BusyChild() : m_pid(::fork())
-{
-    if (m_pid == 0) {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        volatile unsigned long spin = 0;
-        for (;;)
-            spin = spin + 1;
-    }
-}
-
-BusyChild::~BusyChild()
-{
-    if (m_pid > 0) {
-        ::kill(m_pid, SIGKILL);
-        ::waitpid(m_pid, nullptr, 0);
-    }
 }

@@ -42,15 +42,3 @@ private:
     std::atomic<bool> m_stop{false};
     std::thread m_thread;
 };
-
-// Keeps one core busy for as long as it lives (a forked child spinning).
-class BusyChild {
-public:
-    BusyChild();
-    ~BusyChild(); // SIGKILL, then reap
-    BusyChild(const BusyChild &) = delete;
-    BusyChild &operator=(const BusyChild &) = delete;
-
-private:
-    int m_pid;
-};

@@ -3,6 +3,7 @@
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
 
 #include "support/FixtureTable.h"
+#include "support/Fixtures.h"
 #include "support/SysfsTesting.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
+#include <ostream>
 #include <set>
 #include <string>
 
@@ -180,5 +183,215 @@ INSTANTIATE_TEST_SUITE_P(Trees, MachineSensors, testing::Values(
         return name;
     });
 // clang-format on
+
+// The hwmon readings when files are refused or vanish, on the same trees.
+struct MachineCase {
+    const char *label; // the test's name
+    const char *machine;
+    std::vector<QByteArray> refusedEndings;
+    int error;
+    R temperature;
+    R fan;
+};
+
+void PrintTo(const MachineCase &c, std::ostream *out)
+{
+    *out << c.label;
+}
+
+class HwmonSensorProbeOnMachines : public testing::TestWithParam<MachineCase> {};
+
+TEST_P(HwmonSensorProbeOnMachines, ReadsTheFoldedTemperatureAndFan)
+{
+    const MachineCase &c = GetParam();
+    HwmonSensorProbe probe(fixtureSys(c.machine), failingReader(c.refusedEndings, c.error));
+    const AppleSensorReadings readings = probe.read();
+    EXPECT_EQ(readings.temperature, c.temperature);
+    EXPECT_EQ(readings.fan, c.fan);
+    // Nothing is kept: a second tick reads the same files again to the same end.
+    EXPECT_EQ(probe.read(), readings);
+}
+
+const R noDieChannel = R::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道"));
+const R noFanSpeed = R::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"));
+const R temperatureRefused = R::permissionDenied(QStringLiteral("无权读取 hwmon 温度传感器"));
+const R fanRefused = R::permissionDenied(QStringLiteral("无权读取 hwmon 风扇传感器"));
+
+const std::vector<QByteArray> kIntelDieInputs = {"hwmon10/temp1_input", "hwmon10/temp2_input",
+                                                 "hwmon10/temp3_input", "hwmon10/temp4_input",
+                                                 "hwmon10/temp5_input", "thermal_zone1/temp"};
+
+using M = MachineCase;
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Fixtures, HwmonSensorProbeOnMachines, testing::Values(
+    // Only the one good coretemp channel survives empty, junk, negative and
+    // absurd files; no fan file holds a speed (65535 is the "no fan" value of
+    // some Super I/O chips).
+    M{"BrokenSensors", "broken-sensors", {}, 0, temperature(51.5), noFanSpeed},
+    // Every input and zone temperature refused.
+    M{"EverythingRefused", "intel-laptop", {"_input", "/temp"}, EACCES, temperatureRefused,
+      fanRefused},
+    // Every input refused where no thermal zone speaks: the channels tried
+    // stay channels, so the refusal is what is reported.
+    M{"AllHwmonRefused", "broken-sensors", {"_input"}, EACCES, temperatureRefused, fanRefused},
+    // Every die channel refused (acpitz, nvme and the ThinkPad are never
+    // opened): the refusal is what hides the die, so it is what is reported.
+    M{"DieChannelsRefused", "intel-laptop", kIntelDieInputs, EACCES, temperatureRefused,
+      fan(2400.0)},
+    // One die channel refused, the others junk: not every one tried was
+    // refused, so nothing recognisable is what is reported.
+    M{"GoodChannelRefusedBesideJunk", "broken-sensors", {"hwmon0/temp5_input"}, EACCES,
+      noDieChannel, noFanSpeed},
+    // The package refused: the cores 49, 53 and 48 and the x86_pkg_temp zone 52
+    // still speak, the zone as the package.
+    M{"PackageRefused", "intel-laptop", {"hwmon10/temp1_input", "hwmon10/temp2_input"}, EACCES,
+      temperature(52.0), fan(2400.0)},
+    // Both package channels refused: the median of the cores.
+    M{"PackagesRefused", "intel-laptop", {"hwmon10/temp1_input", "thermal_zone1/temp"}, EACCES,
+      temperature(49.5), fan(2400.0)},
+    // Files that vanish between listing and reading are no refusal.
+    M{"InputsVanished", "intel-laptop", {"_input", "/temp"}, ENOENT, noDieChannel, noFanSpeed},
+    // The names and labels vanish: channels fall back to "<hwmonN> temp<n>"
+    // and the zone's directory name, none of which names the die.
+    M{"NamesVanished", "intel-laptop", {"/name", "_label", "/type"}, ENOENT, noDieChannel,
+      fan(2400.0)}),
+    [](const testing::TestParamInfo<M> &info) { return std::string(info.param.label); });
+// clang-format on
+
+TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
+{
+    const std::pair<FileReadResult, SensorChannelValue> cases[] = {
+        {{QByteArray("52000\n"), 0}, {52.0, false}},
+        {{QByteArray("-7500"), 0}, {-7.5, false}},
+        {{QByteArray(""), 0}, {}},
+        {{QByteArray("52.0\n"), 0}, {}},
+        {{QByteArray("99999999999999999999999"), 0}, {}},
+        {{std::nullopt, EACCES}, {std::nullopt, true}},
+        {{std::nullopt, EPERM}, {std::nullopt, true}},
+        {{std::nullopt, ENOENT}, {}},
+        {{std::nullopt, ENXIO}, {}}, // a sensor whose chip does not answer
+    };
+    for (const auto &[file, expected] : cases)
+        EXPECT_EQ(sensorFileValue(file, 1000.0), expected)
+            << (file.bytes ? file.bytes->constData() : "error");
+}
+
+// The GPU routes one by one: junk in sysfs, NVML's session and its failures.
+const QByteArray noLibrary = "/nonexistent/libnvidia-ml.so.1";
+
+TEST(AmdgpuBusyPercent, ReadsCardsAndSkipsJunk)
+{
+    // card0 holds junk, card1 an out-of-range value that the fold clamps.
+    EXPECT_EQ(
+        readAmdgpuBusyPercents(fixtureSys("broken-sensors").toLocal8Bit(), systemFileReader()),
+        std::vector<double>{130.0});
+    LinuxGPUUsageProbe probe(fixtureSys("broken-sensors"), noLibrary);
+    EXPECT_EQ(probe.sample(), sysfsBusy(100.0));
+}
+
+// The Optimus laptop's NVIDIA card wakes, works, sleeps and wakes again. The
+// NVML session runs only while the card is awake: asleep, it counts as idle
+// and the library is not called at all.
+TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
+{
+    auto awake = std::make_shared<bool>(true);
+    const QByteArray card = "/bus/pci/devices/0000:01:00.0/power/runtime_status";
+    KernelFileReader reader = [awake, card](const QByteArray &path) {
+        if (path.endsWith(card))
+            return FileReadResult{QByteArray(*awake ? "active\n" : "suspended\n"), 0};
+        return readKernelFile(path);
+    };
+    const FakeNvmlCounters nvml(KW_FAKE_NVML_BUSY_PATH);
+    const int initBefore = nvml.initCalls();
+    const int shutdownBefore = nvml.shutdownCalls();
+    {
+        LinuxGPUUsageProbe probe(fixtureSys("hybrid-nvidia-laptop"), KW_FAKE_NVML_BUSY_PATH,
+                                 reader);
+        const struct {
+            bool awake;
+            double percent; // the stand-in's devices give 12 % and 37 %
+            int sessionsStarted;
+            int sessionsEnded;
+        } ticks[] = {{true, 37.0, 1, 0},
+                     {true, 37.0, 1, 0},
+                     {false, 0.0, 1, 1},
+                     {false, 0.0, 1, 1},
+                     {true, 37.0, 2, 1}};
+        int tick = 0;
+        for (const auto &t : ticks) {
+            *awake = t.awake;
+            const int callsBefore = nvml.calls();
+            EXPECT_EQ(probe.sample(), nvmlBusy(t.percent)) << tick;
+            EXPECT_EQ(nvml.initCalls() - initBefore, t.sessionsStarted) << tick;
+            EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, t.sessionsEnded) << tick;
+            // Asleep, the library is not called, but for the one nvmlShutdown
+            // that ends the session the card went to sleep with.
+            if (!t.awake) {
+                EXPECT_EQ(nvml.calls() - callsBefore, ticks[tick - 1].awake ? 1 : 0) << tick;
+            }
+            ++tick;
+        }
+    }
+    EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, 2);
+}
+
+TEST(LinuxGPUUsageProbe, UnusableLibrariesGiveNoDeviceAndAreRetriedAtTheNextTick)
+{
+    const std::tuple<const char *, QByteArray, bool> cases[] = {
+        {"no library", noLibrary, false},
+        {"init fails", KW_FAKE_NVML_INIT_FAILS_PATH, true},
+        {"a function is missing", KW_FAKE_NVML_MISSING_SYMBOL_PATH, false},
+    };
+    for (const auto &[name, path, initAttempted] : cases) {
+        std::optional<FakeNvmlCounters> counters;
+        if (path != noLibrary)
+            counters.emplace(path.constData());
+        const int initBefore = counters ? counters->initCalls() : 0;
+        // An awake NVIDIA card, so NVML is asked.
+        LinuxGPUUsageProbe probe(fixtureSys("intel-server-2s"), path);
+        for (int tick = 1; tick <= 3; ++tick) {
+            EXPECT_EQ(probe.sample(), noGPU) << name << " tick " << tick;
+            const int initCalls = counters ? counters->initCalls() - initBefore : 0;
+            EXPECT_EQ(initCalls, initAttempted ? tick : 0) << name;
+        }
+        // A failed init is never shut down: there is no session to end.
+        EXPECT_EQ(counters ? counters->shutdownCalls() : 0, 0) << name;
+    }
+}
+
+// The thermal state from trip points: odd zone trees, and the rule's edges.
+TEST(ThermalZoneFixtures, TripPointsGiveTheState)
+{
+    const std::pair<const char *, SystemThermalState> machines[] = {
+        {"no-zones", SystemThermalState::unknown},
+        {"does-not-exist", SystemThermalState::unknown},
+        {"no-trip-points", SystemThermalState::unknown},
+        {"below-trips", SystemThermalState::nominal},
+        {"active", SystemThermalState::fair},
+        {"passive", SystemThermalState::serious},
+        {"hot", SystemThermalState::critical},
+        {"critical", SystemThermalState::critical},
+        {"highest-zone-wins", SystemThermalState::serious},
+        {"unreadable-temp", SystemThermalState::nominal},
+    };
+    for (const auto &[machine, expected] : machines) {
+        ThermalZoneThermalStateProbe probe(fixturePath(QStringLiteral("thermal-zones/") + machine));
+        EXPECT_EQ(probe.read(), expected) << machine;
+    }
+}
+
+TEST(ThermalTrips, EdgesOfTheTripRule)
+{
+    using Trip = ThermalZoneTrips::Trip;
+    EXPECT_EQ(thermalStateFromTrips({}), SystemThermalState::unknown);
+    EXPECT_EQ(thermalStateFromTrips({{70000, {Trip{"active", 70000}}}}), SystemThermalState::fair);
+    EXPECT_EQ(thermalStateFromTrips({{69999, {Trip{"active", 70000}}}}),
+              SystemThermalState::nominal);
+    // Trip kinds the kernel may add later are not thermal pressure.
+    EXPECT_EQ(thermalStateFromTrips({{99000, {Trip{"mystery", 1000}}}}),
+              SystemThermalState::unknown);
+    EXPECT_EQ(thermalStateFromTrips({{std::nullopt, {Trip{"critical", 1000}}}}),
+              SystemThermalState::nominal);
+}
 
 } // namespace
