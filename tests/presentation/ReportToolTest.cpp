@@ -3,7 +3,10 @@
 // session on a terminal of its own, in a project folder of its own and with a
 // secret-looking argument. Only that child is signalled.
 
-#include "support/MachineTicks.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/ProcPidStat.h"
+#include "platform/linux/ProcStat.h"
+#include "probes/CPUUsageTracker.h"
 #include "support/ShellChild.h"
 
 #include <QDir>
@@ -18,11 +21,102 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
 #include <unistd.h>
 
 namespace {
 
 using namespace Qt::StringLiterals;
+
+// The machine's CPU ticks, and the watched process's, as the test reads them
+// itself: a thread of its own reads them every few milliseconds with the
+// wall-clock time, so a figure the report gives over an interval can be
+// compared with what was done over that same interval, however busy the
+// machine is.
+class MachineTickRecorder {
+public:
+    explicit MachineTickRecorder(pid_t watched)
+        : m_thread([this, path = "/proc/" + QByteArray::number(watched) + "/stat"] {
+              while (!m_stop.load()) {
+                  const FileReadResult stat = readKernelFile(QByteArrayLiteral("/proc/stat"));
+                  const FileReadResult process = readKernelFile(path);
+                  const auto ticks =
+                      stat.bytes ? parseProcStatCPUTicks(asView(*stat.bytes)) : std::nullopt;
+                  const auto own =
+                      process.bytes ? parseProcPidStat(asView(*process.bytes)) : std::nullopt;
+                  if (ticks && own) {
+                      std::lock_guard lock(m_mutex);
+                      m_readings.push_back({TimePoint::now().secondsSince1970, *ticks,
+                                            own->userTicks + own->systemTicks});
+                  }
+                  std::this_thread::sleep_for(std::chrono::milliseconds(5));
+              }
+          })
+    {
+    }
+    ~MachineTickRecorder()
+    {
+        m_stop = true;
+        m_thread.join();
+    }
+
+    // The machine's busy percent, and the process's percent of one core,
+    // between the readings nearest to two wall-clock times (seconds since
+    // 1970); nothing without readings within 50 ms of both.
+    std::optional<double> usageBetween(double from, double to) const
+    {
+        std::lock_guard lock(m_mutex);
+        const auto [older, newer] = readingsAt(from, to);
+        return older ? cpuUsageBetween(older->ticks, newer->ticks) : std::nullopt;
+    }
+    std::optional<double> processPercentBetween(double from, double to) const
+    {
+        std::lock_guard lock(m_mutex);
+        const auto [older, newer] = readingsAt(from, to);
+        if (!older || newer->processTicks < older->processTicks ||
+            !(newer->wallClock > older->wallClock))
+            return std::nullopt;
+        const double seconds =
+            double(newer->processTicks - older->processTicks) / double(systemClockTicksPerSecond());
+        return seconds / (newer->wallClock - older->wallClock) * 100.0;
+    }
+
+private:
+    struct Reading {
+        double wallClock = 0.0;
+        CPUTickSnapshot ticks;
+        unsigned long long processTicks = 0;
+    };
+    std::pair<const Reading *, const Reading *> readingsAt(double from, double to) const
+    {
+        auto nearest = [this](double wallClock) {
+            const Reading *best = nullptr;
+            double bestDistance = 0.05;
+            for (const Reading &reading : m_readings) {
+                if (std::abs(reading.wallClock - wallClock) <= bestDistance) {
+                    bestDistance = std::abs(reading.wallClock - wallClock);
+                    best = &reading;
+                }
+            }
+            return best;
+        };
+        const Reading *older = nearest(from);
+        const Reading *newer = nearest(to);
+        return older && newer ? std::pair(older, newer) : std::pair(nullptr, nullptr);
+    }
+
+    mutable std::mutex m_mutex;
+    std::vector<Reading> m_readings;
+    std::atomic<bool> m_stop{false};
+    std::thread m_thread;
+};
 
 struct ProcessResult {
     int exitCode = -1;

@@ -7,7 +7,6 @@
 
 #include <fcntl.h>
 #include <grp.h>
-#include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -114,56 +113,4 @@ bool ForkedChild::reap(double timeoutSeconds)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     } while (std::chrono::steady_clock::now() < deadline);
     return false;
-}
-
-std::string runInForkedProcess(const std::function<std::string()> &body)
-{
-    int result[2];
-    if (::pipe2(result, O_CLOEXEC) != 0)
-        return "no pipe";
-    const pid_t pid = ::fork();
-    if (pid == 0) {
-        ::close(result[0]);
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        const std::string message = body();
-        std::size_t written = 0;
-        while (written < message.size()) {
-            const ssize_t count =
-                ::write(result[1], message.data() + written, message.size() - written);
-            if (count <= 0)
-                break;
-            written += static_cast<std::size_t>(count);
-        }
-        ::_exit(0);
-    }
-    ::close(result[1]);
-    if (pid < 0) {
-        ::close(result[0]);
-        return "no fork";
-    }
-    std::string message;
-    char buffer[256];
-    for (;;) {
-        const ssize_t count = ::read(result[0], buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        message.append(buffer, static_cast<std::size_t>(count));
-    }
-    ::close(result[0]);
-    int status = 0;
-    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
-    }
-    if (WIFSIGNALED(status))
-        return "the forked process died of signal " + std::to_string(WTERMSIG(status));
-    return message;
-}
-
-uid_t unusedUserID(uid_t from)
-{
-    uid_t uid = from;
-    while (::getpwuid(uid) != nullptr)
-        ++uid;
-    return uid;
 }

@@ -1,10 +1,10 @@
 #include "platform/linux/HwmonSensorProbe.h"
 #include "platform/linux/LinuxGPUUsageProbe.h"
+#include "platform/linux/SysfsDirectory.h"
 #include "platform/linux/ThermalZoneThermalStateProbe.h"
 
 #include "support/FixtureTable.h"
 #include "support/Fixtures.h"
-#include "support/SysfsTesting.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,71 @@
 #include <set>
 #include <string>
 
+#include <dlfcn.h>
+
 namespace {
+
+// The readers' files are the fixture's; tests run as root, where mode 000
+// stops no read, so refusals are made here.
+QString fixtureSys(const char *machine)
+{
+    return fixturePath(QLatin1String(machine) + QStringLiteral("/sys"));
+}
+
+// The system reader, except that files whose path ends with one of `endings`
+// fail with `error`: EACCES for a refusal, ENOENT for a file that vanished
+// after the directory was listed.
+KernelFileReader failingReader(std::vector<QByteArray> endings, int error)
+{
+    return [endings = std::move(endings), error](const QByteArray &path) {
+        for (const QByteArray &ending : endings) {
+            if (path.endsWith(ending))
+                return FileReadResult{std::nullopt, error};
+        }
+        return readKernelFile(path);
+    };
+}
+
+// The system reader, noting every path it is asked for in `opened`.
+KernelFileReader recordingReader(std::shared_ptr<std::vector<QByteArray>> opened)
+{
+    return [opened = std::move(opened)](const QByteArray &path) {
+        opened->push_back(path);
+        return readKernelFile(path);
+    };
+}
+
+// The call counters of the stand-in NVML library (tests/fakes), reached
+// through a handle of our own: a second dlopen of the same path shares the
+// probe's copy of the library, and with it the counts.
+class FakeNvmlCounters {
+public:
+    explicit FakeNvmlCounters(const char *libraryPath)
+        : m_handle(::dlopen(libraryPath, RTLD_NOW | RTLD_LOCAL))
+    {
+        EXPECT_NE(m_handle, nullptr) << ::dlerror();
+    }
+    ~FakeNvmlCounters()
+    {
+        if (m_handle)
+            ::dlclose(m_handle);
+    }
+    FakeNvmlCounters(const FakeNvmlCounters &) = delete;
+    FakeNvmlCounters &operator=(const FakeNvmlCounters &) = delete;
+
+    int calls() const { return count("kwFakeNvmlCalls"); } // every NVML function
+    int initCalls() const { return count("kwFakeNvmlInitCalls"); }
+    int shutdownCalls() const { return count("kwFakeNvmlShutdownCalls"); }
+
+private:
+    int count(const char *counter) const
+    {
+        auto function =
+            m_handle ? reinterpret_cast<int (*)()>(::dlsym(m_handle, counter)) : nullptr;
+        return function ? function() : -1;
+    }
+    void *m_handle;
+};
 
 using R = SensorReading<double>;
 using T = SystemThermalState;
