@@ -2,9 +2,9 @@
 
 #include "dashboard/DashboardStore.h"
 #include "presentation/kit/DashboardFonts.h"
-#include "snapshot/DashboardSnapshot.h"
 #include "presentation/tray/KilnWardenMenuBarLabel.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
+#include "snapshot/DashboardSnapshot.h"
 
 #include <QPainter>
 
