@@ -1,7 +1,7 @@
 #include "presentation/kit/SystemSymbols.h"
 #include "dashboard/MenuBarPresentation.h"
 #include "presentation/kit/DashboardLayoutEnvironment.h"
-#include "presentation/snapshot/ScriptedStore.h"
+#include "snapshot/ScriptedStore.h"
 
 #include <QImage>
 #include <QPainter>
