@@ -4,7 +4,7 @@
 
 #include "dashboard/MenuBarPresentation.h"
 #include "dashboard/HeatTest.h"
-#include "support/RowName.h"
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
@@ -34,52 +34,24 @@ DashboardTask task(const QString &application, double cpu, ResourceImpact energy
 
 TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
 {
-    struct Row {
-        double value;
-        const char *text;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {74.96, "74.9"}, {74.99, "74.9"}, // cut, not rounded up
-        {74.0, "74"}, {74.04, "74"}, // a whole cut drops the fraction
-        {74.5, "74.5"}, {75.0, "75"}, {75.4, "75"},
-        {73.6, "74"}, // below the band: ordinary rounding
-        {89.96, "89.9"}, {89.0, "89"}, {90.0, "90"},
-        {90.4, "90"}, {40.0, "40"}, {-3.0, "-3"},
-        {1234.0, "1,234"}, // the interface's grouping, whatever the locale
-    };
-    // clang-format on
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.value);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-temperatures"))) {
         for (const QLocale &locale : {QLocale::c(), german}) {
             ScopedDefaultLocale scope(locale);
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.text));
+            EXPECT_EQ(formatTemperature(row.fields[0].toDouble()), *row.text(1)) << row.where;
         }
     }
 }
 
 TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
 {
-    const char *justNow = "刚刚出现";
-    const std::pair<std::optional<double>, const char *> rows[] = {
-        {std::nullopt, justNow}, // no start time
-        {0.0, justNow},
-        {59.9, justNow},
-        {60.0, "已持续 1 分钟"},
-        {119.9, "已持续 1 分钟"},
-        {120.0, "已持续 2 分钟"},
-        {-5.0, justNow},                 // a start after the sample
-        {60'000.0, "已持续 1,000 分钟"}, // the interface's grouping
-    };
     const double sampleTime = 1'700'000'000.0;
     const SystemMetricSample hot = sampleWith(sampleTime, Thermal::fair, 40.0);
     ScopedDefaultLocale scope(german);
-    for (const auto &[secondsBefore, text] : rows) {
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-durations"))) {
         std::optional<TimePoint> start;
-        if (secondsBefore)
-            start = TimePoint::fromSecondsSince1970(sampleTime - *secondsBefore);
-        EXPECT_EQ(makePresentation(&hot, {}, start).durationText, QString::fromUtf8(text))
-            << secondsBefore.value_or(-1.0);
+        if (row.fields[0] != "-")
+            start = TimePoint::fromSecondsSince1970(sampleTime - row.fields[0].toDouble());
+        EXPECT_EQ(makePresentation(&hot, {}, start).durationText, *row.text(1)) << row.where;
     }
 }
 
@@ -212,60 +184,28 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
     }
 }
 
-using rows::PrintTo;
-
-struct HeatRow {
-    const char *name;
-    Thermal thermal;
-    std::optional<double> temperature; // absent: not readable
-    std::optional<double> systemCPU;   // absent: not readable
-    std::optional<double> taskCPU;     // absent: no task
-    bool hot;
-    State state;
-};
-
-const HeatRow kHeatRows[] = {
-    // The system's own pressure is enough by itself.
-    {"fairCoolIdle", F, 40.0, 0.0, none, true, highLoad},
-    {"fairNoReadings", F, none, none, none, true, highLoad},
-    {"seriousCoolIdle", S, 40.0, 0.0, none, true, act},
-    {"criticalNoReadings", C, none, none, none, true, act},
-    // Temperature and load together, both inclusive.
-    {"atBothThresholds", N, 75.0, 30.0, none, true, highLoad},
-    {"temperatureJustBelow", N, 74.9, 30.0, none, false, normal},
-    {"cpuJustBelow", N, 75.0, 29.9, none, false, normal},
-    {"taskCarriesTheLoad", N, 75.0, 10.0, 30.0, true, highLoad},
-    {"taskJustBelow", N, 75.0, 10.0, 29.9, false, normal},
-    {"taskAboveSystem", N, 80.0, 10.0, 120.0, true, highLoad},
-    {"systemAboveTask", N, 80.0, 50.0, 1.0, true, highLoad},
-    {"noTaskCpuUnreadable", N, 80.0, none, none, false, normal},
-    {"cpuUnreadableTaskLoaded", N, 80.0, none, 45.0, true, highLoad},
-    // An unreadable temperature never makes a sample hot.
-    {"noTemperatureFullLoad", N, none, 100.0, 100.0, false, normal},
-    // `unknown` is no pressure: it falls through to the readings.
-    {"unknownHotLoaded", U, 90.0, 50.0, none, true, act},
-    {"unknownWarmLoaded", U, 80.0, 50.0, none, true, highLoad},
-    {"unknownCool", U, 40.0, 90.0, none, false, observing},
-    {"unknownNoReadings", U, none, none, none, false, observing},
-    // 90 degrees recommends action without load, yet opens no incident.
-    {"ninetyIdle", N, 90.0, 0.0, none, false, act},
-    {"justBelowNinetyIdle", N, 89.9, 0.0, none, false, normal},
-    {"justBelowNinetyLoaded", N, 89.9, 30.0, none, true, highLoad},
-    {"nominalCool", N, 40.0, 95.0, 95.0, false, normal},
-};
-
-class HeatDecision : public testing::TestWithParam<HeatRow> {};
-
-TEST_P(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
+// Reads a figure of a table row: "-" is none.
+std::optional<double> figure(const FixtureRow &row, std::size_t index)
 {
-    const HeatRow &row = GetParam();
-    const SystemMetricSample sample =
-        makeSample({.thermal = row.thermal, .cpu = row.systemCPU, .temperature = row.temperature});
-    EXPECT_EQ(isSampleHot(sample, row.taskCPU), row.hot);
-    EXPECT_EQ(menuBarState(&sample, row.taskCPU), row.state)
-        << menuBarPresentationStateName(menuBarState(&sample, row.taskCPU)).toStdString();
+    return row.fields.at(index) == "-" ? std::nullopt
+                                       : std::optional(row.fields.at(index).toDouble());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, HeatDecision, testing::ValuesIn(kHeatRows), RowName());
+TEST(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
+{
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-heat-decisions"))) {
+        std::optional<Thermal> thermal;
+        for (const Thermal candidate : {N, F, S, C, U}) {
+            if (systemThermalStateRawText(candidate) == *row.text(0))
+                thermal = candidate;
+        }
+        ASSERT_TRUE(thermal) << row.where;
+        const SystemMetricSample sample =
+            makeSample({.thermal = *thermal, .cpu = figure(row, 2), .temperature = figure(row, 1)});
+        EXPECT_EQ(isSampleHot(sample, figure(row, 3)), row.fields[4] == "1") << row.where;
+        EXPECT_EQ(menuBarPresentationStateName(menuBarState(&sample, figure(row, 3))), *row.text(5))
+            << row.where;
+    }
+}
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "presentation/PresentationTesting.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/overview/OverviewTexts.h"
+#include "support/FixtureTable.h"
 
 #include <QLocale>
 #include <QSet>
@@ -30,30 +31,13 @@ DashboardIncident incident(double peakCPU, std::optional<double> peakTemperature
 
 TEST(IncidentTexts, TitleTakesTheFirstThresholdAndPeaksRoundHalvesAway)
 {
-    struct Case {
-        double cpu;
-        std::optional<double> temperature;
-        const char *title;
-        const char *summary;
-    };
-    const char *heat = "温度持续升高", *load = "持续高负载", *pressure = "检测到热压力";
-    const Case cases[] = {
-        {10.0, 85.0, heat, "10% · 85°"},
-        {100.0, 85.0, heat, "100% · 85°"}, // temperature wins over load
-        {80.0, 84.9, load, "80% · 85°"},
-        {80.0, std::nullopt, load, "80%"},
-        {79.9, 84.9, pressure, "80% · 85°"},
-        {79.5, 80.4, pressure, "80% · 80°"},
-        {0.5, 74.5, pressure, "1% · 75°"},
-        {79.49, std::nullopt, pressure, "79%"},
-        {std::numeric_limits<double>::quiet_NaN(), std::nullopt, pressure, "0%"},
-    };
     const ScopedLocale locale(QLocale::c());
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.summary);
-        const DashboardIncident subject = incident(c.cpu, c.temperature);
-        EXPECT_EQ(incidentTitle(subject), QString::fromUtf8(c.title));
-        EXPECT_EQ(incidentPeakSummary(subject), QString::fromUtf8(c.summary));
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("incident-titles"))) {
+        const std::optional<double> temperature =
+            row.fields[1] == "-" ? std::nullopt : std::optional(row.fields[1].toDouble());
+        const DashboardIncident subject = incident(row.fields[0].toDouble(), temperature);
+        EXPECT_EQ(incidentTitle(subject), *row.text(2)) << row.where;
+        EXPECT_EQ(incidentPeakSummary(subject), *row.text(3)) << row.where;
         EXPECT_TRUE(incidentPeakSummary(subject).startsWith(incidentPeakCPUText(subject)));
     }
 }
