@@ -57,7 +57,6 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
 
 constexpr auto N = Thermal::nominal, F = Thermal::fair, S = Thermal::serious, C = Thermal::critical,
                U = Thermal::unknown;
-constexpr std::nullopt_t none = std::nullopt;
 constexpr auto highLoad = State::highLoad, act = State::actionRecommended, normal = State::normal,
                observing = State::observing;
 
@@ -78,33 +77,6 @@ TEST(MenuBarStateInfo, EveryStateHasACompleteRow)
     }
     EXPECT_EQ(names.size(), 5);
     EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
-}
-
-// The title: the state's word, the temperature alone when normal, both
-// otherwise.
-TEST(MenuBarPresentation, MenuTitleJoinsTheStateAndTheTemperature)
-{
-    struct Row {
-        Thermal thermal;
-        std::optional<double> temperature;
-        State state;
-        const char *menuTitle;
-    };
-    const Row rows[] = {
-        {F, 40.0, highLoad, "负载高 · 40°"}, {C, none, act, "建议处理"},
-        {N, 89.96, normal, "89.9°"},         {U, 40.0, observing, "观察中 · 40°"},
-        {U, none, observing, "观察中"},      {N, none, normal, "正常"},
-    };
-    ScopedDefaultLocale scope(QLocale::c());
-    for (const Row &row : rows) {
-        const SystemMetricSample sample = sampleWith(500.0, row.thermal, row.temperature, 10.0);
-        const MenuBarPresentation presentation = makePresentation(&sample, {}, std::nullopt);
-        ASSERT_EQ(presentation.state, row.state) << row.menuTitle;
-        EXPECT_EQ(presentation.menuTitle, QString::fromUtf8(row.menuTitle));
-        const MenuBarStateInfo &info = menuBarStateInfo(row.state);
-        EXPECT_EQ(presentation.headline, QString::fromUtf8(info.headline));
-        EXPECT_EQ(presentation.symbolName, QString::fromLatin1(info.symbolName));
-    }
 }
 
 TEST(MenuBarPresentation, MetricValuesPerReadingCase)
@@ -191,8 +163,11 @@ std::optional<double> figure(const FixtureRow &row, std::size_t index)
                                        : std::optional(row.fields.at(index).toDouble());
 }
 
+// The heat test and the menu bar at their boundaries: the state and its
+// title (the state's word, the temperature alone when normal, both otherwise).
 TEST(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
 {
+    ScopedDefaultLocale scope(german);
     for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-heat-decisions"))) {
         std::optional<Thermal> thermal;
         for (const Thermal candidate : {N, F, S, C, U}) {
@@ -202,9 +177,16 @@ TEST(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
         ASSERT_TRUE(thermal) << row.where;
         const SystemMetricSample sample =
             makeSample({.thermal = *thermal, .cpu = figure(row, 2), .temperature = figure(row, 1)});
+        std::vector<DashboardTask> tasks;
+        if (const std::optional<double> taskCPU = figure(row, 3))
+            tasks.push_back(task("first", *taskCPU, ResourceImpact::low));
         EXPECT_EQ(isSampleHot(sample, figure(row, 3)), row.fields[4] == "1") << row.where;
-        EXPECT_EQ(menuBarPresentationStateName(menuBarState(&sample, figure(row, 3))), *row.text(5))
-            << row.where;
+        const MenuBarPresentation presentation = makePresentation(&sample, tasks, std::nullopt);
+        EXPECT_EQ(menuBarPresentationStateName(presentation.state), *row.text(5)) << row.where;
+        EXPECT_EQ(presentation.menuTitle, *row.text(6)) << row.where;
+        const MenuBarStateInfo &info = menuBarStateInfo(presentation.state);
+        EXPECT_EQ(presentation.headline, QString::fromUtf8(info.headline)) << row.where;
+        EXPECT_EQ(presentation.symbolName, QString::fromLatin1(info.symbolName)) << row.where;
     }
 }
 

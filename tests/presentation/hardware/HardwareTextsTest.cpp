@@ -3,11 +3,13 @@
 
 #include "presentation/PresentationTesting.h"
 #include "presentation/kit/DashboardPalette.h"
+#include "support/FixtureTable.h"
 
 #include <QLocale>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -25,15 +27,6 @@ HardwareTrendPoint trendPoint(double elapsed, double value)
     point.fanRPM = value;
     point.diskBytesPerSecond = value * 1'000'000;
     return point;
-}
-
-std::vector<QPointF> seriesOf(std::initializer_list<double> values)
-{
-    std::vector<QPointF> series;
-    double x = 0;
-    for (const double value : values)
-        series.emplace_back(x += 2, value);
-    return series;
 }
 
 SystemMetricSample sampleOf(SensorReadingCase readingCase,
@@ -59,28 +52,26 @@ class HardwareTextsTest : public ::testing::Test {
 
 } // namespace
 
-// Percents whole and ungrouped, RPM whole and grouped, the rest to a tenth.
-TEST_F(HardwareTextsTest, PeakAndAverageOfTheSeriesInTheCategorysUnit)
+// A series' figures and scale: percents whole and ungrouped, RPM whole and
+// grouped, the rest to a tenth; fixed scales, or the peak with headroom.
+TEST_F(HardwareTextsTest, FiguresAndScaleOfTheSeriesByCategory)
 {
-    struct Row {
-        HardwareCategory category;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("hardware-series"))) {
+        const auto name = std::find(kCategoryNames.begin(), kCategoryNames.end(), row.fields[0]);
+        ASSERT_NE(name, kCategoryNames.end()) << row.where;
+        const HardwareCategory category = kAllHardwareCategories[name - kCategoryNames.begin()];
         std::vector<QPointF> series;
-        const char *peak;
-        const char *average;
-    };
-    const Row rows[] = {
-        {HardwareCategory::temperature, {}, "采集中", "采集中"},
-        {HardwareCategory::temperature, seriesOf({-5, 120}), "120.0°C", "57.5°C"},
-        {HardwareCategory::cpu, seriesOf({10, 20, 1234.5}), "1235%", "422%"},
-        {HardwareCategory::memory, seriesOf({0.4}), "0%", "0%"},
-        {HardwareCategory::disk, seriesOf({10'000, 0}), "10,000.0 MB/s", "5,000.0 MB/s"},
-        {HardwareCategory::fan, seriesOf({2150.5}), "2,151 RPM", "2,151 RPM"},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(
-            hardwareSeriesFigures(row.category, row.series),
-            (HardwareSeriesFigures{QString::fromUtf8(row.peak), QString::fromUtf8(row.average)}))
-            << row.peak;
+        for (const QByteArray &value : row.fields[1].split(' ')) {
+            if (!value.isEmpty())
+                series.emplace_back(2.0 * double(series.size() + 1), value.toDouble());
+        }
+        EXPECT_EQ(hardwareSeriesFigures(category, series),
+                  (HardwareSeriesFigures{*row.text(2), *row.text(3)}))
+            << row.where;
+        const HardwareScale scale = hardwareScale(category, series);
+        EXPECT_DOUBLE_EQ(scale.lowerBound, row.fields[4].toDouble()) << row.where;
+        EXPECT_DOUBLE_EQ(scale.upperBound, row.fields[5].toDouble()) << row.where;
+    }
 }
 
 TEST_F(HardwareTextsTest, SeriesTakeTheCategoryFieldAndDropGaps)
@@ -97,30 +88,6 @@ TEST_F(HardwareTextsTest, SeriesTakeTheCategoryFieldAndDropGaps)
     EXPECT_TRUE(hardwareNewestPointHasValue(HardwareCategory::cpu, points));
     EXPECT_FALSE(hardwareNewestPointHasValue(HardwareCategory::fan, points));
     EXPECT_FALSE(hardwareNewestPointHasValue(HardwareCategory::cpu, {}));
-}
-
-TEST_F(HardwareTextsTest, ScalesAreFixedOrFollowThePeak)
-{
-    struct Row {
-        const char *name;
-        HardwareCategory category;
-        std::vector<QPointF> series;
-        HardwareScale scale;
-    };
-    const Row rows[] = {
-        {"fan 5000", HardwareCategory::fan, seriesOf({1200, 5000}), {0, 5750}},
-        {"fan 2000", HardwareCategory::fan, seriesOf({2000}), {0, 4000}},
-        {"fan empty", HardwareCategory::fan, {}, {0, 4000}},
-        {"disk 3", HardwareCategory::disk, seriesOf({3}), {0, 10}},
-        {"disk 20", HardwareCategory::disk, seriesOf({2, 20}), {0, 24}},
-        {"temperature 95", HardwareCategory::temperature, seriesOf({95}), {30, 90}},
-        {"cpu", HardwareCategory::cpu, seriesOf({100}), {0, 100}},
-    };
-    for (const Row &row : rows) {
-        const HardwareScale scale = hardwareScale(row.category, row.series);
-        EXPECT_DOUBLE_EQ(scale.lowerBound, row.scale.lowerBound) << row.name;
-        EXPECT_DOUBLE_EQ(scale.upperBound, row.scale.upperBound) << row.name;
-    }
 }
 
 TEST_F(HardwareTextsTest, TicksAreRoundInsideTheScaleAndLabelled)

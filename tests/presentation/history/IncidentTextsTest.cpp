@@ -13,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -62,41 +61,16 @@ TEST(IncidentTexts, EveryStatusHasItsWordsOnBothPages)
 TEST(IncidentTexts, DurationRunsToTheEndOrTheLatestSampleInSecondsThenWholeMinutes)
 {
     const TimePoint start = TimePoint::fromSecondsSince1970(1000.0);
-    const TimePoint farLater = start.addingSeconds(86'400.0);
-    struct Case {
-        const char *name;
-        std::optional<double> endedAfter;
-        std::optional<double> latestSampleAfter;
-        double nowAfter;
-        const char *text;
+    const auto after = [&](const QByteArray &field) {
+        return field == "-" ? std::nullopt : std::optional(start.addingSeconds(field.toDouble()));
     };
-    const Case cases[] = {
-        {"closed: its end counts, not the sample", 42.4, 500.0, 86'400.0, "42 秒"},
-        {"half a second rounds up", 0.5, std::nullopt, 0.0, "1 秒"},
-        {"a minute", 60.0, std::nullopt, 0.0, "1 分钟"},
-        {"minutes are cut, not rounded", 119.9, std::nullopt, 0.0, "1 分钟"},
-        {"an hour stays in minutes", 3600.0, std::nullopt, 0.0, "60 分钟"},
-        {"an end before the start is 0", -30.0, std::nullopt, 0.0, "0 秒"},
-        // Open: the latest sample is the end, so a pause of monitoring (no
-        // new sample while the clock goes on) holds the text still.
-        {"open, with a sample", std::nullopt, 30.0, 86'400.0, "30 秒"},
-        {"open, sample before the start", std::nullopt, -5.0, 86'400.0, "0 秒"},
-        {"open, before any sample", std::nullopt, std::nullopt, 150.0, "2 分钟"},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("incident-durations"))) {
         DashboardIncident subject = incident(50.0, 80.0);
-        if (c.endedAfter)
-            subject.endedAt = start.addingSeconds(*c.endedAfter);
-        std::optional<TimePoint> latest;
-        if (c.latestSampleAfter)
-            latest = start.addingSeconds(*c.latestSampleAfter);
-        EXPECT_EQ(incidentDurationText(subject, latest, start.addingSeconds(c.nowAfter)),
-                  QString::fromUtf8(c.text));
+        subject.endedAt = after(row.fields[0]);
+        EXPECT_EQ(incidentDurationText(subject, after(row.fields[1]), *after(row.fields[2])),
+                  *row.text(3))
+            << row.where;
     }
-    DashboardIncident absurd = incident(50.0, 80.0);
-    absurd.endedAt = TimePoint::fromSecondsSince1970(std::numeric_limits<double>::quiet_NaN());
-    EXPECT_EQ(incidentDurationText(absurd, std::nullopt, farLater), QStringLiteral("0 秒"));
 }
 
 TEST(IncidentTexts, TemperatureChangeHasThreeForms)
