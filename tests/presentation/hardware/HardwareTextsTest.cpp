@@ -92,21 +92,16 @@ TEST_F(HardwareTextsTest, SeriesTakeTheCategoryFieldAndDropGaps)
 
 TEST_F(HardwareTextsTest, TicksAreRoundInsideTheScaleAndLabelled)
 {
-    struct Row {
-        HardwareScale scale;
-        std::vector<double> ticks;
-    };
-    const Row rows[] = {
-        {{30, 90}, {30, 40, 50, 60, 70, 80, 90}},
-        {{0, 100}, {0, 20, 40, 60, 80, 100}},
-        {{0, 5750}, {0, 1000, 2000, 3000, 4000, 5000}},
-        {{0, 10}, {0, 2, 4, 6, 8, 10}},
-        {{0, 24}, {0, 5, 10, 15, 20}},
-        {{0, 0}, {}},
-        {{0, std::numeric_limits<double>::infinity()}, {}},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(hardwareScaleTicks(row.scale), row.ticks) << row.scale.upperBound;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("hardware-scale-ticks"))) {
+        const QList<QByteArray> bounds = row.fields[0].split(' ');
+        std::vector<double> expected;
+        for (const QByteArray &tick : row.fields.at(1).split(' ')) {
+            if (!tick.isEmpty())
+                expected.push_back(tick.toDouble());
+        }
+        EXPECT_EQ(hardwareScaleTicks({bounds[0].toDouble(), bounds[1].toDouble()}), expected)
+            << row.where;
+    }
     EXPECT_EQ(hardwareTimeAxisLabel(0), QStringLiteral("-60s"));
     EXPECT_EQ(hardwareTimeAxisLabel(30), QStringLiteral("-30s"));
     EXPECT_EQ(hardwareTimeAxisLabel(60), QStringLiteral("现在"));
