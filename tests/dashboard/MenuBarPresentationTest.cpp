@@ -82,39 +82,26 @@ TEST(MenuBarStateInfo, EveryStateHasACompleteRow)
 TEST(MenuBarPresentation, MetricValuesPerReadingCase)
 {
     using Reading = SensorReading<double>;
-    struct Row {
-        const char *name;
-        Reading cpu;
-        Reading temperature;
-        Reading fan;
-        const char *cpuValue;
-        const char *temperatureValue;
-        const char *fanValue;
-        std::optional<QString> spoken; // the same for all three in each row
-    };
-    const Reading denied = Reading::permissionDenied("x"), unsupported = Reading::unsupported("x"),
-                  warming = Reading::warmingUp();
-    const Row rows[] = {
-        {"available", Reading::available(42.4, "t"), Reading::available(74.96, "t"),
-         Reading::available(1234.6, "t"), "42%", "74.9°C", "1,235 RPM", std::nullopt},
-        {"denied", denied, denied, denied, "受限", "受限", "受限", QStringLiteral("权限受限")},
-        {"unsupported", unsupported, unsupported, unsupported, "不可用", "不可用", "不可用", {}},
-        {"warmingUp", warming, warming, warming, "采集中", "采集中", "采集中", std::nullopt},
-    };
     ScopedDefaultLocale scope(QLocale::c());
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-metric-values"))) {
+        const auto reading = [&](std::size_t index) {
+            const QByteArray &kind = row.fields[0];
+            return kind == "available"     ? Reading::available(row.fields[index].toDouble(), "t")
+                   : kind == "denied"      ? Reading::permissionDenied("x")
+                   : kind == "unsupported" ? Reading::unsupported("x")
+                                           : Reading::warmingUp();
+        };
         SystemMetricSample sample = makeSample(10.0);
-        sample.cpuUsage = row.cpu;
-        sample.temperatureCelsius = row.temperature;
-        sample.fanRPM = row.fan;
+        sample.cpuUsage = reading(1);
+        sample.temperatureCelsius = reading(2);
+        sample.fanRPM = reading(3);
         const MenuBarPresentation presentation = makePresentation(&sample, {}, std::nullopt);
-        EXPECT_EQ(presentation.cpu.value, QString::fromUtf8(row.cpuValue));
-        EXPECT_EQ(presentation.temperature.value, QString::fromUtf8(row.temperatureValue));
-        EXPECT_EQ(presentation.fan.value, QString::fromUtf8(row.fanValue));
-        EXPECT_EQ(presentation.cpu.accessibilityValue, row.spoken);
-        EXPECT_EQ(presentation.temperature.accessibilityValue, row.spoken);
-        EXPECT_EQ(presentation.fan.accessibilityValue, row.spoken);
+        const std::optional<QString> spoken = row.fields[7] == "-" ? std::nullopt : row.text(7);
+        int index = 4;
+        for (const auto &metric : {presentation.cpu, presentation.temperature, presentation.fan}) {
+            EXPECT_EQ(metric.value, *row.text(index++)) << row.where;
+            EXPECT_EQ(metric.accessibilityValue, spoken) << row.where;
+        }
     }
 }
 

@@ -174,35 +174,20 @@ TEST_F(HardwareTextsTest, StatusWordsByState)
 
 TEST_F(HardwareTextsTest, SensorTableColumnsAndLocations)
 {
-    struct Row {
-        double width;
-        SensorTableColumns columns;
-    };
-    const Row rows[] = {
-        {1100, {520, 260, 180, 140}},
-        {1400, {520, 260, 180, 440}},
-        {800, {368, 184, 128, 120}},
-        {1099, {1099 - 252.77 - 175.84 - 164.85, 252.77, 175.84, 164.85}},
-        {500, {180, 140, 120, 100}}, // the sensor column keeps its 180
-    };
-    for (const Row &row : rows) {
-        const SensorTableColumns columns = sensorTableColumns(row.width);
-        EXPECT_NEAR(columns.sensor, row.columns.sensor, 1e-9) << row.width;
-        EXPECT_NEAR(columns.location, row.columns.location, 1e-9) << row.width;
-        EXPECT_NEAR(columns.reading, row.columns.reading, 1e-9) << row.width;
-        EXPECT_NEAR(columns.status, row.columns.status, 1e-9) << row.width;
-    }
-    const std::pair<const char *, const char *> locations[] = {
-        {"temperature", "处理器"},
-        {"gpu", "显卡"},
-        {"network", "系统"},
-        {"sampling", "正在建立数据源连接"}, // any other row: its own source
-    };
-    for (const auto &[id, location] : locations) {
-        DashboardSensorStatus status;
-        status.id = QString::fromUtf8(id);
-        status.source = QStringLiteral("正在建立数据源连接");
-        EXPECT_EQ(sensorLocationText(status), QString::fromUtf8(location)) << id;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("hardware-sensor-table"))) {
+        if (row.fields[0] == "location") {
+            DashboardSensorStatus status;
+            status.id = *row.text(1);
+            status.source = QStringLiteral("正在建立数据源连接");
+            EXPECT_EQ(sensorLocationText(status), *row.text(2)) << row.where;
+            continue;
+        }
+        const SensorTableColumns columns = sensorTableColumns(row.fields[1].toDouble());
+        const QList<QByteArray> widths = row.fields[2].split(' ');
+        EXPECT_NEAR(columns.sensor, widths[0].toDouble(), 1e-9) << row.where;
+        EXPECT_NEAR(columns.location, widths[1].toDouble(), 1e-9) << row.where;
+        EXPECT_NEAR(columns.reading, widths[2].toDouble(), 1e-9) << row.where;
+        EXPECT_NEAR(columns.status, widths[3].toDouble(), 1e-9) << row.where;
     }
 }
 
