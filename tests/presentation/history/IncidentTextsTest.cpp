@@ -75,38 +75,20 @@ TEST(IncidentTexts, DurationRunsToTheEndOrTheLatestSampleInSecondsThenWholeMinut
 
 TEST(IncidentTexts, TemperatureChangeHasThreeForms)
 {
-    const auto point = [](std::optional<double> temperature) {
-        DashboardIncidentPoint result;
-        result.temperature = temperature;
-        return result;
-    };
-    struct Case {
-        const char *name;
-        std::optional<double> peak;
-        std::vector<DashboardIncidentPoint> points;
-        QLocale locale;
-        const char *text;
-    };
-    const QLocale c = QLocale::c();
-    const std::optional<double> none;
-    const Case cases[] = {
-        {"first reading to the peak", 86.54, {point(68.0), point(86.54)}, c, "68.0°C → 86.5°C"},
-        {"first present", 86.5, {point(none), point(71.25), point(86.5)}, c, "71.3°C → 86.5°C"},
-        {"the interface's, not the user's locale",
-         86.5,
-         {point(68.0)},
-         QLocale(QLocale::German),
-         "68.0°C → 86.5°C"},
-        {"a peak and no reading in the points", 80.0, {point(none)}, c, "80.0°C"},
-        {"no points at all", 80.0, {}, c, "80.0°C"},
-        {"no temperature read", none, {point(none)}, c, "未读取"},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        const ScopedLocale locale(c.locale);
-        DashboardIncident subject = incident(50.0, c.peak);
-        subject.points = c.points;
-        EXPECT_EQ(incidentTemperatureChange(subject), QString::fromUtf8(c.text));
+    // The interface's locale, not the user's.
+    const ScopedLocale locale(QLocale(QLocale::German));
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("incident-temperature-changes"))) {
+        DashboardIncident subject = incident(
+            50.0, row.fields[0] == "-" ? std::nullopt : std::optional(row.fields[0].toDouble()));
+        for (const QByteArray &reading : row.fields[1].split(' ')) {
+            if (reading.isEmpty())
+                continue;
+            DashboardIncidentPoint point;
+            if (reading != "-")
+                point.temperature = reading.toDouble();
+            subject.points.push_back(point);
+        }
+        EXPECT_EQ(incidentTemperatureChange(subject), *row.text(2)) << row.where;
     }
 }
 
