@@ -31,7 +31,8 @@ DashboardStore::applyRecoveryVerdict(const SystemMetricSample &sample)
 {
     if (!m_recoveryEvaluator)
         return std::nullopt;
-    write(m_recoveryState, m_recoveryEvaluator->evaluate(sample), Field::recoveryState);
+    write(m_recoveryState, m_recoveryEvaluator->evaluate(sample),
+          &DashboardStore::recoveryStateChanged);
     if (m_recoveryState == DashboardRecoveryState::recovering)
         return std::nullopt;
     m_recoveryEvaluator.reset();
@@ -66,11 +67,12 @@ void DashboardStore::requestTermination(const DashboardTask &task,
         m_terminationStatus->phase == DashboardTerminationPhase::unresponsive;
     const ProcessTerminationSignal mode =
         ignoredGraceful ? ProcessTerminationSignal::forced : ProcessTerminationSignal::graceful;
-    write(m_terminationMessage, std::optional<QString>(), Field::terminationMessage);
+    write(m_terminationMessage, std::optional<QString>(),
+          &DashboardStore::terminationMessageChanged);
     write(m_pendingTermination,
           std::optional<DashboardPendingTermination>(
               DashboardPendingTermination{task, process, mode}),
-          Field::pendingTermination);
+          &DashboardStore::pendingTerminationChanged);
     // A copy of what the user saw, not of what a later tick finds.
     m_pendingTerminationTarget = *found;
 }
@@ -79,7 +81,7 @@ void DashboardStore::cancelTermination()
 {
     NotificationBatch batch(*this);
     write(m_pendingTermination, std::optional<DashboardPendingTermination>(),
-          Field::pendingTermination);
+          &DashboardStore::pendingTerminationChanged);
     m_pendingTerminationTarget.reset();
 }
 
@@ -89,7 +91,7 @@ void DashboardStore::writeTerminationStatus(const DashboardPendingTermination &p
     write(m_terminationStatus,
           std::optional<DashboardTerminationStatus>(DashboardTerminationStatus{
               pending.process.id, pending.process.name, pending.process.pid, pending.mode, phase}),
-          Field::terminationStatus);
+          &DashboardStore::terminationStatusChanged);
 }
 
 void DashboardStore::confirmTermination()
@@ -100,7 +102,7 @@ void DashboardStore::confirmTermination()
     const DashboardPendingTermination pending = *m_pendingTermination;
     const ProcessTerminationTarget target = *m_pendingTerminationTarget;
     write(m_pendingTermination, std::optional<DashboardPendingTermination>(),
-          Field::pendingTermination);
+          &DashboardStore::pendingTerminationChanged);
     m_pendingTerminationTarget.reset();
 
     // Taken before the signal, so that the verification compares with the
@@ -114,7 +116,7 @@ void DashboardStore::confirmTermination()
         writeTerminationStatus(pending, DashboardTerminationPhase::failed);
         write(m_terminationMessage,
               std::optional<QString>(name + QStringLiteral("：") + result.text()),
-              Field::terminationMessage);
+              &DashboardStore::terminationMessageChanged);
         recordTerminationFailure(pending);
         return;
     }
@@ -127,7 +129,7 @@ void DashboardStore::confirmTermination()
                                   ? kwText("%1：正在确认强制结束结果…")
                                   : kwText("%1：已发送退出请求，正在确认…");
     write(m_terminationMessage, std::optional<QString>(verifying.arg(name)),
-          Field::terminationMessage);
+          &DashboardStore::terminationMessageChanged);
 
     m_exitWaiter.start(m_terminationController, target, std::move(attempt.pin),
                        [this, pending, baseline](bool stillRunning) {
@@ -149,7 +151,7 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
         const QString message = forced ? kwText("%1：强制结束后进程仍在运行。")
                                        : kwText("%1：进程仍在运行，可尝试强制结束。");
         write(m_terminationMessage, std::optional<QString>(message.arg(name)),
-              Field::terminationMessage);
+              &DashboardStore::terminationMessageChanged);
         recordTerminationFailure(pending);
         return;
     }
@@ -157,27 +159,28 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
     writeTerminationStatus(pending, DashboardTerminationPhase::exited);
     const QString message = forced ? kwText("%1：进程已强制结束。") : kwText("%1：进程已结束。");
     write(m_terminationMessage, std::optional<QString>(message.arg(name)),
-          Field::terminationMessage);
+          &DashboardStore::terminationMessageChanged);
 
     RecoveryStart start = RecoveryStart::afterExit(pending, baseline);
     if (!start.context) {
         // Nothing to compare with, and no incident action without a sample.
-        write(m_recoveryState, start.state, Field::recoveryState);
+        write(m_recoveryState, start.state, &DashboardStore::recoveryStateChanged);
         return;
     }
-    write(m_recoveryContext, std::move(start.context), Field::recoveryContext);
+    write(m_recoveryContext, std::move(start.context), &DashboardStore::recoveryContextChanged);
     // Ending a process always leaves a trace in the log, hot machine or not.
     m_incidentTracker.recordAction(pending.task, actionProcessName(pending.process),
                                    baseline->timestamp, &*baseline);
     publishIncidents();
     m_recoveryEvaluator = std::move(start.evaluator);
-    write(m_recoveryState, start.state, Field::recoveryState);
+    write(m_recoveryState, start.state, &DashboardStore::recoveryStateChanged);
 }
 
 void DashboardStore::recordTerminationFailure(const DashboardPendingTermination &pending)
 {
     m_recoveryEvaluator.reset();
-    write(m_recoveryState, DashboardRecoveryState::terminationFailed, Field::recoveryState);
+    write(m_recoveryState, DashboardRecoveryState::terminationFailed,
+          &DashboardStore::recoveryStateChanged);
     // The latest sample, not the baseline: a later tick may have come in
     // while the exit was awaited.
     const SystemMetricSample *latest = m_latestSystemSample ? &*m_latestSystemSample : nullptr;

@@ -49,14 +49,7 @@ TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
 {
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, idle(desk())));
-    EXPECT_EQ(store->processMetricSampleCount(), 1);
     EXPECT_TRUE(store->allTasks().empty());
-    EXPECT_EQ(store->selectedTaskID(), QString());
-    EXPECT_TRUE(store->smoothedTaskScores().empty());
-    EXPECT_FALSE(store->lastTaskRankingUpdate());
-    EXPECT_FALSE(store->lastTargetRankingUpdate());
-    EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(true));
-
     store->ingest(sampleAt(102, desk()));
     EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
     EXPECT_EQ(store->liveTasks(), store->allTasks()); // fewer than four: all of them
@@ -67,53 +60,34 @@ TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
     EXPECT_EQ(store->selectedProcess()->pid, 11);
 }
 
+// The warm-up gate holds back only the first sample with processes, and only
+// when all its scores are 0; nothing is selected at a score of 0.
 TEST(DashboardStoreTasksTest, GateIsUsedOnlyByAFirstSampleWithLoads)
 {
     struct Row {
         const char *name;
         std::vector<QList<ProcessMetric>> samples;
-        qint64 count;
         std::size_t tasks;
+        const char *selected;
     };
     const Row rows[] = {
-        {"empty first sample does not use the gate up", {{}, idle(desk())}, 1, 0},
-        {"busy first sample passes at once", {desk()}, 1, 3},
-        {"second idle sample passes whatever its scores", {idle(desk()), idle(desk())}, 2, 3},
+        {"empty first sample does not use the gate up", {{}, idle(desk())}, 0, nullptr},
+        {"busy first sample passes at once", {desk()}, 3, "worker"},
+        {"second idle sample ranks, selects nothing", {idle(desk()), idle(desk())}, 3, nullptr},
+        {"an empty sample clears tasks and selection", {desk(), {}}, 0, nullptr},
+        {"the gate is not used again after it", {desk(), {}, idle(desk())}, 3, nullptr},
     };
     for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
         auto store = makeStoreForTesting();
         double time = 100;
         for (const auto &processes : row.samples)
             store->ingest(sampleAt(time += 2, processes));
-        EXPECT_EQ(store->processMetricSampleCount(), row.count) << row.name;
-        EXPECT_EQ(store->allTasks().size(), row.tasks) << row.name;
+        EXPECT_EQ(store->allTasks().size(), row.tasks);
+        EXPECT_EQ(store->selectedTaskID(), row.selected ? idOf(*store, row.selected) : QString());
+        if (!row.selected)
+            EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(row.tasks == 0));
     }
-}
-
-TEST(DashboardStoreTasksTest, IdleSecondSampleSelectsNothing)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, idle(desk())));
-    store->ingest(sampleAt(102, idle(desk())));
-    EXPECT_EQ(store->allTasks().size(), 3u);
-    EXPECT_EQ(store->selectedTaskID(), QString()); // score 0 is never selected by the program
-    EXPECT_EQ(store->selectedProcessID(), std::nullopt);
-    EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(false));
-}
-
-TEST(DashboardStoreTasksTest, EmptySampleClearsTasksAndRankingButKeepsTheCount)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, desk()));
-    store->ingest(sampleAt(102, desk()));
-    store->ingest(sampleAt(104, {}));
-    EXPECT_TRUE(store->allTasks().empty());
-    EXPECT_TRUE(store->smoothedTaskScores().empty());
-    EXPECT_TRUE(store->stableTargetPIDs().empty());
-    EXPECT_FALSE(store->lastTaskRankingUpdate());
-    EXPECT_FALSE(store->lastTargetRankingUpdate());
-    EXPECT_EQ(store->selectedTaskID(), QString());
-    EXPECT_EQ(store->processMetricSampleCount(), 2);
 }
 
 TEST(DashboardStoreTasksTest, VanishedSelectedTaskMovesSelectionToFirstBusyInGroupingOrder)

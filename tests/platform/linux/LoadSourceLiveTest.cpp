@@ -61,7 +61,6 @@ TEST(LoadSourceLiveTest, ShellWithASpinningTestRunnerRanksFirstAsATest)
     // First sample: no rates yet, so nothing is ranked.
     store->ingest(sampler.sample(TimePoint::now()));
     EXPECT_TRUE(store->allTasks().empty());
-    EXPECT_EQ(store->processMetricSampleCount(), 1);
 
     std::this_thread::sleep_for(std::chrono::milliseconds(1000));
     store->ingest(sampler.sample(TimePoint::now()));
