@@ -106,45 +106,34 @@ TEST(DashboardStoreTasksTest, VanishedSelectedTaskMovesSelectionToFirstBusyInGro
               processNodeKey(30, TimePoint::fromSecondsSince1970(1030)));
 }
 
-TEST(DashboardStoreTasksTest, ExitedSelectedProcessMovesToTheTargetNode)
+// A process selection holds while its node is listed and moves to the
+// target's node when it leaves; user selections of what is not there, or of
+// another task's node, change nothing.
+TEST(DashboardStoreTasksTest, ProcessSelectionFollowsTheTreeAndIgnoresWhatIsNotThere)
 {
     auto store = makeStoreForTesting();
     QList<ProcessMetric> processes = desk();
     processes.append(makeProcess(12, 10, "helper", 1.0));
     store->ingest(sampleAt(100, processes));
-    store->selectTask(idOf(*store, "worker"));
-    const QString helperNode = processNodeKey(12, TimePoint::fromSecondsSince1970(1012));
-    store->selectProcess(helperNode);
-    EXPECT_EQ(store->selectedProcessID(), helperNode);
-    EXPECT_EQ(store->selectedProcess()->name, QStringLiteral("helper"));
-
-    store->ingest(sampleAt(102, processes)); // still there: kept
-    EXPECT_EQ(store->selectedProcessID(), helperNode);
-    store->ingest(sampleAt(104, desk())); // gone: the target's node
-    EXPECT_EQ(store->selectedProcessID(),
-              processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
-}
-
-TEST(DashboardStoreTasksTest, SelectionOperationsIgnoreWhatIsNotThere)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, desk()));
-    const QString worker = idOf(*store, "worker");
-    const QString daemonNode = processNodeKey(30, TimePoint::fromSecondsSince1970(1030));
     const QString workerNode = processNodeKey(11, TimePoint::fromSecondsSince1970(1011));
-    ASSERT_EQ(store->selectedTaskID(), worker);
-
+    const QString helperNode = processNodeKey(12, TimePoint::fromSecondsSince1970(1012));
+    ASSERT_EQ(store->selectedTaskID(), idOf(*store, "worker"));
     QSignalSpy changed(store.get(), &DashboardStore::changed);
     store->selectTask(QStringLiteral("task-none"));
-    store->selectProcess(daemonNode); // a node of another task
+    store->selectProcess(processNodeKey(30, TimePoint::fromSecondsSince1970(1030))); // daemon's
     store->selectProcess(QStringLiteral("1-2.0"));
     EXPECT_EQ(changed.count(), 0);
     EXPECT_EQ(store->selectedProcessID(), workerNode);
 
+    store->selectProcess(helperNode);
+    EXPECT_EQ(store->selectedProcess()->name, QStringLiteral("helper"));
+    store->ingest(sampleAt(102, processes)); // still there: kept
+    EXPECT_EQ(store->selectedProcessID(), helperNode);
+    store->ingest(sampleAt(104, desk())); // gone: the target's node
+    EXPECT_EQ(store->selectedProcessID(), workerNode);
     // Re-selecting the task always moves the process selection to its target.
     store->selectProcess(processNodeKey(10, TimePoint::fromSecondsSince1970(1010)));
-    EXPECT_EQ(store->selectedProcess()->name, QStringLiteral("zsh"));
-    store->selectTask(worker);
+    store->selectTask(idOf(*store, "worker"));
     EXPECT_EQ(store->selectedProcessID(), workerNode);
 }
 
@@ -167,26 +156,20 @@ TEST(DashboardStoreTasksTest, LiveTasksAreTheFirstFourAndTheSelectionStaysVisibl
     EXPECT_EQ(store->selectedDiagnosis(), all[5].diagnosis);
 }
 
-TEST(DashboardStoreTasksTest, OrderAndTargetsHoldBetweenReorders)
+// The order holds until 8 s after the last reorder; a tick that changes no
+// task tells no task observer.
+TEST(DashboardStoreTasksTest, OrderHoldsBetweenReordersAndEqualTicksDoNotNotify)
 {
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, desk(60.0, 10.0)));
-    EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
-    // The editor overtakes; the order holds until 8 s after the last reorder.
-    store->ingest(sampleAt(102, desk(0.0, 300.0)));
+    QSignalSpy all(store.get(), &DashboardStore::allTasksChanged);
+    QSignalSpy selected(store.get(), &DashboardStore::selectedTaskIDChanged);
+    store->ingest(sampleAt(102, desk(60.0, 10.0)));
+    EXPECT_EQ(all.count(), 0);
+    store->ingest(sampleAt(104, desk(0.0, 300.0))); // the editor overtakes
     EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
     store->ingest(sampleAt(108, desk(0.0, 300.0)));
     EXPECT_EQ(applicationsOf(store->allTasks()), "editor worker daemon");
-}
-
-TEST(DashboardStoreTasksTest, EqualTicksDoNotNotifyTaskObservers)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, desk()));
-    QSignalSpy all(store.get(), &DashboardStore::allTasksChanged);
-    QSignalSpy selected(store.get(), &DashboardStore::selectedTaskIDChanged);
-    store->ingest(sampleAt(102, desk()));
-    EXPECT_EQ(all.count(), 0);
     EXPECT_EQ(selected.count(), 0);
 }
 
