@@ -244,7 +244,10 @@ private:
 
     ProcessTerminationController m_terminationController;
     std::optional<RecoveryEvaluator> m_recoveryEvaluator;
+    // The last sample's records by node key: those the record rules offer,
+    // and those they refuse (DashboardStoreTermination.cpp).
     QHash<QString, ProcessTerminationTarget> m_processTerminationTargets;
+    QHash<QString, ProcessTerminationTarget> m_refusedTerminationTargets;
     std::optional<ProcessTerminationTarget> m_pendingTerminationTarget;
     // Exit waits in progress; destroyed (cancelled and joined) with the store.
     ProcessExitWaiter m_exitWaiter;

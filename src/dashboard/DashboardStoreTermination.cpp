@@ -10,6 +10,8 @@
 #include "process/TaskAssembly.h"
 #include "sampling/Text.h"
 
+#include <algorithm>
+
 namespace {
 
 ProcessTerminationTarget targetOf(const ProcessMetric &process)
@@ -43,15 +45,35 @@ void DashboardStore::rebuildTerminationTargets(const SystemMetricSample &sample,
 {
     // The whole sample, not the ranked loads: a node is offered by the same
     // rules that the safety check applies again to the record at the signal.
-    QHash<QString, ProcessTerminationTarget> targets;
-    targets.reserve(sample.processMetrics.size());
+    // The rules read nothing but the record, so a tick on which every process
+    // comes with the record it had last time, and no other (the reader lists
+    // each pid once), keeps both tables: on a desktop where nothing started,
+    // left or changed, that is every tick.
+    const auto known = [&](const ProcessMetric &process) {
+        const QString key = texts.nodeKey(process.identity);
+        auto found = m_processTerminationTargets.constFind(key);
+        if (found == m_processTerminationTargets.cend()) {
+            found = m_refusedTerminationTargets.constFind(key);
+            if (found == m_refusedTerminationTargets.cend())
+                return false;
+        }
+        return *found == targetOf(process);
+    };
+    if (sample.processMetrics.size() ==
+            m_processTerminationTargets.size() + m_refusedTerminationTargets.size() &&
+        std::all_of(sample.processMetrics.begin(), sample.processMetrics.end(), known))
+        return;
+
+    QHash<QString, ProcessTerminationTarget> offered;
+    QHash<QString, ProcessTerminationTarget> refused;
+    offered.reserve(sample.processMetrics.size());
     for (const ProcessMetric &process : sample.processMetrics) {
         ProcessTerminationTarget target = targetOf(process);
-        if (m_terminationController.checkRecord(target))
-            continue;
-        targets.insert(texts.nodeKey(process.identity), std::move(target));
+        auto &table = m_terminationController.checkRecord(target) ? refused : offered;
+        table.insert(texts.nodeKey(process.identity), std::move(target));
     }
-    m_processTerminationTargets = std::move(targets);
+    m_processTerminationTargets = std::move(offered);
+    m_refusedTerminationTargets = std::move(refused);
 }
 
 void DashboardStore::requestTermination(const DashboardTask &task,

@@ -119,6 +119,39 @@ TEST_F(StoreTermination, OnlyNodesOfTheLastSampleThatPassTheRecordRulesAreOffere
     EXPECT_EQ(store->pendingTerminationTarget(), targetOf(processA));
 }
 
+// The offered nodes follow only the records that changed; after each sample
+// of a sequence they are those of a store that sees that sample alone.
+TEST_F(StoreTermination, OffersAfterEachSampleWhatThatSampleAloneOffers)
+{
+    ProcessMetric renamed = processB; // the same node, now with a protected name
+    renamed.name = QStringLiteral("KWin_Wayland");
+    ProcessMetric reused = processA; // A's pid, another process
+    reused.identity.startTime = secondsAt(9000.0);
+    const ProcessMetric init = makeProcess(1, 0, QStringLiteral("bash"));
+    const QList<QList<ProcessMetric>> ticks = {{processA, processB, init},
+                                               {processA, processB, init},
+                                               {processA, renamed, init},
+                                               {processA, processB},
+                                               {processA},
+                                               {reused},
+                                               {processA, processB, init}};
+    double time = 100.0;
+    for (const QList<ProcessMetric> &processes : ticks) {
+        const SystemMetricSample sample = makeSample({.time = time += 2, .processes = processes});
+        store->ingest(sample);
+        auto alone = makeStoreForTesting();
+        alone->ingest(sample);
+        for (const ProcessMetric &process : {processA, processB, reused, init}) {
+            store->requestTermination(task, makeNode(process));
+            alone->requestTermination(task, makeNode(process));
+            EXPECT_EQ(store->pendingTerminationTarget(), alone->pendingTerminationTarget())
+                << time << " " << process.identity.pid;
+            store->cancelTermination();
+            alone->cancelTermination();
+        }
+    }
+}
+
 TEST_F(StoreTermination, RequestClearsTheMessageAndCancelOrAnEmptyConfirmTouchNothingElse)
 {
     script(processA, AtPid::gone);
