@@ -175,6 +175,7 @@ TEST_F(StoreTermination, RequestClearsTheMessageAndCancelOrAnEmptyConfirmTouchNo
 struct Outcome {
     const char *name;
     std::vector<AtPid> attempts; // one per confirmation, graceful then forced
+    const char *verifying;       // the message while the last wait runs; none unsent
     Phase phase;
     const char *message;
     State recovery;
@@ -189,17 +190,24 @@ using rows::PrintTo;
 class TerminationOutcome : public StoreTermination,
                            public ::testing::WithParamInterface<Outcome> {};
 
-// Every outcome of ending A, the selected process: its status, message and
+// Every outcome of ending A, the selected process: its status, messages and
 // recovery state, the action left in the log, and what is offered next.
-// Forced is reached only through a graceful signal that A ignored.
+// Forced is reached only through a graceful signal that A ignored; an exit
+// starts a verification that a later sample judges, once.
 TEST_P(TerminationOutcome, LeavesItsStatusMessageIncidentAndNextOffer)
 {
     const Outcome &row = GetParam();
     store->selectProcess(nodeA.id);
+    std::optional<QString> verifying;
     for (const AtPid attempt : row.attempts) {
         script(processA, attempt);
-        endProcess(nodeA);
+        store->requestTermination(task, nodeA);
+        store->confirmTermination();
+        verifying = store->terminationMessage();
+        ASSERT_TRUE(waitForOutcome());
     }
+    if (row.verifying)
+        EXPECT_EQ(verifying, QString::fromUtf8(row.verifying));
     const Signal mode = row.attempts.size() == 2 ? Signal::forced : Signal::graceful;
     EXPECT_EQ(store->selectedTerminationStatus(),
               (DashboardTerminationStatus{nodeA.id, "node", 101, mode, row.phase}));
@@ -210,66 +218,48 @@ TEST_P(TerminationOutcome, LeavesItsStatusMessageIncidentAndNextOffer)
     const DashboardIncident &incident = store->incidents().front();
     EXPECT_EQ(incident.action, QStringLiteral("结束 node 子进程"));
     EXPECT_EQ(incident.status, row.incident);
+    EXPECT_EQ(incident.startedAt, secondsAt(100.0)); // the latest sample's time
     if (row.incident == IncidentStatus::actionFailed)
-        EXPECT_EQ(incident.endedAt, secondsAt(100.0)); // the latest sample's time
+        EXPECT_EQ(incident.endedAt, secondsAt(100.0));
+    if (row.recovery == State::recovering)
+        EXPECT_EQ(store->recoveryContext()->processNodeID, nodeA.id);
     EXPECT_EQ(store->canTerminateSelectedProcess(), row.offeredAgain);
     store->requestTermination(task, nodeA);
     EXPECT_EQ(store->pendingTermination()->mode, row.nextMode);
     store->cancelTermination();
+    const State judged = row.recovery == State::recovering ? State::recovered : row.recovery;
     ingestAt(400.0, 0.0); // a failure leaves no verification to judge this
-    EXPECT_EQ(store->recoveryState(),
-              row.recovery == State::recovering ? State::recovered : row.recovery);
+    EXPECT_EQ(store->recoveryState(), judged);
+    ingestAt(402.0, 95.0); // a verdict stays
+    EXPECT_EQ(store->recoveryState(), judged);
 }
 
 using A = AtPid;
 const IncidentStatus observing = IncidentStatus::observing, failed = IncidentStatus::actionFailed;
+const char *const sentGraceful = "node：已发送退出请求，正在确认…";
+const char *const sentForced = "node：正在确认强制结束结果…";
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Rows, TerminationOutcome, ::testing::Values(
-    Outcome{"Exits", {A::exitsOnSignal}, Phase::exited, "node：进程已结束。",
+    Outcome{"Exits", {A::exitsOnSignal}, sentGraceful, Phase::exited, "node：进程已结束。",
             State::recovering, 1, observing, false, Signal::graceful},
-    Outcome{"Gone", {A::gone}, Phase::failed, "node：任务已经结束，无需再次操作。",
+    Outcome{"Gone", {A::gone}, nullptr, Phase::failed, "node：任务已经结束，无需再次操作。",
             State::terminationFailed, 0, failed, true, Signal::graceful},
-    Outcome{"PidReused", {A::reused}, Phase::failed,
+    Outcome{"PidReused", {A::reused}, nullptr, Phase::failed,
             "node：任务身份已经变化，为避免误伤未发送结束信号。",
             State::terminationFailed, 0, failed, true, Signal::graceful},
-    Outcome{"NoPermission", {A::refusesSignal}, Phase::failed,
+    Outcome{"NoPermission", {A::refusesSignal}, nullptr, Phase::failed,
             "node：没有权限结束该任务，未进行重试。",
             State::terminationFailed, 1, failed, true, Signal::graceful},
-    Outcome{"IgnoresGraceful", {A::keepsRunning}, Phase::unresponsive,
+    Outcome{"IgnoresGraceful", {A::keepsRunning}, sentGraceful, Phase::unresponsive,
             "node：进程仍在运行，可尝试强制结束。",
             State::terminationFailed, 1, failed, true, Signal::forced},
-    Outcome{"ForcedEndsIt", {A::keepsRunning, A::exitsOnSignal}, Phase::exited,
+    Outcome{"ForcedEndsIt", {A::keepsRunning, A::exitsOnSignal}, sentForced, Phase::exited,
             "node：进程已强制结束。", State::recovering, 2, observing, false, Signal::graceful},
-    Outcome{"ForcedFailsToo", {A::keepsRunning, A::keepsRunning}, Phase::failed,
+    Outcome{"ForcedFailsToo", {A::keepsRunning, A::keepsRunning}, sentForced, Phase::failed,
             "node：强制结束后进程仍在运行。",
             State::terminationFailed, 2, failed, false, Signal::graceful}),
     [](const auto &info) { return std::string(info.param.name); });
 // clang-format on
-
-// On a quiet machine the ending opens an incident for its action, which the
-// next calm tick closes before the verdict; the verdict then shows only in
-// the recovery state, and stays.
-TEST_F(StoreTermination, ExitStartsAVerificationJudgedByLaterSamples)
-{
-    ingestAt(102.0, 90.0);
-    script(processA, AtPid::exitsOnSignal);
-    store->requestTermination(task, nodeA);
-    store->confirmTermination();
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：已发送退出请求，正在确认…"));
-    ASSERT_TRUE(waitForOutcome());
-    ASSERT_TRUE(store->recoveryContext().has_value());
-    EXPECT_EQ(store->recoveryContext()->processNodeID, nodeA.id);
-    EXPECT_EQ(store->recoveryContext()->baseline.cpu, 90.0);
-    EXPECT_EQ(store->incidents().front().startedAt, secondsAt(102.0)); // the baseline's time
-
-    ingestAt(221.0, 10.0);
-    EXPECT_EQ(store->recoveryState(), State::recovering);
-    EXPECT_EQ(store->incidents().front().status, IncidentStatus::recoveredWithoutAction);
-    ingestAt(222.0, 10.0); // 120 s after the baseline, CPU down by 80 points
-    EXPECT_EQ(store->recoveryState(), State::recovered);
-    ingestAt(224.0, 95.0);
-    EXPECT_EQ(store->recoveryState(), State::recovered);
-}
 
 // The verdict closes the incident only while the machine stayed hot, on the
 // verdict's own tick, after that tick's point.
