@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardStore.h"
 
+#include "dashboard/DashboardTexts.h"
 #include "process/ProcessNameOrder.h"
 #include "process/TaskAssembly.h"
 #include "process/TaskClassification.h"

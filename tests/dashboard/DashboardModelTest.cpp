@@ -1,4 +1,4 @@
-#include "dashboard/DashboardModel.h"
+#include "dashboard/DashboardTexts.h"
 #include "sampling/Text.h"
 
 #include <gtest/gtest.h>
@@ -99,25 +99,26 @@ TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
 
     pending.mode = ProcessTerminationSignal::forced;
     // A pid is an identifier and is never grouped, whatever the locale.
-    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("强制结束 pytest（PID 4321）？"));
-    EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("强制结束"));
+    EXPECT_EQ(terminationConfirmationTitle(pending),
+              QStringLiteral("强制结束 pytest（PID 4321）？"));
+    EXPECT_EQ(terminationConfirmationActionTitle(pending), QStringLiteral("强制结束"));
     EXPECT_EQ(
-        pending.confirmationMessage(),
+        terminationConfirmationMessage(pending),
         QStringLiteral("进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
                        "所属应用也可能自动重新启动它。"));
 
     pending.mode = ProcessTerminationSignal::graceful;
-    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("结束 pytest（PID 4321）？"));
-    EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("结束进程"));
-    EXPECT_EQ(pending.confirmationMessage(), pending.task.terminationImpact);
+    EXPECT_EQ(terminationConfirmationTitle(pending), QStringLiteral("结束 pytest（PID 4321）？"));
+    EXPECT_EQ(terminationConfirmationActionTitle(pending), QStringLiteral("结束进程"));
+    EXPECT_EQ(terminationConfirmationMessage(pending), pending.task.terminationImpact);
 
     pending.process = node("p", 1, "sh", "", {node("a", 2, "a"), node("b", 3, "b")});
-    EXPECT_EQ(pending.confirmationMessage(),
+    EXPECT_EQ(terminationConfirmationMessage(pending),
               QStringLiteral(
                   "会结束这个进程，并可能中断它的 2 个直接子进程；所属应用也可能自动重新启动它。"));
     pending.process = node("p", 1, "sleep");
     EXPECT_EQ(
-        pending.confirmationMessage(),
+        terminationConfirmationMessage(pending),
         QStringLiteral("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。"));
 }
 

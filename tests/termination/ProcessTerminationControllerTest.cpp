@@ -3,8 +3,8 @@
 
 #include "dashboard/ProcessExitWaiter.h"
 
+#include "process/ProtectedProcessNames.h"
 #include "sampling/Cancellation.h"
-#include "termination/ProtectedProcessNames.h"
 
 #include <gtest/gtest.h>
 
