@@ -78,7 +78,7 @@ TEST(DashboardProcessNodeTest, RoleLabelFirstHitDecides)
     // clang-format off
     const Row rows[] = {
         {"Editor Helper", "gpu renderer", false, "渲染进程"}, {"x", "gpu", false, "图形处理进程"},
-        {"Tool Helper", "x", false, "应用辅助服务"}, {"xpcproxy", "", false, "应用辅助服务"},
+        {"Tool Helper", "x", false, "应用辅助服务"},
         {"node", "vitest", false, "测试任务"}, {"clang", "", false, "构建任务"},
         {"sh", "sh", true, "父进程"}, {"sleep", "sleep", false, "工作进程"},
     };

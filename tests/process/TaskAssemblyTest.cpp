@@ -128,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, ProcessTreeTest, testing::Values(
     RowName());
 // clang-format on
 
-TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
+TEST(TaskAssemblyTest, SumsAndFormatsTheMembers)
 {
     ProcessMetric shell = makeProcess(10, 1, "bash", 1.0, 500'000.0);
     shell.duration = 4000.0;
@@ -141,9 +141,8 @@ TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
     TickTexts texts(order);
     const DashboardTask task = assembleTask(load, classification, texts);
     EXPECT_EQ(task.id, load.id);
-    EXPECT_EQ(task.application, load.application);
     EXPECT_EQ(task.kind, TaskKind::test);
-    EXPECT_EQ(task.detail, classification.detail);
+    EXPECT_EQ(task.diagnosis, classification.diagnosis);
     EXPECT_EQ(task.targetProcess, (DashboardProcessSummary{QStringLiteral("pytest"), 11, 79.5,
                                                            QStringLiteral("10 秒")}));
     EXPECT_EQ(task.relatedProcessCount, 2);
@@ -152,8 +151,8 @@ TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
     EXPECT_EQ(task.disk, QStringLiteral("2.0 MB/s"));
     EXPECT_EQ(task.energy, ResourceImpact::high); // the sum crosses 80, no member does
     EXPECT_EQ(task.duration, QStringLiteral("1 小时 6 分钟"));
+    EXPECT_EQ(task.detail, classification.detail);
     EXPECT_EQ(task.symbolName, classification.symbolName);
-    EXPECT_EQ(task.diagnosis, classification.diagnosis);
     EXPECT_EQ(task.canTerminate, classification.canTerminate);
     EXPECT_EQ(task.terminationImpact, classification.impact);
     EXPECT_FALSE(task.isEnded);
