@@ -1,5 +1,5 @@
 #include "process/TaskClassification.h"
-#include "support/RowName.h"
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <gtest/gtest.h>
@@ -14,54 +14,18 @@ ProcessMetric withCommand(ProcessMetric process, const QString &command,
     return process;
 }
 
-// A load of the named processes, each the parent of the next; the first
-// runs `command` when one is given (else its own name).
-struct KindCase {
-    const char *name;
-    const char *application;
-    std::vector<const char *> processes;
-    const char *command;
-    TaskKind kind;
-};
-
-using rows::PrintTo;
-
-class TaskKindTest : public testing::TestWithParam<KindCase> {};
-
-TEST_P(TaskKindTest, FirstPassingTestDecides)
+TEST(TaskKindTest, FirstPassingTestDecides)
 {
-    const KindCase &row = GetParam();
-    std::vector<ProcessMetric> processes;
-    for (const char *name : row.processes)
-        processes.push_back(
-            makeProcess(pid_t(processes.size() + 1), pid_t(processes.size()), name));
-    if (row.command)
-        processes.front().command.command = QString::fromUtf8(row.command);
-    EXPECT_EQ(classifyTaskKind(makeLoad(row.application, processes)), row.kind);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("task-kinds"))) {
+        std::vector<ProcessMetric> processes;
+        for (std::size_t index = 3; index < row.fields.size(); ++index)
+            processes.push_back(makeProcess(pid_t(index - 2), pid_t(index - 3), *row.text(index)));
+        if (!row.text(2)->isEmpty())
+            processes.front().command.command = *row.text(2);
+        EXPECT_EQ(taskKindName(classifyTaskKind(makeLoad(*row.text(0), processes))), *row.text(1))
+            << row.where;
+    }
 }
-
-using K = TaskKind;
-// The table's order decides, not the place in the haystack; a word with a
-// leading blank matches only after another word.
-const KindCase kKindCases[] = {
-    {"NpmTestFromRedactedCommand", "node", {"node"}, "npm test", K::test},
-    {"VitestBeforeVite", "node", {"vitest"}, nullptr, K::test},
-    {"ViteAloneIsADevServer", "node", {"vite"}, nullptr, K::developmentServer},
-    {"ChromeBasedTestRunnerIsATest", "Chrome", {"chrome", "playwright"}, nullptr, K::test},
-    {"CtestBeforeCmake", "cmake", {"cmake", "ctest"}, nullptr, K::test},
-    {"DockerBeforeVite", "x", {"docker", "vite"}, nullptr, K::container},
-    {"TestGluedToTheWordBeforeIsNoTest", "latest", {"latest"}, nullptr, K::unknown},
-    {"TestAtTheVeryStartHasNoBlankBefore", "test", {"x"}, nullptr, K::unknown},
-    {"BlankBeforeTheNameJoinsTheHaystack", "x", {"testbed"}, "bed", K::test},
-    {"BlankBeforeTheCommandJoinsTheHaystack", "x", {"x"}, "test-data", K::test},
-    {"IndexMatchesInsideAWord", "x", {"reindexer"}, nullptr, K::indexing},
-    {"UpperCaseIsLowered", "PYTEST", {"X"}, nullptr, K::test},
-    {"GccCompilerProperIsABuild", "x", {"sh", "cc1plus"}, nullptr, K::build},
-    {"CodexLast", "Codex", {"codex"}, nullptr, K::codex},
-    {"NothingKnownIsUnknown", "bash", {"sleep"}, nullptr, K::unknown},
-};
-
-INSTANTIATE_TEST_SUITE_P(Cases, TaskKindTest, testing::ValuesIn(kKindCases), RowName());
 
 TEST(TaskClassificationTest, TextsOfATestWithProject)
 {
