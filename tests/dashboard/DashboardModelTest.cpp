@@ -1,5 +1,6 @@
 #include "dashboard/DashboardTexts.h"
 #include "sampling/Text.h"
+#include "support/FixtureTable.h"
 
 #include <gtest/gtest.h>
 
@@ -69,25 +70,13 @@ TEST(DashboardProcessNodeTest, MatchesOnAnyFieldOrAnyChild)
 
 TEST(DashboardProcessNodeTest, RoleLabelFirstHitDecides)
 {
-    struct Row {
-        const char *name;
-        const char *command;
-        bool hasChildren;
-        const char *label;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {"Editor Helper", "gpu renderer", false, "渲染进程"}, {"x", "gpu", false, "图形处理进程"},
-        {"Tool Helper", "x", false, "应用辅助服务"},
-        {"node", "vitest", false, "测试任务"}, {"clang", "", false, "构建任务"},
-        {"sh", "sh", true, "父进程"}, {"sleep", "sleep", false, "工作进程"},
-    };
-    // clang-format on
-    for (const Row &row : rows) {
-        DashboardProcessNode subject = node("a", 1, row.name, row.command);
-        if (row.hasChildren)
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("process-role-labels"))) {
+        DashboardProcessNode subject = node("a", 1, "", "");
+        subject.name = *row.text(1);
+        subject.command = row.text(2).value_or(QString());
+        if (row.text(3))
             subject.children.push_back(node("b", 2, "child"));
-        EXPECT_EQ(subject.roleLabel(), QString::fromUtf8(row.label)) << row.name;
+        EXPECT_EQ(subject.roleLabel(), *row.text(0)) << row.where;
     }
 }
 

@@ -1,14 +1,16 @@
 #include "probes/DiskIORate.h"
 #include "probes/GPUUsage.h"
 #include "probes/NetworkIORate.h"
+#include "support/FixtureTable.h"
+
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <string>
 
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TimePoint at(double seconds)
 {
@@ -132,26 +134,19 @@ TEST(NetworkIORateTracker, FollowsTheSnapshotRulesTickByTick)
 
 TEST(GPUUsageReading, ClampsAndTakesTheLargestWithItsSource)
 {
-    using R = SensorReading<double>;
-    struct Case {
-        const char *name;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("gpu-usage"))) {
         std::vector<GPUBusyValue> devices;
-        R expected;
-    };
-    const Case cases[] = {
-        {"none", {}, R::unsupported("none")},
-        {"largest", {{20, "sysfs"}, {75, "nvml"}}, R::available(75, "nvml")},
-        {"above 100", {{130, "sysfs"}}, R::available(100, "sysfs")},
-        {"below 0", {{-3, "sysfs"}}, R::available(0, "sysfs")},
-        {"not a number", {{nan, "sysfs"}}, R::available(0, "sysfs")},
-        {"tie: the first route names it", {{37, "sysfs"}, {37, "nvml"}}, R::available(37, "sysfs")},
-        {"clamped values tie too", {{100, "sysfs"}, {150, "nvml"}}, R::available(100, "sysfs")},
-        {"a clamped zero loses to a real value",
-         {{-8, "sysfs"}, {3, "nvml"}},
-         R::available(3, "nvml")},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(gpuUsageReading(c.devices, "none"), c.expected) << c.name;
+        for (std::size_t index = 1; index < row.fields.size(); ++index) {
+            const QStringList value = row.text(index)->split(u'@');
+            devices.push_back({std::stod(value[0].toStdString()), value[1]});
+        }
+        const QStringList expected = row.text(0)->split(u'@');
+        EXPECT_EQ(gpuUsageReading(devices, "none"),
+                  expected.size() == 1
+                      ? SensorReading<double>::unsupported(expected[0])
+                      : SensorReading<double>::available(expected[0].toDouble(), expected[1]))
+            << row.where;
+    }
 }
 
 } // namespace
