@@ -3,6 +3,7 @@
 // task up on its own.
 
 #include "dashboard/DashboardStore.h"
+#include "dashboard/DashboardTexts.h"
 
 #include "dashboard/TaskRanking.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
+#include "process/DashboardTask.h"
 #include "sampling/UnitText.h"
 
 #include <QLocale>

@@ -1,3 +1,4 @@
+#include "dashboard/DashboardTexts.h"
 #include "support/StoreTesting.h"
 
 #include <QSignalSpy>
