@@ -1,6 +1,5 @@
 #include "presentation/diagnosis/ProcessTree.h"
 
-#include "presentation/diagnosis/DiagnosisRoles.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardFonts.h"
@@ -66,21 +65,21 @@ QVariant ProcessTreeModel::data(const QModelIndex &index, int role) const
         return row.accessibleLabel;
     case Qt::AccessibleDescriptionRole:
         return kwText("选择后可查看该进程详情和可用操作");
-    case DiagnosisRole::identifier:
+    case RowRole::identifier:
         return QStringLiteral("processTree-node-%1").arg(row.pid);
-    case DiagnosisRole::accessibleValue:
+    case RowRole::accessibleValue:
         return row.isSelected ? kwText("已选择") : kwText("未选择");
-    case DiagnosisRole::selected:
+    case RowRole::selected:
         return row.isSelected;
-    case DiagnosisRole::expanded:
+    case RowRole::expanded:
         return row.isExpanded;
-    case DiagnosisRole::key:
+    case RowRole::key:
         return row.key;
-    case DiagnosisRole::toggleIdentifier:
+    case RowRole::toggleIdentifier:
         return QStringLiteral("processTree-toggle-%1").arg(row.pid);
-    case DiagnosisRole::toggleLabel:
+    case RowRole::toggleLabel:
         return processToggleAccessibleLabel(row.isExpanded);
-    case DiagnosisRole::toggleEnabled:
+    case RowRole::toggleEnabled:
         return row.hasChildren;
     default:
         break;
@@ -207,11 +206,11 @@ ProcessTreeView::ProcessTreeView(QWidget *parent) : QListView(parent)
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
     setAccessibleName(kwText("进程组成"));
-    setAccessibleRows(this, {.valueRole = DiagnosisRole::accessibleValue,
-                             .selectedRole = DiagnosisRole::selected,
-                             .expandableRole = DiagnosisRole::toggleEnabled,
-                             .expandedRole = DiagnosisRole::expanded,
-                             .toggleLabelRole = DiagnosisRole::toggleLabel,
+    setAccessibleRows(this, {.valueRole = RowRole::accessibleValue,
+                             .selectedRole = RowRole::selected,
+                             .expandableRole = RowRole::toggleEnabled,
+                             .expandedRole = RowRole::expanded,
+                             .toggleLabelRole = RowRole::toggleLabel,
                              .select =
                                  [this](const QModelIndex &index) {
                                      emit processPressed(m_model->rowAt(index.row()).key);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "presentation/diagnosis/KeyedRowModel.h"
 #include "presentation/diagnosis/PaintedTextCache.h"
 #include "presentation/diagnosis/ProcessTreeRows.h"
 #include "presentation/kit/DashboardLayoutMetrics.h"
+#include "presentation/kit/KeyedRowModel.h"
 
 #include <QListView>
 #include <QStyledItemDelegate>
@@ -39,7 +39,7 @@ struct ProcessTreeRow {
     static ProcessTreeRow of(const VisibleProcessRow &row, bool isExpanded, bool isSelected);
 };
 
-// Rows and their accessibility roles (DiagnosisRoles.h).
+// Rows and their accessibility roles (RowRole).
 class ProcessTreeModel final : public KeyedRowModel<ProcessTreeRow> {
 public:
     using KeyedRowModel::KeyedRowModel;

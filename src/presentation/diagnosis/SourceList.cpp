@@ -1,6 +1,5 @@
 #include "presentation/diagnosis/SourceList.h"
 
-#include "presentation/diagnosis/DiagnosisRoles.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/diagnosis/RowMotion.h"
 #include "presentation/kit/AccessibleRows.h"
@@ -45,13 +44,13 @@ QVariant SourceListModel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
     case Qt::ToolTipRole:
         return row.accessibleLabel;
-    case DiagnosisRole::identifier:
+    case RowRole::identifier:
         return QStringLiteral("taskRow-") + row.key;
-    case DiagnosisRole::accessibleValue:
+    case RowRole::accessibleValue:
         return row.isSelected ? kwText("已选择") : kwText("未选择");
-    case DiagnosisRole::selected:
+    case RowRole::selected:
         return row.isSelected;
-    case DiagnosisRole::key:
+    case RowRole::key:
         return row.key;
     default:
         break;
@@ -152,17 +151,17 @@ SourceListView::SourceListView(QWidget *parent) : QListView(parent)
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
     setAccessibleName(kwText("负载来源"));
-    setAccessibleRows(this, {.valueRole = DiagnosisRole::accessibleValue,
-                             .selectedRole = DiagnosisRole::selected,
+    setAccessibleRows(this, {.valueRole = RowRole::accessibleValue,
+                             .selectedRole = RowRole::selected,
                              .select = [this](const QModelIndex &index) {
-                                 emit taskPressed(index.data(DiagnosisRole::key).toString());
+                                 emit taskPressed(index.data(RowRole::key).toString());
                              }});
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
-        emit taskPressed(index.data(DiagnosisRole::key).toString());
+        emit taskPressed(index.data(RowRole::key).toString());
     });
     // Return or Enter on the current row selects it, as a press does.
     connect(this, &QAbstractItemView::activated, this, [this](const QModelIndex &index) {
-        emit taskPressed(index.data(DiagnosisRole::key).toString());
+        emit taskPressed(index.data(RowRole::key).toString());
     });
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "dashboard/DashboardModel.h"
-#include "presentation/diagnosis/KeyedRowModel.h"
 #include "presentation/diagnosis/PaintedTextCache.h"
 #include "presentation/kit/DashboardLayoutMetrics.h"
+#include "presentation/kit/KeyedRowModel.h"
 
 #include <QListView>
 #include <QStyledItemDelegate>
@@ -31,7 +31,7 @@ struct SourceListRow {
     static SourceListRow of(const DashboardTask &task, bool isSelected);
 };
 
-// Rows and their accessibility roles (DiagnosisRoles.h).
+// Rows and their accessibility roles (RowRole).
 class SourceListModel final : public KeyedRowModel<SourceListRow> {
 public:
     using KeyedRowModel::KeyedRowModel;
