@@ -52,29 +52,17 @@ ProcessTreeRow ProcessTreeRow::of(const VisibleProcessRow &row, bool isExpanded,
     return result;
 }
 
-QVariant ProcessTreeModel::data(const QModelIndex &index, int role) const
+QVariant ProcessTreeModel::rowData(const ProcessTreeRow &row, int role) const
 {
-    if (!index.isValid() || index.row() >= rowCount())
-        return {};
-    const ProcessTreeRow &row = rowAt(index.row());
     switch (role) {
     case Qt::DisplayRole:
         return row.name;
-    case Qt::AccessibleTextRole:
     case Qt::ToolTipRole:
         return row.accessibleLabel;
     case Qt::AccessibleDescriptionRole:
         return kwText("选择后可查看该进程详情和可用操作");
-    case RowRole::identifier:
-        return QStringLiteral("processTree-node-%1").arg(row.pid);
-    case RowRole::accessibleValue:
-        return row.isSelected ? kwText("已选择") : kwText("未选择");
-    case RowRole::selected:
-        return row.isSelected;
     case RowRole::expanded:
         return row.isExpanded;
-    case RowRole::key:
-        return row.key;
     case RowRole::toggleIdentifier:
         return QStringLiteral("processTree-toggle-%1").arg(row.pid);
     case RowRole::toggleLabel:
@@ -82,9 +70,8 @@ QVariant ProcessTreeModel::data(const QModelIndex &index, int role) const
     case RowRole::toggleEnabled:
         return row.hasChildren;
     default:
-        break;
+        return {};
     }
-    return {};
 }
 
 QRect ProcessTreeDelegate::toggleRect(const QRect &rowRect, int depth)

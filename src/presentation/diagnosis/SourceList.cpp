@@ -33,29 +33,11 @@ SourceListRow SourceListRow::of(const DashboardTask &task, bool isSelected)
             sourceRowAccessibleLabel(task)};
 }
 
-QVariant SourceListModel::data(const QModelIndex &index, int role) const
+QVariant SourceListModel::rowData(const SourceListRow &row, int role) const
 {
-    if (!index.isValid() || index.row() >= rowCount())
-        return {};
-    const SourceListRow &row = rowAt(index.row());
-    switch (role) {
-    case Qt::DisplayRole:
+    if (role == Qt::DisplayRole)
         return row.application;
-    case Qt::AccessibleTextRole:
-    case Qt::ToolTipRole:
-        return row.accessibleLabel;
-    case RowRole::identifier:
-        return QStringLiteral("taskRow-") + row.key;
-    case RowRole::accessibleValue:
-        return row.isSelected ? kwText("已选择") : kwText("未选择");
-    case RowRole::selected:
-        return row.isSelected;
-    case RowRole::key:
-        return row.key;
-    default:
-        break;
-    }
-    return {};
+    return role == Qt::ToolTipRole ? row.accessibleLabel : QVariant();
 }
 
 SourceListDelegate::SourceListDelegate(RowMotion *motion, QObject *parent)

@@ -78,7 +78,7 @@ void IncidentRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     painter->setRenderHint(QPainter::Antialiasing);
     const auto *model = static_cast<const IncidentListModel *>(index.model());
     const IncidentListRow &row = model->rowAt(index.row());
-    const bool selected = model->isSelected(index.row());
+    const bool selected = row.isSelected;
     const QUuid &id = row.key;
     const double selection =
         m_motion ? m_motion->selectionOpacity(id, selected) : (selected ? 1.0 : 0.0);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sampling/Text.h"
+
 #include <QAbstractListModel>
 #include <QHash>
 #include <QString>
@@ -14,7 +16,7 @@
 // - Qt::AccessibleDescriptionRole: its hint (tree rows);
 // - identifier: "taskRow-<task id>", "processTree-node-<pid>",
 //   "incidentRow-<incident id>";
-// - accessibleValue: "已选择" on the selected row;
+// - accessibleValue: "已选择" on the selected row, "未选择" on the others;
 // - key: the row's key (a task id, a process node id, an incident id);
 // - selected: whether the row is the selected one (a bool, for the selected
 //   state a screen reader reports);
@@ -43,11 +45,34 @@ enum : int {
 // a filter is a few signals, not one per row. Duplicate keys (a pid listed
 // twice in one tick) are handled: they pair up in order.
 //
-// Row needs a `key` that QHash takes (a text, an id) and `operator==`.
+// Row needs a `key` that QHash takes (a text, an id), `operator==`, and for
+// the roles every list answers alike an `accessibleLabel`, an `isSelected`
+// and an `identifier()`; a list answers its own roles in `rowData`.
 template <typename Row> class KeyedRowModel : public QAbstractListModel {
 public:
     using Key = decltype(Row::key);
     using QAbstractListModel::QAbstractListModel;
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!index.isValid() || index.row() >= rowCount())
+            return {};
+        const Row &row = rowAt(index.row());
+        switch (role) {
+        case Qt::AccessibleTextRole:
+            return row.accessibleLabel;
+        case RowRole::identifier:
+            return row.identifier();
+        case RowRole::accessibleValue:
+            return row.isSelected ? kwText("已选择") : kwText("未选择");
+        case RowRole::selected:
+            return row.isSelected;
+        case RowRole::key:
+            return QVariant::fromValue(row.key);
+        default:
+            return rowData(row, role);
+        }
+    }
 
     int rowCount(const QModelIndex &parent = {}) const override
     {
@@ -102,6 +127,9 @@ public:
         }
         emitChangedRuns(changed);
     }
+
+protected:
+    virtual QVariant rowData(const Row &, int) const { return {}; }
 
 private:
     void removeRowsMissingFrom(const std::vector<Row> &next)

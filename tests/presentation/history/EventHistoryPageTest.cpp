@@ -122,7 +122,10 @@ TEST_F(EventHistoryPageTest, ClickingARowSelectsItAndNeverDeselects)
     EXPECT_FALSE(page->listPanel()->isAnimating() || page->detailPanel()->isFading());
     click(*page, older);
     EXPECT_EQ(page->selectedIncidentID(), older);
-    EXPECT_EQ(repainted.count(), 2) << "the rows that lose and gain the selection";
+    int announced = 0; // rows, over the runs announced
+    for (const QList<QVariant> &run : repainted)
+        announced += run[1].toModelIndex().row() - run[0].toModelIndex().row() + 1;
+    EXPECT_EQ(announced, 2) << "the rows that lose and gain the selection";
     // The pick eases the rows and fades the detail in, then all is still.
     EXPECT_TRUE(page->listPanel()->isAnimating() && page->detailPanel()->isFading());
     EXPECT_TRUE(QTest::qWaitFor(
@@ -132,7 +135,7 @@ TEST_F(EventHistoryPageTest, ClickingARowSelectsItAndNeverDeselects)
     const QString label = u"%1，%2，cargo，%3，%4"_s.arg(
         incidentStartTimeText(cargo), incidentTitle(cargo), incidentPeakSummary(cargo),
         incidentStatusLabel(cargo.status));
-    expectHeard(page.get(), {{rowOf(older), label, u"已选择"_s}, {rowOf(newest), {}, QString()}});
+    expectHeard(page.get(), {{rowOf(older), label, u"已选择"_s}, {rowOf(newest), {}, u"未选择"_s}});
     click(*page, older);
     EXPECT_EQ(page->selectedIncidentID(), older);
     EXPECT_EQ(page->detailPanel()->valueText(u"所属应用"_s),

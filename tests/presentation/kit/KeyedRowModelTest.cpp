@@ -14,16 +14,12 @@ namespace {
 struct Row {
     QString key;
     int value = 0;
+    QString accessibleLabel;
+    bool isSelected = false;
     bool operator==(const Row &) const = default;
+    QString identifier() const { return key; }
 };
-
-class Model final : public KeyedRowModel<Row> {
-public:
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        return role == Qt::DisplayRole ? QVariant(rowAt(index.row()).key) : QVariant();
-    }
-};
+using Model = KeyedRowModel<Row>;
 
 std::vector<Row> rowsOf(const char *text)
 {
