@@ -11,7 +11,7 @@
 #include "presentation/shell/DashboardStatusLine.h"
 #include "presentation/shell/DashboardWindow.h"
 #include "presentation/shell/TerminationConfirmationDialog.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
+#include "snapshot/DashboardSnapshot.h"
 #include "support/StoreTesting.h"
 
 #include <QAbstractButton>

@@ -1,10 +1,10 @@
-#include "presentation/snapshot/LayoutCheck.h"
+#include "snapshot/LayoutCheck.h"
 
 #include "presentation/hardware/HardwareSensorTable.h"
 #include "presentation/history/IncidentListPanel.h"
 #include "presentation/history/IncidentRowDelegate.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
+#include "snapshot/DashboardSnapshot.h"
 
 #include <QAbstractScrollArea>
 #include <QFocusFrame>

@@ -1,4 +1,4 @@
-#include "presentation/snapshot/ScriptedStore.h"
+#include "snapshot/ScriptedStore.h"
 
 #include "termination/ProcessIdentityReading.h"
 #include "termination/SignalSending.h"
@@ -154,51 +154,6 @@ std::unique_ptr<PinnedProcess> ScriptedProcessTable::pin(pid_t pid)
 
 constexpr double kInterval = 2.0;
 
-struct ScriptedProcess {
-    pid_t pid;
-    pid_t parent;
-    const char *name;
-    const char *command;
-    const char *project; // nullptr: none
-    const char *applicationPath;
-    const char *applicationName;
-    double startedMinutesBeforeEnd;
-    double residentMegabytes;
-};
-
-// Lineages: a test run in a terminal, a compiler build in another, a browser,
-// an editor, and a development server.
-const ScriptedProcess kProcesses[] = {
-    {4100, 900, "bash", "bash", "kiln-api", nullptr, nullptr, 95, 6},
-    {4120, 4100, "pytest", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 310},
-    {4121, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 180},
-    {4122, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 176},
-    {4123, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 171},
-    {4124, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 169},
-    {5200, 900, "bash", "bash", "thermal-engine", nullptr, nullptr, 120, 6},
-    {5210, 5200, "ninja", "ninja -C build", "thermal-engine", nullptr, nullptr, 34, 48},
-    {5221, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 420},
-    {5222, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 388},
-    {5223, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 402},
-    {5224, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 395},
-    {3000, 900, "chromium", "chromium", nullptr, "/usr/share/applications/chromium.desktop",
-     "Chromium", 180, 520},
-    {3010, 3000, "chromium", "chromium --type=renderer", nullptr,
-     "/usr/share/applications/chromium.desktop", "Chromium", 180, 240},
-    {3011, 3000, "chromium", "chromium --type=renderer", nullptr,
-     "/usr/share/applications/chromium.desktop", "Chromium", 150, 310},
-    {3012, 3000, "chromium", "chromium --type=renderer", nullptr,
-     "/usr/share/applications/chromium.desktop", "Chromium", 90, 460},
-    {3020, 3000, "chromium", "chromium --type=gpu-process", nullptr,
-     "/usr/share/applications/chromium.desktop", "Chromium", 180, 150},
-    {3500, 900, "code", "code", nullptr, "/usr/share/applications/code.desktop",
-     "Visual Studio Code", 200, 610},
-    {3510, 3500, "code", "code --type=utility", nullptr, "/usr/share/applications/code.desktop",
-     "Visual Studio Code", 200, 380},
-    {6100, 900, "bash", "bash", "dashboard-web", nullptr, nullptr, 160, 6},
-    {6110, 6100, "node", "node vite", "dashboard-web", nullptr, nullptr, 150, 140},
-};
-
 // What the machine does at one tick of the script.
 struct Moment {
     double cpu = 18;
@@ -214,6 +169,66 @@ struct Moment {
     double browserRenderer = 3;
     double devServer = 1.5;
 };
+
+// A made-up process, and what it does: its CPU percent (100 = one core) is
+// the moment's `load` where it has one, else `cpu`; either wobbles a little
+// from tick to tick, but for a `steady` one.
+struct ScriptedProcess {
+    pid_t pid;
+    pid_t parent;
+    const char *name;
+    const char *command;
+    const char *project; // nullptr: none
+    const char *applicationPath;
+    const char *applicationName;
+    double startedMinutesBeforeEnd;
+    double residentMegabytes;
+    double Moment::*load = nullptr;
+    double cpu = 0.0;
+    bool steady = false;
+};
+
+constexpr const char *kChromium = "/usr/share/applications/chromium.desktop";
+constexpr const char *kCode = "/usr/share/applications/code.desktop";
+constexpr double Moment::*kLead = &Moment::testLead;
+constexpr double Moment::*kWorker = &Moment::testWorker;
+constexpr double Moment::*kBuild = &Moment::build;
+
+// Lineages: a test run in a terminal, a compiler build in another, a browser,
+// an editor, and a development server.
+
+// clang-format off
+const ScriptedProcess kProcesses[] = {
+    {4100, 900, "bash", "bash", "kiln-api", nullptr, nullptr, 95, 6},
+    {4120, 4100, "pytest", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 310, kLead},
+    {4121, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 180, kWorker},
+    {4122, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 176, kWorker},
+    {4123, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 171, kWorker},
+    {4124, 4120, "python3", "python3 -m pytest", "kiln-api", nullptr, nullptr, 24, 169, kWorker},
+    {5200, 900, "bash", "bash", "thermal-engine", nullptr, nullptr, 120, 6},
+    {5210, 5200, "ninja", "ninja -C build", "thermal-engine", nullptr, nullptr, 34, 48, {}, 0.4,
+     true},
+    {5221, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 420, kBuild},
+    {5222, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 388, kBuild},
+    {5223, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 402, kBuild},
+    {5224, 5210, "clang++", "clang++", "thermal-engine", nullptr, nullptr, 29, 395, kBuild},
+    {3000, 900, "chromium", "chromium", nullptr, kChromium, "Chromium", 180, 520, {}, 3.1},
+    {3010, 3000, "chromium", "chromium --type=renderer", nullptr, kChromium, "Chromium", 180, 240,
+     {}, 2.2},
+    {3011, 3000, "chromium", "chromium --type=renderer", nullptr, kChromium, "Chromium", 150, 310,
+     {}, 2.2},
+    {3012, 3000, "chromium", "chromium --type=renderer", nullptr, kChromium, "Chromium", 90, 460,
+     &Moment::browserRenderer},
+    {3020, 3000, "chromium", "chromium --type=gpu-process", nullptr, kChromium, "Chromium", 180,
+     150, {}, 4.5},
+    {3500, 900, "code", "code", nullptr, kCode, "Visual Studio Code", 200, 610, {}, 1.2},
+    {3510, 3500, "code", "code --type=utility", nullptr, kCode, "Visual Studio Code", 200, 380, {},
+     2.8},
+    {6100, 900, "bash", "bash", "dashboard-web", nullptr, nullptr, 160, 6},
+    {6110, 6100, "node", "node vite", "dashboard-web", nullptr, nullptr, 150, 140,
+     &Moment::devServer},
+};
+// clang-format on
 
 double wave(int tick, double period, double amplitude)
 {
@@ -268,40 +283,8 @@ Moment momentAt(int tick)
 
 double processCPU(const ScriptedProcess &process, const Moment &m, int tick)
 {
-    const double jitter = 1.0 + 0.04 * std::sin(tick * 0.7 + process.pid);
-    switch (process.pid) {
-    case 4120:
-        return m.testLead * jitter;
-    case 4121:
-    case 4122:
-    case 4123:
-    case 4124:
-        return m.testWorker * jitter;
-    case 5210:
-        return 0.4;
-    case 5221:
-    case 5222:
-    case 5223:
-    case 5224:
-        return m.build * jitter;
-    case 3012:
-        return m.browserRenderer * jitter;
-    case 3010:
-    case 3011:
-        return 2.2 * jitter;
-    case 3000:
-        return 3.1 * jitter;
-    case 3020:
-        return 4.5 * jitter;
-    case 3500:
-        return 1.2 * jitter;
-    case 3510:
-        return 2.8 * jitter;
-    case 6110:
-        return m.devServer * jitter;
-    default:
-        return 0.0;
-    }
+    const double cpu = process.load ? m.*process.load : process.cpu;
+    return process.steady ? cpu : cpu * (1.0 + 0.04 * std::sin(tick * 0.7 + process.pid));
 }
 
 TimePoint tickTime(int tick)

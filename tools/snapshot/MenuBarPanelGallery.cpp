@@ -1,10 +1,10 @@
-#include "presentation/snapshot/MenuBarPanelGallery.h"
+#include "snapshot/MenuBarPanelGallery.h"
 
 #include "dashboard/DashboardStore.h"
 #include "presentation/kit/DashboardFonts.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
 #include "presentation/tray/KilnWardenMenuBarLabel.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
+#include "snapshot/DashboardSnapshot.h"
 
 #include <QPainter>
 

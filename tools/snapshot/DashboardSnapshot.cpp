@@ -1,4 +1,4 @@
-#include "presentation/snapshot/DashboardSnapshot.h"
+#include "snapshot/DashboardSnapshot.h"
 
 #include "presentation/shell/DashboardWindow.h"
 

@@ -23,10 +23,10 @@
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardScrollBarStyle.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
-#include "presentation/snapshot/LayoutCheck.h"
-#include "presentation/snapshot/MenuBarPanelGallery.h"
-#include "presentation/snapshot/ScriptedStore.h"
+#include "snapshot/DashboardSnapshot.h"
+#include "snapshot/LayoutCheck.h"
+#include "snapshot/MenuBarPanelGallery.h"
+#include "snapshot/ScriptedStore.h"
 
 #include <QApplication>
 #include <QDir>
