@@ -1,5 +1,5 @@
-// The store's read-only views on trends and sensors; the derivations live in
-// DashboardTrends.
+// What the store computes afresh on each call: chart points, the sensor
+// table (derived in DashboardTrends) and what the menu bar shows.
 
 #include "dashboard/DashboardStore.h"
 
@@ -21,4 +21,10 @@ std::vector<HardwareTrendPoint> DashboardStore::hardwareTrendPoints(double windo
 std::vector<DashboardSensorStatus> DashboardStore::sensorStatuses() const
 {
     return ::sensorStatuses(m_latestSystemSample, QString::fromLatin1(kProcessesSource));
+}
+
+MenuBarPresentation DashboardStore::menuBarPresentation() const
+{
+    return makePresentation(m_latestSystemSample ? &*m_latestSystemSample : nullptr, m_allTasks,
+                            m_menuBarAbnormalStartedAt);
 }

@@ -1,4 +1,4 @@
-#include "termination/ProtectedProcessNames.h"
+#include "process/ProtectedProcessNames.h"
 
 #include <QSet>
 
