@@ -1,19 +1,27 @@
 #pragma once
 
 // Helpers shared by the window's tests: readings of any case, a pinned
-// locale, what a widget paints, and waiting on the event loop.
+// locale, what a widget paints, what a screen reader hears, and waiting on
+// the event loop.
 
 #include "presentation/kit/DashboardWidgets.h"
+#include "presentation/kit/KeyedRowModel.h"
 #include "sampling/SensorReading.h"
 #include "support/StoreTesting.h"
 
+#include <QAbstractItemView>
+#include <QAccessible>
 #include <QImage>
 #include <QTest>
 #include <QWidget>
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <ctime>
 #include <functional>
+#include <optional>
+#include <vector>
 
 // A reading of `readingCase`; `value` only counts for an available one.
 template <typename Value> SensorReading<Value> readingOf(SensorReadingCase readingCase, Value value)
@@ -96,6 +104,46 @@ inline bool showsText(const QWidget *root, const QString &text)
     return std::any_of(labels.begin(), labels.end(), [&](TextLabel *label) {
         return label->isVisible() && label->fullText() == text;
     });
+}
+
+// One element of a page as a screen reader reaches it: the widget of that
+// identifier (its objectName) or the list row of that identifier (RowRole),
+// with the name it is heard by and its value, each where given.
+struct Heard {
+    QString identifier;
+    std::optional<QString> name;
+    std::optional<QString> value = std::nullopt;
+};
+
+// The accessible element of `identifier` under `root`, or null.
+inline QAccessibleInterface *accessibleElement(QWidget *root, const QString &identifier)
+{
+    if (auto *widget = root->findChild<QWidget *>(identifier))
+        return QAccessible::queryAccessibleInterface(widget);
+    for (QAbstractItemView *view : root->findChildren<QAbstractItemView *>()) {
+        for (int row = 0; view->model() && row < view->model()->rowCount(); ++row) {
+            if (view->model()->index(row, 0).data(RowRole::identifier).toString() == identifier)
+                return QAccessible::queryAccessibleInterface(view)->child(row);
+        }
+    }
+    return nullptr;
+}
+
+// Reads every element of `table` under `root` through Qt's accessibility
+// interfaces, as assistive technology does.
+inline void expectHeard(QWidget *root, const std::vector<Heard> &table)
+{
+    for (const Heard &element : table) {
+        SCOPED_TRACE(element.identifier.toStdString());
+        QAccessibleInterface *found = accessibleElement(root, element.identifier);
+        ASSERT_NE(found, nullptr);
+        if (element.name) {
+            EXPECT_EQ(found->text(QAccessible::Name), *element.name);
+        }
+        if (element.value) {
+            EXPECT_EQ(found->text(QAccessible::Value), *element.value);
+        }
+    }
 }
 
 // Runs the event loop until `condition` holds or `milliseconds` pass.

@@ -2,6 +2,7 @@
 
 #include "dashboard/DashboardStore.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
+#include "presentation/diagnosis/DiagnosisTrendContent.h"
 #include "presentation/diagnosis/ProcessCompositionView.h"
 #include "presentation/diagnosis/ProcessOperationPanel.h"
 #include "presentation/kit/Accessibility.h"
@@ -16,8 +17,6 @@
 #include <QEvent>
 
 namespace {
-
-constexpr double kTrendWindowSeconds = 300.0;
 
 // A legend entry: a bar 20 by 3 in the series colour, 6 before its text.
 QWidget *legendEntry(QRgb color, const QString &text)
@@ -45,53 +44,6 @@ public:
     }
     bool hasHeightForWidth() const override { return false; }
 };
-
-TrendChartContent heatTrendContent(const std::vector<HeatTrendPoint> &points)
-{
-    TrendChartContent content;
-    content.x.lowerBound = 0;
-    content.x.upperBound = kTrendWindowSeconds;
-    for (double x = 0; x <= kTrendWindowSeconds; x += 60)
-        content.x.labels.push_back({x, heatTrendAxisLabel(x)});
-    content.x.showsGridLines = true;
-    content.x.gridColor = QColor::fromRgb(DashboardPalette::divider);
-    content.x.gridWidth = 1;
-    content.y.lowerBound = 0;
-    content.y.upperBound = 100;
-    for (double y : {0.0, 50.0, 100.0})
-        content.y.labels.push_back({y, QString::number(static_cast<int>(y))});
-    content.y.showsGridLines = true;
-    content.y.gridColor = DashboardPalette::color(DashboardPalette::divider, 0.8);
-
-    TrendChartSeries cpu;
-    cpu.name = kwText("CPU");
-    cpu.color = QColor::fromRgb(DashboardPalette::danger);
-    cpu.lineWidth = 2.5;
-    cpu.area = TrendChartArea{0.0, 0.16, 0.01};
-    cpu.lastPointMarkArea = 36;
-    TrendChartSeries temperature;
-    temperature.name = kwText("温度");
-    temperature.color = QColor::fromRgb(DashboardPalette::warning);
-    temperature.lineWidth = 2.0;
-    temperature.lastPointMarkArea = 30;
-    for (const HeatTrendPoint &point : points) {
-        if (point.cpu)
-            cpu.points.emplace_back(point.elapsedSeconds, *point.cpu);
-        if (point.temperature)
-            temperature.points.emplace_back(point.elapsedSeconds, *point.temperature);
-    }
-    content.series = {std::move(cpu), std::move(temperature)};
-
-    content.style.labelColor = QColor::fromRgb(DashboardPalette::textTertiary);
-    content.style.labelFontSize = 9;
-    content.style.plotBackground = QColor::fromRgb(DashboardPalette::panelBackground);
-    content.style.plotCornerRadius = 8;
-    content.style.emptyText = kwText("正在积累相关性趋势…");
-    content.style.emptyFontSize = 12;
-    content.style.emptyColor = QColor::fromRgb(DashboardPalette::textTertiary);
-    content.style.tension = 0.5;
-    return content;
-}
 
 } // namespace
 
@@ -376,5 +328,6 @@ void DiagnosisWorkspace::refresh()
 
 void DiagnosisWorkspace::refreshChart()
 {
-    m_chart->setContent(heatTrendContent(m_store.heatTrendPoints(kTrendWindowSeconds)));
+    m_chart->setContent(
+        diagnosisTrendContent(m_store.heatTrendPoints(kDiagnosisTrendWindowSeconds)));
 }

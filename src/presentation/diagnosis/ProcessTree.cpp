@@ -1,6 +1,5 @@
 #include "presentation/diagnosis/ProcessTree.h"
 
-#include "presentation/diagnosis/DiagnosisRoles.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardFonts.h"
@@ -53,39 +52,26 @@ ProcessTreeRow ProcessTreeRow::of(const VisibleProcessRow &row, bool isExpanded,
     return result;
 }
 
-QVariant ProcessTreeModel::data(const QModelIndex &index, int role) const
+QVariant ProcessTreeModel::rowData(const ProcessTreeRow &row, int role) const
 {
-    if (!index.isValid() || index.row() >= rowCount())
-        return {};
-    const ProcessTreeRow &row = rowAt(index.row());
     switch (role) {
     case Qt::DisplayRole:
         return row.name;
-    case Qt::AccessibleTextRole:
     case Qt::ToolTipRole:
         return row.accessibleLabel;
     case Qt::AccessibleDescriptionRole:
         return kwText("选择后可查看该进程详情和可用操作");
-    case DiagnosisRole::identifier:
-        return QStringLiteral("processTree-node-%1").arg(row.pid);
-    case DiagnosisRole::accessibleValue:
-        return row.isSelected ? kwText("已选择") : kwText("未选择");
-    case DiagnosisRole::selected:
-        return row.isSelected;
-    case DiagnosisRole::expanded:
+    case RowRole::expanded:
         return row.isExpanded;
-    case DiagnosisRole::key:
-        return row.key;
-    case DiagnosisRole::toggleIdentifier:
+    case RowRole::toggleIdentifier:
         return QStringLiteral("processTree-toggle-%1").arg(row.pid);
-    case DiagnosisRole::toggleLabel:
+    case RowRole::toggleLabel:
         return processToggleAccessibleLabel(row.isExpanded);
-    case DiagnosisRole::toggleEnabled:
+    case RowRole::toggleEnabled:
         return row.hasChildren;
     default:
-        break;
+        return {};
     }
-    return {};
 }
 
 QRect ProcessTreeDelegate::toggleRect(const QRect &rowRect, int depth)
@@ -207,11 +193,11 @@ ProcessTreeView::ProcessTreeView(QWidget *parent) : QListView(parent)
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
     setAccessibleName(kwText("进程组成"));
-    setAccessibleRows(this, {.valueRole = DiagnosisRole::accessibleValue,
-                             .selectedRole = DiagnosisRole::selected,
-                             .expandableRole = DiagnosisRole::toggleEnabled,
-                             .expandedRole = DiagnosisRole::expanded,
-                             .toggleLabelRole = DiagnosisRole::toggleLabel,
+    setAccessibleRows(this, {.valueRole = RowRole::accessibleValue,
+                             .selectedRole = RowRole::selected,
+                             .expandableRole = RowRole::toggleEnabled,
+                             .expandedRole = RowRole::expanded,
+                             .toggleLabelRole = RowRole::toggleLabel,
                              .select =
                                  [this](const QModelIndex &index) {
                                      emit processPressed(m_model->rowAt(index.row()).key);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "presentation/diagnosis/KeyedRowModel.h"
 #include "presentation/diagnosis/PaintedTextCache.h"
 #include "presentation/diagnosis/ProcessTreeRows.h"
 #include "presentation/kit/DashboardLayoutMetrics.h"
+#include "presentation/kit/KeyedRowModel.h"
 
 #include <QListView>
 #include <QStyledItemDelegate>
@@ -37,13 +37,16 @@ struct ProcessTreeRow {
     bool operator==(const ProcessTreeRow &) const = default;
 
     static ProcessTreeRow of(const VisibleProcessRow &row, bool isExpanded, bool isSelected);
+    QString identifier() const { return QStringLiteral("processTree-node-%1").arg(pid); }
 };
 
-// Rows and their accessibility roles (DiagnosisRoles.h).
+// Rows and their accessibility roles (RowRole); the label is the tooltip too.
 class ProcessTreeModel final : public KeyedRowModel<ProcessTreeRow> {
 public:
     using KeyedRowModel::KeyedRowModel;
-    QVariant data(const QModelIndex &index, int role) const override;
+
+protected:
+    QVariant rowData(const ProcessTreeRow &row, int role) const override;
 };
 
 // The fixed columns at the trailing edge, shared by the rows and the header.

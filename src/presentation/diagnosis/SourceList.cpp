@@ -1,6 +1,5 @@
 #include "presentation/diagnosis/SourceList.h"
 
-#include "presentation/diagnosis/DiagnosisRoles.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/diagnosis/RowMotion.h"
 #include "presentation/kit/AccessibleRows.h"
@@ -34,29 +33,11 @@ SourceListRow SourceListRow::of(const DashboardTask &task, bool isSelected)
             sourceRowAccessibleLabel(task)};
 }
 
-QVariant SourceListModel::data(const QModelIndex &index, int role) const
+QVariant SourceListModel::rowData(const SourceListRow &row, int role) const
 {
-    if (!index.isValid() || index.row() >= rowCount())
-        return {};
-    const SourceListRow &row = rowAt(index.row());
-    switch (role) {
-    case Qt::DisplayRole:
+    if (role == Qt::DisplayRole)
         return row.application;
-    case Qt::AccessibleTextRole:
-    case Qt::ToolTipRole:
-        return row.accessibleLabel;
-    case DiagnosisRole::identifier:
-        return QStringLiteral("taskRow-") + row.key;
-    case DiagnosisRole::accessibleValue:
-        return row.isSelected ? kwText("已选择") : kwText("未选择");
-    case DiagnosisRole::selected:
-        return row.isSelected;
-    case DiagnosisRole::key:
-        return row.key;
-    default:
-        break;
-    }
-    return {};
+    return role == Qt::ToolTipRole ? row.accessibleLabel : QVariant();
 }
 
 SourceListDelegate::SourceListDelegate(RowMotion *motion, QObject *parent)
@@ -152,17 +133,17 @@ SourceListView::SourceListView(QWidget *parent) : QListView(parent)
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
     setAccessibleName(kwText("负载来源"));
-    setAccessibleRows(this, {.valueRole = DiagnosisRole::accessibleValue,
-                             .selectedRole = DiagnosisRole::selected,
+    setAccessibleRows(this, {.valueRole = RowRole::accessibleValue,
+                             .selectedRole = RowRole::selected,
                              .select = [this](const QModelIndex &index) {
-                                 emit taskPressed(index.data(DiagnosisRole::key).toString());
+                                 emit taskPressed(index.data(RowRole::key).toString());
                              }});
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
-        emit taskPressed(index.data(DiagnosisRole::key).toString());
+        emit taskPressed(index.data(RowRole::key).toString());
     });
     // Return or Enter on the current row selects it, as a press does.
     connect(this, &QAbstractItemView::activated, this, [this](const QModelIndex &index) {
-        emit taskPressed(index.data(DiagnosisRole::key).toString());
+        emit taskPressed(index.data(RowRole::key).toString());
     });
 }
 

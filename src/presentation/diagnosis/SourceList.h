@@ -1,9 +1,9 @@
 #pragma once
 
 #include "dashboard/DashboardModel.h"
-#include "presentation/diagnosis/KeyedRowModel.h"
 #include "presentation/diagnosis/PaintedTextCache.h"
 #include "presentation/kit/DashboardLayoutMetrics.h"
+#include "presentation/kit/KeyedRowModel.h"
 
 #include <QListView>
 #include <QStyledItemDelegate>
@@ -29,13 +29,16 @@ struct SourceListRow {
     bool operator==(const SourceListRow &) const = default;
 
     static SourceListRow of(const DashboardTask &task, bool isSelected);
+    QString identifier() const { return QStringLiteral("taskRow-") + key; }
 };
 
-// Rows and their accessibility roles (DiagnosisRoles.h).
+// Rows and their accessibility roles (RowRole); the label is the tooltip too.
 class SourceListModel final : public KeyedRowModel<SourceListRow> {
 public:
     using KeyedRowModel::KeyedRowModel;
-    QVariant data(const QModelIndex &index, int role) const override;
+
+protected:
+    QVariant rowData(const SourceListRow &row, int role) const override;
 };
 
 class SourceListDelegate final : public QStyledItemDelegate {

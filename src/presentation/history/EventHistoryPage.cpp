@@ -147,7 +147,7 @@ void EventHistoryPage::refreshList()
     rows.reserve(listed.size());
     ids.reserve(listed.size());
     for (const DashboardIncident *incident : listed) {
-        rows.push_back(IncidentListRow::of(*incident));
+        rows.push_back(IncidentListRow::of(*incident, incident->id == m_selectedIncidentID));
         ids.push_back(incident->id);
     }
     m_model->setRows(std::move(rows));

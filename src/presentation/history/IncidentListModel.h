@@ -1,72 +1,44 @@
 #pragma once
 
 #include "dashboard/DashboardIncident.h"
+#include "presentation/kit/KeyedRowModel.h"
 
-#include <QAbstractListModel>
-#include <QSet>
 #include <QUuid>
 
 #include <optional>
-#include <vector>
 
 // One row of the event list, as shown: the incident's texts, formatted once
-// when the incident changes rather than on every paint.
+// when the incident changes rather than on every paint. Keyed by the
+// incident's id; the label is the row's texts in reading order.
 struct IncidentListRow {
-    QUuid id;
+    QUuid key;
     QString startTime;
     QString title;
     QString application;
     QString peakSummary;
     DashboardIncidentStatus status = DashboardIncidentStatus::observing;
+    bool isSelected = false;
+    QString accessibleLabel;
 
     bool operator==(const IncidentListRow &) const = default;
 
-    static IncidentListRow of(const DashboardIncident &incident);
+    static IncidentListRow of(const DashboardIncident &incident, bool isSelected);
+    QString identifier() const
+    {
+        return QStringLiteral("incidentRow-") + key.toString(QUuid::WithoutBraces);
+    }
 };
 
-// The listed incidents, newest first. `setRows` updates by id (removes what is
-// gone, inserts what is new, moves what moved, announces what changed), never
-// by a reset, so the view keeps its scroll position across ticks, and a new
-// incident is one inserted row at the top.
-//
-// Rows are not widgets, so what a screen reader learns of a row is in roles:
-// Qt::AccessibleTextRole is its label (the row's texts in reading order),
-// IdentifierRole its identifier ("incidentRow-" and the incident's id) and
-// AccessibleValueRole its value ("已选择" on the selected row, else empty).
-class IncidentListModel final : public QAbstractListModel {
-    Q_OBJECT
-
+// The listed incidents, newest first: a new incident is one inserted row at
+// the top and the view keeps its scroll position across ticks.
+class IncidentListModel final : public KeyedRowModel<IncidentListRow> {
 public:
-    enum Role {
-        IdentifierRole = Qt::UserRole + 1,
-        AccessibleValueRole,
-        IdRole,
-        StartTimeRole,
-        TitleRole,
-        ApplicationRole,
-        PeakSummaryRole,
-        StatusRole, // DashboardIncidentStatus as int
-        StatusLabelRole,
-        SelectedRole,
-    };
+    using KeyedRowModel::KeyedRowModel;
 
-    explicit IncidentListModel(QObject *parent = nullptr);
-
-    int rowCount(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
-    void setRows(std::vector<IncidentListRow> rows);
-    const std::vector<IncidentListRow> &rows() const { return m_rows; }
-
-    // The row painted as selected; the page owns the selection.
+    // The row painted as selected; the page owns the selection. Only the rows
+    // that gain or lose it are announced.
     void setSelectedID(const std::optional<QUuid> &id);
-    std::optional<int> rowOf(const QUuid &id) const;
 
-private:
-    void removeMissing(const QSet<QUuid> &kept);
-    void announceChanged(int row);
-
-    std::vector<IncidentListRow> m_rows;
-    std::optional<QUuid> m_selectedID;
+protected:
+    QVariant rowData(const IncidentListRow &row, int role) const override;
 };

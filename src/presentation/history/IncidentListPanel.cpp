@@ -86,15 +86,14 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
     viewPalette.setColor(QPalette::Base, QColor::fromRgb(pageBackground));
     m_view->setPalette(viewPalette);
     connect(m_view, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
-        emit incidentClicked(index.data(IncidentListModel::IdRole).toUuid());
+        emit incidentClicked(index.data(RowRole::key).toUuid());
     });
 
-    setAccessibleRows(m_view,
-                      {.valueRole = IncidentListModel::AccessibleValueRole,
-                       .selectedRole = IncidentListModel::SelectedRole,
-                       .select = [this](const QModelIndex &index) {
-                           emit incidentClicked(index.data(IncidentListModel::IdRole).toUuid());
-                       }});
+    setAccessibleRows(m_view, {.valueRole = RowRole::accessibleValue,
+                               .selectedRole = RowRole::selected,
+                               .select = [this](const QModelIndex &index) {
+                                   emit incidentClicked(index.data(RowRole::key).toUuid());
+                               }});
     m_view->viewport()->installEventFilter(this);
     m_motion = new IncidentRowMotion(m_view->viewport());
     m_delegate->setMotion(m_motion);
@@ -143,7 +142,7 @@ bool IncidentListPanel::eventFilter(QObject *watched, QEvent *event)
             const auto *press = static_cast<QMouseEvent *>(event);
             const QModelIndex index = m_view->indexAt(press->position().toPoint());
             if (index.isValid() && press->button() == Qt::LeftButton)
-                m_motion->pressed(index.data(IncidentListModel::IdRole).toUuid());
+                m_motion->pressed(index.data(RowRole::key).toUuid());
         } else if (event->type() == QEvent::MouseButtonRelease) {
             m_motion->released();
         }

@@ -76,8 +76,10 @@ void IncidentRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    const bool selected = index.data(IncidentListModel::SelectedRole).toBool();
-    const QUuid id = index.data(IncidentListModel::IdRole).toUuid();
+    const auto *model = static_cast<const IncidentListModel *>(index.model());
+    const IncidentListRow &row = model->rowAt(index.row());
+    const bool selected = row.isSelected;
+    const QUuid &id = row.key;
     const double selection =
         m_motion ? m_motion->selectionOpacity(id, selected) : (selected ? 1.0 : 0.0);
     if (selection > 0.0) {
@@ -113,14 +115,11 @@ void IncidentRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     };
 
     const QFont regular = dashboardFont(widget, 13);
-    drawText(0, index.data(IncidentListModel::StartTimeRole).toString(), regular, textSecondary);
-    drawText(1, index.data(IncidentListModel::TitleRole).toString(),
-             dashboardFont(widget, 13, DashboardFontWeight::medium), textPrimary);
-    drawText(2, index.data(IncidentListModel::ApplicationRole).toString(), regular, textSecondary);
-    drawText(3, index.data(IncidentListModel::PeakSummaryRole).toString(), regular, textSecondary);
-    paintIncidentStatusPill(
-        *painter, cell(4),
-        static_cast<DashboardIncidentStatus>(index.data(IncidentListModel::StatusRole).toInt()),
-        dashboardFont(widget, 11, DashboardFontWeight::medium));
+    drawText(0, row.startTime, regular, textSecondary);
+    drawText(1, row.title, dashboardFont(widget, 13, DashboardFontWeight::medium), textPrimary);
+    drawText(2, row.application, regular, textSecondary);
+    drawText(3, row.peakSummary, regular, textSecondary);
+    paintIncidentStatusPill(*painter, cell(4), row.status,
+                            dashboardFont(widget, 11, DashboardFontWeight::medium));
     painter->restore();
 }

@@ -181,22 +181,18 @@ const TrendChart::ChartGeometry &TrendChart::chartGeometry() const
             widest = std::max(widest, metrics.horizontalAdvance(label.text));
         side = std::ceil(widest) + kLabelGap + 2.0;
     }
-    const bool leading = y.labelEdge == TrendChartLabelEdge::leading;
-    QRectF plot(leading ? side : 0.0, 0.0, std::max(0.0, width() - side),
-                std::max(0.0, height() - bottom));
-    g.plot = plot;
+    g.plot = QRectF(0.0, 0.0, std::max(0.0, width() - side), std::max(0.0, height() - bottom));
 
     // A mark on the last point usually sits on the plot's right edge, and a
     // value may sit on its top or bottom: keep the marks and the lines whole.
     double margin = 0.0;
     for (const TrendChartSeries &series : m_content.series) {
-        if (series.drawsLine)
-            margin = std::max(margin, series.lineWidth / 2.0);
+        margin = std::max(margin, series.lineWidth / 2.0);
         if (series.lastPointMarkArea)
             margin = std::max(margin, markRadius(*series.lastPointMarkArea) + kMarkRing);
     }
-    margin = std::min(std::ceil(margin + 0.5), std::min(plot.width(), plot.height()) / 4.0);
-    g.values = plot.adjusted(margin, margin, -margin, -margin);
+    margin = std::min(std::ceil(margin + 0.5), std::min(g.plot.width(), g.plot.height()) / 4.0);
+    g.values = g.plot.adjusted(margin, margin, -margin, -margin);
 
     const double tension = std::isfinite(m_content.style.tension) ? m_content.style.tension : 0.5;
     g.series.clear();
@@ -337,12 +333,10 @@ void TrendChart::paintEvent(QPaintEvent *)
     for (std::size_t i = 0; i < m_content.series.size(); ++i) {
         const TrendChartSeries &series = m_content.series[i];
         const QPainterPath &line = g.series[i].line;
-        if (!series.drawsLine || line.isEmpty() || !(series.lineWidth > 0.0))
+        if (line.isEmpty() || !(series.lineWidth > 0.0))
             continue;
-        QPen pen(series.color, series.lineWidth);
-        pen.setCapStyle(series.roundCapsAndJoins ? Qt::RoundCap : Qt::FlatCap);
-        pen.setJoinStyle(series.roundCapsAndJoins ? Qt::RoundJoin : Qt::MiterJoin);
-        painter.setPen(pen);
+        painter.setPen(
+            QPen(series.color, series.lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
         painter.drawPath(line);
     }
     painter.restore();
@@ -387,9 +381,8 @@ void TrendChart::paintEvent(QPaintEvent *)
         }
     }
     if (hasLabels(y)) {
-        const bool leading = y.labelEdge == TrendChartLabelEdge::leading;
-        const double columnWidth = leading ? g.plot.left() : width() - g.plot.right();
-        const double left = leading ? 0.0 : g.plot.right() + kLabelGap;
+        const double columnWidth = width() - g.plot.right();
+        const double left = g.plot.right() + kLabelGap;
         // From the bottom up, so the lower bound's label is the one that stays.
         double top = 1e9;
         for (const TrendChartAxisLabel &label : shownLabels(y)) {
@@ -400,8 +393,7 @@ void TrendChart::paintEvent(QPaintEvent *)
                 continue;
             top = at;
             painter.drawText(QRectF(left, at, columnWidth - kLabelGap, lineHeight),
-                             (leading ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter,
-                             label.text);
+                             Qt::AlignLeft | Qt::AlignVCenter, label.text);
         }
     }
 

@@ -44,9 +44,6 @@ struct TrendChartSeries {
     std::vector<QPointF> points;
     QColor color;
     double lineWidth = 2.4;
-    bool drawsLine = true;
-    // Round caps and joins on the line (butt caps and miter joins otherwise).
-    bool roundCapsAndJoins = false;
     std::optional<TrendChartArea> area;
     // The last point's mark, as a symbol area in square pixels (a mark of
     // area A is a filled circle of diameter 2·sqrt(A/π)); absent for none.
@@ -66,19 +63,16 @@ struct TrendChartAxisLabel {
     bool operator==(const TrendChartAxisLabel &) const = default;
 };
 
-// Where the vertical axis's labels stand beside the plot.
-enum class TrendChartLabelEdge { leading, trailing };
-
 struct TrendChartAxis {
     double lowerBound = 0.0;
     double upperBound = 100.0;
-    std::vector<TrendChartAxisLabel> labels; // positions of labels and grid lines
+    // Positions of labels and grid lines; the vertical axis's labels stand
+    // beside the plot at its trailing edge, the horizontal axis's under it.
+    std::vector<TrendChartAxisLabel> labels;
     bool showsLabels = true;
     bool showsGridLines = false;
     QColor gridColor;
     double gridWidth = 1.0;
-    // Vertical axis only; the horizontal axis's labels stand under the plot.
-    TrendChartLabelEdge labelEdge = TrendChartLabelEdge::trailing;
 
     bool operator==(const TrendChartAxis &) const = default;
 };

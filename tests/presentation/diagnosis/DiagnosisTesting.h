@@ -12,12 +12,6 @@
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
 #include "snapshot/DashboardSnapshot.h"
-#include "support/StoreTesting.h"
-
-#include <QList>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <memory>
 
@@ -41,11 +35,11 @@ protected:
 
     // One sample with these processes, 2 s after the last one. Ranking needs
     // two samples with processes, so `ingestTwice` is what most tests want.
-    void ingest(const QList<ProcessMetric> &processes, double cpu = 40.0)
+    void ingest(const QList<ProcessMetric> &processes, std::optional<double> cpu = 40.0)
     {
         clock += 2.0;
         SystemMetricSample sample = makeSample(clock);
-        sample.cpuUsage = SensorReading<double>::available(cpu, QStringLiteral("test"));
+        sample.cpuUsage = readingOf(cpu);
         sample.processMetrics = processes;
         store->ingest(sample);
     }
@@ -81,12 +75,10 @@ protected:
     // Waits for the outcome of a confirmed request.
     bool waitForOutcome()
     {
-        return QTest::qWaitFor(
-            [&] {
-                const auto status = store->terminationStatus();
-                return status && status->phase != DashboardTerminationPhase::verifying;
-            },
-            5000);
+        return QTest::qWaitFor([&] {
+            const auto status = store->terminationStatus();
+            return status && status->phase != DashboardTerminationPhase::verifying;
+        });
     }
 
     std::shared_ptr<FakeProcessIdentityReader> reader =

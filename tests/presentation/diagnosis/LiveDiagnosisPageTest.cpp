@@ -2,7 +2,6 @@
 
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/diagnosis/DiagnosisWorkspace.h"
-#include "presentation/diagnosis/SourceList.h"
 #include "presentation/diagnosis/TwoLineText.h"
 #include "presentation/kit/TrendChart.h"
 
@@ -14,7 +13,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using LiveDiagnosis = DiagnosisStoreTest;
 
-TEST_F(LiveDiagnosis, IdentifiersLabelsAndTheLowerBlocksFollowTheWindow)
+TEST_F(LiveDiagnosis, LabelsTheChartAndTheLowerBlocksFollowTheWindow)
 {
     ingestTwice({madeUpProcess(10, 1, u"pytest"_s, 70), makeProcess(11, 10, u"python3"_s, 5)});
     const struct {
@@ -33,40 +32,35 @@ TEST_F(LiveDiagnosis, IdentifiersLabelsAndTheLowerBlocksFollowTheWindow)
         EXPECT_EQ(workspace->placesPanelBesideEvidence(), test.beside);
         // The outcome of an action is in sight without scrolling wherever the
         // window is not short, and the bar's room is kept either way.
-        const QScrollArea *scroll =
-            m_window->findChild<QScrollArea *>(QStringLiteral("diagnosisWorkspaceScroll"));
-        ASSERT_NE(scroll, nullptr);
+        const auto *scroll = find<QScrollArea>(u"diagnosisWorkspaceScroll"_s);
         EXPECT_GE(scroll->widget()->minimumSizeHint().height(), test.workspaceMinimum);
-        const QRect seen = scroll->viewport()->rect();
         for (const char *identifier : {"endTaskButton", "recoveryVerification"}) {
             const QWidget *part = find(QLatin1String(identifier));
             const QRect at(part->mapTo(scroll->viewport(), QPoint()), part->size());
-            EXPECT_TRUE(test.workspaceMinimum > 0 || seen.contains(at)) << identifier;
+            EXPECT_TRUE(test.workspaceMinimum > 0 || scroll->viewport()->rect().contains(at));
         }
         EXPECT_EQ(scroll->viewport()->width(),
                   scroll->width() - scroll->verticalScrollBar()->sizeHint().width());
         const QWidget *evidence = find(u"diagnosisEvidence"_s);
         const QWidget *panel = find(u"processOperationPanel"_s);
-        ASSERT_TRUE(evidence && panel);
         EXPECT_TRUE(test.evidenceWidth == 0 || evidence->width() == test.evidenceWidth);
         EXPECT_TRUE(test.beside ? panel->x() > evidence->x() + evidence->width()
                                 : panel->y() >= evidence->y() + evidence->height());
         const auto metrics = DashboardLayoutMetrics::forSize(test.size.width(), test.size.height());
         EXPECT_EQ(find(u"diagnosisSourceColumn"_s)->width(), int(metrics.taskColumnWidth));
     }
-    // The others are pressed or read by the page's other tests.
-    for (const char *identifier :
-         {"processListScope", "processCompositionPanel", "diagnosisWorkspace",
-          "diagnosisScope-process", "diagnosisScope-system", "recoveryVerification"}) {
-        EXPECT_NE(find(QLatin1String(identifier)), nullptr) << identifier;
-    }
-    EXPECT_EQ(accessibleText(find(u"trendChart"_s), QAccessible::Name),
-              u"整机 CPU 与温度趋势，范围最近 5 分钟"_s);
-    EXPECT_EQ(accessibleText(find(u"diagnosisPathSummary"_s), QAccessible::Name),
-              u"负载来源 python3，选中进程 python3，PID 11"_s);
-    EXPECT_EQ(accessibleText(find(u"diagnosisScope-source"_s), QAccessible::Name),
-              u"来源：python3 合计 CPU 75% · 2 个关联进程"_s);
+    expectHeard(m_window.get(),
+                {{u"trendChart"_s, u"整机 CPU 与温度趋势，范围最近 5 分钟"_s},
+                 {u"diagnosisPathSummary"_s, u"负载来源 python3，选中进程 python3，PID 11"_s},
+                 {u"diagnosisScope-source"_s, u"来源：python3 合计 CPU 75% · 2 个关联进程"_s}});
     EXPECT_TRUE(showsText(m_window.get(), u"python3 › python3"_s));
+    // The chart follows the system's trend; a newest sample without a CPU
+    // reading leaves the older points unmarked.
+    const auto *chart = find<TrendChart>(u"trendChart"_s);
+    EXPECT_EQ(chart->content().series[0].points.size(), 2u);
+    ingest({}, std::nullopt);
+    EXPECT_EQ(chart->content().series[0].points.size(), 2u);
+    EXPECT_FALSE(chart->content().series[0].lastPointMarkArea.has_value());
 }
 
 TEST_F(LiveDiagnosis, EmptyStoreShowsTheWaitingTextsEverywhere)
@@ -79,9 +73,8 @@ TEST_F(LiveDiagnosis, EmptyStoreShowsTheWaitingTextsEverywhere)
         EXPECT_TRUE(showsText(m_window.get(), QString::fromUtf8(text))) << text;
     EXPECT_EQ(find<TwoLineText>(u"selectionSummary"_s)->text(),
               u"选择一个进程查看来源上下文和持续时间"_s);
-    auto *end = find(u"endTaskButton"_s);
-    EXPECT_FALSE(end->isEnabled());
-    EXPECT_EQ(accessibleText(end, QAccessible::Value), u"不可结束"_s);
+    EXPECT_FALSE(find(u"endTaskButton"_s)->isEnabled());
+    expectHeard(m_window.get(), {{u"endTaskButton"_s, {}, u"不可结束"_s}});
     EXPECT_TRUE(find<TrendChart>(u"trendChart"_s)->content().isEmpty());
 
     ingestTwice({});
@@ -90,7 +83,7 @@ TEST_F(LiveDiagnosis, EmptyStoreShowsTheWaitingTextsEverywhere)
     EXPECT_TRUE(showsText(m_window.get(), u"可按应用、进程、PID、安全命令或项目名称搜索。"_s));
 }
 
-TEST_F(LiveDiagnosis, SystemEvidenceNamesWhyTheTemperatureIsMissing)
+TEST(DiagnosisTexts, SystemEvidenceNamesWhyTheTemperatureIsMissingAndTheAxisCountsBack)
 {
     SystemMetricSample sample = makeSample(50);
     sample.thermalState = SystemThermalState::fair;
@@ -100,33 +93,11 @@ TEST_F(LiveDiagnosis, SystemEvidenceNamesWhyTheTemperatureIsMissing)
               u"温度 不可用 · 热状态 "_s + fair + u" · 数据源 权限受限"_s);
     sample.temperatureCelsius = SensorReading<double>::available(71.25, u"hwmon"_s);
     EXPECT_EQ(systemScopeDetail(sample), u"温度 71.3°C · 热状态 "_s + fair);
-    const struct {
-        double x;
-        QString label;
-    } axis[] = {{300, u"现在"_s},   {299.5, u"现在"_s}, {310, u"现在"_s}, {270, u"-30s"_s},
-                {240.5, u"-59s"_s}, {240, u"-1m"_s},    {0, u"-5m"_s}};
-    for (const auto &test : axis)
-        EXPECT_EQ(heatTrendAxisLabel(test.x), test.label) << test.x;
-}
-
-TEST_F(LiveDiagnosis, FiveHundredSourcesStayAListOfPaintedRows)
-{
-    QList<ProcessMetric> processes;
-    for (pid_t pid = 2000; pid < 2500; ++pid)
-        processes.append(madeUpProcess(pid, 1, u"tool%1"_s.arg(pid), 1 + pid % 7));
-    ingestTwice(processes);
-    LiveDiagnosisPage *page = openPage();
-    QTest::mouseClick(find(u"processListScope-all"_s), Qt::LeftButton);
-    EXPECT_EQ(page->sourceList()->sourceModel()->rowCount(), 500);
-    EXPECT_TRUE(showsText(m_window.get(), u"500 个来源 · 500 个进程"_s));
-    // The scroll position holds across a tick.
-    settleEvents(20);
-    page->sourceList()->verticalScrollBar()->setValue(4000);
-    ASSERT_EQ(page->sourceList()->verticalScrollBar()->value(), 4000);
-    processes[10].cpuPercent = 50;
-    ingest(processes);
-    EXPECT_EQ(page->sourceList()->verticalScrollBar()->value(), 4000);
-    page->sourceList()->grab();
+    const std::pair<double, QString> axis[] = {
+        {300, u"现在"_s},   {299.5, u"现在"_s}, {310, u"现在"_s}, {270, u"-30s"_s},
+        {240.5, u"-59s"_s}, {240, u"-1m"_s},    {0, u"-5m"_s}};
+    for (const auto &[x, label] : axis)
+        EXPECT_EQ(heatTrendAxisLabel(x), label) << x;
 }
 
 TEST_F(LiveDiagnosis, OddNamesAreCutWithAnEllipsisNotClipped)

@@ -1,5 +1,6 @@
 #include "presentation/kit/TrendChart.h"
 #include "presentation/kit/Accessibility.h"
+#include "presentation/kit/TrendChartData.h"
 
 #include <QImage>
 
@@ -168,7 +169,6 @@ TEST(TrendChartDrawing, NothingDrawsOutsideThePlot)
         TrendChartSeries wild = series(points);
         wild.area = TrendChartArea{-30.0, 1.0, 1.0};
         wild.lineWidth = 4.0;
-        wild.roundCapsAndJoins = true;
         wild.lastPointMarkArea = 60.0;
         TrendChartContent content = bareContent({wild});
         content.x.showsLabels = true;
@@ -218,38 +218,73 @@ TEST(TrendChartDrawing, AreaFillsBetweenTheCurveAndItsBase)
     }
 }
 
-TEST(TrendChartLayout, LabelsTakeTheirRoomBesideThePlot)
+TEST(TrendChartLayout, LabelsTakeTheirRoomUnderAndBesideThePlot)
 {
-    struct Case {
-        bool xLabels;
-        bool yLabels;
-        TrendChartLabelEdge edge;
-        bool roomBelow;
-        bool roomLeading;
-        bool roomTrailing;
-    };
-    const Case cases[] = {
-        {false, false, TrendChartLabelEdge::trailing, false, false, false},
-        {true, false, TrendChartLabelEdge::trailing, true, false, false},
-        {true, true, TrendChartLabelEdge::trailing, true, false, true},
-        {false, true, TrendChartLabelEdge::leading, false, true, false},
-    };
-    for (const Case &c : cases) {
+    for (const auto &[xLabels, yLabels] : {std::pair{false, false}, {true, false}, {true, true}}) {
         TrendChartContent content = bareContent({series({{0, 0}, {100, 100}})});
-        content.x.showsLabels = c.xLabels;
-        content.y.showsLabels = c.yLabels;
-        content.y.labelEdge = c.edge;
+        content.x.showsLabels = xLabels;
+        content.y.showsLabels = yLabels;
         content.x.labels = {{0, QStringLiteral("-30 分钟")}, {100, QStringLiteral("现在")}};
         content.y.labels = {{0, QStringLiteral("0")}, {100, QStringLiteral("6,000")}};
         TrendChart chart;
         chart.resize(300, 160);
         chart.setContent(content);
         const QRectF plot = chart.plotRect();
-        EXPECT_EQ(plot.bottom() < 150, c.roomBelow);
-        EXPECT_EQ(plot.left() > 10, c.roomLeading);
-        EXPECT_EQ(plot.right() < 290, c.roomTrailing);
+        EXPECT_EQ(plot.bottom() < 150, xLabels);
+        EXPECT_EQ(plot.right() < 290, yLabels);
         EXPECT_TRUE(QRectF(chart.rect()).contains(plot));
         EXPECT_TRUE(plot.contains(chart.valueRect()));
+    }
+}
+
+TEST(TrendChartData, SeriesKeepTheirFiniteValuesAndMarkOnlyAValuedNewestPoint)
+{
+    const std::optional<double> none;
+    const double nan = std::nan("");
+    const double inf = std::numeric_limits<double>::infinity();
+    const auto at = [](double x, std::optional<double> cpu, std::optional<double> heat) {
+        return HeatTrendPoint{.elapsedSeconds = x, .cpu = cpu, .temperature = heat};
+    };
+    using Points = std::vector<QPointF>;
+    const struct {
+        const char *name;
+        std::vector<HeatTrendPoint> points;
+        Points cpu, temperature;
+        bool cpuMark, temperatureMark;
+    } cases[] = {
+        {"no points", {}, {}, {}, false, false},
+        {"one point", {at(300, 40, 60)}, {{300, 40}}, {{300, 60}}, true, true},
+        {"gaps are missing points, not zeros",
+         {at(0, 40, none), at(100, none, 61), at(300, 45, 62)},
+         {{0, 40}, {300, 45}},
+         {{100, 61}, {300, 62}},
+         true,
+         true},
+        {"the newest has no CPU",
+         {at(200, 40, 60), at(300, none, 61)},
+         {{200, 40}},
+         {{200, 60}, {300, 61}},
+         false,
+         true},
+        {"absurd readings",
+         {at(0, nan, 60), at(inf, 50, 61), at(300, 45, -inf)},
+         {{300, 45}},
+         {{0, 60}},
+         true,
+         false},
+    };
+    TrendChartContent look;
+    look.series = {{.name = QStringLiteral("CPU"), .lastPointMarkArea = 36},
+                   {.name = QStringLiteral("温度"), .lastPointMarkArea = 30}};
+    for (const auto &test : cases) {
+        SCOPED_TRACE(test.name);
+        const TrendChartContent content = heatTrendContent(look, test.points);
+        EXPECT_EQ(content.series[0].points, test.cpu);
+        EXPECT_EQ(content.series[1].points, test.temperature);
+        EXPECT_EQ(content.series[0].lastPointMarkArea, test.cpuMark ? std::optional(36.0) : none);
+        EXPECT_EQ(content.series[1].lastPointMarkArea,
+                  test.temperatureMark ? std::optional(30.0) : none);
+        EXPECT_EQ(content.isEmpty(), test.points.empty());
     }
 }
 

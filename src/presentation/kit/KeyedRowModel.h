@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sampling/Text.h"
+
 #include <QAbstractListModel>
 #include <QHash>
 #include <QString>
@@ -7,16 +9,70 @@
 #include <algorithm>
 #include <vector>
 
-// A flat list model whose rows are plain values identified by a `key` text.
-// `setRows` brings the model to a new list through removals, moves, inserts
-// and changes, never a reset, so the view's current row, scroll position and
-// anything keyed by row identity hold across ticks. Duplicate keys (a pid
-// listed twice in one tick) are handled: they pair up in order.
+// What the rows of a list tell assistive technology and tests. Rows are not
+// widgets, so their identifier, label, value and hint travel as model roles:
 //
-// Row needs `QString key` and `operator==`.
+// - Qt::AccessibleTextRole: the row's accessibility label;
+// - Qt::AccessibleDescriptionRole: its hint (tree rows);
+// - identifier: "taskRow-<task id>", "processTree-node-<pid>",
+//   "incidentRow-<incident id>";
+// - accessibleValue: "已选择" on the selected row, "未选择" on the others;
+// - key: the row's key (a task id, a process node id, an incident id);
+// - selected: whether the row is the selected one (a bool, for the selected
+//   state a screen reader reports);
+// - toggleIdentifier, toggleLabel, toggleEnabled: the tree row's chevron,
+//   "processTree-toggle-<pid>", "展开子进程"/"折叠子进程", and whether it
+//   reacts (false, and the chevron invisible, for a node without children);
+// - expanded: whether the tree row shows its children.
+namespace RowRole {
+enum : int {
+    identifier = Qt::UserRole + 1,
+    accessibleValue,
+    key,
+    toggleIdentifier,
+    toggleLabel,
+    toggleEnabled,
+    selected,
+    expanded,
+};
+} // namespace RowRole
+
+// The one list model of the dashboard: a flat list whose rows are plain
+// values identified by a `key`. `setRows` brings the model to a new list
+// through removals, moves, inserts and changes, never a reset, so the view's
+// current row, scroll position and anything keyed by row identity hold across
+// ticks. Runs of adjacent rows go in, go out and change at once, so a clear or
+// a filter is a few signals, not one per row. Duplicate keys (a pid listed
+// twice in one tick) are handled: they pair up in order.
+//
+// Row needs a `key` that QHash takes (a text, an id), `operator==`, and for
+// the roles every list answers alike an `accessibleLabel`, an `isSelected`
+// and an `identifier()`; a list answers its own roles in `rowData`.
 template <typename Row> class KeyedRowModel : public QAbstractListModel {
 public:
+    using Key = decltype(Row::key);
     using QAbstractListModel::QAbstractListModel;
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!index.isValid() || index.row() >= rowCount())
+            return {};
+        const Row &row = rowAt(index.row());
+        switch (role) {
+        case Qt::AccessibleTextRole:
+            return row.accessibleLabel;
+        case RowRole::identifier:
+            return row.identifier();
+        case RowRole::accessibleValue:
+            return row.isSelected ? kwText("已选择") : kwText("未选择");
+        case RowRole::selected:
+            return row.isSelected;
+        case RowRole::key:
+            return QVariant::fromValue(row.key);
+        default:
+            return rowData(row, role);
+        }
+    }
 
     int rowCount(const QModelIndex &parent = {}) const override
     {
@@ -25,7 +81,7 @@ public:
     const std::vector<Row> &rows() const { return m_rows; }
     const Row &rowAt(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     // The row index of `key`, or -1.
-    int rowOf(const QString &key) const
+    int rowOf(const Key &key) const
     {
         for (std::size_t i = 0; i < m_rows.size(); ++i) {
             if (m_rows[i].key == key)
@@ -37,7 +93,7 @@ public:
     void setRows(std::vector<Row> next)
     {
         removeRowsMissingFrom(next);
-        QHash<QString, int> remaining; // rows at index >= i still to be placed, by key
+        QHash<Key, int> remaining; // rows at index >= i still to be placed, by key
         for (const Row &row : m_rows)
             ++remaining[row.key];
         std::vector<int> changed;
@@ -72,10 +128,13 @@ public:
         emitChangedRuns(changed);
     }
 
+protected:
+    virtual QVariant rowData(const Row &, int) const { return {}; }
+
 private:
     void removeRowsMissingFrom(const std::vector<Row> &next)
     {
-        QHash<QString, int> wanted;
+        QHash<Key, int> wanted;
         for (const Row &row : next)
             ++wanted[row.key];
         // From the end, so the indexes before a removed run stay valid; runs
@@ -96,7 +155,7 @@ private:
         }
     }
 
-    void moveRowToward(const QString &key, int destination)
+    void moveRowToward(const Key &key, int destination)
     {
         int source = destination + 1;
         while (m_rows[static_cast<std::size_t>(source)].key != key)
