@@ -189,24 +189,30 @@ TEST(DashboardShell, ClosedWindowFollowsNoTickAndCatchesUpWhenShown)
     }
 }
 
-// A text that leaves the label's size as it was (a clock's digits, a line cut
-// to its box) lays nothing out; a text that grows the label does.
+// A text that leaves the label's size, as its layout reads it, as it was (a
+// clock's digits, a line cut to its box, a figure within the width the label
+// keeps, a width the layout decides) lays nothing out; one that grows it does.
 TEST(DashboardShell, TextChangesLayOutOnlyWhenTheLabelsSizeCanChange)
 {
     const struct {
         bool elided;
+        QSizePolicy::Policy width;
+        int least;
         const char *from;
         const char *to;
         bool laysOut;
-    } rows[] = {{false, "10:20", "20:10", false},
-                {true, "10:20", "20:10", false},
-                {false, "10:20", "10:20 · 需要关注", true}};
+    } rows[] = {{false, QSizePolicy::Preferred, 0, "10:20", "20:10", false},
+                {true, QSizePolicy::Preferred, 0, "10:20", "20:10", false},
+                {true, QSizePolicy::Ignored, 0, "1.2 MB/s", "12.5 MB/s", false},
+                {false, QSizePolicy::Preferred, 0, "10:20", "10:20 · 需要关注", true}};
     for (const auto &row : rows) {
         SCOPED_TRACE(row.to);
         QWidget box;
         auto *label = new TextLabel(QString::fromUtf8(row.from), 12, DashboardFontWeight::regular,
                                     0xff000000);
         label->setElided(row.elided);
+        label->setSizePolicy(row.width, QSizePolicy::Preferred);
+        label->setMinimumWidth(row.least);
         attach(&box, column(0, {}, {label, flexible()}));
         box.resize(300, 100);
         box.show();
