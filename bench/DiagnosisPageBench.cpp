@@ -15,7 +15,7 @@
 #include "presentation/diagnosis/ProcessTree.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
+#include "snapshot/DashboardSnapshot.h"
 
 #include <QApplication>
 #include <QImage>

@@ -9,8 +9,8 @@
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
-#include "presentation/snapshot/ScriptedStore.h"
+#include "snapshot/DashboardSnapshot.h"
+#include "snapshot/ScriptedStore.h"
 
 #include <QPixmap>
 

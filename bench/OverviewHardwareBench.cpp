@@ -7,7 +7,7 @@
 #include "presentation/hardware/HardwareMonitorView.h"
 #include "presentation/overview/OverviewDashboardView.h"
 #include "presentation/shell/DashboardShell.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
+#include "snapshot/DashboardSnapshot.h"
 
 #include <QApplication>
 #include <QImage>

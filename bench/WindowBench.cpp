@@ -4,8 +4,8 @@
 #include "dashboard/DashboardStore.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
-#include "presentation/snapshot/ScriptedStore.h"
+#include "snapshot/DashboardSnapshot.h"
+#include "snapshot/ScriptedStore.h"
 
 #include <QApplication>
 #include <QImage>

@@ -35,8 +35,14 @@
 // Notification: each observed field has a `<field>Changed` signal. A write
 // of a value equal to the current one stores nothing and signals nothing.
 // Signals are held back until the whole operation has run (a whole ingest, a
-// whole user action), then emitted in field order, followed by `changed`:
-// a view that reacts never sees half a tick.
+// whole user action), then emitted in the order the signals are declared,
+// followed by `changed`: a view that reacts never sees half a tick.
+//
+// The work is split by what it does: construction, notification and the
+// monitoring loop (DashboardStore.cpp); one tick (DashboardStoreIngest.cpp);
+// the selection (DashboardStoreSelection.cpp); ending a process
+// (DashboardStoreTermination.cpp); what is computed on each call
+// (DashboardStoreDerivedViews.cpp).
 class TickTexts;
 
 class DashboardStore final : public QObject {
@@ -111,25 +117,6 @@ public:
     // `liveTasks`, plus the selected task when it has fallen out of them.
     std::vector<DashboardTask> visibleTasks() const;
 
-    // Working state of the ranking, readable for tools and tests.
-    const std::map<QString, double> &smoothedTaskScores() const
-    {
-        return m_taskOrder.smoothedTaskScores;
-    }
-    const std::optional<TimePoint> &lastTaskRankingUpdate() const
-    {
-        return m_taskOrder.lastTaskRankingUpdate;
-    }
-    const std::map<QString, pid_t> &stableTargetPIDs() const
-    {
-        return m_taskTargets.stableTargetPIDs;
-    }
-    const std::optional<TimePoint> &lastTargetRankingUpdate() const
-    {
-        return m_taskTargets.lastTargetRankingUpdate;
-    }
-    qint64 processMetricSampleCount() const { return m_processMetricSampleCount; }
-
     // Termination (DashboardStoreTermination.cpp). One termination runs at a
     // time from the user's view: the page offers the action only through
     // `canTerminateSelectedProcess`.
@@ -148,22 +135,15 @@ public:
     // The last attempt's status, when it is about the selected process.
     std::optional<DashboardTerminationStatus> selectedTerminationStatus() const;
 
-    // Which process nodes of the last sample may be ended, by node id.
-    const QHash<QString, ProcessTerminationTarget> &processTerminationTargets() const
-    {
-        return m_processTerminationTargets;
-    }
+    // What the confirmation will act on: the record the user saw.
     const std::optional<ProcessTerminationTarget> &pendingTerminationTarget() const
     {
         return m_pendingTerminationTarget;
     }
-    // Present exactly while a verification of recovery is open.
-    const std::optional<RecoveryEvaluator> &recoveryEvaluator() const
-    {
-        return m_recoveryEvaluator;
-    }
 
 signals:
+    // One signal per observed field, in the order they are emitted; a write
+    // names its field by its signal.
     void isMonitoringChanged();
     void selectedTaskIDChanged();
     void selectedProcessIDChanged();
@@ -181,22 +161,7 @@ signals:
     void changed();
 
 private:
-    enum class Field {
-        isMonitoring,
-        selectedTaskID,
-        selectedProcessID,
-        liveTasks,
-        allTasks,
-        pendingTermination,
-        terminationStatus,
-        recoveryState,
-        recoveryContext,
-        terminationMessage,
-        latestSystemSample,
-        sampleHistory,
-        incidents,
-        count,
-    };
+    using FieldSignal = void (DashboardStore::*)();
 
     // Holds notifications back until the outermost batch ends.
     class NotificationBatch {
@@ -210,14 +175,14 @@ private:
         DashboardStore &m_store;
     };
 
-    template <typename T> void write(T &field, T value, Field which)
+    template <typename T> void write(T &field, T value, FieldSignal notify)
     {
         if (field == value)
             return;
         field = std::move(value);
-        markChanged(which);
+        markChanged(notify);
     }
-    void markChanged(Field which);
+    void markChanged(FieldSignal notify);
     void emitPending();
 
     // Termination steps (DashboardStoreTermination.cpp).
@@ -233,7 +198,8 @@ private:
     void drainStream(quint64 generation);
 
     // Ingest, load sources: the warm-up gate, ranking and stable targets; the
-    // tasks; the selection kept valid (DashboardStoreRanking.cpp).
+    // tasks (DashboardStoreIngest.cpp); the selection kept valid
+    // (DashboardStoreSelection.cpp).
     std::vector<ApplicationLoad> rankForTick(std::vector<ApplicationLoad> loads,
                                              TimePoint timestamp);
     void publishTasks(const std::vector<ApplicationLoad> &rankedLoads, TickTexts &texts);
@@ -269,8 +235,7 @@ private:
     // Tells the queued deliveries of a stopped stream from the current one's.
     quint64 m_streamGeneration = 0;
     // Smoothed scores and the last reorder; standing targets and their last
-    // refresh (smoothedTaskScores, lastTaskRankingUpdate, stableTargetPIDs,
-    // lastTargetRankingUpdate).
+    // refresh.
     TaskOrderState m_taskOrder;
     TaskTargetState m_taskTargets;
     // Samples seen so far whose grouping was not empty; the first one, when
@@ -279,7 +244,10 @@ private:
 
     ProcessTerminationController m_terminationController;
     std::optional<RecoveryEvaluator> m_recoveryEvaluator;
+    // The last sample's records by node key: those the record rules offer,
+    // and those they refuse (DashboardStoreTermination.cpp).
     QHash<QString, ProcessTerminationTarget> m_processTerminationTargets;
+    QHash<QString, ProcessTerminationTarget> m_refusedTerminationTargets;
     std::optional<ProcessTerminationTarget> m_pendingTerminationTarget;
     // Exit waits in progress; destroyed (cancelled and joined) with the store.
     ProcessExitWaiter m_exitWaiter;
@@ -289,5 +257,7 @@ private:
     std::optional<TimePoint> m_menuBarAbnormalStartedAt;
 
     int m_batchDepth = 0;
-    std::bitset<static_cast<std::size_t>(Field::count)> m_pending;
+    // Field signals marked and not yet emitted, by their index among the
+    // class's own methods (signals come first, in declaration order).
+    std::bitset<32> m_pending;
 };

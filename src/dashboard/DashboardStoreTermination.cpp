@@ -10,6 +10,8 @@
 #include "process/TaskAssembly.h"
 #include "sampling/Text.h"
 
+#include <algorithm>
+
 namespace {
 
 ProcessTerminationTarget targetOf(const ProcessMetric &process)
@@ -31,7 +33,8 @@ DashboardStore::applyRecoveryVerdict(const SystemMetricSample &sample)
 {
     if (!m_recoveryEvaluator)
         return std::nullopt;
-    write(m_recoveryState, m_recoveryEvaluator->evaluate(sample), Field::recoveryState);
+    write(m_recoveryState, m_recoveryEvaluator->evaluate(sample),
+          &DashboardStore::recoveryStateChanged);
     if (m_recoveryState == DashboardRecoveryState::recovering)
         return std::nullopt;
     m_recoveryEvaluator.reset();
@@ -42,15 +45,35 @@ void DashboardStore::rebuildTerminationTargets(const SystemMetricSample &sample,
 {
     // The whole sample, not the ranked loads: a node is offered by the same
     // rules that the safety check applies again to the record at the signal.
-    QHash<QString, ProcessTerminationTarget> targets;
-    targets.reserve(sample.processMetrics.size());
+    // The rules read nothing but the record, so a tick on which every process
+    // comes with the record it had last time, and no other (the reader lists
+    // each pid once), keeps both tables: on a desktop where nothing started,
+    // left or changed, that is every tick.
+    const auto known = [&](const ProcessMetric &process) {
+        const QString key = texts.nodeKey(process.identity);
+        auto found = m_processTerminationTargets.constFind(key);
+        if (found == m_processTerminationTargets.cend()) {
+            found = m_refusedTerminationTargets.constFind(key);
+            if (found == m_refusedTerminationTargets.cend())
+                return false;
+        }
+        return *found == targetOf(process);
+    };
+    if (sample.processMetrics.size() ==
+            m_processTerminationTargets.size() + m_refusedTerminationTargets.size() &&
+        std::all_of(sample.processMetrics.begin(), sample.processMetrics.end(), known))
+        return;
+
+    QHash<QString, ProcessTerminationTarget> offered;
+    QHash<QString, ProcessTerminationTarget> refused;
+    offered.reserve(sample.processMetrics.size());
     for (const ProcessMetric &process : sample.processMetrics) {
         ProcessTerminationTarget target = targetOf(process);
-        if (m_terminationController.checkRecord(target))
-            continue;
-        targets.insert(texts.nodeKey(process.identity), std::move(target));
+        auto &table = m_terminationController.checkRecord(target) ? refused : offered;
+        table.insert(texts.nodeKey(process.identity), std::move(target));
     }
-    m_processTerminationTargets = std::move(targets);
+    m_processTerminationTargets = std::move(offered);
+    m_refusedTerminationTargets = std::move(refused);
 }
 
 void DashboardStore::requestTermination(const DashboardTask &task,
@@ -66,11 +89,12 @@ void DashboardStore::requestTermination(const DashboardTask &task,
         m_terminationStatus->phase == DashboardTerminationPhase::unresponsive;
     const ProcessTerminationSignal mode =
         ignoredGraceful ? ProcessTerminationSignal::forced : ProcessTerminationSignal::graceful;
-    write(m_terminationMessage, std::optional<QString>(), Field::terminationMessage);
+    write(m_terminationMessage, std::optional<QString>(),
+          &DashboardStore::terminationMessageChanged);
     write(m_pendingTermination,
           std::optional<DashboardPendingTermination>(
               DashboardPendingTermination{task, process, mode}),
-          Field::pendingTermination);
+          &DashboardStore::pendingTerminationChanged);
     // A copy of what the user saw, not of what a later tick finds.
     m_pendingTerminationTarget = *found;
 }
@@ -79,7 +103,7 @@ void DashboardStore::cancelTermination()
 {
     NotificationBatch batch(*this);
     write(m_pendingTermination, std::optional<DashboardPendingTermination>(),
-          Field::pendingTermination);
+          &DashboardStore::pendingTerminationChanged);
     m_pendingTerminationTarget.reset();
 }
 
@@ -89,7 +113,7 @@ void DashboardStore::writeTerminationStatus(const DashboardPendingTermination &p
     write(m_terminationStatus,
           std::optional<DashboardTerminationStatus>(DashboardTerminationStatus{
               pending.process.id, pending.process.name, pending.process.pid, pending.mode, phase}),
-          Field::terminationStatus);
+          &DashboardStore::terminationStatusChanged);
 }
 
 void DashboardStore::confirmTermination()
@@ -100,7 +124,7 @@ void DashboardStore::confirmTermination()
     const DashboardPendingTermination pending = *m_pendingTermination;
     const ProcessTerminationTarget target = *m_pendingTerminationTarget;
     write(m_pendingTermination, std::optional<DashboardPendingTermination>(),
-          Field::pendingTermination);
+          &DashboardStore::pendingTerminationChanged);
     m_pendingTerminationTarget.reset();
 
     // Taken before the signal, so that the verification compares with the
@@ -114,7 +138,7 @@ void DashboardStore::confirmTermination()
         writeTerminationStatus(pending, DashboardTerminationPhase::failed);
         write(m_terminationMessage,
               std::optional<QString>(name + QStringLiteral("：") + result.text()),
-              Field::terminationMessage);
+              &DashboardStore::terminationMessageChanged);
         recordTerminationFailure(pending);
         return;
     }
@@ -127,7 +151,7 @@ void DashboardStore::confirmTermination()
                                   ? kwText("%1：正在确认强制结束结果…")
                                   : kwText("%1：已发送退出请求，正在确认…");
     write(m_terminationMessage, std::optional<QString>(verifying.arg(name)),
-          Field::terminationMessage);
+          &DashboardStore::terminationMessageChanged);
 
     m_exitWaiter.start(m_terminationController, target, std::move(attempt.pin),
                        [this, pending, baseline](bool stillRunning) {
@@ -149,7 +173,7 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
         const QString message = forced ? kwText("%1：强制结束后进程仍在运行。")
                                        : kwText("%1：进程仍在运行，可尝试强制结束。");
         write(m_terminationMessage, std::optional<QString>(message.arg(name)),
-              Field::terminationMessage);
+              &DashboardStore::terminationMessageChanged);
         recordTerminationFailure(pending);
         return;
     }
@@ -157,27 +181,28 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
     writeTerminationStatus(pending, DashboardTerminationPhase::exited);
     const QString message = forced ? kwText("%1：进程已强制结束。") : kwText("%1：进程已结束。");
     write(m_terminationMessage, std::optional<QString>(message.arg(name)),
-          Field::terminationMessage);
+          &DashboardStore::terminationMessageChanged);
 
     RecoveryStart start = RecoveryStart::afterExit(pending, baseline);
     if (!start.context) {
         // Nothing to compare with, and no incident action without a sample.
-        write(m_recoveryState, start.state, Field::recoveryState);
+        write(m_recoveryState, start.state, &DashboardStore::recoveryStateChanged);
         return;
     }
-    write(m_recoveryContext, std::move(start.context), Field::recoveryContext);
+    write(m_recoveryContext, std::move(start.context), &DashboardStore::recoveryContextChanged);
     // Ending a process always leaves a trace in the log, hot machine or not.
     m_incidentTracker.recordAction(pending.task, actionProcessName(pending.process),
                                    baseline->timestamp, &*baseline);
     publishIncidents();
     m_recoveryEvaluator = std::move(start.evaluator);
-    write(m_recoveryState, start.state, Field::recoveryState);
+    write(m_recoveryState, start.state, &DashboardStore::recoveryStateChanged);
 }
 
 void DashboardStore::recordTerminationFailure(const DashboardPendingTermination &pending)
 {
     m_recoveryEvaluator.reset();
-    write(m_recoveryState, DashboardRecoveryState::terminationFailed, Field::recoveryState);
+    write(m_recoveryState, DashboardRecoveryState::terminationFailed,
+          &DashboardStore::recoveryStateChanged);
     // The latest sample, not the baseline: a later tick may have come in
     // while the exit was awaited.
     const SystemMetricSample *latest = m_latestSystemSample ? &*m_latestSystemSample : nullptr;

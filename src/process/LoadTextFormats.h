@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
 #include "process/ByteTexts.h"
+#include "process/DashboardTask.h"
 
 #include <QLocale>
 #include <QString>

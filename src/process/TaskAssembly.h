@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
 #include "process/ApplicationLoad.h"
+#include "process/DashboardTask.h"
 #include "process/ProcessNameOrder.h"
 #include "process/TaskClassification.h"
 #include "sampling/Text.h"

@@ -2,9 +2,9 @@
 
 #include "process/LoadTextFormats.h"
 #include "process/PrintableText.h"
+#include "process/ProtectedProcessNames.h"
 #include "process/TaskAssembly.h"
 #include "sampling/Text.h"
-#include "termination/ProtectedProcessNames.h"
 
 #include <algorithm>
 #include <array>

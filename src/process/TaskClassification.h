@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
 #include "process/ApplicationLoad.h"
+#include "process/DashboardTask.h"
 
 #include <QString>
 

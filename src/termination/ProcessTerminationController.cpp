@@ -1,7 +1,7 @@
 #include "termination/ProcessTerminationController.h"
 
+#include "process/ProtectedProcessNames.h"
 #include "sampling/Cancellation.h"
-#include "termination/ProtectedProcessNames.h"
 
 #include <cerrno>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
 #include "sampling/SystemMetricSample.h"
 #include "sampling/TimePoint.h"
+#include "termination/DashboardRecoveryState.h"
 
 // The verdict on whether ending a process helped: holds the sample taken
 // before the signal and, once the observation window has passed, compares it

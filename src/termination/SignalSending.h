@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
+#include "termination/ProcessTerminationSignal.h"
 
 #include <memory>
 #include <optional>

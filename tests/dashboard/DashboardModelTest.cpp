@@ -1,5 +1,6 @@
-#include "dashboard/DashboardModel.h"
+#include "dashboard/DashboardTexts.h"
 #include "sampling/Text.h"
+#include "support/FixtureTable.h"
 
 #include <gtest/gtest.h>
 
@@ -69,25 +70,13 @@ TEST(DashboardProcessNodeTest, MatchesOnAnyFieldOrAnyChild)
 
 TEST(DashboardProcessNodeTest, RoleLabelFirstHitDecides)
 {
-    struct Row {
-        const char *name;
-        const char *command;
-        bool hasChildren;
-        const char *label;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {"Editor Helper", "gpu renderer", false, "渲染进程"}, {"x", "gpu", false, "图形处理进程"},
-        {"Tool Helper", "x", false, "应用辅助服务"}, {"xpcproxy", "", false, "应用辅助服务"},
-        {"node", "vitest", false, "测试任务"}, {"clang", "", false, "构建任务"},
-        {"sh", "sh", true, "父进程"}, {"sleep", "sleep", false, "工作进程"},
-    };
-    // clang-format on
-    for (const Row &row : rows) {
-        DashboardProcessNode subject = node("a", 1, row.name, row.command);
-        if (row.hasChildren)
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("process-role-labels"))) {
+        DashboardProcessNode subject = node("a", 1, "", "");
+        subject.name = *row.text(1);
+        subject.command = row.text(2).value_or(QString());
+        if (row.text(3))
             subject.children.push_back(node("b", 2, "child"));
-        EXPECT_EQ(subject.roleLabel(), QString::fromUtf8(row.label)) << row.name;
+        EXPECT_EQ(subject.roleLabel(), *row.text(0)) << row.where;
     }
 }
 
@@ -99,25 +88,26 @@ TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
 
     pending.mode = ProcessTerminationSignal::forced;
     // A pid is an identifier and is never grouped, whatever the locale.
-    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("强制结束 pytest（PID 4321）？"));
-    EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("强制结束"));
+    EXPECT_EQ(terminationConfirmationTitle(pending),
+              QStringLiteral("强制结束 pytest（PID 4321）？"));
+    EXPECT_EQ(terminationConfirmationActionTitle(pending), QStringLiteral("强制结束"));
     EXPECT_EQ(
-        pending.confirmationMessage(),
+        terminationConfirmationMessage(pending),
         QStringLiteral("进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
                        "所属应用也可能自动重新启动它。"));
 
     pending.mode = ProcessTerminationSignal::graceful;
-    EXPECT_EQ(pending.confirmationTitle(), QStringLiteral("结束 pytest（PID 4321）？"));
-    EXPECT_EQ(pending.confirmationActionTitle(), QStringLiteral("结束进程"));
-    EXPECT_EQ(pending.confirmationMessage(), pending.task.terminationImpact);
+    EXPECT_EQ(terminationConfirmationTitle(pending), QStringLiteral("结束 pytest（PID 4321）？"));
+    EXPECT_EQ(terminationConfirmationActionTitle(pending), QStringLiteral("结束进程"));
+    EXPECT_EQ(terminationConfirmationMessage(pending), pending.task.terminationImpact);
 
     pending.process = node("p", 1, "sh", "", {node("a", 2, "a"), node("b", 3, "b")});
-    EXPECT_EQ(pending.confirmationMessage(),
+    EXPECT_EQ(terminationConfirmationMessage(pending),
               QStringLiteral(
                   "会结束这个进程，并可能中断它的 2 个直接子进程；所属应用也可能自动重新启动它。"));
     pending.process = node("p", 1, "sleep");
     EXPECT_EQ(
-        pending.confirmationMessage(),
+        terminationConfirmationMessage(pending),
         QStringLiteral("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。"));
 }
 

@@ -56,84 +56,37 @@ TEST(DashboardStoreMenuBar, AbnormalTimeStartsOnceAndClearsOnOneCalmSample)
     }
 }
 
-TEST(DashboardStoreIncidents, HotMachineWithoutTasksOpensNoIncident)
+// The tracker is handed the top live task; the list is published only when
+// it changed; clearing drops even the active incident.
+TEST(DashboardStoreIncidents, HotSamplesBlameTheTopTaskAndClearStartsAnew)
 {
     auto store = makeStoreForTesting();
     QSignalSpy incidentsChanged(store.get(), &DashboardStore::incidentsChanged);
-    QSignalSpy changed(store.get(), &DashboardStore::changed);
-
-    // Hot by pressure and by temperature with load, but nothing of the user's
-    // is ranked: there is no task to blame.
-    store->ingest(tick(10.0, SystemThermalState::fair, 60.0, 20.0));
-    store->ingest(tick(12.0, SystemThermalState::nominal, 85.0, 95.0));
-    store->ingest(tick(14.0, SystemThermalState::critical, 99.0, 100.0));
-
-    EXPECT_TRUE(store->liveTasks().empty());
+    store->ingest(tick(8.0, SystemThermalState::critical, 99.0, 100.0)); // nothing ranked
     EXPECT_TRUE(store->incidents().empty());
     EXPECT_EQ(incidentsChanged.count(), 0); // an equal list is not a change
-    EXPECT_EQ(changed.count(), 3);
-    EXPECT_EQ(store->menuBarPresentation().primaryTask, std::nullopt);
-    store->clearIncidents(); // an empty log: nothing to tell
-    EXPECT_EQ(changed.count(), 3);
-}
-
-TEST(DashboardStoreIncidents, HotSampleWithRankedProcessesOpensAnIncidentUntilACalmOne)
-{
-    auto store = makeStoreForTesting();
-    QSignalSpy incidentsChanged(store.get(), &DashboardStore::incidentsChanged);
 
     // A lineage already loaded on its first sample passes the warm-up gate at
     // once; the busier source of two is the one blamed.
-    const QList<ProcessMetric> busy = {makeProcess(4000, 1, "sleep", 1.0),
-                                       makeProcess(4100, 1, "cargo", 70.0),
-                                       makeProcess(4101, 4100, "rustc", 95.0)};
     SystemMetricSample hot = tick(10.0, SystemThermalState::nominal, 82.0, 10.0);
-    hot.processMetrics = busy;
+    hot.processMetrics = {makeProcess(4000, 1, "sleep", 1.0), makeProcess(4100, 1, "cargo", 70.0),
+                          makeProcess(4101, 4100, "rustc", 95.0)};
     store->ingest(hot);
-
     ASSERT_EQ(store->liveTasks().size(), 2u);
-    const DashboardTask &top = store->liveTasks().front();
-    EXPECT_EQ(top.targetProcess.name, QStringLiteral("rustc"));
     ASSERT_EQ(store->incidents().size(), 1u);
-    const DashboardIncident &opened = store->incidents().front();
-    EXPECT_EQ(opened.application, top.application);
-    EXPECT_EQ(opened.status, DashboardIncidentStatus::observing);
-    EXPECT_EQ(opened.peakCPU, top.cpu); // the source's sum, above the system's 10 %
+    const DashboardIncident opened = store->incidents().front();
+    EXPECT_EQ(opened.application, store->liveTasks().front().application);
+    EXPECT_EQ(opened.peakCPU, store->liveTasks().front().cpu);
     EXPECT_EQ(incidentsChanged.count(), 1);
-    EXPECT_EQ(store->menuBarPresentation().state, State::highLoad);
 
-    SystemMetricSample calm = tick(12.0, SystemThermalState::nominal, 60.0, 10.0);
-    calm.processMetrics = busy;
-    store->ingest(calm);
-    ASSERT_EQ(store->incidents().size(), 1u);
-    EXPECT_EQ(store->incidents().front().status, DashboardIncidentStatus::recoveredWithoutAction);
-    EXPECT_EQ(store->incidents().front().endedAt, TimePoint::fromSecondsSince1970(12.0));
+    store->clearIncidents();
+    EXPECT_TRUE(store->incidents().empty());
     EXPECT_EQ(incidentsChanged.count(), 2);
-
-    store->clearIncidents();
-    EXPECT_TRUE(store->incidents().empty());
-    EXPECT_EQ(incidentsChanged.count(), 3);
-}
-
-TEST(DashboardStoreIncidents, ClearWhileActiveDropsTheIncidentAndTheNextHotSampleStartsAnew)
-{
-    auto store = makeStoreForTesting();
-    const QList<ProcessMetric> busy = {makeProcess(4200, 1, "docker", 80.0)};
-    SystemMetricSample hot = tick(10.0, SystemThermalState::nominal, 85.0, 10.0);
-    hot.processMetrics = busy;
-    store->ingest(hot);
-    ASSERT_EQ(store->incidents().size(), 1u);
-    const QUuid dropped = store->incidents().front().id;
-
-    store->clearIncidents();
-    EXPECT_TRUE(store->incidents().empty());
-
     // Still hot: not a point of the dropped incident, but the start of a new one.
-    hot.timestamp = TimePoint::fromSecondsSince1970(12.0);
+    hot.timestamp = secondsAt(12.0);
     store->ingest(hot);
     ASSERT_EQ(store->incidents().size(), 1u);
-    EXPECT_NE(store->incidents().front().id, dropped);
-    EXPECT_EQ(store->incidents().front().startedAt, TimePoint::fromSecondsSince1970(12.0));
+    EXPECT_NE(store->incidents().front().id, opened.id);
     EXPECT_EQ(store->incidents().front().points.size(), 1u);
 }
 

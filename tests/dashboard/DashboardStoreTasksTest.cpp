@@ -1,3 +1,4 @@
+#include "dashboard/DashboardTexts.h"
 #include "support/StoreTesting.h"
 
 #include <QSignalSpy>
@@ -49,14 +50,7 @@ TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
 {
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, idle(desk())));
-    EXPECT_EQ(store->processMetricSampleCount(), 1);
     EXPECT_TRUE(store->allTasks().empty());
-    EXPECT_EQ(store->selectedTaskID(), QString());
-    EXPECT_TRUE(store->smoothedTaskScores().empty());
-    EXPECT_FALSE(store->lastTaskRankingUpdate());
-    EXPECT_FALSE(store->lastTargetRankingUpdate());
-    EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(true));
-
     store->ingest(sampleAt(102, desk()));
     EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
     EXPECT_EQ(store->liveTasks(), store->allTasks()); // fewer than four: all of them
@@ -67,53 +61,34 @@ TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
     EXPECT_EQ(store->selectedProcess()->pid, 11);
 }
 
+// The warm-up gate holds back only the first sample with processes, and only
+// when all its scores are 0; nothing is selected at a score of 0.
 TEST(DashboardStoreTasksTest, GateIsUsedOnlyByAFirstSampleWithLoads)
 {
     struct Row {
         const char *name;
         std::vector<QList<ProcessMetric>> samples;
-        qint64 count;
         std::size_t tasks;
+        const char *selected;
     };
     const Row rows[] = {
-        {"empty first sample does not use the gate up", {{}, idle(desk())}, 1, 0},
-        {"busy first sample passes at once", {desk()}, 1, 3},
-        {"second idle sample passes whatever its scores", {idle(desk()), idle(desk())}, 2, 3},
+        {"empty first sample does not use the gate up", {{}, idle(desk())}, 0, nullptr},
+        {"busy first sample passes at once", {desk()}, 3, "worker"},
+        {"second idle sample ranks, selects nothing", {idle(desk()), idle(desk())}, 3, nullptr},
+        {"an empty sample clears tasks and selection", {desk(), {}}, 0, nullptr},
+        {"the gate is not used again after it", {desk(), {}, idle(desk())}, 3, nullptr},
     };
     for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
         auto store = makeStoreForTesting();
         double time = 100;
         for (const auto &processes : row.samples)
             store->ingest(sampleAt(time += 2, processes));
-        EXPECT_EQ(store->processMetricSampleCount(), row.count) << row.name;
-        EXPECT_EQ(store->allTasks().size(), row.tasks) << row.name;
+        EXPECT_EQ(store->allTasks().size(), row.tasks);
+        EXPECT_EQ(store->selectedTaskID(), row.selected ? idOf(*store, row.selected) : QString());
+        if (!row.selected)
+            EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(row.tasks == 0));
     }
-}
-
-TEST(DashboardStoreTasksTest, IdleSecondSampleSelectsNothing)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, idle(desk())));
-    store->ingest(sampleAt(102, idle(desk())));
-    EXPECT_EQ(store->allTasks().size(), 3u);
-    EXPECT_EQ(store->selectedTaskID(), QString()); // score 0 is never selected by the program
-    EXPECT_EQ(store->selectedProcessID(), std::nullopt);
-    EXPECT_EQ(store->selectedDiagnosis(), placeholderDiagnosis(false));
-}
-
-TEST(DashboardStoreTasksTest, EmptySampleClearsTasksAndRankingButKeepsTheCount)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, desk()));
-    store->ingest(sampleAt(102, desk()));
-    store->ingest(sampleAt(104, {}));
-    EXPECT_TRUE(store->allTasks().empty());
-    EXPECT_TRUE(store->smoothedTaskScores().empty());
-    EXPECT_TRUE(store->stableTargetPIDs().empty());
-    EXPECT_FALSE(store->lastTaskRankingUpdate());
-    EXPECT_FALSE(store->lastTargetRankingUpdate());
-    EXPECT_EQ(store->selectedTaskID(), QString());
-    EXPECT_EQ(store->processMetricSampleCount(), 2);
 }
 
 TEST(DashboardStoreTasksTest, VanishedSelectedTaskMovesSelectionToFirstBusyInGroupingOrder)
@@ -132,45 +107,34 @@ TEST(DashboardStoreTasksTest, VanishedSelectedTaskMovesSelectionToFirstBusyInGro
               processNodeKey(30, TimePoint::fromSecondsSince1970(1030)));
 }
 
-TEST(DashboardStoreTasksTest, ExitedSelectedProcessMovesToTheTargetNode)
+// A process selection holds while its node is listed and moves to the
+// target's node when it leaves; user selections of what is not there, or of
+// another task's node, change nothing.
+TEST(DashboardStoreTasksTest, ProcessSelectionFollowsTheTreeAndIgnoresWhatIsNotThere)
 {
     auto store = makeStoreForTesting();
     QList<ProcessMetric> processes = desk();
     processes.append(makeProcess(12, 10, "helper", 1.0));
     store->ingest(sampleAt(100, processes));
-    store->selectTask(idOf(*store, "worker"));
-    const QString helperNode = processNodeKey(12, TimePoint::fromSecondsSince1970(1012));
-    store->selectProcess(helperNode);
-    EXPECT_EQ(store->selectedProcessID(), helperNode);
-    EXPECT_EQ(store->selectedProcess()->name, QStringLiteral("helper"));
-
-    store->ingest(sampleAt(102, processes)); // still there: kept
-    EXPECT_EQ(store->selectedProcessID(), helperNode);
-    store->ingest(sampleAt(104, desk())); // gone: the target's node
-    EXPECT_EQ(store->selectedProcessID(),
-              processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
-}
-
-TEST(DashboardStoreTasksTest, SelectionOperationsIgnoreWhatIsNotThere)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, desk()));
-    const QString worker = idOf(*store, "worker");
-    const QString daemonNode = processNodeKey(30, TimePoint::fromSecondsSince1970(1030));
     const QString workerNode = processNodeKey(11, TimePoint::fromSecondsSince1970(1011));
-    ASSERT_EQ(store->selectedTaskID(), worker);
-
+    const QString helperNode = processNodeKey(12, TimePoint::fromSecondsSince1970(1012));
+    ASSERT_EQ(store->selectedTaskID(), idOf(*store, "worker"));
     QSignalSpy changed(store.get(), &DashboardStore::changed);
     store->selectTask(QStringLiteral("task-none"));
-    store->selectProcess(daemonNode); // a node of another task
+    store->selectProcess(processNodeKey(30, TimePoint::fromSecondsSince1970(1030))); // daemon's
     store->selectProcess(QStringLiteral("1-2.0"));
     EXPECT_EQ(changed.count(), 0);
     EXPECT_EQ(store->selectedProcessID(), workerNode);
 
+    store->selectProcess(helperNode);
+    EXPECT_EQ(store->selectedProcess()->name, QStringLiteral("helper"));
+    store->ingest(sampleAt(102, processes)); // still there: kept
+    EXPECT_EQ(store->selectedProcessID(), helperNode);
+    store->ingest(sampleAt(104, desk())); // gone: the target's node
+    EXPECT_EQ(store->selectedProcessID(), workerNode);
     // Re-selecting the task always moves the process selection to its target.
     store->selectProcess(processNodeKey(10, TimePoint::fromSecondsSince1970(1010)));
-    EXPECT_EQ(store->selectedProcess()->name, QStringLiteral("zsh"));
-    store->selectTask(worker);
+    store->selectTask(idOf(*store, "worker"));
     EXPECT_EQ(store->selectedProcessID(), workerNode);
 }
 
@@ -193,26 +157,20 @@ TEST(DashboardStoreTasksTest, LiveTasksAreTheFirstFourAndTheSelectionStaysVisibl
     EXPECT_EQ(store->selectedDiagnosis(), all[5].diagnosis);
 }
 
-TEST(DashboardStoreTasksTest, OrderAndTargetsHoldBetweenReorders)
+// The order holds until 8 s after the last reorder; a tick that changes no
+// task tells no task observer.
+TEST(DashboardStoreTasksTest, OrderHoldsBetweenReordersAndEqualTicksDoNotNotify)
 {
     auto store = makeStoreForTesting();
     store->ingest(sampleAt(100, desk(60.0, 10.0)));
-    EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
-    // The editor overtakes; the order holds until 8 s after the last reorder.
-    store->ingest(sampleAt(102, desk(0.0, 300.0)));
+    QSignalSpy all(store.get(), &DashboardStore::allTasksChanged);
+    QSignalSpy selected(store.get(), &DashboardStore::selectedTaskIDChanged);
+    store->ingest(sampleAt(102, desk(60.0, 10.0)));
+    EXPECT_EQ(all.count(), 0);
+    store->ingest(sampleAt(104, desk(0.0, 300.0))); // the editor overtakes
     EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
     store->ingest(sampleAt(108, desk(0.0, 300.0)));
     EXPECT_EQ(applicationsOf(store->allTasks()), "editor worker daemon");
-}
-
-TEST(DashboardStoreTasksTest, EqualTicksDoNotNotifyTaskObservers)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, desk()));
-    QSignalSpy all(store.get(), &DashboardStore::allTasksChanged);
-    QSignalSpy selected(store.get(), &DashboardStore::selectedTaskIDChanged);
-    store->ingest(sampleAt(102, desk()));
-    EXPECT_EQ(all.count(), 0);
     EXPECT_EQ(selected.count(), 0);
 }
 

@@ -24,36 +24,51 @@ ProcessTerminationTarget targetOf(const ProcessMetric &process)
     return ProcessTerminationTarget{process.identity, process.userID, process.name};
 }
 
+// What the fake reader finds at the pid when the store asks.
+enum class AtPid { exitsOnSignal, keepsRunning, gone, reused, refusesSignal };
+
 // A store over a fake reader and a recording sender: no process is touched.
-// Processes A (the task's target) and B (its child) are in every sample.
-class TerminationWorkflow : public ::testing::Test {
+// "node" (A) with its child "esbuild" (B) is one load of unknown kind over
+// the real grouping: the busier leaf B is its target, which the
+// classification offers to no one, while A may be ended.
+class StoreTermination : public ::testing::Test {
 protected:
-    explicit TerminationWorkflow(std::vector<double> intervals = {0.01, 0.01})
+    explicit StoreTermination(std::vector<double> intervals = {0.01, 0.01})
         : controller(makeFakeTerminationController(reader, sender, std::move(intervals))),
           store(makeStoreForTesting(nullptr, 2.0, controller))
     {
-        task.id = QStringLiteral("task-node");
-        task.application = QStringLiteral("Node");
-        task.kind = TaskKind::developmentServer;
-        task.canTerminate = true;
-        task.processTree = {nodeA};
-        task.processTree.front().children = {nodeB};
     }
 
-    void ingestAt(double seconds, double cpu = 80.0)
+    void SetUp() override
     {
-        store->ingest(makeSample({.time = seconds, .cpu = cpu, .processes = {processA, processB}}));
+        ingestAt(100.0);
+        ASSERT_EQ(store->allTasks().size(), 1u);
+        task = store->allTasks().front();
+        ASSERT_FALSE(task.canTerminate);
+        nodeA = *task.processTree.front().nodeWithPID(101);
+        nodeB = *task.processTree.front().nodeWithPID(202);
+        ASSERT_TRUE(nodeB.isTarget);
     }
 
-    // What the fake reader shows at each call: the process, or nothing.
-    void keepsRunning(const ProcessMetric &process)
+    void ingestAt(double seconds, double cpu = 80.0,
+                  SystemThermalState thermal = SystemThermalState::nominal)
     {
-        reader->setReading(process.identity.pid, targetOf(process));
+        store->ingest(makeSample(
+            {.time = seconds, .thermal = thermal, .cpu = cpu, .processes = {processA, processB}}));
     }
-    // Seen once more (by the safety check), then gone.
-    void exitsOnSignal(const ProcessMetric &process)
+
+    void script(const ProcessMetric &process, AtPid what)
     {
-        reader->queueReadings(process.identity.pid, {targetOf(process), std::nullopt});
+        const pid_t pid = process.identity.pid;
+        ProcessTerminationTarget reused = targetOf(process);
+        reused.identity.startTime = secondsAt(5000.0);
+        sender->setSendError(what == AtPid::refusesSignal ? EPERM : 0);
+        if (what == AtPid::exitsOnSignal) // seen once more by the safety check, then gone
+            reader->queueReadings(pid, {targetOf(process), std::nullopt});
+        else
+            reader->setReading(pid, what == AtPid::gone     ? std::nullopt
+                                    : what == AtPid::reused ? std::optional(reused)
+                                                            : std::optional(targetOf(process)));
     }
 
     bool waitForOutcome()
@@ -81,228 +96,214 @@ protected:
     ProcessTerminationController controller;
     std::unique_ptr<DashboardStore> store;
     ProcessMetric processA = makeProcess(101, 1, QStringLiteral("node"), 60.0);
-    ProcessMetric processB = makeProcess(202, 101, QStringLiteral("esbuild"), 20.0);
-    DashboardProcessNode nodeA = makeNode(processA, true);
-    DashboardProcessNode nodeB = makeNode(processB, false);
+    ProcessMetric processB = makeProcess(202, 101, QStringLiteral("esbuild"), 80.0);
     DashboardTask task;
+    DashboardProcessNode nodeA;
+    DashboardProcessNode nodeB;
 };
 
-TEST_F(TerminationWorkflow, TargetsAreRebuiltWholeFromEverySampleByTheRecordRules)
+// A node is offered by the controller's record rules (tested there), rebuilt
+// from every sample whole.
+TEST_F(StoreTermination, OnlyNodesOfTheLastSampleThatPassTheRecordRulesAreOffered)
 {
     ProcessMetric otherUser = makeProcess(303, 1, QStringLiteral("node"));
     otherUser.userID = ::getuid() + 1;
-    const ProcessMetric init = makeProcess(1, 0, QStringLiteral("bash"));
-    const ProcessMetric self = makeProcess(::getpid(), 1, QStringLiteral("kw_tests"));
-    const ProcessMetric compositor = makeProcess(404, 1, QStringLiteral("KWin_Wayland"));
-    SystemMetricSample sample = makeSample(100.0); // every score 0: the warm-up sample
-    sample.processMetrics = {processA, otherUser, init, self, compositor, processB};
-    store->ingest(sample);
-
-    EXPECT_EQ(store->processTerminationTargets(),
-              (QHash<QString, ProcessTerminationTarget>{{nodeA.id, targetOf(processA)},
-                                                        {nodeB.id, targetOf(processB)}}));
-
-    store->ingest(makeSample({.time = 102.0, .processes = {processB}}));
-    EXPECT_EQ(store->processTerminationTargets().keys(), QList<QString>{nodeB.id});
-}
-
-TEST_F(TerminationWorkflow, RequestClearsTheMessageKeepsTheStatusAndNeedsTheSampledProcess)
-{
-    ingestAt(100.0);
-    endProcess(nodeA); // the fake reader has no process: rejected
-    store->ingest(makeSample({.time = 102.0, .processes = {processA}}));
-    const auto status = store->terminationStatus();
-    const auto message = store->terminationMessage();
-    ASSERT_TRUE(message.has_value());
-
+    store->ingest(makeSample({.time = 102.0, .processes = {processA, otherUser}}));
+    store->requestTermination(task, makeNode(otherUser));
+    EXPECT_FALSE(store->pendingTermination());
     store->requestTermination(task, nodeB); // B has left the sample
-    EXPECT_FALSE(store->pendingTermination().has_value());
-    EXPECT_FALSE(store->pendingTerminationTarget().has_value());
-    EXPECT_EQ(store->terminationMessage(), message);
-
+    EXPECT_FALSE(store->pendingTermination());
     store->requestTermination(task, nodeA);
-    EXPECT_FALSE(store->terminationMessage().has_value());
     EXPECT_EQ(store->pendingTermination(),
               (DashboardPendingTermination{task, nodeA, Signal::graceful}));
     EXPECT_EQ(store->pendingTerminationTarget(), targetOf(processA));
+}
+
+// The offered nodes follow only the records that changed; after each sample
+// of a sequence they are those of a store that sees that sample alone.
+TEST_F(StoreTermination, OffersAfterEachSampleWhatThatSampleAloneOffers)
+{
+    ProcessMetric renamed = processB; // the same node, now with a protected name
+    renamed.name = QStringLiteral("KWin_Wayland");
+    ProcessMetric reused = processA; // A's pid, another process
+    reused.identity.startTime = secondsAt(9000.0);
+    const ProcessMetric init = makeProcess(1, 0, QStringLiteral("bash"));
+    const QList<QList<ProcessMetric>> ticks = {{processA, processB, init},
+                                               {processA, processB, init},
+                                               {processA, renamed, init},
+                                               {processA, processB},
+                                               {processA},
+                                               {reused},
+                                               {processA, processB, init}};
+    double time = 100.0;
+    for (const QList<ProcessMetric> &processes : ticks) {
+        const SystemMetricSample sample = makeSample({.time = time += 2, .processes = processes});
+        store->ingest(sample);
+        auto alone = makeStoreForTesting();
+        alone->ingest(sample);
+        for (const ProcessMetric &process : {processA, processB, reused, init}) {
+            store->requestTermination(task, makeNode(process));
+            alone->requestTermination(task, makeNode(process));
+            EXPECT_EQ(store->pendingTerminationTarget(), alone->pendingTerminationTarget())
+                << time << " " << process.identity.pid;
+            store->cancelTermination();
+            alone->cancelTermination();
+        }
+    }
+}
+
+TEST_F(StoreTermination, RequestClearsTheMessageAndCancelOrAnEmptyConfirmTouchNothingElse)
+{
+    script(processA, AtPid::gone);
+    endProcess(nodeA);
+    const auto status = store->terminationStatus();
+    ASSERT_TRUE(store->terminationMessage().has_value());
+
+    QSignalSpy changed(store.get(), &DashboardStore::changed);
+    store->confirmTermination(); // nothing requested
+    EXPECT_EQ(changed.count(), 0);
+    store->requestTermination(task, nodeA);
+    EXPECT_FALSE(store->terminationMessage().has_value());
     store->cancelTermination();
     EXPECT_FALSE(store->pendingTermination().has_value());
     EXPECT_FALSE(store->pendingTerminationTarget().has_value());
     EXPECT_EQ(store->terminationStatus(), status);
-}
-
-class ForcedTermination : public TerminationWorkflow, public ::testing::WithParamInterface<bool> {};
-
-// Forced is offered only for the node that ignored the graceful signal; a
-// forced signal that does not end it either leaves nothing further to try.
-TEST_P(ForcedTermination, IsOfferedOnlyForTheNodeThatIgnoredTheGracefulSignal)
-{
-    const bool forcedEndsIt = GetParam();
-    ingestAt(100.0);
-    keepsRunning(processA);
-    endProcess(nodeA);
-    EXPECT_EQ(store->terminationStatus(),
-              (DashboardTerminationStatus{nodeA.id, QStringLiteral("node"), 101, Signal::graceful,
-                                          Phase::unresponsive}));
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：进程仍在运行，可尝试强制结束。"));
-    EXPECT_EQ(store->recoveryState(), State::terminationFailed);
-
-    store->requestTermination(task, nodeB);
-    EXPECT_EQ(store->pendingTermination()->mode, Signal::graceful);
-    store->requestTermination(task, nodeA);
-    EXPECT_EQ(store->pendingTermination()->mode, Signal::forced);
-
-    if (forcedEndsIt)
-        exitsOnSignal(processA);
     store->confirmTermination();
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("node：正在确认强制结束结果…"));
-    ASSERT_TRUE(waitForOutcome());
-    EXPECT_EQ(store->terminationStatus()->phase, forcedEndsIt ? Phase::exited : Phase::failed);
-    EXPECT_EQ(store->terminationStatus()->mode, Signal::forced);
-    EXPECT_EQ(store->terminationMessage(), forcedEndsIt
-                                               ? QStringLiteral("node：进程已强制结束。")
-                                               : QStringLiteral("node：强制结束后进程仍在运行。"));
-    EXPECT_EQ(sender->sent(), (std::vector<RecordingSignalSender::Sent>{{101, Signal::graceful},
-                                                                        {101, Signal::forced}}));
+    EXPECT_EQ(sender->pinned().size(), 1u); // only the first attempt's
 }
 
-INSTANTIATE_TEST_SUITE_P(Outcomes, ForcedTermination, ::testing::Bool(), [](const auto &info) {
-    return std::string(info.param ? "ForcedEndsIt" : "ForcedFailsToo");
-});
-
-struct FailureCase {
+struct Outcome {
     const char *name;
-    std::optional<ProcessTerminationTarget> reading;
-    int sendError;
+    std::vector<AtPid> attempts; // one per confirmation, graceful then forced
+    const char *verifying;       // the message while the last wait runs; none unsent
+    Phase phase;
     const char *message;
+    State recovery;
     std::size_t signalsSent;
+    IncidentStatus incident;
+    bool offeredAgain;
+    Signal nextMode;
 };
 
 using rows::PrintTo;
 
-class TerminationFailure : public TerminationWorkflow,
-                           public ::testing::WithParamInterface<FailureCase> {};
+class TerminationOutcome : public StoreTermination,
+                           public ::testing::WithParamInterface<Outcome> {};
 
-// A graceful attempt that fails to send stays graceful: forced is reached
-// only through a graceful signal that was ignored.
-TEST_P(TerminationFailure, FailsWithTheResultTextAndStaysGraceful)
+// Every outcome of ending A, the selected process: its status, messages and
+// recovery state, the action left in the log, and what is offered next.
+// Forced is reached only through a graceful signal that A ignored; an exit
+// starts a verification that a later sample judges, once.
+TEST_P(TerminationOutcome, LeavesItsStatusMessageIncidentAndNextOffer)
 {
-    const FailureCase &row = GetParam();
-    ingestAt(100.0);
-    reader->setReading(processB.identity.pid, row.reading);
-    sender->setSendError(row.sendError);
-
-    endProcess(nodeB);
-    EXPECT_EQ(store->terminationStatus(),
-              (DashboardTerminationStatus{nodeB.id, QStringLiteral("esbuild"), 202,
-                                          Signal::graceful, Phase::failed}));
+    const Outcome &row = GetParam();
+    store->selectProcess(nodeA.id);
+    std::optional<QString> verifying;
+    for (const AtPid attempt : row.attempts) {
+        script(processA, attempt);
+        store->requestTermination(task, nodeA);
+        store->confirmTermination();
+        verifying = store->terminationMessage();
+        ASSERT_TRUE(waitForOutcome());
+    }
+    if (row.verifying)
+        EXPECT_EQ(verifying, QString::fromUtf8(row.verifying));
+    const Signal mode = row.attempts.size() == 2 ? Signal::forced : Signal::graceful;
+    EXPECT_EQ(store->selectedTerminationStatus(),
+              (DashboardTerminationStatus{nodeA.id, "node", 101, mode, row.phase}));
     EXPECT_EQ(store->terminationMessage(), QString::fromUtf8(row.message));
-    EXPECT_EQ(store->recoveryState(), State::terminationFailed);
-    EXPECT_FALSE(store->recoveryEvaluator().has_value());
+    EXPECT_EQ(store->recoveryState(), row.recovery);
     EXPECT_EQ(sender->sent().size(), row.signalsSent);
-    // The ending leaves its action in an incident that closes at once.
+    ASSERT_FALSE(store->incidents().empty());
+    const DashboardIncident &incident = store->incidents().front();
+    EXPECT_EQ(incident.action, QStringLiteral("结束 node 子进程"));
+    EXPECT_EQ(incident.status, row.incident);
+    EXPECT_EQ(incident.startedAt, secondsAt(100.0)); // the latest sample's time
+    if (row.incident == IncidentStatus::actionFailed)
+        EXPECT_EQ(incident.endedAt, secondsAt(100.0));
+    if (row.recovery == State::recovering)
+        EXPECT_EQ(store->recoveryContext()->processNodeID, nodeA.id);
+    EXPECT_EQ(store->canTerminateSelectedProcess(), row.offeredAgain);
+    store->requestTermination(task, nodeA);
+    EXPECT_EQ(store->pendingTermination()->mode, row.nextMode);
+    store->cancelTermination();
+    const State judged = row.recovery == State::recovering ? State::recovered : row.recovery;
+    ingestAt(400.0, 0.0); // a failure leaves no verification to judge this
+    EXPECT_EQ(store->recoveryState(), judged);
+    ingestAt(402.0, 95.0); // a verdict stays
+    EXPECT_EQ(store->recoveryState(), judged);
+}
+
+using A = AtPid;
+const IncidentStatus observing = IncidentStatus::observing, failed = IncidentStatus::actionFailed;
+const char *const sentGraceful = "node：已发送退出请求，正在确认…";
+const char *const sentForced = "node：正在确认强制结束结果…";
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Rows, TerminationOutcome, ::testing::Values(
+    Outcome{"Exits", {A::exitsOnSignal}, sentGraceful, Phase::exited, "node：进程已结束。",
+            State::recovering, 1, observing, false, Signal::graceful},
+    Outcome{"Gone", {A::gone}, nullptr, Phase::failed, "node：任务已经结束，无需再次操作。",
+            State::terminationFailed, 0, failed, true, Signal::graceful},
+    Outcome{"PidReused", {A::reused}, nullptr, Phase::failed,
+            "node：任务身份已经变化，为避免误伤未发送结束信号。",
+            State::terminationFailed, 0, failed, true, Signal::graceful},
+    Outcome{"NoPermission", {A::refusesSignal}, nullptr, Phase::failed,
+            "node：没有权限结束该任务，未进行重试。",
+            State::terminationFailed, 1, failed, true, Signal::graceful},
+    Outcome{"IgnoresGraceful", {A::keepsRunning}, sentGraceful, Phase::unresponsive,
+            "node：进程仍在运行，可尝试强制结束。",
+            State::terminationFailed, 1, failed, true, Signal::forced},
+    Outcome{"ForcedEndsIt", {A::keepsRunning, A::exitsOnSignal}, sentForced, Phase::exited,
+            "node：进程已强制结束。", State::recovering, 2, observing, false, Signal::graceful},
+    Outcome{"ForcedFailsToo", {A::keepsRunning, A::keepsRunning}, sentForced, Phase::failed,
+            "node：强制结束后进程仍在运行。",
+            State::terminationFailed, 2, failed, false, Signal::graceful}),
+    [](const auto &info) { return std::string(info.param.name); });
+// clang-format on
+
+// The verdict closes the incident only while the machine stayed hot, on the
+// verdict's own tick, after that tick's point.
+TEST_F(StoreTermination, VerdictWhileStillHotClosesTheIncidentOnTheSameTick)
+{
+    ingestAt(102.0, 90.0, SystemThermalState::fair);
+    ASSERT_EQ(store->incidents().size(), 1u); // opened by the tick, blamed on the top task
+    script(processB, AtPid::exitsOnSignal);
+    endProcess(nodeB); // asked for directly: the target names the task
     ASSERT_EQ(store->incidents().size(), 1u);
-    EXPECT_EQ(store->incidents().front().action, QStringLiteral("结束 esbuild 子进程"));
-    EXPECT_EQ(store->incidents().front().status, IncidentStatus::actionFailed);
-    EXPECT_EQ(store->incidents().front().endedAt, secondsAt(100.0)); // the latest sample's time
+    EXPECT_EQ(store->incidents().front().action,
+              QStringLiteral("结束 %1 任务").arg(task.application));
 
-    store->requestTermination(task, nodeB);
-    EXPECT_EQ(store->pendingTermination()->mode, Signal::graceful);
+    ingestAt(221.0, 10.0, SystemThermalState::fair);
+    EXPECT_EQ(store->incidents().front().status, IncidentStatus::observing);
+    ingestAt(222.0, 10.0, SystemThermalState::fair);
+    const DashboardIncident &closed = store->incidents().front();
+    EXPECT_EQ(closed.status, IncidentStatus::improved);
+    EXPECT_EQ(closed.endedAt, secondsAt(222.0));
+    EXPECT_EQ(closed.points.back().timestamp, secondsAt(222.0));
 }
 
-ProcessTerminationTarget reusedPid()
-{
-    ProcessTerminationTarget later = makeTarget(202, QStringLiteral("esbuild"));
-    later.identity.startTime = secondsAt(5000.0);
-    return later;
-}
+class SecondTermination : public StoreTermination, public ::testing::WithParamInterface<bool> {};
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, TerminationFailure,
-    ::testing::Values(FailureCase{"Gone", std::nullopt, 0, "esbuild：任务已经结束，无需再次操作。",
-                                  0},
-                      FailureCase{"PidReused", reusedPid(), 0,
-                                  "esbuild：任务身份已经变化，为避免误伤未发送结束信号。", 0},
-                      FailureCase{"NoPermission", makeTarget(202, QStringLiteral("esbuild")), EPERM,
-                                  "esbuild：没有权限结束该任务，未进行重试。", 1}),
-    RowName());
-
-// On a quiet machine the ending opens an incident for its action, which the
-// next calm tick closes before the verdict; the verdict then shows only in
-// the recovery state.
-TEST_F(TerminationWorkflow, ExitStartsAVerificationJudgedByLaterSamples)
-{
-    ingestAt(100.0, 90.0);
-    ASSERT_TRUE(store->incidents().empty());
-    exitsOnSignal(processB);
-    store->requestTermination(task, nodeB);
-    store->confirmTermination();
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("esbuild：已发送退出请求，正在确认…"));
-    ASSERT_TRUE(waitForOutcome());
-
-    EXPECT_EQ(store->terminationStatus()->phase, Phase::exited);
-    EXPECT_EQ(store->terminationMessage(), QStringLiteral("esbuild：进程已结束。"));
-    EXPECT_EQ(store->recoveryState(), State::recovering);
-    ASSERT_TRUE(store->recoveryContext().has_value());
-    EXPECT_EQ(store->recoveryContext()->processNodeID, nodeB.id);
-    EXPECT_EQ(store->recoveryContext()->baseline.cpu, 90.0);
-    ASSERT_EQ(store->incidents().size(), 1u);
-    const DashboardIncident opened = store->incidents().front();
-    EXPECT_EQ(opened.startedAt, secondsAt(100.0)); // the baseline's time
-    EXPECT_EQ(opened.application, QStringLiteral("Node"));
-    EXPECT_EQ(opened.actionAt, secondsAt(100.0));
-    EXPECT_EQ(opened.status, IncidentStatus::observing);
-
-    ingestAt(219.0, 10.0);
-    EXPECT_EQ(store->recoveryState(), State::recovering);
-    EXPECT_EQ(store->incidents().front().status, IncidentStatus::recoveredWithoutAction);
-    ingestAt(220.0, 10.0); // 120 s after the baseline, CPU down by 80 points
-    EXPECT_EQ(store->recoveryState(), State::recovered);
-    EXPECT_FALSE(store->recoveryEvaluator().has_value());
-    ingestAt(222.0, 95.0); // a finished verdict stays
-    EXPECT_EQ(store->recoveryState(), State::recovered);
-}
-
-TEST_F(TerminationWorkflow, ConfirmWithoutARequestChangesNothing)
-{
-    ingestAt(100.0);
-    QSignalSpy changed(store.get(), &DashboardStore::changed);
-    store->confirmTermination();
-    EXPECT_EQ(changed.count(), 0);
-    EXPECT_TRUE(sender->pinned().empty());
-}
-
-class SecondTermination : public TerminationWorkflow, public ::testing::WithParamInterface<bool> {};
-
-// One termination at a time from the page's side, but a second one that the
-// store is asked for gives up the first verification as its signal goes out;
-// the context is replaced only if the second process exits.
+// A second termination gives up the first verification as its signal goes
+// out; the context is replaced only if the second process exits.
 TEST_P(SecondTermination, DropsTheFirstVerificationWhenItsSignalGoesOut)
 {
     const bool secondExits = GetParam();
-    ingestAt(100.0);
-    exitsOnSignal(processA);
+    script(processA, AtPid::exitsOnSignal);
     endProcess(nodeA);
     ASSERT_EQ(store->recoveryState(), State::recovering);
     const auto firstContext = store->recoveryContext();
 
     ingestAt(102.0);
-    if (secondExits)
-        exitsOnSignal(processB);
-    else
-        keepsRunning(processB);
+    script(processB, secondExits ? AtPid::exitsOnSignal : AtPid::keepsRunning);
     store->requestTermination(task, nodeB);
     store->confirmTermination();
-    EXPECT_FALSE(store->recoveryEvaluator().has_value());
-    EXPECT_EQ(store->recoveryState(), State::recovering);
-    EXPECT_EQ(store->recoveryContext(), firstContext);
     ingestAt(300.0); // far past the first window: nothing is judged during the wait
     EXPECT_EQ(store->recoveryState(), State::recovering);
+    EXPECT_EQ(store->recoveryContext(), firstContext);
     ASSERT_TRUE(waitForOutcome());
-
     if (secondExits) {
         EXPECT_EQ(store->recoveryContext()->processNodeID, nodeB.id);
-        EXPECT_EQ(store->recoveryContext()->startedAt, secondsAt(102.0));
         EXPECT_EQ(store->recoveryState(), State::recovering);
     } else {
         EXPECT_EQ(store->recoveryContext(), firstContext);
@@ -310,121 +311,47 @@ TEST_P(SecondTermination, DropsTheFirstVerificationWhenItsSignalGoesOut)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Outcomes, SecondTermination, ::testing::Bool(), [](const auto &info) {
-    return std::string(info.param ? "SecondExits" : "SecondStays");
-});
+INSTANTIATE_TEST_SUITE_P(Outcomes, SecondTermination, ::testing::Bool());
 
-// Over the real grouping and selection: "node" with its child "esbuild" is
-// one load of unknown kind, so the classification offers its target to no
-// one, while the other process of the tree may be ended.
-class SelectedProcessAction : public TerminationWorkflow {
+class SlowExitCheck : public StoreTermination {
 protected:
-    void SetUp() override
-    {
-        ingestAt(100.0);
-        ingestAt(102.0);
-        ASSERT_EQ(store->allTasks().size(), 1u);
-        shown = store->allTasks().front();
-        ASSERT_FALSE(shown.canTerminate);
-        const DashboardProcessNode &root = shown.processTree.front();
-        ASSERT_TRUE(root.nodeWithPID(target.identity.pid) && root.nodeWithPID(other.identity.pid));
-        targetNode = *root.nodeWithPID(target.identity.pid);
-        otherNode = *root.nodeWithPID(other.identity.pid);
-        ASSERT_TRUE(targetNode.isTarget); // the busier leaf
-        ASSERT_EQ(store->selectedProcess(), targetNode);
-    }
-
-    DashboardTask shown;
-    const ProcessMetric &target = processB;
-    const ProcessMetric &other = processA;
-    DashboardProcessNode targetNode;
-    DashboardProcessNode otherNode;
-};
-
-TEST_F(SelectedProcessAction, FollowsTheSelectionAndOneRunAtATime)
-{
-    EXPECT_FALSE(store->canTerminateSelectedProcess()); // the target of an unknown kind
-    store->selectProcess(otherNode.id);
-    EXPECT_TRUE(store->canTerminateSelectedProcess()); // another process of its tree
-
-    // A run for the target (asked for directly) in `verifying` blocks the
-    // action for the other process too.
-    keepsRunning(target);
-    store->requestTermination(shown, targetNode);
-    store->confirmTermination();
-    EXPECT_FALSE(store->canTerminateSelectedProcess());
-    EXPECT_FALSE(store->selectedTerminationStatus().has_value()); // not the selected one's
-    ASSERT_TRUE(waitForOutcome());
-    EXPECT_TRUE(store->canTerminateSelectedProcess());
-
-    // It ignores the graceful signal: forced is still on offer; then the
-    // forced one fails too and nothing further is offered.
-    keepsRunning(other);
-    store->requestTermination(shown, otherNode);
-    store->confirmTermination();
-    ASSERT_TRUE(waitForOutcome());
-    EXPECT_EQ(store->selectedTerminationStatus()->phase, Phase::unresponsive);
-    EXPECT_TRUE(store->canTerminateSelectedProcess());
-    store->requestTermination(shown, otherNode);
-    store->confirmTermination();
-    ASSERT_TRUE(waitForOutcome());
-    EXPECT_EQ(store->selectedTerminationStatus()->mode, Signal::forced);
-    EXPECT_FALSE(store->canTerminateSelectedProcess());
-}
-
-TEST_F(SelectedProcessAction, ExitedIsNotOfferedAgainButAFailedGracefulAttemptIs)
-{
-    store->selectProcess(otherNode.id);
-    reader->setReading(other.identity.pid, std::nullopt); // gone: rejected, graceful
-    endProcess(otherNode);
-    EXPECT_EQ(store->selectedTerminationStatus()->phase, Phase::failed);
-    EXPECT_TRUE(store->canTerminateSelectedProcess());
-
-    exitsOnSignal(other);
-    store->requestTermination(shown, otherNode);
-    store->confirmTermination();
-    ASSERT_TRUE(waitForOutcome());
-    EXPECT_EQ(store->selectedTerminationStatus()->phase, Phase::exited);
-    EXPECT_FALSE(store->canTerminateSelectedProcess());
-}
-
-class SlowExitCheck : public TerminationWorkflow {
-protected:
-    SlowExitCheck() : TerminationWorkflow({0.2, 0.2, 0.2}) {}
+    SlowExitCheck() : StoreTermination({0.2, 0.2, 0.2}) {}
 };
 
 // The wait runs off the store's thread: confirm returns while the process
 // is still there, ingest goes on, and the exit that happens afterwards is
-// what the wait reports. Had confirm waited in place, it would have found
-// the process running for the whole schedule.
-TEST_F(SlowExitCheck, ConfirmReturnsBeforeTheExitAndIngestGoesOn)
+// what the wait reports. Meanwhile no other process may be ended.
+TEST_F(SlowExitCheck, ConfirmReturnsBeforeTheExitAndBlocksOtherEndings)
 {
-    ingestAt(100.0);
-    keepsRunning(processA);
-    store->requestTermination(task, nodeA);
+    EXPECT_FALSE(store->canTerminateSelectedProcess()); // the target of an unknown kind
+    store->selectProcess(nodeA.id);
+    EXPECT_TRUE(store->canTerminateSelectedProcess());
+
+    script(processB, AtPid::keepsRunning);
+    store->requestTermination(task, nodeB);
     store->confirmTermination();
     EXPECT_EQ(store->terminationStatus()->phase, Phase::verifying);
-
+    EXPECT_FALSE(store->canTerminateSelectedProcess());
+    EXPECT_FALSE(store->selectedTerminationStatus()); // not the selected one's
     ingestAt(102.0);
     EXPECT_EQ(store->latestSystemSample()->timestamp, secondsAt(102.0));
-    EXPECT_EQ(store->terminationStatus()->phase, Phase::verifying);
 
-    reader->setReading(processA.identity.pid, std::nullopt);
+    reader->setReading(processB.identity.pid, std::nullopt);
     ASSERT_TRUE(waitForOutcome());
     EXPECT_EQ(store->terminationStatus()->phase, Phase::exited);
+    EXPECT_TRUE(store->canTerminateSelectedProcess());
     // The baseline is the sample before the signal, not one that came during the wait.
     EXPECT_EQ(store->recoveryContext()->startedAt, secondsAt(100.0));
 }
 
-class LongExitCheck : public TerminationWorkflow {
+class LongExitCheck : public StoreTermination {
 protected:
-    LongExitCheck() : TerminationWorkflow({30.0}) {}
+    LongExitCheck() : StoreTermination({30.0}) {}
 };
 
 TEST_F(LongExitCheck, DestroyingTheStoreEndsTheWaitWithoutDelivering)
 {
-    ingestAt(100.0);
-    keepsRunning(processA);
+    script(processA, AtPid::keepsRunning);
     store->requestTermination(task, nodeA);
     store->confirmTermination();
     const double started = continuousClockSeconds();
@@ -433,33 +360,6 @@ TEST_F(LongExitCheck, DestroyingTheStoreEndsTheWaitWithoutDelivering)
     // Nothing is delivered to the store that has gone (the sanitizer build
     // would see a use after free).
     QCoreApplication::processEvents();
-}
-
-// The verdict closes the incident only while the machine stayed hot.
-TEST_F(TerminationWorkflow, VerdictWhileStillHotClosesTheIncidentOnTheSameTick)
-{
-    auto ingestHot = [&](double seconds, double cpu) {
-        store->ingest(makeSample({.time = seconds,
-                                  .thermal = SystemThermalState::fair,
-                                  .cpu = cpu,
-                                  .processes = {processA, processB}}));
-    };
-    ingestHot(100.0, 90.0);
-    ASSERT_EQ(store->incidents().size(), 1u); // opened by the tick, blamed on the top task
-    exitsOnSignal(processA);
-    endProcess(nodeA);
-    ASSERT_EQ(store->incidents().size(), 1u); // the action goes to the open incident
-    EXPECT_EQ(store->incidents().front().action, QStringLiteral("结束 Node 任务"));
-
-    ingestHot(219.0, 10.0);
-    EXPECT_EQ(store->incidents().front().status, IncidentStatus::observing);
-    ingestHot(220.0, 10.0);
-    EXPECT_EQ(store->recoveryState(), State::recovered);
-    const DashboardIncident &closed = store->incidents().front();
-    EXPECT_EQ(closed.status, IncidentStatus::improved);
-    EXPECT_EQ(closed.endedAt, secondsAt(220.0));
-    ASSERT_EQ(closed.points.size(), 3u); // the verdict's tick left its point first
-    EXPECT_EQ(closed.points.back().timestamp, secondsAt(220.0));
 }
 
 TEST(RecoveryStartAfterExit, BaselineFromTheLatestSampleOrNothingToCompare)

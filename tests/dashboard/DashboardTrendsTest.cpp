@@ -4,15 +4,6 @@
 
 #include <gtest/gtest.h>
 
-// Readable failure messages for the sensor table rows.
-void PrintTo(const DashboardSensorStatus &status, std::ostream *out)
-{
-    *out << "{" << status.id.toStdString() << ", " << status.title.toStdString() << ", "
-         << status.symbolName.toStdString() << ", " << status.source.toStdString() << ", "
-         << status.currentValue.toStdString() << ", "
-         << sensorAvailabilityName(status.availability).toStdString() << "}";
-}
-
 namespace {
 
 using Reading = SensorReading<double>;
@@ -106,59 +97,48 @@ TEST(TrendPoints, GapsAreAbsentNeverZero)
     EXPECT_EQ(hardware, expectedHardware);
 }
 
+// Each row as "id: source, value, availability"; titles and symbols are the
+// table's constants.
+QStringList rowsOf(const std::vector<DashboardSensorStatus> &statuses)
+{
+    QStringList rows;
+    for (const DashboardSensorStatus &status : statuses)
+        rows << status.id + ": " + status.source + ", " + status.currentValue + ", " +
+                    sensorAvailabilityName(status.availability);
+    return rows;
+}
+
 TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
 {
-    struct Case {
-        const char *name;
-        SystemMetricSample sample;
-        std::vector<DashboardSensorStatus> expected;
-    };
     SystemMetricSample good = makeSample(10.0);
-    good.temperatureCelsius = Reading::available(61.26, "Linux hwmon CPU sensors");
-    good.fanRPM = Reading::available(2400.0, "Linux hwmon fan sensors");
-    good.gpuUsage = Reading::available(37.0, "NVIDIA NVML");
+    good.temperatureCelsius = Reading::available(61.26, "hwmon");
+    good.fanRPM = Reading::available(2400.0, "fans");
+    good.gpuUsage = Reading::available(37.0, "NVML");
     good.memoryUsage =
         SensorReading<SystemMemoryUsage>::available({1500000000, 17179869184}, "meminfo");
     good.diskBytesPerSecond = Reading::available(1500000.0, "diskstats");
     good.networkThroughput =
         SensorReading<NetworkThroughput>::available({1000.0, 500.0}, "getifaddrs");
-
     SystemMetricSample bad = makeSample(10.0); // disk and network still warming up
-    bad.temperatureCelsius = Reading::unsupported("未发现可识别的 CPU 温度通道");
-    bad.fanRPM = Reading::permissionDenied("无权读取 hwmon 风扇传感器");
+    bad.temperatureCelsius = Reading::unsupported("no channel");
+    bad.fanRPM = Reading::permissionDenied("refused");
     bad.gpuUsage = Reading::temporarilyUnavailable("gone");
-    bad.memoryUsage =
-        SensorReading<SystemMemoryUsage>::temporarilyUnavailable("无法读取 /proc/meminfo");
+    bad.memoryUsage = SensorReading<SystemMemoryUsage>::temporarilyUnavailable("unreadable");
 
-    const DashboardSensorStatus processes{"processes", "进程采样", "waveform.path.ecg",
-                                          "procfs",    "正常",     SensorAvailability::available};
-    using A = SensorAvailability;
-    const Case cases[] = {
-        {"all available",
-         good,
-         {{"temperature", "温度", "thermometer.medium", "Linux hwmon CPU sensors", "61.3°C",
-           A::available},
-          {"fan", "风扇", "fan", "Linux hwmon fan sensors", "2,400 RPM", A::available},
-          {"gpu", "GPU", "cpu", "NVIDIA NVML", "37%", A::available},
-          {"memory", "内存", "memorychip", "meminfo", "1.5 GB / 17.2 GB", A::available},
-          {"disk", "磁盘", "externaldrive", "diskstats", "1.5 MB/s", A::available},
-          {"network", "网络", "network", "getifaddrs", "2 KB/s", A::available},
-          processes}},
-        {"failures and warm-up",
-         bad,
-         {{"temperature", "温度", "thermometer.medium", "未发现可识别的 CPU 温度通道", "不可用",
-           A::unavailable},
-          {"fan", "风扇", "fan", "无权读取 hwmon 风扇传感器", "权限受限", A::unavailable},
-          {"gpu", "GPU", "cpu", "gone", "不可用", A::unavailable},
-          {"memory", "内存", "memorychip", "无法读取 /proc/meminfo", "不可用", A::unavailable},
-          {"disk", "磁盘", "externaldrive", "采集中", "采集中", A::warmingUp},
-          {"network", "网络", "network", "采集中", "采集中", A::warmingUp},
-          processes}},
-    };
     // Numbers take the interface's formats (grouped) even under the C locale.
     const ScopedDefaultLocale c(QLocale::c());
-    for (const Case &row : cases)
-        EXPECT_EQ(sensorStatuses(row.sample, "procfs"), row.expected) << row.name;
+    EXPECT_EQ(rowsOf(sensorStatuses(good, "procfs")),
+              (QStringList{
+                  "temperature: hwmon, 61.3°C, available", "fan: fans, 2,400 RPM, available",
+                  "gpu: NVML, 37%, available", "memory: meminfo, 1.5 GB / 17.2 GB, available",
+                  "disk: diskstats, 1.5 MB/s, available", "network: getifaddrs, 2 KB/s, available",
+                  "processes: procfs, 正常, available"}));
+    EXPECT_EQ(
+        rowsOf(sensorStatuses(bad, "procfs")),
+        (QStringList{"temperature: no channel, 不可用, unavailable",
+                     "fan: refused, 权限受限, unavailable", "gpu: gone, 不可用, unavailable",
+                     "memory: unreadable, 不可用, unavailable", "disk: 采集中, 采集中, warmingUp",
+                     "network: 采集中, 采集中, warmingUp", "processes: procfs, 正常, available"}));
 }
 
 TEST(DashboardStoreTrends, TheStoreDerivesFromItsOwnSamples)

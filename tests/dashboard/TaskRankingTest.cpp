@@ -47,16 +47,6 @@ struct Ranker {
     }
 };
 
-TEST(TaskRankingTest, SmoothingFallsFrom100To65To42Point25)
-{
-    Ranker ranker;
-    ranker.tick(0, {loadWithScore("a", 100)});
-    ranker.tick(2, {loadWithScore("a", 0)});
-    EXPECT_DOUBLE_EQ(ranker.state.smoothedTaskScores.at("a"), 65.0);
-    ranker.tick(4, {loadWithScore("a", 0)});
-    EXPECT_DOUBLE_EQ(ranker.state.smoothedTaskScores.at("a"), 42.25);
-}
-
 // Loads written as "a=10 b=90": each its own id and raw score, in grouping order.
 std::vector<ApplicationLoad> loadsOf(const char *scores)
 {
@@ -98,6 +88,9 @@ TEST(TaskRankingTest, OrderChangesOnlyAtAReorderAndOnlyForALeadOfMoreThanFivePoi
         // a: 50 -> 32.5 -> 21.125 -> 13.73; b stays 40 and passes at 8 s.
         {"ticks between reorders still feed the smoothing", {{0, "a=50 b=40", "a b"},
          {2, "a=0 b=40", "a b"}, {4, "a=0 b=40", "a b"}, {8, "a=0 b=40", "b a"}}},
+        // a smooths to 0.35 * 10 + 0.65 * 50 = 36: 41.1 leads it by 5.1, 40.9 by 4.9.
+        {"smoothed by the weights: passed", {{0, "a=50 b=41.1", "a b"}, {8, "a=10 b=41.1", "b a"}}},
+        {"smoothed by the weights: held", {{0, "a=50 b=40.9", "a b"}, {8, "a=10 b=40.9", "a b"}}},
     };
     // clang-format on
     for (const Row &row : rows) {

@@ -6,6 +6,7 @@
 #include "presentation/report/ReportTasks.h"
 #include "presentation/report/ReportText.h"
 #include "presentation/report/TextTable.h"
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <QJsonArray>
@@ -20,34 +21,18 @@ using namespace Qt::StringLiterals;
 
 TEST(ReportOptions, ParsesOrNamesTheWrongOption)
 {
-    struct Row {
-        QStringList arguments;
-        std::optional<ReportOptions> expected;
-        const char *errorFragment;
-    };
-    const std::vector<Row> rows = {
-        {{}, ReportOptions{2, 2.0, false, false}, ""},
-        {{"--samples", "5", "--interval", "0.5", "--json"}, ReportOptions{5, 0.5, true, false}, ""},
-        {{"--samples=3"}, ReportOptions{3, 2.0, false, false}, ""},
-        {{"--help"}, ReportOptions{2, 2.0, false, true}, ""},
-        {{"--samples", "0"}, std::nullopt, "--samples"},
-        {{"--samples", "two"}, std::nullopt, "--samples"},
-        {{"--samples"}, std::nullopt, "--samples"},
-        {{"--interval", "-1"}, std::nullopt, "--interval"},
-        {{"--interval", "nan"}, std::nullopt, "--interval"},
-        {{"--interval", "1e300"}, std::nullopt, "--interval"},
-        {{"--interval=1e9"}, ReportOptions{2, 1e9, false, false}, ""},
-        {{"--verbose"}, std::nullopt, "'--verbose'"},
-        {{"--json=yes"}, std::nullopt, "'--json=yes'"},
-        {{"samples"}, std::nullopt, "'samples'"},
-    };
-    for (const auto &row : rows) {
-        const ReportOptionsResult result = parseReportOptions(row.arguments);
-        SCOPED_TRACE(row.arguments.join(' ').toStdString());
-        EXPECT_EQ(result.options, row.expected);
-        if (!row.expected) {
-            EXPECT_TRUE(result.error.contains(row.errorFragment)) << result.error.toStdString();
-            EXPECT_FALSE(result.error.contains('\n'));
+    EXPECT_EQ(parseReportOptions({}).options, (ReportOptions{2, 2.0, false, false}));
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("report-options"))) {
+        const ReportOptionsResult result = parseReportOptions(row.text(0)->split(QLatin1Char(' ')));
+        if (row.fields[1] == "error") {
+            EXPECT_EQ(result.options, std::nullopt) << row.where;
+            EXPECT_TRUE(result.error.contains(*row.text(2))) << result.error.toStdString();
+            EXPECT_FALSE(result.error.contains('\n')) << row.where;
+        } else {
+            EXPECT_EQ(result.options,
+                      (ReportOptions{row.fields[1].toInt(), row.fields[2].toDouble(),
+                                     row.fields[3] == "1", row.fields[4] == "1"}))
+                << row.where;
         }
     }
 }
@@ -95,23 +80,17 @@ TEST(ReportJson, MenuBarWritesStateAsCaseNameAndTheNamedTask)
     presentation.fan = {"fan", "风扇", "受限", u"权限受限"_s};
     presentation.primaryTask = MenuBarPresentationTask{"vite", "42%", "3 分钟"};
     presentation.remainingAttentionTaskCount = 2;
-
-    const QJsonObject json = menuBarPresentationJson(presentation);
-    EXPECT_EQ(json.keys(), (QStringList{"cpu", "durationText", "fan", "headline", "menuTitle",
-                                        "primaryTask", "remainingAttentionTaskCount", "state",
-                                        "statusMessage", "symbolName", "temperature"}));
-    EXPECT_EQ(json.value("state").toString(), "actionRecommended");
-    EXPECT_TRUE(json.value("durationText").isNull());
-    EXPECT_TRUE(json.value("statusMessage").isNull());
-    EXPECT_EQ(json.value("fan").toObject(), (QJsonObject{{"id", "fan"},
-                                                         {"title", "风扇"},
-                                                         {"value", "受限"},
-                                                         {"accessibilityValue", "权限受限"}}));
-    EXPECT_TRUE(json.value("cpu").toObject().value("accessibilityValue").isNull());
-    EXPECT_EQ(
-        json.value("primaryTask").toObject(),
-        (QJsonObject{{"application", "vite"}, {"cpuText", "42%"}, {"runningDuration", "3 分钟"}}));
-    EXPECT_EQ(json.value("remainingAttentionTaskCount").toInt(), 2);
+    const QJsonObject expected = QJsonDocument::fromJson(R"({
+        "state": "actionRecommended", "menuTitle": "", "headline": "", "durationText": null,
+        "symbolName": "", "statusMessage": null, "remainingAttentionTaskCount": 2,
+        "cpu": {"id": "", "title": "", "value": "", "accessibilityValue": null},
+        "temperature": {"id": "", "title": "", "value": "", "accessibilityValue": null},
+        "fan": {"id": "fan", "title": "风扇", "value": "受限", "accessibilityValue": "权限受限"},
+        "primaryTask": {"application": "vite", "cpuText": "42%", "runningDuration": "3 分钟"}
+    })")
+                                     .object();
+    ASSERT_FALSE(expected.isEmpty());
+    EXPECT_EQ(menuBarPresentationJson(presentation), expected);
 }
 
 TEST(ReportText, ShowsTheMenuBarLineAndAnEmptyIncidentLog)
@@ -193,9 +172,6 @@ TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
     const QJsonArray all = json["allTasks"].toArray();
     ASSERT_EQ(all.size(), 2);
     const QJsonObject task = all[0].toObject();
-    EXPECT_EQ(task["kind"].toString(), u"test"_s);
-    EXPECT_EQ(task["targetProcess"]["pid"].toInt(), 11);
-    EXPECT_EQ(task["relatedProcessCount"].toInt(), 3);
     EXPECT_EQ(task["diagnosis"]["confidence"].toString(), u"high"_s);
     const QJsonObject root = task["processTree"][0].toObject();
     EXPECT_EQ(root["name"].toString(), u"bash"_s);

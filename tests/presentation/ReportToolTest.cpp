@@ -1,11 +1,16 @@
 // The report tool as a user runs it, over the real machine with a spinning
-// child that this test starts itself, in a project folder of its own and
-// with a secret-looking argument.
+// child that this test starts itself: a shell named pytest that leads a
+// session on a terminal of its own, in a project folder of its own and with a
+// secret-looking argument. Only that child is signalled.
 
-#include "support/MachineTicks.h"
+#include "platform/linux/FileReading.h"
+#include "platform/linux/ProcPidStat.h"
+#include "platform/linux/ProcStat.h"
+#include "probes/CPUUsageTracker.h"
 #include "support/ShellChild.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -16,11 +21,102 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
 #include <unistd.h>
 
 namespace {
 
 using namespace Qt::StringLiterals;
+
+// The machine's CPU ticks, and the watched process's, as the test reads them
+// itself: a thread of its own reads them every few milliseconds with the
+// wall-clock time, so a figure the report gives over an interval can be
+// compared with what was done over that same interval, however busy the
+// machine is.
+class MachineTickRecorder {
+public:
+    explicit MachineTickRecorder(pid_t watched)
+        : m_thread([this, path = "/proc/" + QByteArray::number(watched) + "/stat"] {
+              while (!m_stop.load()) {
+                  const FileReadResult stat = readKernelFile(QByteArrayLiteral("/proc/stat"));
+                  const FileReadResult process = readKernelFile(path);
+                  const auto ticks =
+                      stat.bytes ? parseProcStatCPUTicks(asView(*stat.bytes)) : std::nullopt;
+                  const auto own =
+                      process.bytes ? parseProcPidStat(asView(*process.bytes)) : std::nullopt;
+                  if (ticks && own) {
+                      std::lock_guard lock(m_mutex);
+                      m_readings.push_back({TimePoint::now().secondsSince1970, *ticks,
+                                            own->userTicks + own->systemTicks});
+                  }
+                  std::this_thread::sleep_for(std::chrono::milliseconds(5));
+              }
+          })
+    {
+    }
+    ~MachineTickRecorder()
+    {
+        m_stop = true;
+        m_thread.join();
+    }
+
+    // The machine's busy percent, and the process's percent of one core,
+    // between the readings nearest to two wall-clock times (seconds since
+    // 1970); nothing without readings within 50 ms of both.
+    std::optional<double> usageBetween(double from, double to) const
+    {
+        std::lock_guard lock(m_mutex);
+        const auto [older, newer] = readingsAt(from, to);
+        return older ? cpuUsageBetween(older->ticks, newer->ticks) : std::nullopt;
+    }
+    std::optional<double> processPercentBetween(double from, double to) const
+    {
+        std::lock_guard lock(m_mutex);
+        const auto [older, newer] = readingsAt(from, to);
+        if (!older || newer->processTicks < older->processTicks ||
+            !(newer->wallClock > older->wallClock))
+            return std::nullopt;
+        const double seconds =
+            double(newer->processTicks - older->processTicks) / double(systemClockTicksPerSecond());
+        return seconds / (newer->wallClock - older->wallClock) * 100.0;
+    }
+
+private:
+    struct Reading {
+        double wallClock = 0.0;
+        CPUTickSnapshot ticks;
+        unsigned long long processTicks = 0;
+    };
+    std::pair<const Reading *, const Reading *> readingsAt(double from, double to) const
+    {
+        auto nearest = [this](double wallClock) {
+            const Reading *best = nullptr;
+            double bestDistance = 0.05;
+            for (const Reading &reading : m_readings) {
+                if (std::abs(reading.wallClock - wallClock) <= bestDistance) {
+                    bestDistance = std::abs(reading.wallClock - wallClock);
+                    best = &reading;
+                }
+            }
+            return best;
+        };
+        const Reading *older = nearest(from);
+        const Reading *newer = nearest(to);
+        return older && newer ? std::pair(older, newer) : std::pair(nullptr, nullptr);
+    }
+
+    mutable std::mutex m_mutex;
+    std::vector<Reading> m_readings;
+    std::atomic<bool> m_stop{false};
+    std::thread m_thread;
+};
 
 struct ProcessResult {
     int exitCode = -1;
@@ -56,8 +152,14 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(m_project.isValid());
+        // The kernel names a process after the file it runs: a link to the
+        // shell makes the spinner a test runner.
+        const QString runner = m_project.filePath(u"pytest"_s);
+        ASSERT_TRUE(QFile::link(u"/bin/sh"_s, runner));
         m_child.emplace(m_project.path().toLocal8Bit(),
-                        spinningShellArguments({"serve", "--token=abc123"}));
+                        std::vector<std::string>{"pytest", "-c", "while :; do :; done",
+                                                 "kw-spinner", "serve", "--token=abc123"},
+                        ShellChild::Session::ownTerminal, runner.toLocal8Bit());
         ASSERT_TRUE(m_child->started());
     }
 
@@ -127,12 +229,14 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
     ASSERT_EQ(samples.size(), 2);
 
     QJsonObject child;
+    std::optional<QJsonValue> firstIdentity;
     for (const QJsonValue sample : samples) {
         const QJsonArray processes = sample["processMetrics"].toArray();
         EXPECT_GT(processes.size(), 1);
         child = {};
         for (const QJsonValue process : processes) {
             const QJsonObject object = process.toObject();
+            EXPECT_EQ(object["userID"].toInteger(), ::getuid()) << "another user's process";
             EXPECT_EQ(object.keys(),
                       (QStringList{"applicationName", "applicationPath", "command", "controlGroup",
                                    "cpuPercent", "diskBytesPerSecond", "duration", "identity",
@@ -145,13 +249,23 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
                 child = object;
         }
         ASSERT_FALSE(child.isEmpty());
+        // The start time, and with it the identity, holds from tick to tick.
+        EXPECT_EQ(child["identity"], firstIdentity.value_or(child["identity"]));
+        firstIdentity = child["identity"];
+        EXPECT_EQ(child["name"].toString(), u"pytest"_s);
+        EXPECT_EQ(child["identity"][u"executablePath"].toString(),
+                  QFileInfo(u"/bin/sh"_s).canonicalFilePath());
         EXPECT_EQ(child["command"][u"command"].toString(), expectedCommand());
         EXPECT_EQ(child["command"][u"project"].toString(), projectName());
         EXPECT_EQ(child["parentPID"].toInteger(), ::getpid());
         EXPECT_EQ(child["userID"].toInteger(), ::getuid());
         EXPECT_TRUE(child["applicationPath"].isNull());
         EXPECT_GT(child["residentBytes"].toInteger(), 0);
+        EXPECT_TRUE(child["leadsTerminalSession"].toBool());
     }
+    const double started = firstIdentity->toObject()[u"startTime"].toDouble();
+    EXPECT_LE(started, samples[0]["timestamp"].toDouble() + 0.02);
+    EXPECT_GT(started, samples[0]["timestamp"].toDouble() - 30.0);
 
     const double from = samples[0]["timestamp"].toDouble();
     const double to = samples[1]["timestamp"].toDouble();
@@ -165,6 +279,24 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
     const std::optional<double> spinner = recorder.processPercentBetween(from, to);
     ASSERT_TRUE(spinner.has_value());
     EXPECT_NEAR(child["cpuPercent"].toDouble(), *spinner, 15.0);
+
+    const QJsonObject network = samples[1]["networkThroughput"].toObject();
+    EXPECT_EQ(network["case"].toString(), "available");
+    EXPECT_EQ(network["source"].toString(), "getifaddrs");
+
+    // The session is a load source of its own, whoever started it, and a
+    // test by its runner's name, however busy the rest of the machine is.
+    QJsonObject task;
+    for (const QJsonValue candidate : report["allTasks"].toArray()) {
+        if (candidate[u"processTree"][0][u"pid"].toInteger() == m_child->pid())
+            task = candidate.toObject();
+    }
+    ASSERT_FALSE(task.isEmpty());
+    EXPECT_EQ(task["kind"].toString(), "test");
+    EXPECT_EQ(task["application"].toString(), "pytest");
+    EXPECT_EQ(task["targetProcess"][u"pid"].toInteger(), m_child->pid());
+    EXPECT_EQ(task["relatedProcessCount"].toInt(), 1);
+    EXPECT_GT(task["cpu"].toDouble(), 0.0);
 
     EXPECT_TRUE(report.value("incidents").isArray());
     const QJsonObject menuBar = report.value("menuBar").toObject();

@@ -1,14 +1,16 @@
 #include "probes/DiskIORate.h"
 #include "probes/GPUUsage.h"
 #include "probes/NetworkIORate.h"
+#include "support/FixtureTable.h"
+
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <string>
 
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TimePoint at(double seconds)
 {
@@ -32,34 +34,21 @@ TEST(LargestDisk, PicksTheLargestTotalAndTheEarliestOnATie)
 TEST(DiskIORateTracker, FollowsTheSnapshotRulesTickByTick)
 {
     using R = SensorReading<double>;
-    struct Tick {
-        double time;
-        std::vector<DiskDeviceCounters> devices;
-        R expected;
-    };
-    // One run through every rule; each row depends on the rows before it.
-    const Tick ticks[] = {
-        {0.0, {}, R::unsupported(noDisk)},
-        {1.0, {{"vda", 1000, 500}}, R::warmingUp()},
-        {3.0, {{"vda", 3000, 1500}}, R::available(1500.0, "diskstats")},
-        {3.0, {{"vda", 3000, 1500}}, R::temporarilyUnavailable(diskUnchanged)},
-        {5.0, {}, R::unsupported(noDisk)}, // keeps the snapshot of t=3
-        {7.0, {{"vda", 7000, 1500}}, R::available(1000.0, "diskstats")},
-        {9.0, {{"vda", 100, 1600}}, R::temporarilyUnavailable(diskUnchanged)}, // device reset
-        {11.0, {{"vda", 300, 1600}}, R::available(100.0, "diskstats")},
-        // Another disk overtakes: the delta spans the two devices' counters.
-        {13.0, {{"vda", 300, 1600}, {"sdb", 5000, 2000}}, R::available(2550.0, "diskstats")},
-        {15.0, {{"vda", 9000, 9000}, {"sdb", 5000, 2000}}, R::available(5500.0, "diskstats")},
-    };
     DiskIORateTracker tracker(QStringLiteral("diskstats"));
-    for (std::size_t i = 0; i < std::size(ticks); ++i)
-        EXPECT_EQ(tracker.update(ticks[i].devices, at(ticks[i].time)), ticks[i].expected)
-            << "tick " << i;
-    // An unchanged counter over time that advanced is a rate of zero, not a failure.
-    EXPECT_EQ(tracker.update({{"vda", 9000, 9000}}, at(16.0)), R::available(0.0, "diskstats"));
-    // Time going backwards is no delta.
-    EXPECT_EQ(tracker.update({{"vda", 9100, 9000}}, at(15.5)),
-              R::temporarilyUnavailable(diskUnchanged));
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("disk-rate-ticks"))) {
+        std::vector<DiskDeviceCounters> devices;
+        for (std::size_t index = 2; index < row.fields.size(); ++index) {
+            const QStringList disk = row.text(index)->split(u':');
+            devices.push_back({disk[0], disk[1].toULongLong(), disk[2].toULongLong()});
+        }
+        const QString want = *row.text(1);
+        EXPECT_EQ(tracker.update(devices, at(row.text(0)->toDouble())),
+                  want == u"warming"     ? R::warmingUp()
+                  : want == u"none"      ? R::unsupported(noDisk)
+                  : want == u"unchanged" ? R::temporarilyUnavailable(diskUnchanged)
+                                         : R::available(want.toDouble(), "diskstats"))
+            << row.where;
+    }
 }
 
 const QString netUnreadable = QStringLiteral("无法读取网络接口计数器");
@@ -94,64 +83,45 @@ TEST(SumNetworkCounters, CountsOnlyLiveNonLoopbackLinkRecordsWithCounters)
 TEST(NetworkIORateTracker, FollowsTheSnapshotRulesTickByTick)
 {
     using R = SensorReading<NetworkThroughput>;
-    using Records = std::optional<std::vector<NetworkInterfaceRecord>>;
-    struct Tick {
-        double time;
-        Records records;
-        R expected;
-    };
-    const std::uint32_t up = kInterfaceUpFlag;
-    const Tick ticks[] = {
-        {0.0, std::nullopt, R::temporarilyUnavailable(netUnreadable)},
-        {1.0, std::vector{link("eth0", up, 1000, 200)}, R::warmingUp()},
-        {3.0, std::vector{link("eth0", up, 5000, 600)},
-         R::available({2000.0, 200.0}, "getifaddrs")},
-        {4.0, std::vector<NetworkInterfaceRecord>{}, R::temporarilyUnavailable(netUnreadable)},
-        {5.0, std::vector{link("eth0", up, 9000, 1000)},
-         R::available({2000.0, 200.0}, "getifaddrs")}, // spans the failed tick
-        {7.0, std::vector{link("eth0", up, 8000, 5000)}, R::temporarilyUnavailable(netUnchanged)},
-        {9.0, std::vector{link("eth0", up, 8200, 5000)}, R::available({100.0, 0.0}, "getifaddrs")},
-        {9.0, std::vector{link("eth0", up, 8400, 5100)}, R::temporarilyUnavailable(netUnchanged)},
-        // An interface that appears, disappears or goes unread for a tick adds
-        // nothing to that tick; eth0 alone gives the rate.
-        {11.0, std::vector{link("eth0", up, 8600, 5300), link("wlan0", up, 4e9, 3e9)},
-         R::available({100.0, 100.0}, "getifaddrs")},
-        {13.0, std::vector{link("eth0", up, 8800, 5500)},
-         R::available({100.0, 100.0}, "getifaddrs")},
-        {15.0, std::vector{link("eth0", up, 9000, 5700), {"wlan0", up, kLink, std::nullopt}},
-         R::available({100.0, 100.0}, "getifaddrs")},
-        // Only loopback left: nothing counted moved, a rate of zero.
-        {17.0, std::vector{link("lo", up | kInterfaceLoopbackFlag, 5, 5)},
-         R::available({0.0, 0.0}, "getifaddrs")},
-    };
     NetworkIORateTracker tracker(kLink, QStringLiteral("getifaddrs"));
-    for (std::size_t i = 0; i < std::size(ticks); ++i)
-        EXPECT_EQ(tracker.update(ticks[i].records, at(ticks[i].time)), ticks[i].expected)
-            << "tick " << i;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("network-rate-ticks"))) {
+        std::optional<std::vector<NetworkInterfaceRecord>> records;
+        for (std::size_t index = 2; index < row.fields.size(); ++index) {
+            const QStringList fields = row.text(index)->split(u':');
+            const std::uint32_t loopback =
+                fields.contains(u"loopback") ? kInterfaceLoopbackFlag : 0;
+            std::optional<NetworkCounters> counters;
+            if (fields[1] != u"-")
+                counters = NetworkCounters{fields[1].toULongLong(), fields[2].toULongLong()};
+            records = records.value_or(std::vector<NetworkInterfaceRecord>{});
+            records->push_back({fields[0], kInterfaceUpFlag | loopback, kLink, counters});
+        }
+        const QStringList want = row.text(1)->split(u'/');
+        EXPECT_EQ(tracker.update(records, at(row.text(0)->toDouble())),
+                  want[0] == u"warming"      ? R::warmingUp()
+                  : want[0] == u"unreadable" ? R::temporarilyUnavailable(netUnreadable)
+                  : want[0] == u"unchanged"
+                      ? R::temporarilyUnavailable(netUnchanged)
+                      : R::available({want[0].toDouble(), want[1].toDouble()}, "getifaddrs"))
+            << row.where;
+    }
 }
 
 TEST(GPUUsageReading, ClampsAndTakesTheLargestWithItsSource)
 {
-    using R = SensorReading<double>;
-    struct Case {
-        const char *name;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("gpu-usage"))) {
         std::vector<GPUBusyValue> devices;
-        R expected;
-    };
-    const Case cases[] = {
-        {"none", {}, R::unsupported("none")},
-        {"largest", {{20, "sysfs"}, {75, "nvml"}}, R::available(75, "nvml")},
-        {"above 100", {{130, "sysfs"}}, R::available(100, "sysfs")},
-        {"below 0", {{-3, "sysfs"}}, R::available(0, "sysfs")},
-        {"not a number", {{nan, "sysfs"}}, R::available(0, "sysfs")},
-        {"tie: the first route names it", {{37, "sysfs"}, {37, "nvml"}}, R::available(37, "sysfs")},
-        {"clamped values tie too", {{100, "sysfs"}, {150, "nvml"}}, R::available(100, "sysfs")},
-        {"a clamped zero loses to a real value",
-         {{-8, "sysfs"}, {3, "nvml"}},
-         R::available(3, "nvml")},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(gpuUsageReading(c.devices, "none"), c.expected) << c.name;
+        for (std::size_t index = 1; index < row.fields.size(); ++index) {
+            const QStringList value = row.text(index)->split(u'@');
+            devices.push_back({std::stod(value[0].toStdString()), value[1]});
+        }
+        const QStringList expected = row.text(0)->split(u'@');
+        EXPECT_EQ(gpuUsageReading(devices, "none"),
+                  expected.size() == 1
+                      ? SensorReading<double>::unsupported(expected[0])
+                      : SensorReading<double>::available(expected[0].toDouble(), expected[1]))
+            << row.where;
+    }
 }
 
 } // namespace

@@ -1,121 +1,37 @@
 #include "process/CommandRedaction.h"
+#include "support/FixtureTable.h"
 #include "support/ProcessPrinting.h"
-
-#include "support/RowName.h"
 
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 namespace {
 
-struct CommandCase {
-    const char *description;
-    QString executablePath;
-    QStringList arguments;
-    QString expected;
-};
-
-using rows::PrintTo;
-
-class RedactedCommandTest : public testing::TestWithParam<CommandCase> {};
-
-TEST_P(RedactedCommandTest, KeepsOnlyExecutableNameAndOneTableWord)
+// Each field of `row` from `first` on.
+QStringList textsFrom(const FixtureRow &row, std::size_t first)
 {
-    const CommandCase &row = GetParam();
-    EXPECT_EQ(redactedCommandText(row.executablePath, row.arguments), row.expected);
+    QStringList texts;
+    for (std::size_t index = first; index < row.fields.size(); ++index)
+        texts << *row.text(index);
+    return texts;
 }
 
-using C = CommandCase;
-// clang-format off
-const CommandCase kCommands[] = {
-    C{"no arguments", "/usr/bin/node", {}, "node"},
-    C{"argv0 alone", "/usr/bin/node", {"node"}, "node"},
-    C{"no table word drops everything", "/usr/bin/node",
-      {"node", "/home/a/proj/node_modules/.bin/vite", "--port", "3000", "--token", "abc"}, "node"},
-    C{"first word wins, lowered", "/usr/bin/npm", {"npm", "RUN", "dev", "--secret=x"}, "npm run"},
-    C{"earlier word wins", "/usr/bin/cargo", {"cargo", "watch", "build"}, "cargo watch"},
-    C{"argv0 equal to a word is never looked at", "/usr/bin/test", {"test"}, "test"},
-    C{"argv0 word ignored", "/opt/x/runner", {"test", "--flag", "serve"}, "runner serve"},
-    C{"upper case word", "/usr/bin/make", {"make", "TEST"}, "make test"},
-    C{"whole word only", "/bin/npm", {"npm", "--test", "test.js", "rebuild", "tests", "Lint:fix"},
-      "npm"},
-    C{"secret next to word", "/bin/sh", {"sh", "--token=abc", "start", "--token=abc"}, "sh start"},
-    C{"executable keeps its case", "/Applications/Foo.app/MacOS/Foo", {"Foo", "Build"},
-      "Foo build"},
-    C{"each table word", "/bin/t", {"t", "x", "LINT"}, "t lint"},
-    C{"word of another script is not in the table", "/bin/t", {"t", "ruN", "wAtch"}, "t run"},
-    C{"empty executable, no word", "", {"", "--x"}, "未知任务"},
-    C{"empty executable component", "/usr/bin/", {}, "bin"},
-    C{"root as executable path", "/", {"x"}, "未知任务"},
-    C{"empty executable with a word", "", {"a", "dev"}, "dev"},
-    C{"deleted binary keeps its marker", "/usr/bin/vim (deleted)", {"vim"}, "vim (deleted)"},
-    C{"non-ASCII arguments of word length", "/bin/x", {"x", "ＴＥＳＴ", "tést", "ßerve"}, "x"},
-};
-// clang-format on
-
-INSTANTIATE_TEST_SUITE_P(Commands, RedactedCommandTest, testing::ValuesIn(kCommands), RowName());
-
-struct ProjectCase {
-    const char *description;
-    std::optional<QString> workingDirectory;
-    std::optional<QString> expected;
-    QStringList accountDirectories = {};
-};
-
-class ProjectTest : public testing::TestWithParam<ProjectCase> {};
-
-TEST_P(ProjectTest, NamesTheLastMeaningfulComponent)
+TEST(RedactedCommandTest, KeepsOnlyExecutableNameAndOneTableWord)
 {
-    const ProjectCase &row = GetParam();
-    EXPECT_EQ(projectOfWorkingDirectory(row.workingDirectory, row.accountDirectories),
-              row.expected);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("redacted-commands")))
+        EXPECT_EQ(redactedCommandText(*row.text(0), textsFrom(row, 2)), *row.text(1)) << row.where;
 }
 
-using P = ProjectCase;
-const QStringList fedora = {"/var/home/bob", "/var/home"};
-const QStringList wsl = {"/mnt/c/Users/carol", "/mnt/c/Users"};
-const ProjectCase kProjects[] = {
-    P{"absent", std::nullopt, std::nullopt},
-    P{"empty", QString(), std::nullopt},
-    P{"root", "/", std::nullopt},
-    P{"many slashes", "///", std::nullopt},
-    P{"macOS homes folder", "/Users", std::nullopt},
-    P{"macOS home", "/Users/someone", std::nullopt},
-    P{"macOS project", "/Users/someone/src/site", "site"},
-    P{"macOS home's child", "/Users/someone/site", "site"},
-    P{"case-sensitive Users", "/users/someone", "someone"},
-    P{"dot-dot back to Users", "/Users/someone/..", std::nullopt},
-    P{"Linux homes folder", "/home", std::nullopt},
-    P{"Linux home", "/home/x", std::nullopt},
-    P{"Linux home trailing slash", "/home/x/", std::nullopt},
-    P{"Linux dot-dot back to home", "/home/x/..", std::nullopt},
-    P{"Linux project", "/home/x/work/kiln", "kiln"},
-    P{"Linux home's child", "/home/x/kiln", "kiln"},
-    P{"root's home", "/root", std::nullopt},
-    P{"root's project", "/root/kiln", "kiln"},
-    P{"root as a deeper folder", "/srv/root", "root"},
-    P{"tmp", "/tmp", "tmp"},
-    P{"two components", "/opt/tools", "tools"},
-    P{"trailing slash", "/opt/tools/", "tools"},
-    P{"dot component", "/opt/./tools/.", "tools"},
-    P{"dot-dot resolved", "/srv/a/b/../c", "c"},
-    P{"dot-dot above root", "/../..", std::nullopt},
-    P{"dot-dot above root then a folder", "/../../srv", "srv"},
-    P{"relative dot-dot stays unresolved", "../..", std::nullopt},
-    P{"relative", "src/site", "site"},
-    P{"dot only", ".", std::nullopt},
-    P{"blank name", "/srv/a/ ", " "},
-    P{"non-ASCII name", "/home/x/项目/温控", "温控"},
-    P{"control characters kept for the display", "/srv/a\nb\x1b[31m", "a\nb\x1b[31m"},
-    P{"Fedora home", "/var/home/bob", std::nullopt, fedora},
-    P{"Fedora homes folder", "/var/home/", std::nullopt, fedora},
-    P{"Fedora project", "/var/home/bob/kiln", "kiln", fedora},
-    P{"WSL home by dot-dot", "/mnt/c/Users/carol/x/..", std::nullopt, wsl},
-    P{"another account's home", "/var/home/dave", "dave", fedora},
-};
-
-INSTANTIATE_TEST_SUITE_P(Directories, ProjectTest, testing::ValuesIn(kProjects), RowName());
+TEST(ProjectTest, NamesTheLastMeaningfulComponent)
+{
+    EXPECT_EQ(projectOfWorkingDirectory(std::nullopt, {}), std::nullopt);
+    EXPECT_EQ(projectOfWorkingDirectory(QString(), {}), std::nullopt);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("working-directory-projects"))) {
+        const QString project = *row.text(0);
+        EXPECT_EQ(projectOfWorkingDirectory(row.text(1), textsFrom(row, 2)),
+                  project.isEmpty() ? std::nullopt : std::optional(project))
+            << row.where;
+    }
+}
 
 TEST(RedactedCommandSummaryTest, CombinesCommandAndProjectWithoutKeepingArgumentText)
 {

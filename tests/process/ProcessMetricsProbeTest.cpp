@@ -1,11 +1,11 @@
 #include "process/ProcessMetricsProbe.h"
 
-#include "support/RowName.h"
+#include "support/FixtureTable.h"
 
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <ostream>
+#include <memory>
 
 namespace {
 
@@ -27,6 +27,7 @@ public:
         m_ticks.pop_front();
         return tick;
     }
+    void append(std::vector<RawProcessMetric> tick) { m_ticks.push_back(std::move(tick)); }
     std::vector<TimePoint> times;
 
 private:
@@ -49,96 +50,39 @@ RawProcessMetric process(pid_t pid, double startTime, std::uint64_t cpuNanosecon
     return raw;
 }
 
-struct Tick {
-    double now;
-    RawProcessMetric record;
-};
-
-// One tick: what the reader lists at `now`, and per record the CPU percent
-// and disk bytes per second the probe must give it.
-struct Step {
-    double now;
-    std::vector<RawProcessMetric> records;
-    std::vector<std::pair<double, double>> rates;
-};
-
-struct Sequence {
-    const char *description;
-    std::vector<Step> steps;
-};
-
-using rows::PrintTo;
-
-class ProcessRateTest : public testing::TestWithParam<Sequence> {};
-
-TEST_P(ProcessRateTest, RatesOnlyTheSameProcessOverForwardTime)
+// The rates of each run of process-rate-ticks: a run is one probe, a row one
+// tick, each record with the rates the probe must give it.
+TEST(ProcessRateTest, RatesOnlyTheSameProcessOverForwardTime)
 {
-    std::deque<std::vector<RawProcessMetric>> ticks;
-    for (const Step &step : GetParam().steps)
-        ticks.push_back(step.records);
-    ProcessMetricsProbe probe(std::make_unique<ScriptedReader>(std::move(ticks)));
-    for (const Step &step : GetParam().steps) {
-        SCOPED_TRACE(step.now);
-        const QList<ProcessMetric> metrics =
-            probe.sample(TimePoint::fromSecondsSince1970(step.now));
-        ASSERT_EQ(std::size_t(metrics.size()), step.rates.size());
-        for (std::size_t i = 0; i < step.rates.size(); ++i) {
-            EXPECT_DOUBLE_EQ(metrics[qsizetype(i)].cpuPercent, step.rates[i].first) << i;
-            EXPECT_DOUBLE_EQ(metrics[qsizetype(i)].diskBytesPerSecond, step.rates[i].second) << i;
+    QString run;
+    ScriptedReader *reader = nullptr;
+    std::unique_ptr<ProcessMetricsProbe> probe;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("process-rate-ticks"))) {
+        if (*row.text(0) != run) {
+            run = *row.text(0);
+            auto fresh =
+                std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{});
+            reader = fresh.get();
+            probe = std::make_unique<ProcessMetricsProbe>(std::move(fresh));
         }
+        std::vector<RawProcessMetric> records;
+        QStringList rates;
+        for (std::size_t index = 2; index < row.fields.size(); ++index) {
+            const QStringList record = row.text(index)->section(u'=', 0, 0).split(u':');
+            records.push_back(process(record[0].toInt(), record[1].toDouble(),
+                                      record[2].toULongLong() * second, record[3].toULongLong(),
+                                      record.value(4, "/usr/bin/node")));
+            rates << row.text(index)->section(u'=', 1);
+        }
+        reader->append(std::move(records));
+        QStringList sampled;
+        for (const ProcessMetric &metric :
+             probe->sample(TimePoint::fromSecondsSince1970(row.text(1)->toDouble())))
+            sampled << QString::number(metric.cpuPercent, 'g', 12) + u'/' +
+                           QString::number(metric.diskBytesPerSecond, 'g', 12);
+        EXPECT_EQ(sampled, rates) << row.where;
     }
 }
-
-// Two ticks of one record each: the first has no rates, the second `cpu` and `disk`.
-Sequence pair(const char *description, Tick first, Tick second, double cpu, double disk)
-{
-    return {
-        description,
-        {{first.now, {first.record}, {{0.0, 0.0}}}, {second.now, {second.record}, {{cpu, disk}}}}};
-}
-
-// Pid 7 started at 50 with these counters.
-RawProcessMetric p7(std::uint64_t cpuNanoseconds, std::uint64_t diskBytes,
-                    const QString &executable = "/usr/bin/node")
-{
-    return process(7, 50.0, cpuNanoseconds, diskBytes, executable);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Ticks, ProcessRateTest,
-    testing::Values(
-        pair("half a core and 1 MB/s over two seconds", {100, p7(10 * second, 1000000)},
-             {102, p7(11 * second, 3000000)}, 50.0, 1000000.0),
-        pair("many busy threads go above one core", {100, p7(0, 0)}, {102, p7(7 * second, 0)},
-             350.0, 0.0),
-        pair("same time twice", {100, p7(0, 0)}, {100, p7(second, 100)}, 0.0, 0.0),
-        pair("time going back", {100, p7(0, 0)}, {99, p7(second, 100)}, 0.0, 0.0),
-        pair("reused pid with another start time", {100, p7(0, 0)},
-             {102, process(7, 101.0, 5 * second, 100)}, 0.0, 0.0),
-        pair("same pid and start after an exec", {100, p7(0, 0, "/usr/bin/sh")},
-             {102, p7(second, 100)}, 0.0, 0.0),
-        pair("replaced binary counts as another executable", {100, p7(0, 0)},
-             {102, p7(second, 100, "/usr/bin/node (deleted)")}, 0.0, 0.0),
-        pair("CPU counter going back clears the disk rate too", {100, p7(5 * second, 0)},
-             {102, p7(4 * second, 4000)}, 0.0, 0.0),
-        pair("disk counter going back clears the CPU rate too", {100, p7(0, 4000)},
-             {102, p7(second, 0)}, 0.0, 0.0),
-        pair("idle process", {100, p7(second, 10)}, {102, p7(second, 10)}, 0.0, 0.0),
-        // Pid 7 is missed on the second tick: on the third it has
-        // no counters to compare with, though pid 8 has.
-        Sequence{"a vanished process is forgotten at once",
-                 {{100.0, {p7(0, 0)}, {{0, 0}}},
-                  {102.0, {process(8, 50.0, 0, 0)}, {{0, 0}}},
-                  {104.0, {p7(4 * second, 400), process(8, 50.0, second, 0)}, {{0, 0}, {50, 0}}},
-                  {106.0, {p7(6 * second, 600)}, {{100, 100}}}}},
-        Sequence{"a reused pid rates normally from the tick after",
-                 {{100.0, {p7(9 * second, 0)}, {{0, 0}}},
-                  {102.0, {process(7, 101.0, second, 0)}, {{0, 0}}},
-                  {104.0, {process(7, 101.0, 2 * second, 0)}, {{50, 0}}}}},
-        Sequence{"a pid repeated in one tick keeps both records and the first counters",
-                 {{100.0, {p7(0, 0), p7(10 * second, 0)}, {{0, 0}, {0, 0}}},
-                  {102.0, {p7(2 * second, 0)}, {{100, 0}}}}}),
-    RowName());
 
 // The first tick has no rates yet; every other field is the raw record's, in
 // the reader's order, with the time since the start (never negative).

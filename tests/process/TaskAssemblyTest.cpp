@@ -2,15 +2,14 @@
 #include "process/ApplicationGrouping.h"
 #include "process/LoadTextFormats.h"
 #include "process/ProcessNameOrder.h"
-#include "support/RowName.h"
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
+#include <string>
 
 namespace {
 
@@ -18,15 +17,8 @@ using namespace Qt::StringLiterals;
 
 TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)
 {
-    const double infinity = std::numeric_limits<double>::infinity();
-    // clang-format off
-    const std::pair<double, const char *> rows[] = {
-        {0.0, "0 秒"}, {0.5, "1 秒"}, {59.4, "59 秒"}, {59.6, "1 分钟"}, {3599.4, "59 分钟"},
-        {3599.6, "1 小时 0 分钟"}, {3725.0, "1 小时 2 分钟"}, {-5.0, "0 秒"}, {infinity, "0 秒"},
-    };
-    // clang-format on
-    for (const auto &[seconds, text] : rows)
-        EXPECT_EQ(durationText(seconds), QString::fromUtf8(text)) << seconds;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("duration-texts")))
+        EXPECT_EQ(durationText(std::stod(std::string(row.view(0)))), *row.text(1)) << row.where;
 }
 
 TEST(LoadTextFormatsTest, ResourceImpactThresholdsAreInclusive)
@@ -48,23 +40,9 @@ TEST(LoadTextFormatsTest, ResourceImpactThresholdsAreInclusive)
 TEST(ProcessNameOrderTest, DigitRunsSortByValueInTheCLocale)
 {
     const ProcessNameOrder order(QLocale::c());
-    struct Row {
-        const char *left;
-        const char *right;
-        int expected;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {"a2", "a10", -1}, {"a10", "a2", 1}, {"node", "node", 0}, {"Zed", "alpha", 1},
-        {"a", "a1", -1}, {"x9y", "x10a", -1}, {"a002", "a2", -1}, {"a2", "a002", 1},
-        {"1", "a", -1}, {"A", "a", -1}, {"worker-3", "worker-12", -1},
-        {"99999999999999999999", "100000000000000000000", -1},
-    };
-    // clang-format on
-    for (const Row &row : rows)
-        EXPECT_EQ(order.compare(QString::fromUtf8(row.left), QString::fromUtf8(row.right)),
-                  row.expected)
-            << row.left << " vs " << row.right;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("process-name-order")))
+        EXPECT_EQ(order.compare(*row.text(0), *row.text(2)), u"<=>"_s.indexOf(*row.text(1)) - 1)
+            << row.where;
     // A real locale collates (not by code point) and still sorts digit runs by value.
     const ProcessNameOrder german(QLocale(QLocale::German, QLocale::Germany));
     EXPECT_LT(german.compare(u"a2", u"a10"), 0);
@@ -87,48 +65,23 @@ QString shapeOf(const std::vector<DashboardProcessNode> &nodes)
     return parts.join(QLatin1Char(' '));
 }
 
-struct TreeCase {
-    const char *name;
-    std::vector<ProcessMetric> processes;
-    pid_t target;
-    const char *shape;
-};
-
-using rows::PrintTo;
-
-class ProcessTreeTest : public testing::TestWithParam<TreeCase> {};
-
-TEST_P(ProcessTreeTest, BuildsTheForestInNameOrder)
+TEST(ProcessTreeTest, BuildsTheForestInNameOrder)
 {
     const ProcessNameOrder order(QLocale::c());
-    TickTexts texts(order);
-    EXPECT_EQ(shapeOf(assembleProcessTree(GetParam().processes, GetParam().target, texts)),
-              QString::fromUtf8(GetParam().shape));
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("process-trees"))) {
+        std::vector<ProcessMetric> processes;
+        for (std::size_t index = 2; index < row.fields.size(); ++index) {
+            const QStringList fields = row.text(index)->split(u':');
+            processes.push_back(makeProcess(fields[0].toInt(), fields[1].toInt(), fields[2]));
+        }
+        TickTexts texts(order);
+        EXPECT_EQ(shapeOf(assembleProcessTree(processes, row.text(0)->toInt(), texts)),
+                  *row.text(1))
+            << row.where;
+    }
 }
 
-const auto p = [](pid_t pid, pid_t parent, const char *name) {
-    return makeProcess(pid, parent, name);
-};
-using T = TreeCase;
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Cases, ProcessTreeTest, testing::Values(
-    T{"OneProcessIsOneTargetRoot", {p(5, 1, "solo")}, 5, "solo(5)*"},
-    T{"ParentInAnotherLoadMakesARoot", {p(7, 3, "child"), p(8, 7, "grandchild")}, 8,
-      "child(7)[grandchild(8)*]"},
-    T{"SiblingsOfEqualNameStandInPidOrder", {p(1, 0, "sh"), p(100, 1, "node"), p(20, 1, "node")},
-      20, "sh(1)[node(20)* node(100)]"},
-    T{"NumericNamesInTheCLocale", {p(1, 0, "sh"), p(2, 1, "a10"), p(3, 1, "a2"), p(4, 1, "B1")}, 3,
-      "sh(1)[a2(3)* a10(2) B1(4)]"},
-    T{"RootsAlsoStandInNameOrder", {p(9, 0, "zsh"), p(8, 0, "bash")}, 9, "bash(8) zsh(9)*"},
-    // No root: the first in name order takes the other as child.
-    T{"TwoProcessesNamingEachOtherAppearThroughTheCycleSweep",
-      {p(31, 30, "ping"), p(30, 31, "pong"), p(40, 0, "root")}, 30, "root(40) ping(31)[pong(30)*]"},
-    T{"SelfParentAppearsOnce", {p(6, 6, "self")}, 6, "self(6)*"},
-    T{"TargetMarkedDeep", {p(1, 0, "a"), p(2, 1, "b"), p(3, 2, "c")}, 3, "a(1)[b(2)[c(3)*]]"}),
-    RowName());
-// clang-format on
-
-TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
+TEST(TaskAssemblyTest, SumsAndFormatsTheMembers)
 {
     ProcessMetric shell = makeProcess(10, 1, "bash", 1.0, 500'000.0);
     shell.duration = 4000.0;
@@ -141,9 +94,8 @@ TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
     TickTexts texts(order);
     const DashboardTask task = assembleTask(load, classification, texts);
     EXPECT_EQ(task.id, load.id);
-    EXPECT_EQ(task.application, load.application);
     EXPECT_EQ(task.kind, TaskKind::test);
-    EXPECT_EQ(task.detail, classification.detail);
+    EXPECT_EQ(task.diagnosis, classification.diagnosis);
     EXPECT_EQ(task.targetProcess, (DashboardProcessSummary{QStringLiteral("pytest"), 11, 79.5,
                                                            QStringLiteral("10 秒")}));
     EXPECT_EQ(task.relatedProcessCount, 2);
@@ -152,8 +104,8 @@ TEST(TaskAssemblyTest, SumsFormatsAndCopiesTheClassification)
     EXPECT_EQ(task.disk, QStringLiteral("2.0 MB/s"));
     EXPECT_EQ(task.energy, ResourceImpact::high); // the sum crosses 80, no member does
     EXPECT_EQ(task.duration, QStringLiteral("1 小时 6 分钟"));
+    EXPECT_EQ(task.detail, classification.detail);
     EXPECT_EQ(task.symbolName, classification.symbolName);
-    EXPECT_EQ(task.diagnosis, classification.diagnosis);
     EXPECT_EQ(task.canTerminate, classification.canTerminate);
     EXPECT_EQ(task.terminationImpact, classification.impact);
     EXPECT_FALSE(task.isEnded);

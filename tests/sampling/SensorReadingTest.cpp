@@ -1,5 +1,4 @@
 #include "sampling/SensorReading.h"
-#include "sampling/SystemThermalState.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
@@ -66,24 +65,6 @@ TEST(SensorReadingText, DisplayUsesTheInterfaceLocaleWithGroupingAndExactDigits)
         SCOPED_TRACE(row.locale.name().toStdString());
         EXPECT_EQ(Reading::available(row.value, "s").displayText(row.unit, row.digits),
                   row.expected);
-    }
-}
-
-TEST(SystemThermalStateText, RawTextsAndLabels)
-{
-    struct Row {
-        SystemThermalState state;
-        const char *raw;
-        const char *label;
-    };
-    const std::vector<Row> rows = {{SystemThermalState::nominal, "nominal", "正常"},
-                                   {SystemThermalState::fair, "fair", "尚可"},
-                                   {SystemThermalState::serious, "serious", "严重"},
-                                   {SystemThermalState::critical, "critical", "临界"},
-                                   {SystemThermalState::unknown, "unknown", "未知"}};
-    for (const auto &row : rows) {
-        EXPECT_EQ(systemThermalStateRawText(row.state), row.raw);
-        EXPECT_EQ(systemThermalStateLabel(row.state), QString::fromUtf8(row.label));
     }
 }
 

@@ -3,12 +3,10 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <ctime>
 #include <thread>
 
 #include <fcntl.h>
 #include <grp.h>
-#include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,8 +14,7 @@
 namespace {
 
 // Only async-signal-safe calls from here on: the test program has threads.
-[[noreturn]] void runChild(ForkedChild::Behaviour behaviour, double delaySeconds,
-                           std::optional<uid_t> user, int readyFd)
+[[noreturn]] void runChild(ForkedChild::Behaviour behaviour, std::optional<uid_t> user, int readyFd)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (user && (::setgroups(0, nullptr) != 0 || ::setgid(*user) != 0 || ::setuid(*user) != 0))
@@ -36,21 +33,13 @@ namespace {
     [[maybe_unused]] ssize_t written = ::write(readyFd, &ready, 1);
     ::close(readyFd);
 
-    if (behaviour == ForkedChild::Behaviour::exitsAfterDelay) {
-        timespec delay{};
-        delay.tv_sec = static_cast<time_t>(delaySeconds);
-        delay.tv_nsec = static_cast<long>((delaySeconds - double(delay.tv_sec)) * 1e9);
-        while (::nanosleep(&delay, &delay) != 0 && errno == EINTR) {
-        }
-        ::_exit(0);
-    }
     for (;;)
         ::pause();
 }
 
 } // namespace
 
-ForkedChild::ForkedChild(Behaviour behaviour, double delaySeconds, std::optional<uid_t> user)
+ForkedChild::ForkedChild(Behaviour behaviour, std::optional<uid_t> user)
 {
     int ready[2];
     if (::pipe2(ready, O_CLOEXEC) != 0)
@@ -58,7 +47,7 @@ ForkedChild::ForkedChild(Behaviour behaviour, double delaySeconds, std::optional
     const pid_t pid = ::fork();
     if (pid == 0) {
         ::close(ready[0]);
-        runChild(behaviour, delaySeconds, user, ready[1]);
+        runChild(behaviour, user, ready[1]);
     }
     ::close(ready[1]);
     if (pid < 0) {
@@ -124,56 +113,4 @@ bool ForkedChild::reap(double timeoutSeconds)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     } while (std::chrono::steady_clock::now() < deadline);
     return false;
-}
-
-std::string runInForkedProcess(const std::function<std::string()> &body)
-{
-    int result[2];
-    if (::pipe2(result, O_CLOEXEC) != 0)
-        return "no pipe";
-    const pid_t pid = ::fork();
-    if (pid == 0) {
-        ::close(result[0]);
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        const std::string message = body();
-        std::size_t written = 0;
-        while (written < message.size()) {
-            const ssize_t count =
-                ::write(result[1], message.data() + written, message.size() - written);
-            if (count <= 0)
-                break;
-            written += static_cast<std::size_t>(count);
-        }
-        ::_exit(0);
-    }
-    ::close(result[1]);
-    if (pid < 0) {
-        ::close(result[0]);
-        return "no fork";
-    }
-    std::string message;
-    char buffer[256];
-    for (;;) {
-        const ssize_t count = ::read(result[0], buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        message.append(buffer, static_cast<std::size_t>(count));
-    }
-    ::close(result[0]);
-    int status = 0;
-    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
-    }
-    if (WIFSIGNALED(status))
-        return "the forked process died of signal " + std::to_string(WTERMSIG(status));
-    return message;
-}
-
-uid_t unusedUserID(uid_t from)
-{
-    uid_t uid = from;
-    while (::getpwuid(uid) != nullptr)
-        ++uid;
-    return uid;
 }

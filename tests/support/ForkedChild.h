@@ -6,7 +6,6 @@
 // owner reaps it: an unreaped child's pid stays the child's, so the owner's
 // own clean-up kill can never reach another process.
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -16,13 +15,11 @@ public:
     enum class Behaviour {
         waitsForSignals, // default dispositions: SIGTERM ends it
         ignoresTerm,     // SIGTERM ignored: only SIGKILL ends it
-        exitsAfterDelay, // exits by itself after `delaySeconds`
     };
 
     // Forks and waits until the child has set itself up (its dispositions are
     // in place, and it runs as `user` when one is given), or has exited.
-    explicit ForkedChild(Behaviour behaviour, double delaySeconds = 0.0,
-                         std::optional<uid_t> user = std::nullopt);
+    explicit ForkedChild(Behaviour behaviour, std::optional<uid_t> user = std::nullopt);
     ~ForkedChild(); // SIGKILL if still unreaped, then reap
     ForkedChild(const ForkedChild &) = delete;
     ForkedChild &operator=(const ForkedChild &) = delete;
@@ -46,14 +43,3 @@ private:
 // Whether `pid`, an unreaped child of this process, has exited; it stays a
 // zombie either way.
 bool hasExited(pid_t pid);
-
-// Runs `body` in a forked process of its own and gives back what it
-// returned: empty when every check in it held, else its message (one that
-// starts with "skip:" when the machine does not allow what it needs). For
-// what must not touch the test program: another user, a seccomp filter, a
-// pid namespace. The body ends the children it starts. A body that dies
-// gives a message naming the signal.
-std::string runInForkedProcess(const std::function<std::string()> &body);
-
-// A user id that names no account on this machine, from `from` upwards.
-uid_t unusedUserID(uid_t from);

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <unordered_map>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -72,31 +71,4 @@ ShellChild::~ShellChild()
     }
     if (m_terminal >= 0)
         ::close(m_terminal);
-}
-
-std::vector<std::string> spinningShellArguments(const std::vector<std::string> &extra)
-{
-    std::vector<std::string> arguments{"sh", "-c", "while :; do :; done", "kw-spinner"};
-    arguments.insert(arguments.end(), extra.begin(), extra.end());
-    return arguments;
-}
-
-QList<ProcessMetric> startedByThisProgram(const QList<ProcessMetric> &all, bool withThisProgram)
-{
-    std::unordered_map<pid_t, pid_t> parentOf;
-    for (const ProcessMetric &process : all)
-        parentOf.emplace(process.identity.pid, process.parentPID);
-    const pid_t self = ::getpid();
-    QList<ProcessMetric> mine;
-    for (const ProcessMetric &process : all) {
-        pid_t pid = process.identity.pid;
-        bool descends = withThisProgram && pid == self;
-        for (int depth = 0; depth < 64 && !descends && parentOf.count(pid); ++depth) {
-            pid = parentOf.at(pid);
-            descends = pid == self;
-        }
-        if (descends)
-            mine.append(process);
-    }
-    return mine;
 }

@@ -44,17 +44,6 @@ private:
     int m_terminal = -1;
 };
 
-// The arguments of a shell that spins on one core for as long as it lives:
-// `sh -c 'while :; do :; done' <name> <extra...>`.
-std::vector<std::string> spinningShellArguments(const std::vector<std::string> &extra);
-
-// The processes of `all` that descend from this test program, and the
-// program itself with `withThisProgram`. On a shared machine the program's
-// ancestors belong to the same user, so without this a test's children
-// would join whatever started the test, among unrelated busy processes.
-QList<ProcessMetric> startedByThisProgram(const QList<ProcessMetric> &all,
-                                          bool withThisProgram = false);
-
 // The record of `pid` among `records`, or null.
 template <typename Records> auto findPid(const Records &records, pid_t pid)
 {

@@ -1,10 +1,8 @@
-#include "support/FakeTermination.h"
-#include "support/RowName.h"
-
 #include "dashboard/ProcessExitWaiter.h"
-
+#include "process/ProtectedProcessNames.h"
 #include "sampling/Cancellation.h"
-#include "termination/ProtectedProcessNames.h"
+#include "support/FakeTermination.h"
+#include "support/FixtureTable.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +10,7 @@
 #include <QTest>
 
 #include <cerrno>
+#include <map>
 #include <system_error>
 #include <thread>
 
@@ -26,113 +25,73 @@ constexpr pid_t kPid = 4242;
 const ProcessTerminationTarget kSeen = makeTarget(kPid, QStringLiteral("node"));
 const uid_t kOtherUser = ::getuid() + 1;
 
-// The target as first seen, with what has changed since.
-struct Change {
-    std::optional<pid_t> pid;
-    std::optional<uid_t> user;
-    const char *name = nullptr;
-    std::optional<double> startTime;
-    const char *executable = nullptr;
-};
-ProcessTerminationTarget seen(const Change &change)
+// The target as first seen, with `changes` since: comma-separated pid=<n|self>,
+// user=other, name=, start=<seconds|later> and exe=.
+ProcessTerminationTarget seen(const QString &changes)
 {
     ProcessTerminationTarget target = kSeen;
-    target.identity.pid = change.pid.value_or(kPid);
-    target.userID = change.user.value_or(kSeen.userID);
-    if (change.name)
-        target.name = QString::fromUtf8(change.name);
-    if (change.startTime)
-        target.identity.startTime = TimePoint::fromSecondsSince1970(*change.startTime);
-    if (change.executable)
-        target.identity.executablePath = QString::fromUtf8(change.executable);
+    for (const QString &change : changes.split(u',', Qt::SkipEmptyParts)) {
+        const QString key = change.section(u'=', 0, 0), value = change.section(u'=', 1);
+        if (key == u"pid")
+            target.identity.pid = value == u"self" ? ::getpid() : value.toInt();
+        if (key == u"user")
+            target.userID = kOtherUser;
+        if (key == u"name")
+            target.name = value;
+        if (key == u"start")
+            target.identity.startTime = TimePoint::fromSecondsSince1970(
+                value == u"later" ? kSeen.identity.startTime.secondsSince1970 + 1e-6
+                                  : value.toDouble());
+        if (key == u"exe")
+            target.identity.executablePath = value;
+    }
     return target;
 }
 
-struct SafetyCase {
-    const char *name;
-    ProcessTerminationTarget target;
-    std::optional<ProcessTerminationTarget> current;
-    std::optional<Rejection> expected;
-    pid_t selfPID = ::getpid();
-};
-
-using rows::PrintTo;
-
-class SafetyCheckOrder : public ::testing::TestWithParam<SafetyCase> {};
-
 // Every row is also run through `terminate`: a rejection sends nothing, an
 // accepted target gets exactly one signal.
-TEST_P(SafetyCheckOrder, FirstFailingTestDecides)
+TEST(SafetyCheckOrder, FirstFailingTestDecides)
 {
-    const SafetyCase &row = GetParam();
-    auto reader = std::make_shared<FakeProcessIdentityReader>();
-    auto sender = std::make_shared<RecordingSignalSender>();
-    const ProcessTerminationController controller(reader, sender, ::getuid(), row.selfPID);
-    reader->setReading(row.target.identity.pid, row.current);
+    using enum ProcessTerminationRejection;
+    const std::map<QString, Rejection> rejections = {
+        {"notCurrentUser", notCurrentUser},      {"selfProcess", selfProcess},
+        {"systemCritical", systemCritical},      {"protectedProcess", protectedProcess},
+        {"alreadyExited", alreadyExited},        {"identityChanged", identityChanged},
+        {"executableChanged", executableChanged}};
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("termination-safety-checks"))) {
+        SCOPED_TRACE(row.where);
+        const ProcessTerminationTarget target = seen(row.text(1).value_or(QString()));
+        const QString now = row.text(2).value_or(QString());
+        const auto current = now == u"gone" ? std::nullopt : std::optional(seen(now));
+        const auto found = rejections.find(*row.text(0));
+        const auto expected =
+            found == rejections.end() ? std::nullopt : std::optional(found->second);
+        auto reader = std::make_shared<FakeProcessIdentityReader>();
+        auto sender = std::make_shared<RecordingSignalSender>();
+        const ProcessTerminationController controller(
+            reader, sender, ::getuid(), row.text(3) ? row.text(3)->toInt() : ::getpid());
+        reader->setReading(target.identity.pid, current);
 
-    EXPECT_EQ(controller.check(row.target, row.current), row.expected);
-
-    const ProcessTerminationResult result =
-        controller.terminate(row.target, ProcessTerminationSignal::graceful);
-    if (row.expected) {
-        EXPECT_EQ(result, ProcessTerminationResult::rejected(*row.expected));
-        EXPECT_TRUE(sender->sent().empty());
-    } else {
-        EXPECT_EQ(result, ProcessTerminationResult::signalSent(ProcessTerminationSignal::graceful));
-        EXPECT_EQ(sender->sent(), (std::vector<RecordingSignalSender::Sent>{
-                                      {kPid, ProcessTerminationSignal::graceful}}));
+        EXPECT_EQ(controller.check(target, current), expected);
+        const ProcessTerminationResult result =
+            controller.terminate(target, ProcessTerminationSignal::graceful);
+        if (expected) {
+            EXPECT_EQ(result, ProcessTerminationResult::rejected(*expected));
+            EXPECT_TRUE(sender->sent().empty());
+        } else {
+            EXPECT_EQ(result,
+                      ProcessTerminationResult::signalSent(ProcessTerminationSignal::graceful));
+            EXPECT_EQ(sender->sent(), (std::vector<RecordingSignalSender::Sent>{
+                                          {kPid, ProcessTerminationSignal::graceful}}));
+        }
     }
 }
 
-using S = SafetyCase;
-using enum ProcessTerminationRejection;
-const double kLater = kSeen.identity.startTime.secondsSince1970 + 1e-6;
-const SafetyCase kSafetyCases[] = {
-    S{"AcceptsTheSameProcess", kSeen, kSeen, std::nullopt},
-    // The record decides before the machine is looked at.
-    S{"OtherUsersRecordWhateverTheReading", seen({.user = kOtherUser}), kSeen, notCurrentUser},
-    S{"OtherUsersRecordBeforePidOne", seen({.pid = 1, .user = kOtherUser}), {}, notCurrentUser},
-    S{"PidOne", seen({.pid = 1}), std::nullopt, systemCritical},
-    S{"PidZero", seen({.pid = 0}), std::nullopt, systemCritical},
-    S{"NegativePid", seen({.pid = -1}), std::nullopt, systemCritical},
-    S{"PidOneBeforeSelf", seen({.pid = 1}), std::nullopt, systemCritical, 1},
-    S{"ThisProgram", seen({.pid = ::getpid()}), seen({.pid = ::getpid()}), selfProcess},
-    S{"ProtectedMacName", seen({.name = "WindowServer"}), kSeen, protectedProcess},
-    S{"ProtectedLinuxName", seen({.name = "GNOME-Shell"}), kSeen, protectedProcess},
-    S{"ProtectedNameBeforeExit", seen({.name = "Xorg"}), std::nullopt, protectedProcess},
-    // From here on the machine now.
-    S{"Gone", kSeen, std::nullopt, alreadyExited},
-    S{"OwnerChangedSince", kSeen, seen({.user = kOtherUser}), notCurrentUser},
-    S{"OwnerChangedBeforeIdentity", kSeen, seen({.user = kOtherUser, .startTime = 99.0}),
-      notCurrentUser},
-    S{"OwnerChangedBeforeProtectedName", kSeen, seen({.user = kOtherUser, .name = "sshd"}),
-      notCurrentUser},
-    S{"NowProtectedName", kSeen, seen({.name = "sshd"}), protectedProcess},
-    S{"ProtectedNameBeforeIdentity", kSeen, seen({.name = "login", .startTime = 99.0}),
-      protectedProcess},
-    S{"StartTimeOneMicrosecondLater", kSeen, seen({.startTime = kLater}), identityChanged},
-    S{"OtherPidInReading", kSeen, seen({.pid = kPid + 1}), identityChanged},
-    S{"StartTimeBeforeExecutable", kSeen, seen({.startTime = 1.0, .executable = "/usr/bin/x"}),
-      identityChanged},
-    S{"OtherExecutable", kSeen, seen({.executable = "/usr/bin/node (deleted)"}), executableChanged},
-    // The name takes no part beyond the protected list.
-    S{"RenamedButSameProcess", kSeen, seen({.name = "node-worker"}), std::nullopt},
-};
-
-INSTANTIATE_TEST_SUITE_P(Rows, SafetyCheckOrder, ::testing::ValuesIn(kSafetyCases), RowName());
-
-TEST(ProtectedProcessNames, TheSessionNamesOfBothSystemsInAnyCase)
+// Lower-cased, exact names only: a prefix or a longer name is not protected.
+TEST(ProtectedProcessNames, ExactNamesInAnyCase)
 {
-    for (const char *name :
-         {"kernel_task",  "launchd",      "loginwindow", "SecurityAgent", "SystemUIServer",
-          "WindowServer", "systemd",      "init",        "Xorg",          "Xwayland",
-          "gnome-shell",  "kwin_wayland", "kwin_x11",    "plasmashell",   "dbus-daemon",
-          "dbus-broker",  "sshd",         "login",       "gdm",           "sddm",
-          "lightdm"}) {
+    for (const char *name : {"launchd", "WindowServer", "systemd", "Xwayland", "SSHD"})
         EXPECT_TRUE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
-        EXPECT_TRUE(isTerminationProtectedName(QString::fromLatin1(name).toUpper())) << name;
-    }
-    // Exact match only: a prefix or a longer name is not protected.
     for (const char *name : {"systemd-foo", "sshd-session", "gdm-x", "node", ""})
         EXPECT_FALSE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
 }
@@ -149,15 +108,14 @@ TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
     reader->setReading(kPid, kSeen);
     const auto controller = makeFakeTerminationController(reader, sender);
 
-    EXPECT_EQ(controller.terminate(seen({.pid = 1}), ProcessTerminationSignal::forced),
+    EXPECT_EQ(controller.terminate(seen("pid=1"), ProcessTerminationSignal::forced),
               ProcessTerminationResult::rejected(Rejection::systemCritical));
     EXPECT_EQ(controller.terminate(kSeen, ProcessTerminationSignal::forced),
               ProcessTerminationResult::signalSent(ProcessTerminationSignal::forced));
     EXPECT_EQ(log->snapshot(), (std::vector<std::string>{"pin 4242", "read 4242", "send 4242 9"}));
 
     EXPECT_NE(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
-    EXPECT_EQ(controller.attempt(seen({.pid = 1}), ProcessTerminationSignal::graceful).pin,
-              nullptr);
+    EXPECT_EQ(controller.attempt(seen("pid=1"), ProcessTerminationSignal::graceful).pin, nullptr);
 
     sender->setSendError(ESRCH); // the pin of a signal that failed is not kept either
     EXPECT_EQ(controller.attempt(kSeen, ProcessTerminationSignal::graceful).pin, nullptr);
@@ -166,31 +124,17 @@ TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
     EXPECT_EQ(sender->sent().size(), 4u);
 }
 
-struct TextCase {
-    ProcessTerminationResult result;
-    const char *text;
-};
-
-TEST(ProcessTerminationResult, TextsOfEveryForm)
+// The kernel's error picks the words; an unknown one is shown by number.
+TEST(ProcessTerminationResult, SignalFailureTexts)
 {
-    using R = ProcessTerminationResult;
-    const TextCase rows[] = {
-        {R::signalSent(ProcessTerminationSignal::graceful), "已发送正常结束请求。"},
-        {R::signalSent(ProcessTerminationSignal::forced), "已发送强制结束请求。"},
-        {R::rejected(Rejection::notCurrentUser), "安全校验未通过：该进程不属于当前用户。"},
-        {R::rejected(Rejection::selfProcess), "安全校验未通过：KilnWarden 不能结束自身。"},
-        {R::rejected(Rejection::systemCritical), "安全校验未通过：系统关键进程不可结束。"},
-        {R::rejected(Rejection::protectedProcess), "安全校验未通过：该进程受保护。"},
-        {R::rejected(Rejection::alreadyExited), "任务已经结束，无需再次操作。"},
-        {R::rejected(Rejection::identityChanged), "任务身份已经变化，为避免误伤未发送结束信号。"},
-        {R::rejected(Rejection::executableChanged), "任务身份已经变化，为避免误伤未发送结束信号。"},
-        {R::signalFailed(EPERM), "没有权限结束该任务，未进行重试。"},
-        {R::signalFailed(EACCES), "没有权限结束该任务，未进行重试。"},
-        {R::signalFailed(ESRCH), "任务已经结束，未进行重试。"},
-        {R::signalFailed(EINVAL), "结束任务失败（系统错误 22），未进行重试。"},
+    const std::pair<int, const char *> rows[] = {
+        {EPERM, "没有权限结束该任务，未进行重试。"},
+        {EACCES, "没有权限结束该任务，未进行重试。"},
+        {ESRCH, "任务已经结束，未进行重试。"},
+        {EINVAL, "结束任务失败（系统错误 22），未进行重试。"},
     };
-    for (const TextCase &row : rows)
-        EXPECT_EQ(row.result.text(), QString::fromUtf8(row.text));
+    for (const auto &[error, text] : rows)
+        EXPECT_EQ(ProcessTerminationResult::signalFailed(error).text(), QString::fromUtf8(text));
 }
 
 // Both fakes, fresh per test; `reader` answers nothing until told.
@@ -202,47 +146,43 @@ protected:
     Cancellation cancellation;
 };
 
-struct WaitCase {
-    const char *name;
-    std::vector<double> intervals;
-    int runningReadings; // readings that still show the target, then it has gone
-    bool expectedStillRunning;
-    int expectedReads;
-};
-
-class WaitForExitSchedule : public WaitForExit, public ::testing::WithParamInterface<WaitCase> {};
-
-TEST_P(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
+TEST(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
 {
-    const WaitCase &row = GetParam();
-    std::vector<std::optional<ProcessTerminationTarget>> readings(row.runningReadings, kSeen);
-    readings.push_back(std::nullopt);
-    reader->queueReadings(kPid, readings);
-    const auto controller = makeFakeTerminationController(reader, sender, row.intervals);
-    EXPECT_EQ(controller.waitForExit(kSeen, cancellation), row.expectedStillRunning);
-    EXPECT_EQ(reader->readCount(kPid), row.expectedReads);
+    struct Row {
+        std::vector<double> intervals;
+        int runningReadings; // readings that still show the target, then it has gone
+        bool expectedStillRunning;
+        int expectedReads;
+    };
+    const Row rows[] = {{{0.01, 0.01, 0.01}, 0, false, 1},
+                        {{0.01, 0.01, 0.01}, 2, false, 3},
+                        {{0.01, 0.01, 0.01}, 10, true, 4},
+                        {{}, 10, true, 1},
+                        {{}, 0, false, 1}};
+    for (const Row &row : rows) {
+        auto reader = std::make_shared<FakeProcessIdentityReader>();
+        std::vector<std::optional<ProcessTerminationTarget>> readings(row.runningReadings, kSeen);
+        readings.push_back(std::nullopt);
+        reader->queueReadings(kPid, readings);
+        const auto controller = makeFakeTerminationController(
+            reader, std::make_shared<RecordingSignalSender>(), row.intervals);
+        Cancellation cancellation;
+        EXPECT_EQ(controller.waitForExit(kSeen, cancellation), row.expectedStillRunning);
+        EXPECT_EQ(reader->readCount(kPid), row.expectedReads) << row.runningReadings;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, WaitForExitSchedule,
-    ::testing::Values(WaitCase{"GoneBeforeTheFirstCheck", {0.01, 0.01, 0.01}, 0, false, 1},
-                      WaitCase{"GoneAtTheSecondCheckPoint", {0.01, 0.01, 0.01}, 2, false, 3},
-                      WaitCase{"StillThereAfterAll", {0.01, 0.01, 0.01}, 10, true, 4},
-                      WaitCase{"EmptyScheduleRunning", {}, 10, true, 1},
-                      WaitCase{"EmptyScheduleGone", {}, 0, false, 1}),
-    RowName());
 
 TEST_F(WaitForExit, ReusedPidCountsAsExit)
 {
-    reader->setReading(kPid, seen({.startTime = 9999.0}));
+    reader->setReading(kPid, seen("start=9999"));
     const auto controller = makeFakeTerminationController(reader, sender);
     EXPECT_EQ(controller.exitVerificationIntervals(),
               (std::vector<double>{0.1, 0.15, 0.25, 0.5, 1.0})); // the default schedule
     EXPECT_FALSE(controller.waitForExit(kSeen, cancellation));
     // The name does not take part in "running".
-    reader->setReading(kPid, seen({.name = "renamed"}));
+    reader->setReading(kPid, seen("name=renamed"));
     EXPECT_TRUE(controller.isRunning(kSeen));
-    reader->setReading(kPid, seen({.user = kOtherUser}));
+    reader->setReading(kPid, seen("user=other"));
     EXPECT_FALSE(controller.isRunning(kSeen));
 }
 

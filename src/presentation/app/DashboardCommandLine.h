@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
+#include "presentation/shell/DashboardSection.h"
 
 #include <QSizeF>
 #include <QStringList>

@@ -1,5 +1,6 @@
 #include "presentation/diagnosis/OperationTexts.h"
 
+#include "dashboard/DashboardTexts.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "sampling/Text.h"
 
@@ -45,7 +46,7 @@ QString terminationImpactText(const DashboardTask *task, const DashboardProcessN
         DashboardPendingTermination pending{*task, *process,
                                             forced ? ProcessTerminationSignal::forced
                                                    : ProcessTerminationSignal::graceful};
-        return pending.confirmationMessage();
+        return terminationConfirmationMessage(pending);
     }
     if (process->isTarget)
         return task->terminationImpact;

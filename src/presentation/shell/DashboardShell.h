@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
 #include "presentation/kit/DashboardLayoutEnvironment.h"
 #include "presentation/shell/DashboardPage.h"
+#include "presentation/shell/DashboardSection.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
 #include "presentation/kit/DashboardLayoutEnvironment.h"
+#include "presentation/shell/DashboardSection.h"
 
 #include <QWidget>
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "dashboard/DashboardModel.h"
+#include "presentation/shell/DashboardSection.h"
+#include "sampling/TimePoint.h"
 
 #include <QString>
 

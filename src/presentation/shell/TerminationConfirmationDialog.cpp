@@ -1,6 +1,7 @@
 #include "presentation/shell/TerminationConfirmationDialog.h"
 
 #include "dashboard/DashboardStore.h"
+#include "dashboard/DashboardTexts.h"
 #include "sampling/Text.h"
 
 TerminationConfirmationDialog::TerminationConfirmationDialog(DashboardStore &store, QWidget *parent)
@@ -30,8 +31,9 @@ void TerminationConfirmationDialog::refreshTexts()
                     kwText("系统会先重新核对进程身份，再发送一次正常结束请求。"),
                     kwText("结束进程"));
     } else {
-        setQuestion(pending->confirmationTitle(), pending->confirmationMessage(),
-                    pending->confirmationActionTitle());
+        setQuestion(terminationConfirmationTitle(*pending),
+                    terminationConfirmationMessage(*pending),
+                    terminationConfirmationActionTitle(*pending));
     }
 }
 

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <map>
 
 #include <cerrno>
@@ -84,11 +83,6 @@ TEST(ProcDiskstatsDiskProbe, UsesTheLargestWholeDiskOfEachFixture)
         EXPECT_EQ(probe.sample(at(102)),
                   SensorReading<double>::available(6000.0 * 512 / 2,
                                                    QStringLiteral("Linux /proc/diskstats")))
-            << machine;
-        // The kernel's counters went back (a device was removed and came back).
-        suffix.clear();
-        EXPECT_EQ(probe.sample(at(104)), SensorReading<double>::temporarilyUnavailable(
-                                             QStringLiteral("磁盘累计计数器无有效增量")))
             << machine;
     }
 }
@@ -188,9 +182,6 @@ TEST(GetifaddrsNetworkProbe, RatesOverMadeUpInterfacesAndCounters)
     setCounters("eth0", base + 4000, 600);
     EXPECT_EQ(probe.sample(at(12)), SensorReading<NetworkThroughput>::available(
                                         {2000.0, 200.0}, QStringLiteral("getifaddrs")));
-    setCounters("eth0", 50, 700); // the driver reset its counters
-    EXPECT_EQ(probe.sample(at(14)), SensorReading<NetworkThroughput>::temporarilyUnavailable(
-                                        QStringLiteral("网络接口计数器无有效增量")));
 }
 
 TEST(GetifaddrsNetworkProbe, AnUnreadableOrEmptyListHasNoCounters)
@@ -203,27 +194,6 @@ TEST(GetifaddrsNetworkProbe, AnUnreadableOrEmptyListHasNoCounters)
     GetifaddrsNetworkProbe empty(fixture("server-vm", "sys"),
                                  std::make_unique<MadeUpListing>(std::vector<InterfaceAddress>{}));
     EXPECT_EQ(empty.sample(at(1)), unreadable);
-}
-
-TEST(GetifaddrsNetworkProbe, ThisMachineGivesRatesFromTheSecondTick)
-{
-    GetifaddrsNetworkProbe probe;
-    EXPECT_EQ(probe.sample(at(1)), SensorReading<NetworkThroughput>::warmingUp());
-    const auto reading = probe.sample(at(3));
-    ASSERT_TRUE(reading.isAvailable());
-    EXPECT_GE(reading.value()->receivedBytesPerSecond, 0.0);
-    EXPECT_GE(reading.value()->sentBytesPerSecond, 0.0);
-    EXPECT_EQ(reading.sourceText(), QStringLiteral("getifaddrs"));
-}
-
-TEST(GetifaddrsListing, ListsThisMachinesLoopbackAsALinkRecord)
-{
-    const auto addresses = GetifaddrsListing().list();
-    ASSERT_TRUE(addresses.has_value());
-    const bool loopbackLink = std::any_of(addresses->begin(), addresses->end(), [](const auto &a) {
-        return a.name == "lo" && a.family == AF_PACKET && (a.flags & loopback) != 0;
-    });
-    EXPECT_TRUE(loopbackLink);
 }
 
 } // namespace

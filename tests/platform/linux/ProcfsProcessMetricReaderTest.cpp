@@ -1,6 +1,7 @@
 #include "platform/linux/ProcfsProcessMetricReader.h"
 #include "platform/linux/ProcessReadGate.h"
 #include "support/FixtureProcRoot.h"
+#include "support/FixtureTable.h"
 #include "support/Fixtures.h"
 #include "support/ProcessPrinting.h"
 
@@ -26,34 +27,6 @@ std::map<pid_t, RawProcessMetric> readByPid(const QString &root, QStringList app
     return byPid;
 }
 
-struct OddProcessCase {
-    const char *description;
-    pid_t pid;
-    QString name;
-    QString executablePath;
-    RedactedCommandSummary command;
-    std::uint64_t diskBytes;
-};
-
-// clang-format off
-const OddProcessCase kOddProcesses[] = {
-    {"ordinary process, secret argument dropped",
-     100, "node", "/usr/bin/node", {"node run", "site"}, 12288},
-    {"name with blanks and parentheses, empty arguments, cwd root",
-     101, "a) b (c)", "/usr/bin/make", {"make test", std::nullopt}, 12288},
-    {"invalid UTF-8 arguments left out, so a later one becomes argv0; cwd back to a home folder",
-     107, "python3", "/usr/bin/python3.11", {"python3.11 dev", std::nullopt}, 12288},
-    {"last argument without NUL, cwd with trailing slash",
-     108, "npm", "/usr/lib/node/npm", {"npm start", "site"}, 12288},
-    {"empty comm falls back to the executable, no io file",
-     109, "server", "/opt/tools/bin/server (deleted)", {"server watch", "tools"}, 0},
-    {"malformed io counts no traffic", 110, "io-odd", "/usr/bin/io-odd", {"io-odd", "tmp"}, 0},
-    {"empty cmdline and no cwd", 112, "bare", "/usr/bin/bare", {"bare", std::nullopt}, 12288},
-    {"newline in the name kept for the display to show, cwd back to a home",
-     115, "two\nlines", "/usr/bin/two", {"two serve", std::nullopt}, 12288},
-};
-// clang-format on
-
 // One copy of the fixture, read once, for the whole suite.
 class ProcfsOddProcessTest : public testing::Test {
 protected:
@@ -74,14 +47,15 @@ protected:
 
 TEST_F(ProcfsOddProcessTest, GivesACorrectRecordOfEachOddProcess)
 {
-    for (const OddProcessCase &row : kOddProcesses) {
-        SCOPED_TRACE(row.description);
-        ASSERT_EQ(s_records->count(row.pid), 1u);
-        const RawProcessMetric &record = s_records->at(row.pid);
-        EXPECT_EQ(record.name, row.name);
-        EXPECT_EQ(record.identity.executablePath, row.executablePath);
-        EXPECT_EQ(record.command, row.command);
-        EXPECT_EQ(record.diskBytes, row.diskBytes);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("procfs-odd-processes"))) {
+        SCOPED_TRACE(row.where);
+        const pid_t pid = row.fields[0].toInt();
+        ASSERT_EQ(s_records->count(pid), 1u);
+        const RawProcessMetric &record = s_records->at(pid);
+        EXPECT_EQ(record.name, row.text(1));
+        EXPECT_EQ(record.identity.executablePath, row.text(2));
+        EXPECT_EQ(record.command, (RedactedCommandSummary{*row.text(3), row.text(5)}));
+        EXPECT_EQ(record.diskBytes, row.fields[4].toULongLong());
         EXPECT_EQ(record.sampledAt, tickTime);
     }
 }

@@ -1,25 +1,20 @@
 // Load sources as a developer sees them on a Linux desktop: every terminal
 // tab, tmux pane or editor terminal is a source of its own, and service
 // managers are known by their cgroup. Fixture trees are read by the real
-// reader and probe and grouped; a live case opens pseudo-terminals itself.
+// reader and probe and grouped; the report tool's run (ReportToolTest) has a
+// live session of its own.
 
-#include "platform/PlatformFactory.h"
 #include "platform/linux/ProcfsProcessMetricReader.h"
 #include "process/ApplicationGrouping.h"
 #include "process/ProcessMetricsProbe.h"
 #include "support/FixtureProcRoot.h"
 #include "support/Fixtures.h"
-#include "support/ShellChild.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <map>
 #include <set>
-#include <thread>
-
-#include <unistd.h>
 
 namespace {
 
@@ -108,52 +103,6 @@ TEST(TerminalSessionTest, ContainerWhosePidOneIsBashKeepsTheUsersBashAsAParent)
         {QStringLiteral("cc1"), std::nullopt, {7, 8, 9}},
     };
     EXPECT_EQ(sourcesOf(QStringLiteral("container-bash/proc"), {{9, 95.0}}), expected);
-}
-
-TEST(TerminalSessionTest, TwoBusyChildrenInTwoLiveTerminalSessionsAreTwoSources)
-{
-    // Each shell leads its session on its own terminal and starts a spinner
-    // that ends by itself within a minute.
-    const std::vector<std::string> script = {
-        "sh", "-c", "bash -c 'while [ $SECONDS -lt 60 ]; do :; done' & wait"};
-    const ShellChild first("/", script, ShellChild::Session::ownTerminal);
-    const ShellChild second("/", script, ShellChild::Session::ownTerminal);
-    ASSERT_TRUE(first.started() && second.started());
-
-    // This test program and what it started: without the rule, both
-    // sessions would fold into the lineage of this program.
-    ProcessMetricsProbe probe(std::make_unique<ProcfsProcessMetricReader>());
-    const pid_t self = ::getpid();
-    auto ours = [&](TimePoint now) { return startedByThisProgram(probe.sample(now), true); };
-
-    // Wait (at most 5 s) until both spinners run, then take two ticks.
-    QList<ProcessMetric> processes;
-    for (int attempt = 0; attempt < 50; ++attempt) {
-        processes = ours(TimePoint::now());
-        if (processes.size() >= 5)
-            break;
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
-    processes = ours(TimePoint::now());
-    ASSERT_EQ(processes.size(), 5); // this program, two shells, two spinners
-
-    for (const ProcessMetric &process : processes) {
-        const pid_t pid = process.identity.pid;
-        EXPECT_EQ(process.leadsTerminalSession, pid == first.pid() || pid == second.pid()) << pid;
-    }
-    const std::vector<Source> sources = grouped(processes);
-    auto sourceOf = [&](pid_t pid) {
-        for (const Source &source : sources) {
-            if (source.members.count(pid))
-                return source.members;
-        }
-        return std::set<pid_t>{};
-    };
-    EXPECT_EQ(sources.size(), 3u);
-    EXPECT_EQ(sourceOf(self), std::set<pid_t>{self});
-    EXPECT_EQ(sourceOf(first.pid()).size(), 2u); // the shell and its spinner
-    EXPECT_EQ(sourceOf(second.pid()).size(), 2u);
 }
 
 } // namespace

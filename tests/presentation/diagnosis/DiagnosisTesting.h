@@ -11,7 +11,7 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
+#include "snapshot/DashboardSnapshot.h"
 #include "support/StoreTesting.h"
 
 #include <QList>

@@ -1,6 +1,6 @@
 #include "presentation/kit/SystemSymbols.h"
 #include "presentation/kit/DashboardLayoutEnvironment.h"
-#include "presentation/snapshot/ScriptedStore.h"
+#include "snapshot/ScriptedStore.h"
 
 #include <QImage>
 #include <QPainter>

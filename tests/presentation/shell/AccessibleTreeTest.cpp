@@ -7,9 +7,9 @@
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/shell/DashboardWindow.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
-#include "presentation/snapshot/ScriptedStore.h"
 #include "presentation/tray/MenuBarPanelPopup.h"
+#include "snapshot/DashboardSnapshot.h"
+#include "snapshot/ScriptedStore.h"
 
 #include <QApplication>
 #include <QSet>

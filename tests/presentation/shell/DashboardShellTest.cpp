@@ -2,6 +2,7 @@
 // monitoring switch, and the question before a process is ended.
 
 #include "presentation/shell/DashboardShell.h"
+#include "dashboard/DashboardTexts.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
@@ -11,7 +12,7 @@
 #include "presentation/shell/DashboardStatusLine.h"
 #include "presentation/shell/DashboardWindow.h"
 #include "presentation/shell/TerminationConfirmationDialog.h"
-#include "presentation/snapshot/DashboardSnapshot.h"
+#include "snapshot/DashboardSnapshot.h"
 #include "support/StoreTesting.h"
 
 #include <QAbstractButton>
@@ -210,7 +211,7 @@ TEST(ConfirmationDialog, AsksTheStoresQuestionAndEveryDismissalClearsTheRequest)
         EXPECT_EQ(dialog->confirmButton()->text(), u"结束进程"_s);
         EXPECT_EQ(dialog->cancelButton()->objectName(), u"cancelTerminationButton"_s);
         EXPECT_EQ(dialog->accessibleDescription(),
-                  store->pendingTermination()->confirmationMessage());
+                  terminationConfirmationMessage(*store->pendingTermination()));
         // Escape, as any other way of closing the dialog.
         if (escape)
             QTest::keyClick(dialog, Qt::Key_Escape);
