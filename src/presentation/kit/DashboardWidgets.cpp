@@ -15,6 +15,22 @@
 
 namespace {
 
+// The sizes a layout reads from a widget: its hints as bounded by its own
+// limits and its size policy (a width the policy ignores counts as none).
+// Text that leaves them as they were cannot move anything.
+struct LayoutSizes {
+    QSize hint;
+    QSize least;
+    QSize most;
+    bool operator==(const LayoutSizes &) const = default;
+};
+
+LayoutSizes layoutSizes(QWidget *widget)
+{
+    const QWidgetItem item(widget);
+    return {item.sizeHint(), item.minimumSize(), item.maximumSize()};
+}
+
 void paintRoundedBox(QPainter &painter, const QRectF &rect, const QColor &fill,
                      const QColor &border, double borderWidth, double radius)
 {
@@ -79,13 +95,13 @@ void TextLabel::setText(const QString &text)
 {
     if (text == m_fullText)
         return;
-    const QSize hint = sizeHint();
-    const QSize least = minimumSizeHint();
+    const LayoutSizes before = layoutSizes(this);
     m_fullText = text;
     // QLabel asks its layout for a pass on every change of text, and a window
-    // full of figures would be laid out again each tick. A label whose size
-    // hints stay the same (a figure of fixed width, a line cut to its box)
-    // would be put back where it is: it changes its text unseen by the layout
+    // full of figures would be laid out again each tick. A label whose sizes,
+    // as its layout reads them, stay the same (a figure of fixed width, one
+    // within the least width it keeps, a width its policy leaves to the
+    // layout) would be put back where it is: it changes its text unseen by the layout
     // (Qt asks no layout for a hidden widget) and asks only when its size can
     // move. A wrapped text's height follows its words, so it always asks.
     const bool unseen = !wordWrap() && !isHidden();
@@ -97,7 +113,7 @@ void TextLabel::setText(const QString &text)
     if (unseen)
         setAttribute(Qt::WA_WState_Hidden, false);
     refresh();
-    if (!unseen || sizeHint() != hint || minimumSizeHint() != least)
+    if (!unseen || layoutSizes(this) != before)
         updateGeometry();
 }
 
@@ -329,11 +345,14 @@ void PillLabel::setText(const QString &text)
 {
     if (text == m_text)
         return;
+    const LayoutSizes before = layoutSizes(this);
     m_text = text;
     setAccessibleName(text);
     if (m_elidable)
         setToolTip(text);
-    updateGeometry();
+    // As for a TextLabel: a word of the same width lays nothing out.
+    if (layoutSizes(this) != before)
+        updateGeometry();
     update();
 }
 

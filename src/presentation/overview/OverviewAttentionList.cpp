@@ -20,6 +20,12 @@ OverviewAttentionRow::OverviewAttentionRow(QWidget *parent) : PressableBox(paren
     m_process->setElided(true);
     m_cpu =
         new TextLabel(QString(), 15, DashboardFontWeight::semibold, DashboardPalette::textPrimary);
+    // Room for any share up to a whole core, flush right: the figure changes
+    // each tick without moving the names, and without a layout pass.
+    m_cpu->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_cpu->setMinimumWidth(m_cpu->fontMetrics().horizontalAdvance(QStringLiteral("100%")));
+    for (TextLabel *name : {m_application, m_process})
+        name->setSizePolicy(QSizePolicy::Ignored, name->sizePolicy().verticalPolicy());
     PillLabel::Style badgeStyle;
     badgeStyle.fontSize = 11;
     badgeStyle.weight = DashboardFontWeight::medium;

@@ -17,6 +17,10 @@ OverviewMetricCard::OverviewMetricCard(QWidget *parent) : RoundedBox(parent)
         new TextLabel(QString(), 12, DashboardFontWeight::regular, DashboardPalette::textSecondary);
     m_caption->setMinimumScaleFactor(0.72);
     m_caption->setElided(true);
+    // The cards share the strip evenly: the width of a figure or caption is
+    // never theirs to ask, so a new figure each tick lays nothing out.
+    for (TextLabel *text : {m_value, m_caption})
+        text->setSizePolicy(QSizePolicy::Ignored, text->sizePolicy().verticalPolicy());
     auto *valueRow = row(8, {}, {m_dot, LayoutItem(m_value, 1)});
     valueRow->setAlignment(m_dot, Qt::AlignVCenter);
     attach(this, column(6, {16, 13, 16, 12}, {valueRow, m_caption, flexible()}));

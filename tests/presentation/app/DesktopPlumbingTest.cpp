@@ -23,14 +23,20 @@
 
 namespace {
 
-// A socket at `path` as another process leaves it: listening or not.
-int bindSocket(const QString &path, bool listening)
+sockaddr_un addressOf(const QString &path)
 {
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     const QByteArray encoded = QFile::encodeName(path);
     std::memcpy(address.sun_path, encoded.constData(), static_cast<std::size_t>(encoded.size()));
+    return address;
+}
+
+// A socket at `path` as another process leaves it: listening or not.
+int bindSocket(const QString &path, bool listening)
+{
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address = addressOf(path);
     if (::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0 ||
         (listening && ::listen(fd, 4) != 0)) {
         ::close(fd);
@@ -63,10 +69,7 @@ TEST(ApplicationInstanceChannel, SecondStartAsksTheFirstToShowItsWindow)
     // A peer that is slow to write is read, not cut off: the running side
     // answers only after the request came in.
     const int peer = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const QByteArray encoded = QFile::encodeName(path);
-    std::memcpy(address.sun_path, encoded.constData(), static_cast<std::size_t>(encoded.size()));
+    sockaddr_un address = addressOf(path);
     ASSERT_EQ(::connect(peer, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
     waitFor([] { return false; }, 200); // accepted meanwhile, nothing sent yet
     EXPECT_EQ(shown.count(), 1);

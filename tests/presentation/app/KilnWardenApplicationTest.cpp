@@ -30,11 +30,9 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
     application.launch();
     DashboardWindow *window = application.dashboardWindow();
     ASSERT_NE(window, nullptr);
-    EXPECT_EQ(window->windowTitle(), u"KilnWarden"_s);
     EXPECT_EQ(window->size(), QSize(1200, 800));
     // Larger than the offscreen screen: its top-left corner stays on it.
     EXPECT_EQ(window->pos(), QGuiApplication::primaryScreen()->availableGeometry().topLeft());
-    EXPECT_EQ(window->minimumSize(), QSize(960, 640));
     EXPECT_EQ(window->shell()->selectedSection(), DashboardSection::hardwareMonitor);
     EXPECT_TRUE(application.store().isMonitoring());
 
@@ -133,14 +131,8 @@ TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
         QString errorFirstLine;
     } rows[] = {
         {{u"--help"_s}, std::nullopt, 0, u"usage: kilnwarden "_s, {}},
-        {{u"-h"_s}, std::nullopt, 0, u"usage: kilnwarden "_s, {}},
         {{u"--version"_s}, std::nullopt, 0, u"kilnwarden 1.0\n"_s, {}},
         {{u"--bogus"_s}, std::nullopt, 2, {}, u"kilnwarden: unknown option '--bogus'"_s},
-        {{u"--dashboard-page"_s, u"settings"_s, u"extra"_s},
-         std::nullopt,
-         2,
-         {},
-         u"kilnwarden: unknown option 'extra'"_s},
         {{}, std::nullopt, 1, {}, u"kilnwarden: no usable display"_s},
         {{}, u""_s, 1, {}, u"kilnwarden: no usable display"_s},
         {{}, u":97"_s, 1, {}, u"kilnwarden: no usable display"_s}, // no server there
@@ -170,8 +162,9 @@ TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
             EXPECT_EQ(errors.size(), 2); // one line and its newline
             EXPECT_TRUE(errors.first().contains(u"kilnwarden-report"_s));
         }
-        if (row.exitCode == 2)
+        if (row.exitCode == 2) {
             EXPECT_TRUE(errors.value(1).startsWith(u"usage: kilnwarden "_s));
+        }
     }
 }
 

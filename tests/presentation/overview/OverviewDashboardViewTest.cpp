@@ -41,25 +41,17 @@ SystemMetricSample busySample(double seconds)
 
 } // namespace
 
-TEST(OverviewDashboardView, EmptyStoreShowsCollectingWordsAndEmptyListsAndScrollsWhenShort)
+TEST(OverviewDashboardView, EmptyStoreShowsEmptyListsAndScrollsWhenShort)
 {
     auto store = makeStoreForTesting();
     OverviewDashboardView page(*store, {});
-    for (int i = 0; i < 4; ++i)
-        EXPECT_TRUE(accessibleText(page.metricStrip()->card(i), QAccessible::Name)
-                        .endsWith(QStringLiteral(" 采集中")))
-            << i;
-    auto *chart = page.findChild<TrendChart *>(QStringLiteral("overviewTrendChart"));
-    ASSERT_NE(chart, nullptr);
-    EXPECT_TRUE(chart->content().isEmpty());
-    EXPECT_EQ(accessibleText(chart, QAccessible::Name), QStringLiteral("30 分钟系统趋势"));
+    EXPECT_TRUE(page.findChild<TrendChart *>(QStringLiteral("overviewTrendChart"))
+                    ->content()
+                    .isEmpty());
     EXPECT_EQ(page.attentionList()->visibleRowCount(), 0);
     EXPECT_FALSE(page.attentionList()->emptyLabel()->isHidden());
-    EXPECT_EQ(page.attentionList()->emptyLabel()->accessibleName(),
-              QStringLiteral("当前没有持续高负载进程"));
     EXPECT_EQ(page.recentEvents()->visibleRowCount(), 0);
-    EXPECT_EQ(page.recentEvents()->emptyLabel()->accessibleName(),
-              QStringLiteral("本次会话暂无升温事件"));
+    EXPECT_FALSE(page.recentEvents()->emptyLabel()->isHidden());
     // Where the fixed blocks do not fit, the page scrolls with its bar
     // showing; where they fit, nothing moves.
     page.setAttribute(Qt::WA_DontShowOnScreen);

