@@ -1,7 +1,7 @@
 #include "dashboard/DashboardTrends.h"
 
-#include "process/ByteTexts.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 #include <algorithm>
 
@@ -132,23 +132,18 @@ std::vector<DashboardSensorStatus> sensorStatuses(const std::optional<SystemMetr
                  kwText("采集中"), SensorAvailability::warmingUp}};
     }
     const SystemMetricSample &sample = *latest;
-    const auto &memory = sample.memoryUsage;
-    const auto &disk = sample.diskBytesPerSecond;
     const auto &network = sample.networkThroughput;
     return {
         readingRow("temperature", "温度", "thermometer.medium", sample.temperatureCelsius,
-                   sample.temperatureCelsius.displayText(QStringLiteral("°C"), 1)),
+                   readingText(sample.temperatureCelsius, DisplayUnit::celsius)),
         readingRow("fan", "风扇", "fan", sample.fanRPM,
-                   sample.fanRPM.displayText(QStringLiteral(" RPM"), 0)),
+                   readingText(sample.fanRPM, DisplayUnit::rpm)),
         readingRow("gpu", "GPU", "cpu", sample.gpuUsage,
-                   sample.gpuUsage.displayText(QStringLiteral("%"), 0)),
-        readingRow("memory", "内存", "memorychip", memory,
-                   memory.isAvailable()
-                       ? memoryText(memory.value()->usedBytes) + QStringLiteral(" / ") +
-                             memoryText(memory.value()->totalBytes)
-                       : memory.statusText()),
-        readingRow("disk", "磁盘", "externaldrive", disk,
-                   disk.isAvailable() ? rateText(*disk.value()) : disk.displayText(QString(), 0)),
+                   readingText(sample.gpuUsage, DisplayUnit::percent)),
+        readingRow("memory", "内存", "memorychip", sample.memoryUsage,
+                   memoryReadingText(sample.memoryUsage)),
+        readingRow("disk", "磁盘", "externaldrive", sample.diskBytesPerSecond,
+                   rateReadingText(sample.diskBytesPerSecond)),
         readingRow("network", "网络", "network", network,
                    network.isAvailable() ? rateText(network.value()->receivedBytesPerSecond +
                                                     network.value()->sentBytesPerSecond)

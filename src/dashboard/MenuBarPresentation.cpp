@@ -1,25 +1,38 @@
 #include "dashboard/MenuBarPresentation.h"
 
 #include "dashboard/HeatTest.h"
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 #include <cmath>
 
+namespace {
+
+using S = MenuBarPresentationState;
+constexpr MenuBarStateInfo kStateRows[] = {
+    {S::collecting, "collecting", "KilnWarden", "正在采集系统状态", "waveform.path.ecg",
+     "正在采集系统状态", "%1"},
+    {S::observing, "observing", "观察中", "观察中", "eye", "正在观察系统状态", "KilnWarden %1"},
+    {S::normal, "normal", "正常", "系统状态正常", "checkmark.circle.fill",
+     "当前未发现需要处理的持续高负载", "正常 · %1"},
+    {S::highLoad, "highLoad", "负载高", "负载高", "exclamationmark.triangle.fill", nullptr,
+     "KilnWarden %1"},
+    {S::actionRecommended, "actionRecommended", "建议处理", "建议处理",
+     "exclamationmark.octagon.fill", nullptr, "KilnWarden %1"},
+};
+static_assert(coversEnumeration(kStateRows, S::actionRecommended));
+
+} // namespace
+
+const MenuBarStateInfo &menuBarStateInfo(MenuBarPresentationState state)
+{
+    return enumRow(kStateRows, state);
+}
+
 QString menuBarPresentationStateName(MenuBarPresentationState state)
 {
-    switch (state) {
-    case MenuBarPresentationState::collecting:
-        return QStringLiteral("collecting");
-    case MenuBarPresentationState::observing:
-        return QStringLiteral("observing");
-    case MenuBarPresentationState::normal:
-        return QStringLiteral("normal");
-    case MenuBarPresentationState::highLoad:
-        return QStringLiteral("highLoad");
-    case MenuBarPresentationState::actionRecommended:
-        return QStringLiteral("actionRecommended");
-    }
-    return QStringLiteral("collecting");
+    return QString::fromLatin1(menuBarStateInfo(state).name);
 }
 
 bool isAbnormalMenuBarState(MenuBarPresentationState state)
@@ -58,82 +71,26 @@ QString formatTemperature(double celsius)
 
 namespace {
 
-QString stateTitle(MenuBarPresentationState state)
-{
-    switch (state) {
-    case MenuBarPresentationState::collecting:
-        return QStringLiteral("KilnWarden");
-    case MenuBarPresentationState::observing:
-        return kwText("观察中");
-    case MenuBarPresentationState::normal:
-        return kwText("正常");
-    case MenuBarPresentationState::highLoad:
-        return kwText("负载高");
-    case MenuBarPresentationState::actionRecommended:
-        return kwText("建议处理");
-    }
-    return {};
-}
-
-QString stateHeadline(MenuBarPresentationState state)
-{
-    switch (state) {
-    case MenuBarPresentationState::collecting:
-        return kwText("正在采集系统状态");
-    case MenuBarPresentationState::observing:
-        return kwText("观察中");
-    case MenuBarPresentationState::normal:
-        return kwText("系统状态正常");
-    case MenuBarPresentationState::highLoad:
-        return kwText("负载高");
-    case MenuBarPresentationState::actionRecommended:
-        return kwText("建议处理");
-    }
-    return {};
-}
-
 QString stateSymbol(MenuBarPresentationState state)
 {
-    switch (state) {
-    case MenuBarPresentationState::collecting:
-        return QStringLiteral("waveform.path.ecg");
-    case MenuBarPresentationState::observing:
-        return QStringLiteral("eye");
-    case MenuBarPresentationState::normal:
-        return QStringLiteral("checkmark.circle.fill");
-    case MenuBarPresentationState::highLoad:
-        return QStringLiteral("exclamationmark.triangle.fill");
-    case MenuBarPresentationState::actionRecommended:
-        return QStringLiteral("exclamationmark.octagon.fill");
-    }
-    return {};
+    return QString::fromLatin1(menuBarStateInfo(state).symbolName);
 }
 
 std::optional<QString> stateMessage(MenuBarPresentationState state)
 {
-    switch (state) {
-    case MenuBarPresentationState::collecting:
-        return kwText("正在采集系统状态");
-    case MenuBarPresentationState::observing:
-        return kwText("正在观察系统状态");
-    case MenuBarPresentationState::normal:
-        return kwText("当前未发现需要处理的持续高负载");
-    case MenuBarPresentationState::highLoad:
-    case MenuBarPresentationState::actionRecommended:
-        break;
-    }
-    return std::nullopt;
+    const char *message = menuBarStateInfo(state).message;
+    return message ? std::optional<QString>(kwText(message)) : std::nullopt;
 }
 
 QString menuTitle(MenuBarPresentationState state, const SystemMetricSample *sample)
 {
-    const QString title = stateTitle(state);
+    const QString title = kwText(menuBarStateInfo(state).title);
     if (state == MenuBarPresentationState::collecting || !sample)
         return title;
     const std::optional<double> &temperature = sample->temperatureCelsius.value();
     if (!temperature)
         return title;
-    const QString reading = formatTemperature(*temperature) + QStringLiteral("°");
+    const QString reading = formatTemperature(*temperature) + unitSuffix(DisplayUnit::degrees);
     if (state == MenuBarPresentationState::normal)
         return reading;
     return title + QStringLiteral(" · ") + reading;
@@ -158,45 +115,37 @@ std::optional<QString> abnormalDurationText(MenuBarPresentationState state,
 
 enum class MetricKind { cpu, temperature, fan };
 
+struct MetricRow {
+    MetricKind key;
+    const char *id;
+    const char *title;
+    SensorReading<double> SystemMetricSample::*reading;
+    DisplayUnit unit;
+};
+constexpr MetricRow kMetricRows[] = {
+    {MetricKind::cpu, "cpu", "CPU", &SystemMetricSample::cpuUsage, DisplayUnit::percent},
+    {MetricKind::temperature, "temperature", "温度", &SystemMetricSample::temperatureCelsius,
+     DisplayUnit::celsius},
+    {MetricKind::fan, "fan", "风扇", &SystemMetricSample::fanRPM, DisplayUnit::rpm},
+};
+static_assert(coversEnumeration(kMetricRows, MetricKind::fan));
+
 MenuBarPresentationMetric makeMetric(MetricKind kind, const SystemMetricSample *sample)
 {
+    const MetricRow &row = enumRow(kMetricRows, kind);
     MenuBarPresentationMetric metric;
-    SensorReading<double> reading; // no sample yet: warming up
-    QString unit;
-    int fractionDigits = 0;
-    switch (kind) {
-    case MetricKind::cpu:
-        metric.id = QStringLiteral("cpu");
-        metric.title = QStringLiteral("CPU");
-        if (sample)
-            reading = sample->cpuUsage;
-        unit = QStringLiteral("%");
-        break;
-    case MetricKind::temperature:
-        metric.id = QStringLiteral("temperature");
-        metric.title = kwText("温度");
-        if (sample)
-            reading = sample->temperatureCelsius;
-        unit = QStringLiteral("°C");
-        fractionDigits = 1;
-        break;
-    case MetricKind::fan:
-        metric.id = QStringLiteral("fan");
-        metric.title = kwText("风扇");
-        if (sample)
-            reading = sample->fanRPM;
-        unit = QStringLiteral(" RPM");
-        break;
-    }
-
+    metric.id = QString::fromLatin1(row.id);
+    metric.title = kwText(row.title);
+    // No sample yet: warming up.
+    const SensorReading<double> reading = sample ? (*sample).*row.reading : SensorReading<double>();
     if (reading.readingCase() == SensorReadingCase::permissionDenied) {
         // The panel is narrow: show the short word, speak the full one.
         metric.value = kwText("受限");
-        metric.accessibilityValue = reading.displayText(unit, fractionDigits);
+        metric.accessibilityValue = readingText(reading, row.unit);
     } else if (kind == MetricKind::temperature && reading.isAvailable()) {
-        metric.value = formatTemperature(*reading.value()) + unit;
+        metric.value = formatTemperature(*reading.value()) + unitSuffix(row.unit);
     } else {
-        metric.value = reading.displayText(unit, fractionDigits);
+        metric.value = readingText(reading, row.unit);
     }
     return metric;
 }
@@ -238,7 +187,7 @@ MenuBarPresentation makePresentation(const SystemMetricSample *sample,
     MenuBarPresentation presentation{
         .state = state,
         .menuTitle = menuTitle(state, sample),
-        .headline = stateHeadline(state),
+        .headline = kwText(menuBarStateInfo(state).headline),
         .durationText = abnormalDurationText(state, sample, abnormalStartedAt),
         .symbolName = stateSymbol(state),
         .cpu = makeMetric(MetricKind::cpu, sample),
@@ -260,7 +209,7 @@ MenuBarPresentation makePresentation(const SystemMetricSample *sample,
         if (attentionCount == 0) {
             presentation.primaryTask = MenuBarPresentationTask{
                 .application = task.application,
-                .cpuText = formatLocaleNumber(task.cpu, 0) + QStringLiteral("%"),
+                .cpuText = unitText(task.cpu, DisplayUnit::percent),
                 .runningDuration = task.duration,
             };
         }

@@ -18,6 +18,19 @@ enum class MenuBarPresentationState { collecting, observing, normal, highLoad, a
 QString menuBarPresentationStateName(MenuBarPresentationState state);
 bool isAbnormalMenuBarState(MenuBarPresentationState state);
 
+// Everything fixed about a state, one row each. The texts are literals for
+// kwText; the symbol names are the symbol painter's.
+struct MenuBarStateInfo {
+    MenuBarPresentationState key;
+    const char *name;        // "collecting", ...: the report's word
+    const char *title;       // the menu title without a temperature
+    const char *headline;    // the panel's first line
+    const char *symbolName;  // beside the headline
+    const char *message;     // the panel's message row; null: none (abnormal: the task instead)
+    const char *spokenTitle; // the tray label as spoken, %1 the menu title
+};
+const MenuBarStateInfo &menuBarStateInfo(MenuBarPresentationState state);
+
 // Inclusive; high load uses the shared heat test's 75 °C and 30 %.
 inline constexpr double kActionRecommendedTemperatureCelsius = 90.0;
 // An abnormal state younger than this is "just appeared".

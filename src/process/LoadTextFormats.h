@@ -1,14 +1,14 @@
 #pragma once
 
-#include "process/ByteTexts.h"
 #include "process/DashboardTask.h"
+#include "sampling/UnitText.h"
 
 #include <QLocale>
 #include <QString>
 
 #include <cstdint>
 
-// The display texts of a load source beside the byte texts (ByteTexts.h):
+// The display texts of a load source beside the byte texts (UnitText.h):
 // running times and the impact on the machine.
 
 // "1 小时 5 分钟", "3 分钟", "59 秒", rounded to whole seconds, halves away from

@@ -4,14 +4,14 @@
 
 #include "dashboard/MenuBarPresentation.h"
 #include "dashboard/HeatTest.h"
-#include "support/RowName.h"
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <QLocale>
+#include <QSet>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <optional>
 
 namespace {
@@ -19,7 +19,6 @@ namespace {
 using State = MenuBarPresentationState;
 using Thermal = SystemThermalState;
 
-const QLocale chinese(QLocale::Chinese, QLocale::China);
 const QLocale german(QLocale::German, QLocale::Germany);
 
 SystemMetricSample sampleWith(double time, Thermal thermal, std::optional<double> temperature,
@@ -35,185 +34,74 @@ DashboardTask task(const QString &application, double cpu, ResourceImpact energy
 
 TEST(FormatTemperature, NeverRoundsUpToAThresholdInAnyLocale)
 {
-    struct Row {
-        double value;
-        const char *text;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {74.96, "74.9"}, {74.99, "74.9"}, // cut, not rounded up
-        {74.0, "74"}, {74.04, "74"}, // a whole cut drops the fraction
-        {74.5, "74.5"}, {75.0, "75"}, {75.4, "75"},
-        {73.6, "74"}, // below the band: ordinary rounding
-        {89.96, "89.9"}, {89.0, "89"}, {90.0, "90"},
-        {90.4, "90"}, {40.0, "40"}, {-3.0, "-3"},
-        {1234.0, "1,234"}, // the interface's grouping, whatever the locale
-    };
-    // clang-format on
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.value);
-        for (const QLocale &locale : {QLocale::c(), chinese, german}) {
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-temperatures"))) {
+        for (const QLocale &locale : {QLocale::c(), german}) {
             ScopedDefaultLocale scope(locale);
-            EXPECT_EQ(formatTemperature(row.value), QString::fromUtf8(row.text));
+            EXPECT_EQ(formatTemperature(row.fields[0].toDouble()), *row.text(1)) << row.where;
         }
     }
 }
 
 TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
 {
-    struct Row {
-        std::optional<double> secondsBeforeSample; // absent: no start time
-        const char *c;
-        const char *chinese;
-    };
-    const char *justNow = "刚刚出现";
-    // clang-format off
-    const Row rows[] = {
-        {std::nullopt, justNow, justNow}, {0.0, justNow, justNow}, {59.9, justNow, justNow},
-        {60.0, "已持续 1 分钟", "已持续 1 分钟"}, {119.9, "已持续 1 分钟", "已持续 1 分钟"},
-        {120.0, "已持续 2 分钟", "已持续 2 分钟"}, {-5.0, justNow, justNow}, // start after the sample
-        {60'000.0, "已持续 1,000 分钟", "已持续 1,000 分钟"}, // the interface's grouping
-    };
-    // clang-format on
     const double sampleTime = 1'700'000'000.0;
     const SystemMetricSample hot = sampleWith(sampleTime, Thermal::fair, 40.0);
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.secondsBeforeSample.value_or(-1.0));
+    ScopedDefaultLocale scope(german);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-durations"))) {
         std::optional<TimePoint> start;
-        if (row.secondsBeforeSample)
-            start = TimePoint::fromSecondsSince1970(sampleTime - *row.secondsBeforeSample);
-        for (const auto &[locale, text] :
-             {std::pair{QLocale::c(), row.c}, std::pair{chinese, row.chinese}}) {
-            ScopedDefaultLocale scope(locale);
-            EXPECT_EQ(makePresentation(&hot, {}, start).durationText, QString::fromUtf8(text));
-        }
+        if (row.fields[0] != "-")
+            start = TimePoint::fromSecondsSince1970(sampleTime - row.fields[0].toDouble());
+        EXPECT_EQ(makePresentation(&hot, {}, start).durationText, *row.text(1)) << row.where;
     }
 }
 
 constexpr auto N = Thermal::nominal, F = Thermal::fair, S = Thermal::serious, C = Thermal::critical,
                U = Thermal::unknown;
-constexpr std::nullopt_t none = std::nullopt;
 constexpr auto highLoad = State::highLoad, act = State::actionRecommended, normal = State::normal,
                observing = State::observing;
 
-struct StateRow {
-    const char *name;
-    Thermal thermal;
-    std::optional<double> temperature;
-    std::optional<double> cpu;
-    std::optional<double> firstTaskCPU; // absent: no tasks
-    State state;
-    const char *menuTitle;
-};
-
-const StateRow kStateRows[] = {
-    {"fairCool", F, 40.0, none, none, highLoad, "负载高 · 40°"},
-    {"criticalNoTemperature", C, none, none, none, act, "建议处理"},
-    {"justBelowNinety", N, 89.96, 10.0, none, normal, "89.9°"},
-    {"warmTaskLoad", N, 75.0, 29.9, 30.0, highLoad, "负载高 · 75°"},
-    {"unknownCool", U, 40.0, 10.0, none, observing, "观察中 · 40°"},
-    {"unknownNoTemperature", U, none, 10.0, none, observing, "观察中"},
-    {"normalNoTemperature", N, none, 90.0, 90.0, normal, "正常"},
-};
-
-using rows::PrintTo;
-
-class MenuBarStateTexts : public testing::TestWithParam<StateRow> {};
-
-TEST_P(MenuBarStateTexts, TitleHeadlineSymbolAndMessageFollowTheState)
+// Every state has its row: a unique name, words, a symbol, a message exactly
+// when calm, and a spoken form around the title.
+TEST(MenuBarStateInfo, EveryStateHasACompleteRow)
 {
-    struct Texts {
-        State state;
-        const char *headline, *symbol, *statusMessage; // null message: absent
-    };
-    const Texts texts[] = {
-        {normal, "系统状态正常", "checkmark.circle.fill", "当前未发现需要处理的持续高负载"},
-        {observing, "观察中", "eye", "正在观察系统状态"},
-        {highLoad, "负载高", "exclamationmark.triangle.fill", nullptr},
-        {act, "建议处理", "exclamationmark.octagon.fill", nullptr},
-    };
-    const StateRow &row = GetParam();
-    ScopedDefaultLocale scope(QLocale::c());
-    const SystemMetricSample sample = sampleWith(500.0, row.thermal, row.temperature, row.cpu);
-    std::vector<DashboardTask> tasks;
-    if (row.firstTaskCPU)
-        tasks.push_back(task("first", *row.firstTaskCPU, ResourceImpact::low));
-
-    const MenuBarPresentation presentation = makePresentation(&sample, tasks, std::nullopt);
-    ASSERT_EQ(presentation.state, row.state);
-    EXPECT_EQ(presentation.menuTitle, QString::fromUtf8(row.menuTitle));
-    const Texts &expected = *std::find_if(std::begin(texts), std::end(texts),
-                                          [&](const Texts &t) { return t.state == row.state; });
-    EXPECT_EQ(presentation.headline, QString::fromUtf8(expected.headline));
-    EXPECT_EQ(presentation.symbolName, QString::fromUtf8(expected.symbol));
-    if (expected.statusMessage)
-        EXPECT_EQ(presentation.statusMessage, QString::fromUtf8(expected.statusMessage));
-    else
-        EXPECT_EQ(presentation.statusMessage, std::nullopt);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, MenuBarStateTexts, testing::ValuesIn(kStateRows), RowName());
-
-TEST(MenuBarPresentation, WithoutSampleEverythingIsCollecting)
-{
-    const MenuBarPresentation presentation = makePresentation(
-        nullptr, {task("busy", 300.0, ResourceImpact::high)}, TimePoint::fromSecondsSince1970(1));
-    const auto collecting = [](const char *id, const char *title) {
-        return MenuBarPresentationMetric{id, title, "采集中", std::nullopt};
-    };
-    const MenuBarPresentation expected{State::collecting,
-                                       "KilnWarden",
-                                       "正在采集系统状态",
-                                       std::nullopt,
-                                       "waveform.path.ecg",
-                                       collecting("cpu", "CPU"),
-                                       collecting("temperature", "温度"),
-                                       collecting("fan", "风扇"),
-                                       "正在采集系统状态",
-                                       std::nullopt,
-                                       0};
-    EXPECT_EQ(presentation, expected);
+    QSet<QString> names;
+    for (const State state : {State::collecting, observing, normal, highLoad, act}) {
+        const MenuBarStateInfo &info = menuBarStateInfo(state);
+        SCOPED_TRACE(info.name);
+        EXPECT_EQ(info.key, state);
+        names << QString::fromLatin1(info.name);
+        for (const char *text : {info.name, info.title, info.headline, info.symbolName})
+            EXPECT_TRUE(text && *text);
+        EXPECT_EQ(info.message != nullptr, !isAbnormalMenuBarState(state));
+        EXPECT_TRUE(QString::fromUtf8(info.spokenTitle).contains(QLatin1String("%1")));
+    }
+    EXPECT_EQ(names.size(), 5);
     EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
 }
 
 TEST(MenuBarPresentation, MetricValuesPerReadingCase)
 {
     using Reading = SensorReading<double>;
-    struct Row {
-        const char *name;
-        Reading cpu;
-        Reading temperature;
-        Reading fan;
-        const char *cpuValue;
-        const char *temperatureValue;
-        const char *fanValue;
-        std::optional<QString> spoken; // the same for all three in each row
-    };
-    const Reading denied = Reading::permissionDenied("x"), unsupported = Reading::unsupported("x"),
-                  unavailable = Reading::temporarilyUnavailable("x"),
-                  warming = Reading::warmingUp();
-    const Row rows[] = {
-        {"available", Reading::available(42.4, "t"), Reading::available(74.96, "t"),
-         Reading::available(1234.6, "t"), "42%", "74.9°C", "1,235 RPM", std::nullopt},
-        {"denied", denied, denied, denied, "受限", "受限", "受限", QStringLiteral("权限受限")},
-        {"unsupported", unsupported, unsupported, unsupported, "不可用", "不可用", "不可用", {}},
-        {"unavailable", unavailable, unavailable, unavailable, "不可用", "不可用", "不可用", {}},
-        {"warmingUp", warming, warming, warming, "采集中", "采集中", "采集中", std::nullopt},
-    };
     ScopedDefaultLocale scope(QLocale::c());
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-metric-values"))) {
+        const auto reading = [&](std::size_t index) {
+            const QByteArray &kind = row.fields[0];
+            return kind == "available"     ? Reading::available(row.fields[index].toDouble(), "t")
+                   : kind == "denied"      ? Reading::permissionDenied("x")
+                   : kind == "unsupported" ? Reading::unsupported("x")
+                                           : Reading::warmingUp();
+        };
         SystemMetricSample sample = makeSample(10.0);
-        sample.cpuUsage = row.cpu;
-        sample.temperatureCelsius = row.temperature;
-        sample.fanRPM = row.fan;
+        sample.cpuUsage = reading(1);
+        sample.temperatureCelsius = reading(2);
+        sample.fanRPM = reading(3);
         const MenuBarPresentation presentation = makePresentation(&sample, {}, std::nullopt);
-        EXPECT_EQ(presentation.cpu.value, QString::fromUtf8(row.cpuValue));
-        EXPECT_EQ(presentation.temperature.value, QString::fromUtf8(row.temperatureValue));
-        EXPECT_EQ(presentation.fan.value, QString::fromUtf8(row.fanValue));
-        EXPECT_EQ(presentation.cpu.accessibilityValue, row.spoken);
-        EXPECT_EQ(presentation.temperature.accessibilityValue, row.spoken);
-        EXPECT_EQ(presentation.fan.accessibilityValue, row.spoken);
+        const std::optional<QString> spoken = row.fields[7] == "-" ? std::nullopt : row.text(7);
+        int index = 4;
+        for (const auto &metric : {presentation.cpu, presentation.temperature, presentation.fan}) {
+            EXPECT_EQ(metric.value, *row.text(index++)) << row.where;
+            EXPECT_EQ(metric.accessibilityValue, spoken) << row.where;
+        }
     }
 }
 
@@ -222,7 +110,7 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
     const SystemMetricSample hot = sampleWith(10.0, Thermal::fair, 70.0, 50.0);
     const SystemMetricSample calm = sampleWith(10.0, Thermal::nominal, 50.0, 10.0);
     const std::vector<DashboardTask> mixed = {
-        task("quiet", 1.0, ResourceImpact::low),    task("cargo", 187.6, ResourceImpact::high),
+        task("quiet", 1.0, ResourceImpact::low),    task("cargo", 1234.4, ResourceImpact::high),
         task("idle", 0.0, ResourceImpact::low),     task("vite", 40.0, ResourceImpact::medium),
         task("other", 0.5, ResourceImpact::low), // beyond the four live tasks from here
         task("docker", 35.0, ResourceImpact::high),
@@ -236,7 +124,8 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
         std::optional<MenuBarPresentationTask> primary;
         qint64 remaining;
     };
-    const MenuBarPresentationTask cargo{QStringLiteral("cargo"), QStringLiteral("188%"),
+    // The CPU in the interface's grouping, whatever the user's locale.
+    const MenuBarPresentationTask cargo{QStringLiteral("cargo"), QStringLiteral("1,234%"),
                                         QStringLiteral("3 分钟")};
     const Row rows[] = {
         {"threeNeedAttention", &hot, &mixed, cargo, 2},
@@ -244,7 +133,7 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
         {"calmNamesNobody", &calm, &mixed, std::nullopt, 0},
         {"noTasks", &hot, nullptr, std::nullopt, 0},
     };
-    ScopedDefaultLocale scope(QLocale::c());
+    ScopedDefaultLocale scope(german);
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         const MenuBarPresentation presentation = makePresentation(
@@ -254,69 +143,38 @@ TEST(MenuBarPresentation, NamesFirstTaskNeedingAttentionOnlyWhenAbnormal)
     }
 }
 
-TEST(MenuBarPresentation, TaskCpuTextFollowsTheInterfaceLocale)
+// Reads a figure of a table row: "-" is none.
+std::optional<double> figure(const FixtureRow &row, std::size_t index)
 {
-    const SystemMetricSample hot = sampleWith(10.0, Thermal::serious, 70.0, 50.0);
-    const std::vector<DashboardTask> tasks = {task("make", 1234.4, ResourceImpact::high)};
-    for (const auto &[locale, text] :
-         {std::pair{QLocale::c(), "1,234%"}, std::pair{chinese, "1,234%"}}) {
-        ScopedDefaultLocale scope(locale);
-        EXPECT_EQ(makePresentation(&hot, tasks, std::nullopt).primaryTask->cpuText, text);
+    return row.fields.at(index) == "-" ? std::nullopt
+                                       : std::optional(row.fields.at(index).toDouble());
+}
+
+// The heat test and the menu bar at their boundaries: the state and its
+// title (the state's word, the temperature alone when normal, both otherwise).
+TEST(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
+{
+    ScopedDefaultLocale scope(german);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-heat-decisions"))) {
+        std::optional<Thermal> thermal;
+        for (const Thermal candidate : {N, F, S, C, U}) {
+            if (systemThermalStateRawText(candidate) == *row.text(0))
+                thermal = candidate;
+        }
+        ASSERT_TRUE(thermal) << row.where;
+        const SystemMetricSample sample =
+            makeSample({.thermal = *thermal, .cpu = figure(row, 2), .temperature = figure(row, 1)});
+        std::vector<DashboardTask> tasks;
+        if (const std::optional<double> taskCPU = figure(row, 3))
+            tasks.push_back(task("first", *taskCPU, ResourceImpact::low));
+        EXPECT_EQ(isSampleHot(sample, figure(row, 3)), row.fields[4] == "1") << row.where;
+        const MenuBarPresentation presentation = makePresentation(&sample, tasks, std::nullopt);
+        EXPECT_EQ(menuBarPresentationStateName(presentation.state), *row.text(5)) << row.where;
+        EXPECT_EQ(presentation.menuTitle, *row.text(6)) << row.where;
+        const MenuBarStateInfo &info = menuBarStateInfo(presentation.state);
+        EXPECT_EQ(presentation.headline, QString::fromUtf8(info.headline)) << row.where;
+        EXPECT_EQ(presentation.symbolName, QString::fromLatin1(info.symbolName)) << row.where;
     }
 }
-
-struct HeatRow {
-    const char *name;
-    Thermal thermal;
-    std::optional<double> temperature; // absent: not readable
-    std::optional<double> systemCPU;   // absent: not readable
-    std::optional<double> taskCPU;     // absent: no task
-    bool hot;
-    State state;
-};
-
-const HeatRow kHeatRows[] = {
-    // The system's own pressure is enough by itself.
-    {"fairCoolIdle", F, 40.0, 0.0, none, true, highLoad},
-    {"fairNoReadings", F, none, none, none, true, highLoad},
-    {"seriousCoolIdle", S, 40.0, 0.0, none, true, act},
-    {"criticalNoReadings", C, none, none, none, true, act},
-    // Temperature and load together, both inclusive.
-    {"atBothThresholds", N, 75.0, 30.0, none, true, highLoad},
-    {"temperatureJustBelow", N, 74.9, 30.0, none, false, normal},
-    {"cpuJustBelow", N, 75.0, 29.9, none, false, normal},
-    {"taskCarriesTheLoad", N, 75.0, 10.0, 30.0, true, highLoad},
-    {"taskJustBelow", N, 75.0, 10.0, 29.9, false, normal},
-    {"taskAboveSystem", N, 80.0, 10.0, 120.0, true, highLoad},
-    {"systemAboveTask", N, 80.0, 50.0, 1.0, true, highLoad},
-    {"noTaskCpuUnreadable", N, 80.0, none, none, false, normal},
-    {"cpuUnreadableTaskLoaded", N, 80.0, none, 45.0, true, highLoad},
-    // An unreadable temperature never makes a sample hot.
-    {"noTemperatureFullLoad", N, none, 100.0, 100.0, false, normal},
-    // `unknown` is no pressure: it falls through to the readings.
-    {"unknownHotLoaded", U, 90.0, 50.0, none, true, act},
-    {"unknownWarmLoaded", U, 80.0, 50.0, none, true, highLoad},
-    {"unknownCool", U, 40.0, 90.0, none, false, observing},
-    {"unknownNoReadings", U, none, none, none, false, observing},
-    // 90 degrees recommends action without load, yet opens no incident.
-    {"ninetyIdle", N, 90.0, 0.0, none, false, act},
-    {"justBelowNinetyIdle", N, 89.9, 0.0, none, false, normal},
-    {"justBelowNinetyLoaded", N, 89.9, 30.0, none, true, highLoad},
-    {"nominalCool", N, 40.0, 95.0, 95.0, false, normal},
-};
-
-class HeatDecision : public testing::TestWithParam<HeatRow> {};
-
-TEST_P(HeatDecision, HotTestAndMenuBarStateAtTheirBoundaries)
-{
-    const HeatRow &row = GetParam();
-    const SystemMetricSample sample =
-        makeSample({.thermal = row.thermal, .cpu = row.systemCPU, .temperature = row.temperature});
-    EXPECT_EQ(isSampleHot(sample, row.taskCPU), row.hot);
-    EXPECT_EQ(menuBarState(&sample, row.taskCPU), row.state)
-        << menuBarPresentationStateName(menuBarState(&sample, row.taskCPU)).toStdString();
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, HeatDecision, testing::ValuesIn(kHeatRows), RowName());
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "presentation/diagnosis/DiagnosisTexts.h"
 
 #include "presentation/kit/DashboardPalette.h"
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
 
 #include <algorithm>
@@ -16,30 +17,30 @@ QString pidText(pid_t pid)
 
 } // namespace
 
+namespace {
+
+struct ImpactRow {
+    ResourceImpact key;
+    const char *label;
+    QRgb color;
+};
+constexpr ImpactRow kImpactRows[] = {
+    {ResourceImpact::high, "高", DashboardPalette::danger},
+    {ResourceImpact::medium, "中", DashboardPalette::warning},
+    {ResourceImpact::low, "低", DashboardPalette::success},
+};
+static_assert(coversEnumeration(kImpactRows, ResourceImpact::low));
+
+} // namespace
+
 QString resourceImpactLabel(ResourceImpact impact)
 {
-    switch (impact) {
-    case ResourceImpact::high:
-        return kwText("高");
-    case ResourceImpact::medium:
-        return kwText("中");
-    case ResourceImpact::low:
-        break;
-    }
-    return kwText("低");
+    return kwText(enumRow(kImpactRows, impact).label);
 }
 
 QRgb resourceImpactColor(ResourceImpact impact)
 {
-    switch (impact) {
-    case ResourceImpact::high:
-        return DashboardPalette::danger;
-    case ResourceImpact::medium:
-        return DashboardPalette::warning;
-    case ResourceImpact::low:
-        break;
-    }
-    return DashboardPalette::success;
+    return enumRow(kImpactRows, impact).color;
 }
 
 QString sourceHeadingTitle(ProcessListScope scope)
@@ -190,7 +191,7 @@ QString systemScopeDetail(const std::optional<SystemMetricSample> &latest)
     const SensorReading<double> &temperature = latest->temperatureCelsius;
     if (temperature.isAvailable()) {
         return kwText("温度 %1 · 热状态 %2")
-            .arg(formatLocaleNumber(*temperature.value(), 1) + QStringLiteral("°C"), thermal);
+            .arg(unitText(*temperature.value(), DisplayUnit::celsius), thermal);
     }
     return kwText("温度 %1 · 热状态 %2 · 数据源 %3")
         .arg(kwText("不可用"), thermal, temperature.statusText());

@@ -2,8 +2,8 @@
 
 #include "dashboard/DashboardModel.h"
 #include "presentation/diagnosis/SourceSearch.h"
-#include "presentation/kit/WholeNumberText.h"
 #include "sampling/SystemMetricSample.h"
+#include "sampling/UnitText.h"
 
 #include <QRgb>
 #include <QString>

@@ -2,10 +2,49 @@
 
 #include "dashboard/DashboardTexts.h"
 #include "presentation/diagnosis/DiagnosisTexts.h"
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
 
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+// What the end button and the verification line say while a termination is
+// in each phase; the forced signal's own words where they differ.
+struct PhaseTexts {
+    DashboardTerminationPhase key;
+    const char *button;
+    const char *forcedButton;
+    const char *status; // null: the recovery's line speaks instead
+    const char *forcedStatus;
+};
+using Phase = DashboardTerminationPhase;
+constexpr PhaseTexts kPhaseTexts[] = {
+    {Phase::verifying, "正在结束…", "正在强制结束…", "正在确认原进程是否退出，通常不超过 2 秒。"},
+    {Phase::exited, "进程已结束"},
+    {Phase::unresponsive, "强制结束", nullptr, "进程仍在运行；如需继续，可再次确认强制结束。"},
+    {Phase::failed, "重试结束", "强制结束失败", "本次操作未成功结束，未进入两分钟验证。",
+     "强制结束未生效，建议打开系统监视器进一步检查。"},
+};
+static_assert(coversEnumeration(kPhaseTexts, Phase::failed));
+
+struct RecoveryTexts {
+    DashboardRecoveryState key;
+    const char *status;
+};
+using Recovery = DashboardRecoveryState;
+constexpr RecoveryTexts kRecoveryTexts[] = {
+    {Recovery::idle, "结束进程并确认退出后，将验证两分钟整机变化。"},
+    {Recovery::recovering, "正在对比操作前后的 CPU、温度和热状态。"},
+    {Recovery::recovered, "负载或温度已下降，验证通过。"},
+    {Recovery::noImprovement, "两分钟内未观察到达到阈值的整机改善。"},
+    {Recovery::insufficientData, "缺少可比较的系统样本，无法完成验证。"},
+    {Recovery::terminationFailed, "本次操作未成功结束，未进入两分钟验证。"},
+};
+static_assert(coversEnumeration(kRecoveryTexts, Recovery::terminationFailed));
+
+} // namespace
 
 QString endButtonTitle(const DashboardProcessNode *process,
                        const OptionalTerminationStatus &selectedStatus)
@@ -14,18 +53,9 @@ QString endButtonTitle(const DashboardProcessNode *process,
         return kwText("结束选中进程");
     if (!selectedStatus)
         return process->isTarget ? kwText("结束主要进程") : kwText("结束选中进程");
+    const PhaseTexts &texts = enumRow(kPhaseTexts, selectedStatus->phase);
     const bool forced = selectedStatus->mode == ProcessTerminationSignal::forced;
-    switch (selectedStatus->phase) {
-    case DashboardTerminationPhase::verifying:
-        return forced ? kwText("正在强制结束…") : kwText("正在结束…");
-    case DashboardTerminationPhase::exited:
-        return kwText("进程已结束");
-    case DashboardTerminationPhase::unresponsive:
-        return kwText("强制结束");
-    case DashboardTerminationPhase::failed:
-        break;
-    }
-    return forced ? kwText("强制结束失败") : kwText("重试结束");
+    return kwText(forced && texts.forcedButton ? texts.forcedButton : texts.button);
 }
 
 QString endButtonAccessibleLabel(const QString &title, const DashboardProcessNode *process)
@@ -83,38 +113,15 @@ QString verificationStatusText(const OptionalTerminationStatus &selectedStatus,
                                const std::optional<SystemMetricSample> &latest)
 {
     if (selectedStatus && selectedStatus->phase != DashboardTerminationPhase::exited) {
-        switch (selectedStatus->phase) {
-        case DashboardTerminationPhase::verifying:
-            return kwText("正在确认原进程是否退出，通常不超过 2 秒。");
-        case DashboardTerminationPhase::unresponsive:
-            return kwText("进程仍在运行；如需继续，可再次确认强制结束。");
-        case DashboardTerminationPhase::failed:
-        case DashboardTerminationPhase::exited:
-            break;
-        }
-        return selectedStatus->mode == ProcessTerminationSignal::forced
-                   ? kwText("强制结束未生效，建议打开系统监视器进一步检查。")
-                   : kwText("本次操作未成功结束，未进入两分钟验证。");
+        const PhaseTexts &texts = enumRow(kPhaseTexts, selectedStatus->phase);
+        const bool forced = selectedStatus->mode == ProcessTerminationSignal::forced;
+        return kwText(forced && texts.forcedStatus ? texts.forcedStatus : texts.status);
     }
-    switch (recoveryState) {
-    case DashboardRecoveryState::idle:
-        return kwText("结束进程并确认退出后，将验证两分钟整机变化。");
-    case DashboardRecoveryState::recovering:
-        if (effectiveContext) {
-            return kwText("正在验证结束该进程后的整机变化 · 剩余约 %1")
-                .arg(remainingObservationText(*effectiveContext, latest));
-        }
-        return kwText("正在对比操作前后的 CPU、温度和热状态。");
-    case DashboardRecoveryState::recovered:
-        return kwText("负载或温度已下降，验证通过。");
-    case DashboardRecoveryState::noImprovement:
-        return kwText("两分钟内未观察到达到阈值的整机改善。");
-    case DashboardRecoveryState::insufficientData:
-        return kwText("缺少可比较的系统样本，无法完成验证。");
-    case DashboardRecoveryState::terminationFailed:
-        break;
+    if (recoveryState == DashboardRecoveryState::recovering && effectiveContext) {
+        return kwText("正在验证结束该进程后的整机变化 · 剩余约 %1")
+            .arg(remainingObservationText(*effectiveContext, latest));
     }
-    return kwText("本次操作未成功结束，未进入两分钟验证。");
+    return kwText(enumRow(kRecoveryTexts, recoveryState).status);
 }
 
 QString remainingObservationText(const DashboardRecoveryContext &context,
@@ -143,5 +150,5 @@ QString recoveryTemperatureText(const std::optional<double> &celsius)
 {
     if (!celsius || !std::isfinite(*celsius))
         return kwText("不可用");
-    return formatLocaleNumber(*celsius, 1) + QStringLiteral("°C");
+    return unitText(*celsius, DisplayUnit::celsius);
 }

@@ -1,9 +1,9 @@
 #include "presentation/hardware/HardwareTexts.h"
 
 #include "presentation/kit/DashboardPalette.h"
-#include "presentation/kit/WholeNumberText.h"
-#include "process/ByteTexts.h"
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,25 +15,70 @@ QString sampling()
     return kwText("采集中");
 }
 
+// How a category's figures are read and shown.
+struct CategoryRow {
+    HardwareCategory key;
+    std::optional<double> HardwareTrendPoint::*field;
+    double perShownUnit; // the stored value over the shown one: bytes per MB for disk
+    DisplayUnit unit;
+    // The chart's scale: from `lowerBound` to `upperFloor`, or the series'
+    // peak times `headroom` when that is higher (0: fixed).
+    double lowerBound;
+    double upperFloor;
+    double headroom;
+};
+
+using P = HardwareTrendPoint;
+constexpr CategoryRow kCategoryRows[] = {
+    {HardwareCategory::temperature, &P::temperature, 1.0, DisplayUnit::celsius, 30, 90, 0},
+    {HardwareCategory::cpu, &P::cpu, 1.0, DisplayUnit::percent, 0, 100, 0},
+    {HardwareCategory::gpu, &P::gpu, 1.0, DisplayUnit::percent, 0, 100, 0},
+    {HardwareCategory::memory, &P::memoryPercent, 1.0, DisplayUnit::percent, 0, 100, 0},
+    {HardwareCategory::disk, &P::diskBytesPerSecond, 1e6, DisplayUnit::megabytesPerSecond, 0, 10,
+     1.2},
+    {HardwareCategory::fan, &P::fanRPM, 1.0, DisplayUnit::rpm, 0, 4000, 1.15},
+};
+static_assert(coversEnumeration(kCategoryRows, HardwareCategory::fan));
+
+namespace Palette = DashboardPalette;
+
+// The temperature's status line by thermal state; `unknown` says nothing of
+// its own and falls back to the reading.
+struct ThermalRow {
+    SystemThermalState key;
+    const char *word; // after "热状态"
+    QRgb color;
+};
+constexpr ThermalRow kThermalRows[] = {
+    {SystemThermalState::nominal, "正常", Palette::success},
+    {SystemThermalState::fair, "偏热", Palette::warning},
+    {SystemThermalState::serious, "较热", Palette::danger},
+    {SystemThermalState::critical, "过热", Palette::danger},
+    {SystemThermalState::unknown, nullptr, Palette::textTertiary},
+};
+static_assert(coversEnumeration(kThermalRows, SystemThermalState::unknown));
+
+// The other categories' status line and the sensor table's status column.
+struct AvailabilityRow {
+    SensorAvailability key;
+    const char *statusLine;
+    const char *tableWord;
+    QRgb color;
+};
+constexpr AvailabilityRow kAvailabilityRows[] = {
+    {SensorAvailability::available, "数据正常", "正常", Palette::success},
+    {SensorAvailability::warmingUp, "正在采集", "采集中", Palette::warning},
+    {SensorAvailability::unavailable, "当前不可用", "不可用", Palette::textTertiary},
+};
+static_assert(coversEnumeration(kAvailabilityRows, SensorAvailability::unavailable));
+
 std::optional<double> fieldOf(HardwareCategory category, const HardwareTrendPoint &point)
 {
-    switch (category) {
-    case HardwareCategory::temperature:
-        return point.temperature;
-    case HardwareCategory::cpu:
-        return point.cpu;
-    case HardwareCategory::gpu:
-        return point.gpu;
-    case HardwareCategory::memory:
-        return point.memoryPercent;
-    case HardwareCategory::disk:
-        if (point.diskBytesPerSecond)
-            return *point.diskBytesPerSecond / 1'000'000.0;
+    const CategoryRow &row = enumRow(kCategoryRows, category);
+    const std::optional<double> &value = point.*row.field;
+    if (!value)
         return std::nullopt;
-    case HardwareCategory::fan:
-        break;
-    }
-    return point.fanRPM;
+    return *value / row.perShownUnit;
 }
 
 // Calls `read` with the reading behind a category, whatever its value type.
@@ -109,19 +154,12 @@ bool hardwareNewestPointHasValue(HardwareCategory category,
 
 QString hardwareSeriesValueText(HardwareCategory category, double value)
 {
-    switch (category) {
-    case HardwareCategory::temperature:
-        return formatLocaleNumber(value, 1) + QStringLiteral("°C");
-    case HardwareCategory::cpu:
-    case HardwareCategory::gpu:
-    case HardwareCategory::memory:
+    const DisplayUnit unit = enumRow(kCategoryRows, category).unit;
+    if (unit == DisplayUnit::percent)
         return wholePercentText(value);
-    case HardwareCategory::disk:
-        return formatLocaleNumber(value, 1) + QStringLiteral(" MB/s");
-    case HardwareCategory::fan:
-        break;
-    }
-    return formatLocaleInteger(roundedWholeNumber(value)) + QStringLiteral(" RPM");
+    if (unit == DisplayUnit::rpm)
+        return unitText(double(roundedWholeNumber(value)), unit);
+    return unitText(value, unit);
 }
 
 HardwareSeriesFigures hardwareSeriesFigures(HardwareCategory category,
@@ -149,8 +187,8 @@ std::optional<QString> hardwareUnavailableReason(HardwareCategory category,
     const SensorReadingCase readingCase = readingCaseOf(category, *latest);
     if (sensorAvailability(readingCase) != SensorAvailability::unavailable)
         return std::nullopt;
-    const std::optional<QString> reason = withReadingOf(
-        category, *latest, [](const auto &reading) { return reading.reasonText(); });
+    const std::optional<QString> reason =
+        withReadingOf(category, *latest, [](const auto &reading) { return reading.reasonText(); });
     if (!reason || reason->trimmed().isEmpty())
         return kwText("不可用");
     return reason;
@@ -164,66 +202,44 @@ QString hardwareCurrentText(HardwareCategory category,
     switch (category) {
     case HardwareCategory::temperature:
         if (latest->temperatureCelsius.isAvailable())
-            return formatLocaleNumber(*latest->temperatureCelsius.value(), 1) +
-                   QStringLiteral("°C");
+            return unitText(*latest->temperatureCelsius.value(), DisplayUnit::celsius);
         if (sensorAvailability(latest->temperatureCelsius.readingCase()) ==
             SensorAvailability::unavailable)
             return kwText("不可用");
         return sampling();
     case HardwareCategory::cpu:
-        return latest->cpuUsage.displayText(QStringLiteral("%"), 0);
+        return readingText(latest->cpuUsage, DisplayUnit::percent);
     case HardwareCategory::gpu:
-        return latest->gpuUsage.displayText(QStringLiteral("%"), 0);
+        return readingText(latest->gpuUsage, DisplayUnit::percent);
     case HardwareCategory::memory:
         if (latest->memoryUsage.isAvailable())
             return wholePercentText(memoryPercent(*latest->memoryUsage.value()));
         // The same words displayText gives for a number that is not there.
         return latest->memoryUsage.statusText();
     case HardwareCategory::disk:
-        if (latest->diskBytesPerSecond.isAvailable())
-            return rateText(*latest->diskBytesPerSecond.value());
-        return latest->diskBytesPerSecond.displayText({}, 0);
+        return rateReadingText(latest->diskBytesPerSecond);
     case HardwareCategory::fan:
         break;
     }
-    return latest->fanRPM.displayText(QStringLiteral(" RPM"), 0);
+    return readingText(latest->fanRPM, DisplayUnit::rpm);
 }
 
 HardwareStatusLine hardwareStatusLine(HardwareCategory category,
                                       const std::optional<SystemMetricSample> &latest)
 {
-    namespace P = DashboardPalette;
     if (category == HardwareCategory::temperature) {
-        const SystemThermalState state =
-            latest ? latest->thermalState : SystemThermalState::unknown;
-        switch (state) {
-        case SystemThermalState::nominal:
-            return {kwText("热状态%1").arg(kwText("正常")), P::success};
-        case SystemThermalState::fair:
-            return {kwText("热状态%1").arg(kwText("偏热")), P::warning};
-        case SystemThermalState::serious:
-            return {kwText("热状态%1").arg(kwText("较热")), P::danger};
-        case SystemThermalState::critical:
-            return {kwText("热状态%1").arg(kwText("过热")), P::danger};
-        case SystemThermalState::unknown:
-            break;
-        }
+        const ThermalRow &row =
+            enumRow(kThermalRows, latest ? latest->thermalState : SystemThermalState::unknown);
+        if (row.word)
+            return {kwText("热状态%1").arg(kwText(row.word)), row.color};
         if (const auto reason = hardwareUnavailableReason(category, latest))
-            return {*reason, P::textTertiary};
-        return {kwText("热状态%1").arg(sampling()), P::textTertiary};
+            return {*reason, row.color};
+        return {kwText("热状态%1").arg(sampling()), row.color};
     }
-    const SensorAvailability availability =
-        latest ? sensorAvailability(readingCaseOf(category, *latest))
-               : SensorAvailability::warmingUp;
-    switch (availability) {
-    case SensorAvailability::available:
-        return {kwText("数据正常"), P::success};
-    case SensorAvailability::warmingUp:
-        return {kwText("正在采集"), P::warning};
-    case SensorAvailability::unavailable:
-        break;
-    }
-    return {kwText("当前不可用"), P::textTertiary};
+    const AvailabilityRow &row =
+        enumRow(kAvailabilityRows, latest ? sensorAvailability(readingCaseOf(category, *latest))
+                                          : SensorAvailability::warmingUp);
+    return {kwText(row.statusLine), row.color};
 }
 
 HardwareScale hardwareScale(HardwareCategory category, const std::vector<QPointF> &series)
@@ -231,19 +247,8 @@ HardwareScale hardwareScale(HardwareCategory category, const std::vector<QPointF
     double peak = 0.0;
     for (const QPointF &point : series)
         peak = std::max(peak, point.y());
-    switch (category) {
-    case HardwareCategory::temperature:
-        return {30.0, 90.0};
-    case HardwareCategory::cpu:
-    case HardwareCategory::gpu:
-    case HardwareCategory::memory:
-        return {0.0, 100.0};
-    case HardwareCategory::disk:
-        return {0.0, std::max(10.0, 1.2 * peak)};
-    case HardwareCategory::fan:
-        break;
-    }
-    return {0.0, std::max(4000.0, 1.15 * peak)};
+    const CategoryRow &row = enumRow(kCategoryRows, category);
+    return {row.lowerBound, std::max(row.upperFloor, row.headroom * peak)};
 }
 
 std::vector<double> hardwareScaleTicks(const HardwareScale &scale)
@@ -266,22 +271,14 @@ std::vector<double> hardwareScaleTicks(const HardwareScale &scale)
 
 QString hardwareAxisValueText(HardwareCategory category, double value)
 {
-    switch (category) {
-    case HardwareCategory::temperature:
-    case HardwareCategory::cpu:
-    case HardwareCategory::gpu:
-    case HardwareCategory::memory:
-        return wholeNumberText(value);
-    case HardwareCategory::disk: {
+    const DisplayUnit unit = enumRow(kCategoryRows, category).unit;
+    if (unit == DisplayUnit::megabytesPerSecond) {
         const double tenths = std::round(value * 10.0) / 10.0;
-        if (tenths == std::round(tenths))
-            return formatLocaleNumber(tenths, 0);
-        return formatLocaleNumber(tenths, 1);
+        return formatLocaleNumber(tenths, tenths == std::round(tenths) ? 0 : 1);
     }
-    case HardwareCategory::fan:
-        break;
-    }
-    return formatLocaleInteger(roundedWholeNumber(value));
+    if (unit == DisplayUnit::rpm)
+        return formatLocaleInteger(roundedWholeNumber(value));
+    return wholeNumberText(value);
 }
 
 QString hardwareTimeAxisLabel(double elapsedSeconds)
@@ -322,14 +319,6 @@ QString sensorLocationText(const DashboardSensorStatus &status)
 
 SensorStatusLook sensorStatusLook(SensorAvailability availability)
 {
-    namespace P = DashboardPalette;
-    switch (availability) {
-    case SensorAvailability::available:
-        return {kwText("正常"), P::success};
-    case SensorAvailability::warmingUp:
-        return {kwText("采集中"), P::warning};
-    case SensorAvailability::unavailable:
-        break;
-    }
-    return {kwText("不可用"), P::textTertiary};
+    const AvailabilityRow &row = enumRow(kAvailabilityRows, availability);
+    return {kwText(row.tableWord), row.color};
 }

@@ -1,7 +1,9 @@
 #include "presentation/history/IncidentTexts.h"
 
 #include "presentation/kit/DashboardPalette.h"
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -9,13 +11,6 @@
 #include <cmath>
 
 namespace {
-
-// A reading rounded for display; absurd values (not finite) read as 0
-// rather than as an undefined conversion.
-long long wholeNumber(double value)
-{
-    return std::isfinite(value) ? std::llround(value) : 0;
-}
 
 QDateTime localDateTime(TimePoint point)
 {
@@ -25,8 +20,20 @@ QDateTime localDateTime(TimePoint point)
 
 QString celsius(double value)
 {
-    return kwText("%1°C").arg(formatLocaleNumber(value, 1));
+    return unitText(value, DisplayUnit::celsius);
 }
+
+using S = DashboardIncidentStatus;
+namespace P = DashboardPalette;
+constexpr IncidentStatusLook kStatusRows[] = {
+    {S::observing, "进行中", P::warning, "高负载开始", P::warning},
+    {S::improved, "已改善", P::success, "负载恢复", P::success},
+    {S::recoveredWithoutAction, "已恢复", P::success, "负载恢复", P::success},
+    {S::noImprovement, "未改善", P::danger, "仍需关注", P::textTertiary},
+    {S::insufficientData, "数据不足", P::warning, "仍需关注", P::textTertiary},
+    {S::actionFailed, "操作失败", P::danger, "操作失败", P::danger},
+};
+static_assert(coversEnumeration(kStatusRows, S::actionFailed));
 
 } // namespace
 
@@ -41,7 +48,7 @@ QString incidentTitle(const DashboardIncident &incident)
 
 QString incidentPeakCPUText(const DashboardIncident &incident)
 {
-    return kwText("%1%").arg(wholeNumber(incident.peakCPU));
+    return wholePercentText(incident.peakCPU);
 }
 
 QString incidentPeakSummary(const DashboardIncident &incident)
@@ -49,42 +56,22 @@ QString incidentPeakSummary(const DashboardIncident &incident)
     const QString cpu = incidentPeakCPUText(incident);
     if (!incident.peakTemperature)
         return cpu;
-    return kwText("%1 · %2°").arg(cpu, QString::number(wholeNumber(*incident.peakTemperature)));
+    return kwText("%1 · %2°").arg(cpu, wholeNumberText(*incident.peakTemperature));
+}
+
+const IncidentStatusLook &incidentStatusLook(DashboardIncidentStatus status)
+{
+    return enumRow(kStatusRows, status);
 }
 
 QString incidentStatusLabel(DashboardIncidentStatus status)
 {
-    switch (status) {
-    case DashboardIncidentStatus::observing:
-        return kwText("进行中");
-    case DashboardIncidentStatus::improved:
-        return kwText("已改善");
-    case DashboardIncidentStatus::recoveredWithoutAction:
-        return kwText("已恢复");
-    case DashboardIncidentStatus::noImprovement:
-        return kwText("未改善");
-    case DashboardIncidentStatus::insufficientData:
-        return kwText("数据不足");
-    case DashboardIncidentStatus::actionFailed:
-        break;
-    }
-    return kwText("操作失败");
+    return kwText(incidentStatusLook(status).label);
 }
 
 QRgb incidentStatusColor(DashboardIncidentStatus status)
 {
-    switch (status) {
-    case DashboardIncidentStatus::improved:
-    case DashboardIncidentStatus::recoveredWithoutAction:
-        return DashboardPalette::success;
-    case DashboardIncidentStatus::noImprovement:
-    case DashboardIncidentStatus::actionFailed:
-        return DashboardPalette::danger;
-    case DashboardIncidentStatus::observing:
-    case DashboardIncidentStatus::insufficientData:
-        break;
-    }
-    return DashboardPalette::warning;
+    return incidentStatusLook(status).color;
 }
 
 QString incidentDurationText(const DashboardIncident &incident,

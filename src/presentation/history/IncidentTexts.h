@@ -20,7 +20,16 @@ QString incidentPeakSummary(const DashboardIncident &incident);
 // The CPU part alone: "80%".
 QString incidentPeakCPUText(const DashboardIncident &incident);
 
-// "进行中", "已改善", ... and the palette colour that goes with each.
+// Everything a status shows, one row each: the event history's badge
+// ("进行中", "已改善", ...) and the overview's event line ("高负载开始", ...).
+struct IncidentStatusLook {
+    DashboardIncidentStatus key;
+    const char *label;
+    QRgb color;
+    const char *overviewTitle;
+    QRgb overviewDot;
+};
+const IncidentStatusLook &incidentStatusLook(DashboardIncidentStatus status);
 QString incidentStatusLabel(DashboardIncidentStatus status);
 QRgb incidentStatusColor(DashboardIncidentStatus status);
 

@@ -14,19 +14,13 @@ const char kFontSizeProperty[] = "kwFontSize";
 const char kFontWeightProperty[] = "kwFontWeight";
 const char kFontDesignProperty[] = "kwFontDesign";
 
+// Qt's weight of each of ours, in their order.
+constexpr QFont::Weight kQtWeights[] = {QFont::Normal, QFont::Medium, QFont::DemiBold, QFont::Bold};
+static_assert(std::size(kQtWeights) == std::size_t(DashboardFontWeight::bold) + 1);
+
 QFont::Weight qtWeight(DashboardFontWeight weight)
 {
-    switch (weight) {
-    case DashboardFontWeight::medium:
-        return QFont::Medium;
-    case DashboardFontWeight::semibold:
-        return QFont::DemiBold;
-    case DashboardFontWeight::bold:
-        return QFont::Bold;
-    case DashboardFontWeight::regular:
-        break;
-    }
-    return QFont::Normal;
+    return kQtWeights[static_cast<std::size_t>(weight)];
 }
 
 // Qt sizes fonts in points; the design is in device-independent pixels. The

@@ -13,21 +13,9 @@
 
 namespace {
 
-// Line width in the 24-unit design square, by weight.
-double weightStroke(SymbolWeight weight)
-{
-    switch (weight) {
-    case SymbolWeight::medium:
-        return 2.0;
-    case SymbolWeight::semibold:
-        return 2.3;
-    case SymbolWeight::bold:
-        return 2.6;
-    case SymbolWeight::regular:
-        break;
-    }
-    return 1.7;
-}
+// Line width in the 24-unit design square, by weight in its order.
+constexpr double kWeightStrokes[] = {1.7, 2.0, 2.3, 2.6};
+static_assert(std::size(kWeightStrokes) == std::size_t(SymbolWeight::bold) + 1);
 
 // Small glyphs get an optical size, as type does: below about 14 pixels a
 // regular line of the design width falls under one device pixel and fades to
@@ -39,7 +27,7 @@ double weightStroke(SymbolWeight weight)
 double strokeFor(SymbolWeight weight, double devicePixelsPerUnit)
 {
     constexpr double minimumPixels = 0.95;
-    const double design = weightStroke(weight);
+    const double design = kWeightStrokes[static_cast<std::size_t>(weight)];
     const double wanted = std::clamp(minimumPixels / devicePixelsPerUnit, design, 1.4 * design);
     return std::round(wanted * 10.0) / 10.0;
 }

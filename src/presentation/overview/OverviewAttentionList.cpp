@@ -5,9 +5,9 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "presentation/kit/WholeNumberText.h"
 #include "presentation/overview/OverviewTexts.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 OverviewAttentionRow::OverviewAttentionRow(QWidget *parent) : PressableBox(parent)
 {

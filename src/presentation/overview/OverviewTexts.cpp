@@ -1,9 +1,9 @@
 #include "presentation/overview/OverviewTexts.h"
 
+#include "presentation/history/IncidentTexts.h"
 #include "presentation/kit/DashboardPalette.h"
-#include "presentation/kit/WholeNumberText.h"
-#include "process/ByteTexts.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -45,11 +45,10 @@ overviewMetricCards(const std::optional<SystemMetricSample> &latest,
     if (!latest)
         return cards;
 
-    cards[0].value = latest->temperatureCelsius.displayText(QStringLiteral("°C"), 1);
-    cards[1].value = latest->cpuUsage.displayText(QStringLiteral("%"), 0);
-    cards[2].value = latest->fanRPM.displayText(QStringLiteral(" rpm"), 0);
-    const SensorReading<double> &disk = latest->diskBytesPerSecond;
-    cards[3].value = disk.isAvailable() ? rateText(*disk.value()) : disk.displayText({}, 0);
+    cards[0].value = readingText(latest->temperatureCelsius, DisplayUnit::celsius);
+    cards[1].value = readingText(latest->cpuUsage, DisplayUnit::percent);
+    cards[2].value = readingText(latest->fanRPM, DisplayUnit::lowerRpm);
+    cards[3].value = rateReadingText(latest->diskBytesPerSecond);
     return cards;
 }
 
@@ -81,20 +80,8 @@ OverviewImpactBadge overviewImpactBadge(double cpuPercent)
 
 OverviewIncidentStatusLook overviewIncidentStatusLook(DashboardIncidentStatus status)
 {
-    namespace P = DashboardPalette;
-    switch (status) {
-    case DashboardIncidentStatus::observing:
-        return {kwText("高负载开始"), P::warning};
-    case DashboardIncidentStatus::improved:
-    case DashboardIncidentStatus::recoveredWithoutAction:
-        return {kwText("负载恢复"), P::success};
-    case DashboardIncidentStatus::noImprovement:
-    case DashboardIncidentStatus::insufficientData:
-        return {kwText("仍需关注"), P::textTertiary};
-    case DashboardIncidentStatus::actionFailed:
-        break;
-    }
-    return {kwText("操作失败"), P::danger};
+    const IncidentStatusLook &look = incidentStatusLook(status);
+    return {kwText(look.overviewTitle), look.overviewDot};
 }
 
 QString overviewShortTimeText(TimePoint time)

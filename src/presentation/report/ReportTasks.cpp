@@ -3,6 +3,7 @@
 #include "presentation/report/ReportJson.h"
 #include "presentation/report/TextTable.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 #include <QJsonArray>
 
@@ -39,7 +40,7 @@ QString loadSourcesSection(const DashboardStore &store)
     for (std::size_t index = 0; index < tasks.size(); ++index) {
         const DashboardTask &task = tasks[index];
         ranking.addRow({rankText(index), task.application, taskKindName(task.kind),
-                        formatLocaleNumber(task.cpu, 1) + QLatin1Char('%'), task.memory, task.disk,
+                        unitText(task.cpu, DisplayUnit::percent, 1), task.memory, task.disk,
                         task.duration, targetText(task.targetProcess), task.detail});
         diagnoses.addRow({rankText(index), task.diagnosis.title, task.diagnosis.recommendation,
                           diagnosisConfidenceName(task.diagnosis.confidence)});

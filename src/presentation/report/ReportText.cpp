@@ -2,10 +2,10 @@
 
 #include "presentation/report/ReportTasks.h"
 #include "presentation/report/TextTable.h"
-#include "process/ByteTexts.h"
 #include "process/LoadTextFormats.h"
 #include "process/PrintableText.h"
 #include "sampling/Text.h"
+#include "sampling/UnitText.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -25,29 +25,19 @@ QString readingsSection(const SystemMetricSample &sample)
 {
     TextTable table({kwText("读数"), kwText("当前值"), kwText("来源或原因")});
     auto addNumber = [&](const QString &title, const SensorReading<double> &reading,
-                         const QString &unit, int digits) {
-        table.addRow({title, reading.displayText(unit, digits), sourceOrReason(reading)});
+                         DisplayUnit unit) {
+        table.addRow({title, readingText(reading, unit), sourceOrReason(reading)});
     };
-    addNumber(kwText("CPU 使用率"), sample.cpuUsage, QStringLiteral("%"), 0);
+    addNumber(kwText("CPU 使用率"), sample.cpuUsage, DisplayUnit::percent);
     table.addRow({kwText("热状态"), systemThermalStateLabel(sample.thermalState),
                   systemThermalStateRawText(sample.thermalState)});
-    addNumber(kwText("温度"), sample.temperatureCelsius, QStringLiteral("°C"), 1);
-    addNumber(kwText("风扇"), sample.fanRPM, QStringLiteral(" RPM"), 0);
-    addNumber(kwText("GPU"), sample.gpuUsage, QStringLiteral("%"), 0);
-    {
-        const auto &disk = sample.diskBytesPerSecond;
-        const QString value =
-            disk.isAvailable() ? rateText(*disk.value()) : disk.displayText(QString(), 0);
-        table.addRow({kwText("磁盘"), value, sourceOrReason(disk)});
-    }
-    {
-        const auto &memory = sample.memoryUsage;
-        const QString value = memory.isAvailable()
-                                  ? memoryText(memory.value()->usedBytes) + QStringLiteral(" / ") +
-                                        memoryText(memory.value()->totalBytes)
-                                  : memory.statusText();
-        table.addRow({kwText("内存"), value, sourceOrReason(memory)});
-    }
+    addNumber(kwText("温度"), sample.temperatureCelsius, DisplayUnit::celsius);
+    addNumber(kwText("风扇"), sample.fanRPM, DisplayUnit::rpm);
+    addNumber(kwText("GPU"), sample.gpuUsage, DisplayUnit::percent);
+    table.addRow({kwText("磁盘"), rateReadingText(sample.diskBytesPerSecond),
+                  sourceOrReason(sample.diskBytesPerSecond)});
+    table.addRow({kwText("内存"), memoryReadingText(sample.memoryUsage),
+                  sourceOrReason(sample.memoryUsage)});
     {
         const auto &network = sample.networkThroughput;
         const QString value = network.isAvailable()
@@ -98,15 +88,14 @@ QString incidentsSection(const std::vector<DashboardIncident> &incidents)
                      kwText("峰值 CPU"), kwText("峰值温度"), kwText("处理"), kwText("点数")});
     const QString none = QStringLiteral("—");
     for (const DashboardIncident &incident : incidents) {
-        table.addRow({clockText(incident.startedAt),
-                      incident.endedAt ? clockText(*incident.endedAt) : none, incident.application,
-                      dashboardIncidentStatusName(incident.status),
-                      formatLocaleNumber(incident.peakCPU, 0) + QStringLiteral("%"),
-                      incident.peakTemperature
-                          ? formatLocaleNumber(*incident.peakTemperature, 1) + QStringLiteral("°C")
-                          : none,
-                      incident.action.value_or(none),
-                      formatLocaleInteger(static_cast<long long>(incident.points.size()))});
+        table.addRow(
+            {clockText(incident.startedAt), incident.endedAt ? clockText(*incident.endedAt) : none,
+             incident.application, dashboardIncidentStatusName(incident.status),
+             unitText(incident.peakCPU, DisplayUnit::percent),
+             incident.peakTemperature ? unitText(*incident.peakTemperature, DisplayUnit::celsius)
+                                      : none,
+             incident.action.value_or(none),
+             formatLocaleInteger(static_cast<long long>(incident.points.size()))});
     }
     return kwText("本次运行的升温事件（最新在前）：") + QLatin1Char('\n') + table.render();
 }
@@ -140,7 +129,7 @@ QString processesSection(const SystemMetricSample &sample)
         // The process's own texts, made printable: the terminal reads them.
         const auto &project = process.command.project;
         table.addRow({printableText(process.name), QString::number(process.identity.pid),
-                      formatLocaleNumber(process.cpuPercent, 1) + QLatin1Char('%'),
+                      unitText(process.cpuPercent, DisplayUnit::percent, 1),
                       memoryText(process.residentBytes), rateText(process.diskBytesPerSecond),
                       durationText(process.duration), printableText(process.command.command),
                       project ? printableText(*project) : QStringLiteral("-")});

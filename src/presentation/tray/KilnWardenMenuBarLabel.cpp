@@ -41,17 +41,7 @@ void strokeMarkOutline(QPainter &painter, const QRectF &canvas, const QColor &co
 
 QString menuBarLabelAccessibilityText(const MenuBarPresentation &presentation)
 {
-    switch (presentation.state) {
-    case MenuBarPresentationState::collecting:
-        return presentation.menuTitle;
-    case MenuBarPresentationState::normal:
-        return kwText("正常") + QStringLiteral(" · ") + presentation.menuTitle;
-    case MenuBarPresentationState::observing:
-    case MenuBarPresentationState::highLoad:
-    case MenuBarPresentationState::actionRecommended:
-        break;
-    }
-    return kwText("KilnWarden %1").arg(presentation.menuTitle);
+    return kwText(menuBarStateInfo(presentation.state).spokenTitle).arg(presentation.menuTitle);
 }
 
 QImage menuBarLabelImage(MenuBarPresentationState state, int pixelSize, const QColor &ink)

@@ -20,18 +20,9 @@ constexpr int kRowSpacing = 8;
 constexpr int kDividerPadding = 6;
 constexpr int kMessageSymbolSize = 14;
 
-const MenuBarPresentationMetric &metricAt(const MenuBarPresentation &presentation, size_t index)
-{
-    switch (index) {
-    case 0:
-        return presentation.cpu;
-    case 1:
-        return presentation.temperature;
-    default:
-        break;
-    }
-    return presentation.fan;
-}
+// The metric boxes, left to right.
+constexpr MenuBarPresentationMetric MenuBarPresentation::*kMetrics[] = {
+    &MenuBarPresentation::cpu, &MenuBarPresentation::temperature, &MenuBarPresentation::fan};
 
 // Labels hidden from accessibility, so that their row is read as one element.
 void hideFromAccessibility(std::initializer_list<QWidget *> widgets)
@@ -211,7 +202,7 @@ void KilnWardenMenuBarPanel::refresh()
     setAccessibleValue(m_status, p.durationText.value_or(QString()));
 
     for (size_t index = 0; index < m_metrics.size(); ++index) {
-        const MenuBarPresentationMetric &metric = metricAt(p, index);
+        const MenuBarPresentationMetric &metric = p.*kMetrics[index];
         Metric &view = m_metrics[index];
         view.title->setText(metric.title);
         view.title->setColor(colors.secondaryText);

@@ -3,11 +3,13 @@
 
 #include "presentation/PresentationTesting.h"
 #include "presentation/kit/DashboardPalette.h"
+#include "support/FixtureTable.h"
 
 #include <QLocale>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -25,15 +27,6 @@ HardwareTrendPoint trendPoint(double elapsed, double value)
     point.fanRPM = value;
     point.diskBytesPerSecond = value * 1'000'000;
     return point;
-}
-
-std::vector<QPointF> seriesOf(std::initializer_list<double> values)
-{
-    std::vector<QPointF> series;
-    double x = 0;
-    for (const double value : values)
-        series.emplace_back(x += 2, value);
-    return series;
 }
 
 SystemMetricSample sampleOf(SensorReadingCase readingCase,
@@ -59,55 +52,26 @@ class HardwareTextsTest : public ::testing::Test {
 
 } // namespace
 
-TEST_F(HardwareTextsTest, SeriesValueTextsByCategory)
+// A series' figures and scale: percents whole and ungrouped, RPM whole and
+// grouped, the rest to a tenth; fixed scales, or the peak with headroom.
+TEST_F(HardwareTextsTest, FiguresAndScaleOfTheSeriesByCategory)
 {
-    struct Row {
-        HardwareCategory category;
-        double value;
-        const char *text;
-    };
-    const Row rows[] = {
-        {HardwareCategory::temperature, 61.26, "61.3°C"},
-        {HardwareCategory::temperature, -5.0, "-5.0°C"},
-        {HardwareCategory::cpu, 42.5, "43%"},
-        {HardwareCategory::gpu, 0.4, "0%"},
-        {HardwareCategory::memory, 65.0, "65%"},
-        {HardwareCategory::disk, 12.34, "12.3 MB/s"},
-        {HardwareCategory::disk, 10'000.0, "10,000.0 MB/s"},
-        {HardwareCategory::fan, 2150.5, "2,151 RPM"},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(hardwareSeriesValueText(row.category, row.value), QString::fromUtf8(row.text))
-            << row.text;
-
-    // The interface's formats, whatever the user's locale says.
-    const ScopedLocale german{QLocale(QLocale::German, QLocale::Germany)};
-    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::fan, 30'000), QStringLiteral("30,000 RPM"));
-    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::disk, 1.26), QStringLiteral("1.3 MB/s"));
-    EXPECT_EQ(hardwareSeriesValueText(HardwareCategory::cpu, 1234), QStringLiteral("1234%"));
-}
-
-TEST_F(HardwareTextsTest, PeakAndAverageOfTheSeries)
-{
-    struct Row {
-        HardwareCategory category;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("hardware-series"))) {
+        const auto name = std::find(kCategoryNames.begin(), kCategoryNames.end(), row.fields[0]);
+        ASSERT_NE(name, kCategoryNames.end()) << row.where;
+        const HardwareCategory category = kAllHardwareCategories[name - kCategoryNames.begin()];
         std::vector<QPointF> series;
-        const char *peak;
-        const char *average;
-    };
-    const Row rows[] = {
-        {HardwareCategory::temperature, {}, "采集中", "采集中"},
-        {HardwareCategory::cpu, seriesOf({10, 20, 31}), "31%", "20%"},
-        {HardwareCategory::memory, seriesOf({64.4, 64.6}), "65%", "65%"},
-        {HardwareCategory::disk, seriesOf({3, 0}), "3.0 MB/s", "1.5 MB/s"},
-        {HardwareCategory::fan, seriesOf({0}), "0 RPM", "0 RPM"},
-        {HardwareCategory::temperature, seriesOf({-5, 120}), "120.0°C", "57.5°C"},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(
-            hardwareSeriesFigures(row.category, row.series),
-            (HardwareSeriesFigures{QString::fromUtf8(row.peak), QString::fromUtf8(row.average)}))
-            << row.peak;
+        for (const QByteArray &value : row.fields[1].split(' ')) {
+            if (!value.isEmpty())
+                series.emplace_back(2.0 * double(series.size() + 1), value.toDouble());
+        }
+        EXPECT_EQ(hardwareSeriesFigures(category, series),
+                  (HardwareSeriesFigures{*row.text(2), *row.text(3)}))
+            << row.where;
+        const HardwareScale scale = hardwareScale(category, series);
+        EXPECT_DOUBLE_EQ(scale.lowerBound, row.fields[4].toDouble()) << row.where;
+        EXPECT_DOUBLE_EQ(scale.upperBound, row.fields[5].toDouble()) << row.where;
+    }
 }
 
 TEST_F(HardwareTextsTest, SeriesTakeTheCategoryFieldAndDropGaps)
@@ -126,53 +90,18 @@ TEST_F(HardwareTextsTest, SeriesTakeTheCategoryFieldAndDropGaps)
     EXPECT_FALSE(hardwareNewestPointHasValue(HardwareCategory::cpu, {}));
 }
 
-TEST_F(HardwareTextsTest, ScalesAreFixedOrFollowThePeak)
-{
-    struct Row {
-        const char *name;
-        HardwareCategory category;
-        std::vector<QPointF> series;
-        HardwareScale scale;
-    };
-    const Row rows[] = {
-        {"fan 5000", HardwareCategory::fan, seriesOf({1200, 5000}), {0, 5750}},
-        {"fan 2000", HardwareCategory::fan, seriesOf({2000}), {0, 4000}},
-        {"fan empty", HardwareCategory::fan, {}, {0, 4000}},
-        {"fan 30000", HardwareCategory::fan, seriesOf({30'000}), {0, 34'500}},
-        {"fan 0", HardwareCategory::fan, seriesOf({0}), {0, 4000}},
-        {"disk 3", HardwareCategory::disk, seriesOf({3}), {0, 10}},
-        {"disk 20", HardwareCategory::disk, seriesOf({2, 20}), {0, 24}},
-        {"disk empty", HardwareCategory::disk, {}, {0, 10}},
-        {"disk 10 GB/s", HardwareCategory::disk, seriesOf({10'000}), {0, 12'000}},
-        {"temperature 95", HardwareCategory::temperature, seriesOf({95}), {30, 90}},
-        {"temperature -5", HardwareCategory::temperature, seriesOf({-5}), {30, 90}},
-        {"cpu", HardwareCategory::cpu, seriesOf({100}), {0, 100}},
-        {"memory", HardwareCategory::memory, {}, {0, 100}},
-    };
-    for (const Row &row : rows) {
-        const HardwareScale scale = hardwareScale(row.category, row.series);
-        EXPECT_DOUBLE_EQ(scale.lowerBound, row.scale.lowerBound) << row.name;
-        EXPECT_DOUBLE_EQ(scale.upperBound, row.scale.upperBound) << row.name;
-    }
-}
-
 TEST_F(HardwareTextsTest, TicksAreRoundInsideTheScaleAndLabelled)
 {
-    struct Row {
-        HardwareScale scale;
-        std::vector<double> ticks;
-    };
-    const Row rows[] = {
-        {{30, 90}, {30, 40, 50, 60, 70, 80, 90}},
-        {{0, 100}, {0, 20, 40, 60, 80, 100}},
-        {{0, 5750}, {0, 1000, 2000, 3000, 4000, 5000}},
-        {{0, 10}, {0, 2, 4, 6, 8, 10}},
-        {{0, 24}, {0, 5, 10, 15, 20}},
-        {{0, 0}, {}},
-        {{0, std::numeric_limits<double>::infinity()}, {}},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(hardwareScaleTicks(row.scale), row.ticks) << row.scale.upperBound;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("hardware-scale-ticks"))) {
+        const QList<QByteArray> bounds = row.fields[0].split(' ');
+        std::vector<double> expected;
+        for (const QByteArray &tick : row.fields.at(1).split(' ')) {
+            if (!tick.isEmpty())
+                expected.push_back(tick.toDouble());
+        }
+        EXPECT_EQ(hardwareScaleTicks({bounds[0].toDouble(), bounds[1].toDouble()}), expected)
+            << row.where;
+    }
     EXPECT_EQ(hardwareTimeAxisLabel(0), QStringLiteral("-60s"));
     EXPECT_EQ(hardwareTimeAxisLabel(30), QStringLiteral("-30s"));
     EXPECT_EQ(hardwareTimeAxisLabel(60), QStringLiteral("现在"));
@@ -214,96 +143,52 @@ TEST_F(HardwareTextsTest, CurrentFigureOfAReadingAndOfAnUnreadOne)
     EXPECT_EQ(hardwareCurrentText(HardwareCategory::memory, noMemory), QStringLiteral("0%"));
 }
 
+// Temperature by the thermal state, falling back to the reading's reason
+// without one; the other categories by their reading's availability.
 TEST_F(HardwareTextsTest, StatusWordsByState)
 {
-    struct ThermalRow {
-        std::optional<SystemThermalState> state;
-        const char *text;
-        QRgb color;
-    };
-    const ThermalRow thermalRows[] = {
-        {SystemThermalState::nominal, "热状态正常", P::success},
-        {SystemThermalState::fair, "热状态偏热", P::warning},
-        {SystemThermalState::serious, "热状态较热", P::danger},
-        {SystemThermalState::critical, "热状态过热", P::danger},
-        {SystemThermalState::unknown, "热状态采集中", P::textTertiary},
-        {std::nullopt, "热状态采集中", P::textTertiary},
-    };
-    for (const ThermalRow &row : thermalRows) {
-        std::optional<SystemMetricSample> sample;
-        if (row.state)
-            sample = sampleOf(SensorReadingCase::warmingUp, *row.state);
-        EXPECT_EQ(hardwareStatusLine(HardwareCategory::temperature, sample),
-                  (HardwareStatusLine{QString::fromUtf8(row.text), row.color}))
-            << row.text;
-    }
-
-    // Without a thermal state or a temperature, the reading says why.
-    EXPECT_EQ(
-        hardwareStatusLine(HardwareCategory::temperature,
-                           sampleOf(SensorReadingCase::unsupported, SystemThermalState::unknown)),
-        (HardwareStatusLine{QStringLiteral("none"), P::textTertiary}));
-
-    struct ReadingRow {
-        std::optional<SensorReadingCase> readingCase;
-        const char *text;
-        QRgb color;
-    };
-    const ReadingRow readingRows[] = {
-        {SensorReadingCase::available, "数据正常", P::success},
-        {SensorReadingCase::warmingUp, "正在采集", P::warning},
-        {SensorReadingCase::permissionDenied, "当前不可用", P::textTertiary},
-        {std::nullopt, "正在采集", P::warning},
-    };
-    for (const ReadingRow &row : readingRows) {
-        std::optional<SystemMetricSample> sample;
-        if (row.readingCase)
-            sample = sampleOf(*row.readingCase, SystemThermalState::critical);
-        for (std::size_t i = 1; i < kAllHardwareCategories.size(); ++i)
-            EXPECT_EQ(hardwareStatusLine(kAllHardwareCategories[i], sample),
-                      (HardwareStatusLine{QString::fromUtf8(row.text), row.color}))
-                << row.text << " " << kCategoryNames[i];
-    }
-}
-
-TEST_F(HardwareTextsTest, SensorTableColumnsLocationsAndStatusWords)
-{
+    using C = SensorReadingCase;
+    using T = SystemThermalState;
     struct Row {
-        double width;
-        SensorTableColumns columns;
+        HardwareCategory category;
+        std::optional<SystemMetricSample> sample;
+        HardwareStatusLine line;
     };
     const Row rows[] = {
-        {1100, {520, 260, 180, 140}},
-        {1400, {520, 260, 180, 440}},
-        {800, {368, 184, 128, 120}},
-        {1099, {1099 - 252.77 - 175.84 - 164.85, 252.77, 175.84, 164.85}},
-        {500, {180, 140, 120, 100}}, // the sensor column keeps its 180
+        {HardwareCategory::temperature,
+         sampleOf(C::warmingUp, T::fair),
+         {"热状态偏热", P::warning}},
+        {HardwareCategory::temperature, std::nullopt, {"热状态采集中", P::textTertiary}},
+        {HardwareCategory::temperature,
+         sampleOf(C::unsupported, T::unknown),
+         {"none", P::textTertiary}},
+        {HardwareCategory::fan,
+         sampleOf(C::permissionDenied, T::critical),
+         {"当前不可用", P::textTertiary}},
+        {HardwareCategory::memory, std::nullopt, {"正在采集", P::warning}},
     };
-    for (const Row &row : rows) {
-        const SensorTableColumns columns = sensorTableColumns(row.width);
-        EXPECT_NEAR(columns.sensor, row.columns.sensor, 1e-9) << row.width;
-        EXPECT_NEAR(columns.location, row.columns.location, 1e-9) << row.width;
-        EXPECT_NEAR(columns.reading, row.columns.reading, 1e-9) << row.width;
-        EXPECT_NEAR(columns.status, row.columns.status, 1e-9) << row.width;
+    for (const Row &row : rows)
+        EXPECT_EQ(hardwareStatusLine(row.category, row.sample), row.line)
+            << row.line.text.toStdString();
+}
+
+TEST_F(HardwareTextsTest, SensorTableColumnsAndLocations)
+{
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("hardware-sensor-table"))) {
+        if (row.fields[0] == "location") {
+            DashboardSensorStatus status;
+            status.id = *row.text(1);
+            status.source = QStringLiteral("正在建立数据源连接");
+            EXPECT_EQ(sensorLocationText(status), *row.text(2)) << row.where;
+            continue;
+        }
+        const SensorTableColumns columns = sensorTableColumns(row.fields[1].toDouble());
+        const QList<QByteArray> widths = row.fields[2].split(' ');
+        EXPECT_NEAR(columns.sensor, widths[0].toDouble(), 1e-9) << row.where;
+        EXPECT_NEAR(columns.location, widths[1].toDouble(), 1e-9) << row.where;
+        EXPECT_NEAR(columns.reading, widths[2].toDouble(), 1e-9) << row.where;
+        EXPECT_NEAR(columns.status, widths[3].toDouble(), 1e-9) << row.where;
     }
-    const std::pair<const char *, const char *> locations[] = {
-        {"temperature", "处理器"}, {"gpu", "显卡"},
-        {"fan", "机身内部"},       {"memory", "系统"},
-        {"network", "系统"},       {"disk", "存储"},
-        {"processes", "当前用户"}, {"sampling", "正在建立数据源连接"},
-    };
-    for (const auto &[id, location] : locations) {
-        DashboardSensorStatus status;
-        status.id = QString::fromUtf8(id);
-        status.source = QStringLiteral("正在建立数据源连接");
-        EXPECT_EQ(sensorLocationText(status), QString::fromUtf8(location)) << id;
-    }
-    using A = SensorAvailability;
-    for (const auto &[availability, look] :
-         {std::pair{A::available, SensorStatusLook{"正常", P::success}},
-          {A::warmingUp, {"采集中", P::warning}},
-          {A::unavailable, {"不可用", P::textTertiary}}})
-        EXPECT_EQ(sensorStatusLook(availability), look) << look.text.toStdString();
 }
 
 TEST(HardwareChartContentTest, ChartFollowsTheCategory)

@@ -39,28 +39,6 @@ TEST(DashboardLayoutMetrics, ClassEdgesBelongToTheUpperClass)
     }
 }
 
-TEST(DashboardLayoutMetrics, EachClassHasItsRow)
-{
-    // Header, page padding, spacing, task column, event column, diagnosis
-    // chart, hardware chart.
-    const std::pair<double, std::array<double, 7>> rows[] = {
-        // The header leaves out the 28 px a macOS title bar would overlap.
-        {1000, {72, 20, 16, 286, 300, 288, 250}},
-        {1200, {80, 24, 20, 340, 640, 300, 278}},
-        {1500, {88, 32, 24, 392, 764, 300, 286}},
-    };
-    for (const auto &[width, expected] : rows) {
-        const auto m = DashboardLayoutMetrics::forSize(width, 800);
-        EXPECT_EQ((std::array{m.headerHeight, m.pageHorizontalPadding, m.contentSpacing,
-                              m.taskColumnWidth, m.eventColumnWidth, m.diagnosisChartHeight,
-                              m.hardwareChartHeight}),
-                  expected)
-            << width;
-    }
-    // A view outside any window sees the spacious row at full scale.
-    EXPECT_EQ(DashboardLayoutMetrics(), DashboardLayoutMetrics::forSize(1440, 900));
-}
-
 TEST(DashboardLayoutMetrics, TypographyScaleAndHalfPointFonts)
 {
     struct Row {

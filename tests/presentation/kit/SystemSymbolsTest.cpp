@@ -1,4 +1,5 @@
 #include "presentation/kit/SystemSymbols.h"
+#include "dashboard/MenuBarPresentation.h"
 #include "presentation/kit/DashboardLayoutEnvironment.h"
 #include "snapshot/ScriptedStore.h"
 
@@ -186,7 +187,8 @@ TEST(SystemSymbols, viewCentresItsGlyphAndFollowsTheTextScale)
     }
 }
 
-// What the store hands the views must name a drawn glyph, not the placeholder.
+// What the store and every menu bar state hand the views must name a drawn
+// glyph, not the placeholder.
 TEST(SystemSymbols, everyNameTheStoreUsesIsDrawn)
 {
     ScriptedStore scripted;
@@ -198,7 +200,11 @@ TEST(SystemSymbols, everyNameTheStoreUsesIsDrawn)
         for (const DashboardTask &task : store->allTasks())
             used << task.symbolName;
     }
-    EXPECT_GT(used.size(), 8);
+    using S = MenuBarPresentationState;
+    for (const S state :
+         {S::collecting, S::observing, S::normal, S::highLoad, S::actionRecommended})
+        used << QString::fromLatin1(menuBarStateInfo(state).symbolName);
+    EXPECT_GT(used.size(), 13);
     for (const QString &name : used)
         EXPECT_TRUE(hasSystemSymbol(name)) << qPrintable(name);
 }

@@ -116,7 +116,16 @@ TEST(MenuBarItem, menuAndPanelOfferOpenAndQuit)
                           Qt::LeftButton);
         EXPECT_FALSE(item.popup()->isVisible());
     }
-    EXPECT_EQ(open.count(), 2);
+    // Return opens the dashboard wherever focus is: the default button.
+    item.openPanelAt(QRect(100, 0, 24, 24));
+    KilnWardenMenuBarPanel *panel = item.popup()->panel();
+    auto *openButton = panel->findChild<QPushButton *>(QStringLiteral("menuBar-open-dashboard"));
+    auto *quitButton = panel->findChild<QPushButton *>(QStringLiteral("menuBar-quit"));
+    EXPECT_TRUE(openButton->isDefault());
+    EXPECT_EQ(openButton->width(), quitButton->width());
+    EXPECT_GE(openButton->height(), 32);
+    QTest::keyClick(panel, Qt::Key_Return);
+    EXPECT_EQ(open.count(), 3);
     EXPECT_EQ(quit.count(), 2);
 }
 

@@ -1,6 +1,7 @@
 // Where the panel opens beside its anchor, and that it stays on screen.
 
 #include "presentation/tray/MenuBarPanelPopup.h"
+#include "support/FixtureTable.h"
 
 #include <gtest/gtest.h>
 
@@ -8,36 +9,23 @@ namespace {
 
 TEST(MenuBarPanelPopup, opensBesideTheAnchorAndStaysOnScreen)
 {
-    const QSize panel(330, 300);
-    const QRect screen(0, 0, 1920, 1080);
-    struct Case {
-        const char *name;
-        QRect anchor;
-        QRect available;
-        QPoint expected;
-        MenuBarPanelAlignment alignment = MenuBarPanelAlignment::centred;
+    const auto numbers = [](const QByteArray &field) {
+        QList<int> values;
+        for (const QByteArray &value : field.split(' '))
+            values << value.toInt();
+        return values;
     };
-    const Case cases[] = {
-        // A tray at the top right: under the icon, pushed in from the edge.
-        {"top right", QRect(1880, 2, 24, 24), screen, QPoint(1920 - 330, 30)},
-        // A tray at the bottom: above the icon.
-        {"bottom", QRect(900, 1050, 24, 24), screen, QPoint(911 - 165, 1050 - 4 - 300)},
-        {"bottom left", QRect(0, 1050, 24, 24), screen, QPoint(0, 746)},
-        {"centred under a block", QRect(400, 200, 240, 140), screen, QPoint(519 - 165, 344)},
-        // The sidebar's brand block: hanging from its left edge.
-        {"brand block", QRect(400, 200, 240, 140), screen, QPoint(400, 344),
-         MenuBarPanelAlignment::leading},
-        {"brand block at the right edge", QRect(1800, 200, 100, 40), screen, QPoint(1590, 244),
-         MenuBarPanelAlignment::leading},
-        // The pointer as anchor, on a second screen to the right.
-        {"second screen", QRect(2000, 10, 1, 1), QRect(1920, 0, 1280, 1024), QPoint(1920, 15)},
-        // A screen shorter than the panel: its top stays on screen.
-        {"short screen", QRect(100, 100, 24, 24), QRect(0, 0, 800, 200), QPoint(0, 0)},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        const QPoint at = menuBarPanelPosition(c.anchor, panel, c.available, c.alignment);
-        EXPECT_EQ(at, c.expected);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("menu-bar-panel-positions"))) {
+        const QList<int> anchor = numbers(row.fields[0]), screen = numbers(row.fields[1]),
+                         at = numbers(row.fields[2]);
+        const auto alignment = row.fields.size() > 3 && row.fields[3] == "leading"
+                                   ? MenuBarPanelAlignment::leading
+                                   : MenuBarPanelAlignment::centred;
+        EXPECT_EQ(
+            menuBarPanelPosition(QRect(anchor[0], anchor[1], anchor[2], anchor[3]), QSize(330, 300),
+                                 QRect(screen[0], screen[1], screen[2], screen[3]), alignment),
+            QPoint(at[0], at[1]))
+            << row.where;
     }
 }
 

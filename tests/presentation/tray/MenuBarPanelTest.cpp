@@ -1,6 +1,6 @@
 // The tray panel over made-up presentations, rendered offscreen: what it
-// chooses to show, what it says and speaks, its colours in the dark
-// appearance, and its buttons.
+// chooses to show, what it says and speaks, and its colours in the dark
+// appearance.
 
 #include "presentation/PresentationTesting.h"
 #include "presentation/kit/Accessibility.h"
@@ -10,9 +10,6 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -47,10 +44,7 @@ MenuBarPresentation presentation(S state, std::optional<MenuBarPresentationTask>
 // A state with no task and the message the store gives it.
 MenuBarPresentation withMessage(S state)
 {
-    const char *message = state == S::collecting  ? "正在采集系统状态"
-                          : state == S::observing ? "正在观察系统状态"
-                                                  : "当前未发现需要处理的持续高负载";
-    return presentation(state, {}, QString::fromUtf8(message));
+    return presentation(state, {}, QString::fromUtf8(menuBarStateInfo(state).message));
 }
 
 // A shown panel, laid out as on screen.
@@ -98,15 +92,12 @@ TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
         D detail;
     };
     const Case cases[] = {
-        {"collecting", withMessage(S::collecting), D::message},
         {"observing", withMessage(S::observing), D::message},
-        {"normal", withMessage(S::normal), D::message},
         // A calm state never names a task, even when handed one.
         {"normal with a task", presentation(S::normal, task(), calm), D::message},
         {"normal without message", presentation(S::normal), D::none},
         {"high load", presentation(S::highLoad, task()), D::primaryTask},
         {"action", presentation(S::actionRecommended, task(), calm), D::primaryTask},
-        {"high load without task", presentation(S::highLoad), D::none},
         // An abnormal state without a task shows neither, message or not.
         {"action without task", presentation(S::actionRecommended, {}, calm), D::none},
     };
@@ -129,35 +120,25 @@ TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
 TEST(MenuBarPanel, namesTheTasksAndSpeaksEachRowAsOneElement)
 {
     installDashboardAccessibility();
-    struct Case {
-        qint64 remaining;
-        QString text; // empty: no separator and no second text
-    };
-    const Case cases[] = {
-        {0, {}},
-        {-3, {}},
-        {12, QStringLiteral("另有 12 个需关注任务")},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.remaining);
-        EXPECT_EQ(menuBarRemainingTaskText(c.remaining), c.text);
-        ShownPanel shown(presentation(S::highLoad, task(), {}, c.remaining));
+    // Without others needing attention: no separator and no second text.
+    for (const auto &[count, text] :
+         {std::pair{qint64(-3), QString()}, {qint64(12), QStringLiteral("另有 12 个需关注任务")}}) {
+        SCOPED_TRACE(count);
+        EXPECT_EQ(menuBarRemainingTaskText(count), text);
+        ShownPanel shown(presentation(S::highLoad, task(), {}, count));
         auto *remaining = shown.child<QLabel>(QStringLiteral("menuBar-remaining-task-count"));
         ASSERT_NE(remaining, nullptr);
-        EXPECT_EQ(remaining->isVisibleTo(&shown.panel), !c.text.isEmpty());
-        if (!c.text.isEmpty()) {
-            EXPECT_EQ(remaining->text(), c.text);
-            EXPECT_EQ(accessibleText(remaining, QAccessible::Name), c.text);
-        }
+        EXPECT_EQ(remaining->isVisibleTo(&shown.panel), !text.isEmpty());
+        EXPECT_EQ(accessibleText(remaining, QAccessible::Name), text);
         QStringList visibleTexts;
         for (QLabel *label :
              shown.child(QStringLiteral("menuBar-primary-task"))->findChildren<QLabel *>()) {
             if (label->isVisibleTo(&shown.panel))
                 visibleTexts << label->text();
         }
-        EXPECT_EQ(visibleTexts.contains(QStringLiteral("·")), !c.text.isEmpty());
-        for (const char *text : {"主要负载", "clang++", "243%", "运行 12 分钟"})
-            EXPECT_TRUE(visibleTexts.contains(QString::fromUtf8(text))) << text;
+        EXPECT_EQ(visibleTexts.contains(QStringLiteral("·")), !text.isEmpty());
+        for (const char *shownText : {"主要负载", "clang++", "243%", "运行 12 分钟"})
+            EXPECT_TRUE(visibleTexts.contains(QString::fromUtf8(shownText))) << shownText;
     }
     // Each row is spoken as one element.
     MenuBarPresentation p = presentation(S::highLoad, task());
@@ -173,8 +154,6 @@ TEST(MenuBarPanel, namesTheTasksAndSpeaksEachRowAsOneElement)
         {"menuBar-metric-temperature", QStringLiteral("温度 82°C")},
         // The short word shows; the full one is spoken.
         {"menuBar-metric-fan", QStringLiteral("风扇 权限受限")},
-        {"menuBar-open-dashboard", QStringLiteral("打开仪表盘")},
-        {"menuBar-quit", QStringLiteral("退出")},
     };
     for (const Spoken &c : spoken) {
         SCOPED_TRACE(c.identifier);
@@ -193,25 +172,6 @@ TEST(MenuBarPanel, namesTheTasksAndSpeaksEachRowAsOneElement)
 
 TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurfaceOfEitherAppearance)
 {
-    using namespace DashboardPalette;
-    struct Case {
-        S state;
-        QColor dark; // a tint over the dark surface
-        QRgb light;
-    };
-    const Case cases[] = {
-        {S::normal, color(success, 0.22), successBackground},
-        {S::collecting, color(white, 0.1), controlBackground},
-        {S::observing, color(accent, 0.22), accentBackground},
-        {S::highLoad, color(warning, 0.22), warningBackground},
-        {S::actionRecommended, color(danger, 0.22), dangerBackground},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(int(c.state));
-        EXPECT_EQ(menuBarStateBackground(c.state, true).rgba(), c.dark.rgba());
-        EXPECT_EQ(menuBarStateBackground(c.state, false).rgba(), c.light);
-    }
-    EXPECT_EQ(menuBarPanelColors(false).background, QColor(Qt::white));
     // The task box and the message row are painted in it, over the dark surface.
     const QColor surface = menuBarPanelColors(true).background;
     for (const MenuBarPresentation &p :
@@ -232,25 +192,6 @@ TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurfaceOfEitherAppearance)
     EXPECT_TRUE(isDarkAppearance(palette));
     palette.setColor(QPalette::Window, QColor(0xEF, 0xF0, 0xF1));
     EXPECT_FALSE(isDarkAppearance(palette));
-}
-
-TEST(MenuBarPanel, buttonsOpenTheDashboardAndQuit)
-{
-    ShownPanel shown(presentation(S::normal));
-    QSignalSpy open(&shown.panel, &KilnWardenMenuBarPanel::openDashboardRequested);
-    QSignalSpy quit(&shown.panel, &KilnWardenMenuBarPanel::quitRequested);
-    auto *openButton = shown.child<QPushButton>(QStringLiteral("menuBar-open-dashboard"));
-    auto *quitButton = shown.child<QPushButton>(QStringLiteral("menuBar-quit"));
-    ASSERT_NE(openButton, nullptr);
-    ASSERT_NE(quitButton, nullptr);
-    EXPECT_TRUE(openButton->isDefault());
-    EXPECT_EQ(openButton->width(), quitButton->width());
-    EXPECT_GE(openButton->height(), 32);
-    // Return is the panel's default action, wherever focus is.
-    shown.panel.setFocus();
-    QTest::keyClick(&shown.panel, Qt::Key_Return);
-    EXPECT_EQ(open.count(), 1);
-    EXPECT_EQ(quit.count(), 0);
 }
 
 } // namespace
