@@ -19,7 +19,6 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -144,10 +143,4 @@ inline void expectHeard(QWidget *root, const std::vector<Heard> &table)
             EXPECT_EQ(found->text(QAccessible::Value), *element.value);
         }
     }
-}
-
-// Runs the event loop until `condition` holds or `milliseconds` pass.
-inline bool waitFor(const std::function<bool()> &condition, int milliseconds = 3000)
-{
-    return QTest::qWaitFor(condition, milliseconds);
 }

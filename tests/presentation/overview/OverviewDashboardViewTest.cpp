@@ -45,9 +45,8 @@ TEST(OverviewDashboardView, EmptyStoreShowsEmptyListsAndScrollsWhenShort)
 {
     auto store = makeStoreForTesting();
     OverviewDashboardView page(*store, {});
-    EXPECT_TRUE(page.findChild<TrendChart *>(QStringLiteral("overviewTrendChart"))
-                    ->content()
-                    .isEmpty());
+    EXPECT_TRUE(
+        page.findChild<TrendChart *>(QStringLiteral("overviewTrendChart"))->content().isEmpty());
     EXPECT_EQ(page.attentionList()->visibleRowCount(), 0);
     EXPECT_FALSE(page.attentionList()->emptyLabel()->isHidden());
     EXPECT_EQ(page.recentEvents()->visibleRowCount(), 0);
@@ -67,15 +66,28 @@ TEST(OverviewDashboardView, EmptyStoreShowsEmptyListsAndScrollsWhenShort)
     }
 }
 
-TEST(OverviewDashboardView, ShowsThreeSourcesAndPressingOneOpensItsDiagnosis)
+TEST(OverviewDashboardView, ShowsThreeSourcesAndIncidentsAndPressingASourceOpensItsDiagnosis)
 {
     auto store = makeStoreForTesting();
-    store->ingest(busySample(1000));
+    // Hot with a task opens an incident; a cool sample closes it; four times.
+    double time = 1000;
+    for (int episode = 0; episode < 4; ++episode) {
+        SystemMetricSample hot = busySample(time += 2);
+        hot.temperatureCelsius = available(90);
+        store->ingest(hot);
+        store->ingest(busySample(time += 2));
+    }
+    ASSERT_GE(store->incidents().size(), 4u);
     DashboardShell shell(*store, DashboardSection::overview, [] {});
     shell.resize(1440, 900);
     shell.show();
     auto *page = qobject_cast<OverviewDashboardView *>(shell.currentPage());
     ASSERT_NE(page, nullptr);
+    // The first three incidents, newest first.
+    EXPECT_EQ(page->recentEvents()->visibleRowCount(), 3);
+    EXPECT_TRUE(page->recentEvents()->emptyLabel()->isHidden());
+    EXPECT_TRUE(accessibleText(page->recentEvents()->row(0), QAccessible::Name)
+                    .startsWith(QStringLiteral("负载恢复 worker0 · ")));
     // The first three of the four sources, with their badges.
     ASSERT_EQ(store->liveTasks().size(), 4u);
     OverviewAttentionList *list = page->attentionList();
@@ -91,23 +103,4 @@ TEST(OverviewDashboardView, ShowsThreeSourcesAndPressingOneOpensItsDiagnosis)
     QTest::mouseClick(page->attentionList()->row(1), Qt::LeftButton);
     EXPECT_EQ(store->selectedTaskID(), second);
     EXPECT_EQ(shell.selectedSection(), DashboardSection::liveDiagnosis);
-}
-
-TEST(OverviewDashboardView, IncidentsShowTheFirstThreeNewestFirst)
-{
-    auto store = makeStoreForTesting();
-    // Hot with a task opens an incident; a cool sample closes it; four times.
-    double time = 1000;
-    for (int episode = 0; episode < 4; ++episode) {
-        SystemMetricSample hot = busySample(time += 2);
-        hot.temperatureCelsius = available(90);
-        store->ingest(hot);
-        store->ingest(busySample(time += 2));
-    }
-    ASSERT_GE(store->incidents().size(), 4u);
-    OverviewDashboardView page(*store, {});
-    EXPECT_EQ(page.recentEvents()->visibleRowCount(), 3);
-    EXPECT_TRUE(page.recentEvents()->emptyLabel()->isHidden());
-    EXPECT_TRUE(accessibleText(page.recentEvents()->row(0), QAccessible::Name)
-                    .startsWith(QStringLiteral("负载恢复 worker0 · ")));
 }

@@ -3,6 +3,7 @@
 // control has a name, every text field is a text, and the actions offered do
 // what they say.
 
+#include "presentation/PresentationTesting.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardWidgets.h"
@@ -64,9 +65,9 @@ std::vector<Element> walk(QAccessibleInterface *root)
 bool isInteractive(QAccessibleInterface *iface)
 {
     using enum QAccessible::Role;
-    static const QSet<QAccessible::Role> controls{
-        Button, CheckBox, RadioButton, PageTab, ListItem, TreeItem, EditableText, ComboBox,
-        Slider, SpinBox};
+    static const QSet<QAccessible::Role> controls{Button,   CheckBox, RadioButton,  PageTab,
+                                                  ListItem, TreeItem, EditableText, ComboBox,
+                                                  Slider,   SpinBox};
     return controls.contains(iface->role()) || iface->editableTextInterface() != nullptr;
 }
 
@@ -85,16 +86,6 @@ void expectNamed(const std::vector<Element> &elements)
     }
 }
 
-QAccessibleInterface *byIdentifier(const std::vector<Element> &elements, const QString &id)
-{
-    for (const Element &element : elements) {
-        if (element.iface->object() && element.iface->object()->objectName() == id)
-            return element.iface;
-    }
-    ADD_FAILURE() << "no element " << id.toStdString();
-    return nullptr;
-}
-
 // The rows of the list or tree named `id`, as the reader finds them now.
 std::vector<QAccessibleInterface *> rowsOf(QWidget *window, const QString &id)
 {
@@ -109,6 +100,7 @@ std::vector<QAccessibleInterface *> rowsOf(QWidget *window, const QString &id)
 void press(QAccessibleInterface *iface)
 {
     ASSERT_NE(iface, nullptr);
+    ASSERT_FALSE(iface->state().invisible) << describe(iface).toStdString();
     ASSERT_NE(iface->actionInterface(), nullptr) << describe(iface).toStdString();
     const QStringList actions = iface->actionInterface()->actionNames();
     ASSERT_FALSE(actions.isEmpty()) << describe(iface).toStdString();
@@ -153,23 +145,22 @@ TEST(AccessibleTree, EveryPageAndThePanelNameTheirControlsAndDoWhatTheySay)
     window.show();
     settleEvents(20);
 
-    for (const char *section : {"sidebar-overview", "sidebar-live-diagnosis",
-                                "sidebar-hardware-monitor", "sidebar-event-history",
-                                "settingsButton"}) {
+    for (const char *section :
+         {"sidebar-overview", "sidebar-live-diagnosis", "sidebar-hardware-monitor",
+          "sidebar-event-history", "settingsButton"}) {
         SCOPED_TRACE(section);
-        QAccessibleInterface *root = QAccessible::queryAccessibleInterface(&window);
-        QAccessibleInterface *sidebarRow = byIdentifier(walk(root), QLatin1String(section));
+        QAccessibleInterface *sidebarRow = accessibleElement(&window, QLatin1String(section));
         press(sidebarRow);
         EXPECT_TRUE(sidebarRow->state().selected);
-        const std::vector<Element> elements = walk(root);
-        expectNamed(elements);
+        expectNamed(walk(QAccessible::queryAccessibleInterface(&window)));
 
         if (QLatin1String(section) == "sidebar-live-diagnosis"_L1) {
-            QAccessibleInterface *search = byIdentifier(elements, u"processSearch"_s);
+            QAccessibleInterface *search = accessibleElement(&window, u"processSearch"_s);
             ASSERT_NE(search, nullptr);
             EXPECT_NE(search->textInterface(), nullptr);
             EXPECT_NE(search->editableTextInterface(), nullptr);
-            QAccessibleInterface *scope = byIdentifier(elements, u"processListScope-all"_s);
+            QAccessibleInterface *scope = accessibleElement(&window, u"processListScope-all"_s);
+            ASSERT_NE(scope, nullptr);
             EXPECT_FALSE(scope->state().selected);
             press(scope);
             EXPECT_TRUE(scope->state().selected);
@@ -197,7 +188,7 @@ TEST(AccessibleTree, EveryPageAndThePanelNameTheirControlsAndDoWhatTheySay)
             }
         }
         if (QLatin1String(section) == "sidebar-hardware-monitor"_L1) {
-            QAccessibleInterface *tab = byIdentifier(elements, u"hardware-tab-disk"_s);
+            QAccessibleInterface *tab = accessibleElement(&window, u"hardware-tab-disk"_s);
             press(tab);
             EXPECT_TRUE(tab->state().selected);
         }

@@ -223,17 +223,21 @@ TEST(ConfirmationDialog, AsksTheStoresQuestionAndEveryDismissalClearsTheRequest)
     }
 
     // Confirmed with a click, then asked again: the keyboard is back on
-    // "取消", and Space cancels instead of confirming a second time.
+    // "取消", the default answer, and Space or Return cancels instead of
+    // confirming a second time.
     store->requestTermination(task, task.processTree.front());
     QTest::mouseClick(dialog->confirmButton(), Qt::LeftButton);
     const auto attempted = store->terminationStatus();
-    store->requestTermination(task, task.processTree.front());
-    ASSERT_TRUE(dialog->isVisible());
-    ASSERT_EQ(dialog->focusWidget(), dialog->cancelButton());
-    QTest::keyClick(dialog->focusWidget(), Qt::Key_Space);
-    EXPECT_FALSE(dialog->isVisible());
-    EXPECT_FALSE(store->pendingTermination());
-    EXPECT_EQ(store->terminationStatus(), attempted);
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+        store->requestTermination(task, task.processTree.front());
+        ASSERT_TRUE(dialog->isVisible());
+        ASSERT_EQ(dialog->focusWidget(), dialog->cancelButton());
+        EXPECT_TRUE(dialog->cancelButton()->isDefault());
+        QTest::keyClick(dialog->focusWidget(), key);
+        EXPECT_FALSE(dialog->isVisible());
+        EXPECT_FALSE(store->pendingTermination());
+        EXPECT_EQ(store->terminationStatus(), attempted);
+    }
 }
 
 } // namespace
