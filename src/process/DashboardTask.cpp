@@ -1,57 +1,60 @@
 #include "process/DashboardTask.h"
 
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
 
 #include <algorithm>
 #include <initializer_list>
 
+namespace {
+
+// The names are the records' stored form and the report's JSON values.
+template <typename Enum> struct CaseName {
+    Enum key;
+    const char *name;
+};
+
+constexpr CaseName<TaskKind> kTaskKindNames[] = {
+    {TaskKind::test, "test"},
+    {TaskKind::build, "build"},
+    {TaskKind::indexing, "indexing"},
+    {TaskKind::container, "container"},
+    {TaskKind::developmentServer, "developmentServer"},
+    {TaskKind::browser, "browser"},
+    {TaskKind::codex, "codex"},
+    {TaskKind::unknown, "unknown"},
+};
+static_assert(coversEnumeration(kTaskKindNames, TaskKind::unknown));
+
+constexpr CaseName<ResourceImpact> kImpactNames[] = {
+    {ResourceImpact::high, "high"},
+    {ResourceImpact::medium, "medium"},
+    {ResourceImpact::low, "low"},
+};
+static_assert(coversEnumeration(kImpactNames, ResourceImpact::low));
+
+constexpr CaseName<DiagnosisConfidence> kConfidenceNames[] = {
+    {DiagnosisConfidence::high, "high"},
+    {DiagnosisConfidence::medium, "medium"},
+    {DiagnosisConfidence::low, "low"},
+};
+static_assert(coversEnumeration(kConfidenceNames, DiagnosisConfidence::low));
+
+} // namespace
+
 QString taskKindName(TaskKind kind)
 {
-    switch (kind) {
-    case TaskKind::test:
-        return QStringLiteral("test");
-    case TaskKind::build:
-        return QStringLiteral("build");
-    case TaskKind::indexing:
-        return QStringLiteral("indexing");
-    case TaskKind::container:
-        return QStringLiteral("container");
-    case TaskKind::developmentServer:
-        return QStringLiteral("developmentServer");
-    case TaskKind::browser:
-        return QStringLiteral("browser");
-    case TaskKind::codex:
-        return QStringLiteral("codex");
-    case TaskKind::unknown:
-        return QStringLiteral("unknown");
-    }
-    return QStringLiteral("unknown");
+    return QLatin1StringView(enumRow(kTaskKindNames, kind).name);
 }
 
 QString resourceImpactName(ResourceImpact impact)
 {
-    switch (impact) {
-    case ResourceImpact::high:
-        return QStringLiteral("high");
-    case ResourceImpact::medium:
-        return QStringLiteral("medium");
-    case ResourceImpact::low:
-        return QStringLiteral("low");
-    }
-    return QStringLiteral("low");
+    return QLatin1StringView(enumRow(kImpactNames, impact).name);
 }
 
 QString diagnosisConfidenceName(DiagnosisConfidence confidence)
 {
-    switch (confidence) {
-    case DiagnosisConfidence::high:
-        return QStringLiteral("high");
-    case DiagnosisConfidence::medium:
-        return QStringLiteral("medium");
-    case DiagnosisConfidence::low:
-        return QStringLiteral("low");
-    }
-    return QStringLiteral("low");
+    return QLatin1StringView(enumRow(kConfidenceNames, confidence).name);
 }
 
 const DashboardProcessNode *DashboardProcessNode::nodeWithID(const QString &nodeID) const

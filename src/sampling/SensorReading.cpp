@@ -1,59 +1,46 @@
 #include "sampling/SensorReading.h"
 
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
 
 #include <QLocale>
 
+namespace {
+
+struct ReadingCaseWords {
+    SensorReadingCase key;
+    const char *name;       // the report's JSON value
+    const char *sourceWord; // stands where a source would; empty when there is one
+    const char *statusWord;
+};
+
+constexpr ReadingCaseWords kReadingCaseWords[] = {
+    {SensorReadingCase::available, "available", "", "可用"},
+    {SensorReadingCase::unsupported, "unsupported", "不支持", "不可用"},
+    {SensorReadingCase::permissionDenied, "permissionDenied", "权限受限", "权限受限"},
+    {SensorReadingCase::temporarilyUnavailable, "temporarilyUnavailable", "暂不可用", "不可用"},
+    {SensorReadingCase::warmingUp, "warmingUp", "采集中", "采集中"},
+};
+static_assert(coversEnumeration(kReadingCaseWords, SensorReadingCase::warmingUp));
+
+} // namespace
+
 QString sensorReadingCaseName(SensorReadingCase readingCase)
 {
-    switch (readingCase) {
-    case SensorReadingCase::available:
-        return QStringLiteral("available");
-    case SensorReadingCase::unsupported:
-        return QStringLiteral("unsupported");
-    case SensorReadingCase::permissionDenied:
-        return QStringLiteral("permissionDenied");
-    case SensorReadingCase::temporarilyUnavailable:
-        return QStringLiteral("temporarilyUnavailable");
-    case SensorReadingCase::warmingUp:
-        return QStringLiteral("warmingUp");
-    }
-    return {};
+    return QLatin1StringView(enumRow(kReadingCaseWords, readingCase).name);
 }
 
 namespace sensor_reading_detail {
 
 QString sourceWord(SensorReadingCase readingCase)
 {
-    switch (readingCase) {
-    case SensorReadingCase::available:
-        return {};
-    case SensorReadingCase::unsupported:
-        return kwText("不支持");
-    case SensorReadingCase::permissionDenied:
-        return kwText("权限受限");
-    case SensorReadingCase::temporarilyUnavailable:
-        return kwText("暂不可用");
-    case SensorReadingCase::warmingUp:
-        return kwText("采集中");
-    }
-    return {};
+    const char *word = enumRow(kReadingCaseWords, readingCase).sourceWord;
+    return *word ? kwText(word) : QString();
 }
 
 QString statusWord(SensorReadingCase readingCase)
 {
-    switch (readingCase) {
-    case SensorReadingCase::available:
-        return kwText("可用");
-    case SensorReadingCase::unsupported:
-    case SensorReadingCase::temporarilyUnavailable:
-        return kwText("不可用");
-    case SensorReadingCase::permissionDenied:
-        return kwText("权限受限");
-    case SensorReadingCase::warmingUp:
-        return kwText("采集中");
-    }
-    return {};
+    return kwText(enumRow(kReadingCaseWords, readingCase).statusWord);
 }
 
 QString displayNumber(double value, const QString &unit, int fractionDigits)

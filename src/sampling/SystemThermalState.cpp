@@ -1,37 +1,33 @@
 #include "sampling/SystemThermalState.h"
 
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
+
+namespace {
+
+struct ThermalStateWords {
+    SystemThermalState key;
+    const char *rawText; // the stored form and the report's JSON value
+    const char *label;
+};
+
+constexpr ThermalStateWords kThermalStateWords[] = {
+    {SystemThermalState::nominal, "nominal", "正常"},
+    {SystemThermalState::fair, "fair", "尚可"},
+    {SystemThermalState::serious, "serious", "严重"},
+    {SystemThermalState::critical, "critical", "临界"},
+    {SystemThermalState::unknown, "unknown", "未知"},
+};
+static_assert(coversEnumeration(kThermalStateWords, SystemThermalState::unknown));
+
+} // namespace
 
 QString systemThermalStateRawText(SystemThermalState state)
 {
-    switch (state) {
-    case SystemThermalState::nominal:
-        return QStringLiteral("nominal");
-    case SystemThermalState::fair:
-        return QStringLiteral("fair");
-    case SystemThermalState::serious:
-        return QStringLiteral("serious");
-    case SystemThermalState::critical:
-        return QStringLiteral("critical");
-    case SystemThermalState::unknown:
-        return QStringLiteral("unknown");
-    }
-    return QStringLiteral("unknown");
+    return QLatin1StringView(enumRow(kThermalStateWords, state).rawText);
 }
 
 QString systemThermalStateLabel(SystemThermalState state)
 {
-    switch (state) {
-    case SystemThermalState::nominal:
-        return kwText("正常");
-    case SystemThermalState::fair:
-        return kwText("尚可");
-    case SystemThermalState::serious:
-        return kwText("严重");
-    case SystemThermalState::critical:
-        return kwText("临界");
-    case SystemThermalState::unknown:
-        return kwText("未知");
-    }
-    return kwText("未知");
+    return kwText(enumRow(kThermalStateWords, state).label);
 }

@@ -1,39 +1,35 @@
 #include "presentation/shell/DashboardSection.h"
 
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
+
+namespace {
+
+struct SectionWords {
+    DashboardSection key;
+    const char *text; // the command line's and the snapshot tool's name
+    const char *title;
+};
+
+constexpr SectionWords kSectionWords[] = {
+    {DashboardSection::overview, "overview", "概览"},
+    {DashboardSection::liveDiagnosis, "liveDiagnosis", "实时诊断"},
+    {DashboardSection::hardwareMonitor, "hardwareMonitor", "硬件监控"},
+    {DashboardSection::eventHistory, "eventHistory", "事件历史"},
+    {DashboardSection::settings, "settings", "设置"},
+};
+static_assert(coversEnumeration(kSectionWords, DashboardSection::settings));
+
+} // namespace
 
 QString dashboardSectionText(DashboardSection section)
 {
-    switch (section) {
-    case DashboardSection::overview:
-        return QStringLiteral("overview");
-    case DashboardSection::liveDiagnosis:
-        return QStringLiteral("liveDiagnosis");
-    case DashboardSection::hardwareMonitor:
-        return QStringLiteral("hardwareMonitor");
-    case DashboardSection::eventHistory:
-        return QStringLiteral("eventHistory");
-    case DashboardSection::settings:
-        return QStringLiteral("settings");
-    }
-    return QStringLiteral("overview");
+    return QLatin1StringView(enumRow(kSectionWords, section).text);
 }
 
 QString dashboardSectionTitle(DashboardSection section)
 {
-    switch (section) {
-    case DashboardSection::overview:
-        return kwText("概览");
-    case DashboardSection::liveDiagnosis:
-        return kwText("实时诊断");
-    case DashboardSection::hardwareMonitor:
-        return kwText("硬件监控");
-    case DashboardSection::eventHistory:
-        return kwText("事件历史");
-    case DashboardSection::settings:
-        return kwText("设置");
-    }
-    return kwText("概览");
+    return kwText(enumRow(kSectionWords, section).title);
 }
 
 std::optional<DashboardSection> dashboardSectionFromText(const QString &text)
