@@ -15,11 +15,10 @@
 // carries and with which words.
 
 // Substrings that mark a channel as measuring the CPU die, matched against
-// the lower-cased channel name.
-inline constexpr std::string_view kAppleCPUDieChannelNames[] = {"tdie", "tcpu", "tdev"};
-// Linux names channels "<hwmon name> <label>" or by thermal zone type; these
-// cover the Intel, AMD and ARM drivers' names for the die and the package
-// ("cpu-therm" is a Jetson's zone, "soc-thermal" a Rockchip board's).
+// the lower-cased channel name. Linux names channels "<hwmon name> <label>"
+// or by thermal zone type; these cover the Intel, AMD and ARM drivers' names
+// for the die and the package ("cpu-therm" is a Jetson's zone, "soc-thermal"
+// a Rockchip board's).
 inline constexpr std::string_view kLinuxCPUDieChannelNames[] = {
     "coretemp",    "k10temp",      "zenpower", "cpu_thermal", "cpu-therm", "soc_thermal",
     "soc-thermal", "x86_pkg_temp", "tdie",     "tctl",        "package id"};

@@ -102,8 +102,7 @@ private:
 
 struct Group {
     QString key;
-    std::vector<qsizetype> members;   // indices into the input, in input order
-    qsizetype applicationSource = -1; // the process whose identity keys an "app:" group
+    std::vector<qsizetype> members; // indices into the input, in input order
 };
 
 // The worker at the bottom of the group's tree: a member without children in
@@ -216,7 +215,7 @@ std::vector<ApplicationLoad> groupApplicationLoads(const QList<ProcessMetric> &p
             const auto found = groupByApplication.constFind(path);
             if (found == groupByApplication.cend()) {
                 groupByApplication.insert(path, groupIndex);
-                groups.push_back(Group{QStringLiteral("app:") + path, {}, source});
+                groups.push_back(Group{QStringLiteral("app:") + path, {}});
             } else {
                 groupIndex = *found;
             }
@@ -224,8 +223,7 @@ std::vector<ApplicationLoad> groupApplicationLoads(const QList<ProcessMetric> &p
             const pid_t root = walks.lineageRoot(index);
             const auto [found, inserted] = groupByLineage.try_emplace(root, groupIndex);
             if (inserted)
-                groups.push_back(
-                    Group{QStringLiteral("lineage:") + QString::number(root), {}, source});
+                groups.push_back(Group{QStringLiteral("lineage:") + QString::number(root), {}});
             groupIndex = found->second;
         }
         groups[groupIndex].members.push_back(index);

@@ -29,12 +29,3 @@ FixtureProcRoot::FixtureProcRoot(const QString &fixture)
         }
     }
 }
-
-bool FixtureProcRoot::write(const QString &relative, const QByteArray &bytes) const
-{
-    const QString target = m_directory.filePath(relative);
-    QDir().mkpath(QFileInfo(target).path());
-    QFile file(target);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-           file.write(bytes) == bytes.size();
-}

@@ -13,8 +13,6 @@ public:
 
     bool isReady() const { return m_ok && m_directory.isValid(); }
     QString path() const { return m_directory.path(); }
-    // Replaces (or makes) the file at `relative` below the copy.
-    bool write(const QString &relative, const QByteArray &bytes) const;
 
 private:
     QTemporaryDir m_directory;

@@ -79,20 +79,6 @@ bool hasExited(pid_t pid)
            info.si_pid == pid;
 }
 
-bool ForkedChild::waitUntilZombie(double timeoutSeconds)
-{
-    if (m_pid <= 0 || m_reaped)
-        return false;
-    const auto deadline =
-        std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
-    while (!hasExited(m_pid)) {
-        if (std::chrono::steady_clock::now() >= deadline)
-            return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    return true;
-}
-
 bool ForkedChild::reap(double timeoutSeconds)
 {
     if (m_pid <= 0)

@@ -27,8 +27,6 @@ public:
     pid_t pid() const { return m_pid; }
     bool started() const { return m_pid > 0; }
 
-    // Waits until the child has exited but leaves it a zombie (not reaped).
-    bool waitUntilZombie(double timeoutSeconds);
     // Reaps the child, waiting at most `timeoutSeconds`; true once reaped.
     bool reap(double timeoutSeconds);
     // After reaping: the signal that ended it, if one did.

@@ -9,6 +9,5 @@
 inline void PrintTo(const RedactedCommandSummary &summary, std::ostream *out)
 {
     *out << '{' << summary.command.toStdString() << ", "
-         << (summary.project ? summary.project->toStdString() : std::string("(no project)"))
-         << '}';
+         << (summary.project ? summary.project->toStdString() : std::string("(no project)")) << '}';
 }

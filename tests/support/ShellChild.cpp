@@ -40,8 +40,6 @@ ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::strin
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (::getppid() != parent || ::chdir(directory.constData()) != 0)
             ::_exit(127);
-        if (session == Session::ownGroup && ::setpgid(0, 0) != 0)
-            ::_exit(127);
         if (session == Session::ownTerminal) {
             // Opened after setsid, the terminal becomes the controlling one.
             const int terminal = ::setsid() < 0 ? -1 : ::open(terminalName.c_str(), O_RDWR);

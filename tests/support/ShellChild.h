@@ -20,15 +20,14 @@ class ShellChild {
 public:
     enum class Session {
         inherited,   // in the test program's process group
-        ownGroup,    // leads a process group of its own, ended as a whole
-        ownTerminal, // leads a session on a pseudo-terminal of its own
+        ownTerminal, // leads a session on a pseudo-terminal of its own, ended as a whole
     };
 
     // Runs `shell` (/bin/sh, or a link to it whose name becomes the process
     // name) with `arguments` (argv[0] first) in `directory`, and returns once
-    // the exec has happened or failed. What a shell of its own group or
-    // session starts must end by itself within a minute, in case the test
-    // program dies before the handle does.
+    // the exec has happened or failed. What a shell of its own session
+    // starts must end by itself within a minute, in case the test program
+    // dies before the handle does.
     ShellChild(const QByteArray &directory, const std::vector<std::string> &arguments,
                Session session = Session::inherited, const QByteArray &shell = "/bin/sh");
     ~ShellChild(); // SIGKILL (to the whole group where it leads one), then reap

@@ -136,11 +136,3 @@ bool ProcPidDirectory::takeShortOfDescriptors()
     m_shortOfDescriptors = false;
     return shortOfDescriptors;
 }
-
-int ProcPidDirectory::descriptorCount() const
-{
-    int count = m_directory.isValid() ? 1 : 0;
-    for (const UniqueFileDescriptor &file : m_files)
-        count += file.isValid() ? 1 : 0;
-    return count;
-}

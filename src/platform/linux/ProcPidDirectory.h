@@ -50,9 +50,6 @@ public:
     // the last call; the caller frees some and reads again.
     bool takeShortOfDescriptors();
 
-    // Descriptors held: the directory's and every kept file's.
-    int descriptorCount() const;
-
     // The most descriptors one process holds: the directory and every file.
     static constexpr int maximumDescriptors = 1 + int(kProcPidFileCount);
 

@@ -48,10 +48,6 @@ public:
 
     std::vector<RawProcessMetric> readMetrics(TimePoint now) override;
 
-    // Processes whose files are open now, and the most that may be.
-    std::size_t keptProcessCount() const { return m_kept.size(); }
-    std::size_t keptProcessCapacity() const { return m_keptCapacity; }
-
 private:
     struct KeptProcess {
         ProcPidDirectory directory;

@@ -36,19 +36,7 @@ TEST(DesktopEntryTest, DataDirectoriesFollowTheXDGDefaults)
     EXPECT_EQ(xdgDataDirectories({}, {}, {}), (QStringList{"/usr/local/share", "/usr/share"}));
 }
 
-TEST(DesktopEntryTest, FindsTheFirstDirectoryThatHasTheEntry)
-{
-    const QStringList directories = {kFixture + "/home/.local/share", kFixture + "/usr/local/share",
-                                     kFixture + "/usr/share", kFixture + "/missing"};
-    EXPECT_EQ(findDesktopEntry("org.gnome.Terminal", directories),
-              kFixture + "/home/.local/share/applications/org.gnome.Terminal.desktop");
-    EXPECT_EQ(findDesktopEntry("firefox", directories),
-              kFixture + "/usr/share/applications/firefox.desktop");
-    EXPECT_EQ(findDesktopEntry("absent", directories), std::nullopt);
-    EXPECT_EQ(findDesktopEntry("../applications/firefox", directories), std::nullopt);
-    EXPECT_EQ(findDesktopEntry("", directories), std::nullopt);
-}
-
+// The entry of the first data directory that has one, else the ID's last part.
 TEST(DesktopApplicationIdentitiesTest, NamesFromTheEntryOrTheApplicationID)
 {
     DesktopApplicationIdentities identities(
@@ -60,6 +48,8 @@ TEST(DesktopApplicationIdentitiesTest, NamesFromTheEntryOrTheApplicationID)
         {"nameless", kFixture + "/usr/share/applications/nameless.desktop", "nameless"},
         {"org.example.NotInstalled", "org.example.NotInstalled", "NotInstalled"},
         {"trailing.", "trailing.", "trailing."},
+        // A file name that climbs out of the applications folder is no ID's.
+        {"../applications/firefox", "../applications/firefox", "/applications/firefox"},
     };
     for (const auto &[id, path, name] : rows) {
         const DesktopApplicationIdentity identity = identities.identityForApplicationID(id);

@@ -5,6 +5,8 @@
 #include "support/Fixtures.h"
 #include "support/ProcessPrinting.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -120,7 +122,10 @@ TEST(ProcfsProcessMetricReaderTest, ReadsNothingWithoutABootTime)
 {
     FixtureProcRoot root(QStringLiteral("procfs-odd-processes"));
     ASSERT_TRUE(root.isReady());
-    ASSERT_TRUE(root.write(QStringLiteral("stat"), "cpu  1 2 3 4\n"));
+    QFile stat(root.path() + QStringLiteral("/stat"));
+    ASSERT_TRUE(stat.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_EQ(stat.write("cpu  1 2 3 4\n"), 13);
+    stat.close();
     EXPECT_TRUE(readByPid(root.path()).empty());
     EXPECT_TRUE(readByPid(root.path() + QStringLiteral("/missing")).empty());
 }

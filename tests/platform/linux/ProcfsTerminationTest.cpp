@@ -57,33 +57,17 @@ std::string runInForkedProcess(const std::function<std::string()> &body)
     if (pid == 0) {
         ::close(result[0]);
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        // A message shorter than the pipe's buffer is written whole.
         const std::string message = body();
-        std::size_t written = 0;
-        while (written < message.size()) {
-            const ssize_t count =
-                ::write(result[1], message.data() + written, message.size() - written);
-            if (count <= 0)
-                break;
-            written += static_cast<std::size_t>(count);
-        }
+        [[maybe_unused]] const ssize_t written = ::write(result[1], message.data(), message.size());
         ::_exit(0);
     }
     ::close(result[1]);
-    if (pid < 0) {
-        ::close(result[0]);
+    QFile pipe;
+    pipe.open(result[0], QIODevice::ReadOnly, QFile::AutoCloseHandle);
+    if (pid < 0)
         return "no fork";
-    }
-    std::string message;
-    char buffer[256];
-    for (;;) {
-        const ssize_t count = ::read(result[0], buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        message.append(buffer, static_cast<std::size_t>(count));
-    }
-    ::close(result[0]);
+    const std::string message = pipe.readAll().toStdString();
     int status = 0;
     while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }
@@ -141,12 +125,10 @@ TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
               0);
     EXPECT_EQ(reading->userID, info.st_uid);
 
-    EXPECT_FALSE(reader.readIdentity(4343).has_value()); // stat cut short
-    EXPECT_FALSE(reader.readIdentity(4444).has_value()); // kernel thread: no exe
-    EXPECT_FALSE(reader.readIdentity(4545).has_value()); // no such directory
-    EXPECT_FALSE(reader.readIdentity(4646).has_value()); // a thread of 4242
-    EXPECT_FALSE(reader.readIdentity(0).has_value());
-    EXPECT_FALSE(reader.readIdentity(-1).has_value());
+    // 4343's stat is cut short, 4444 is a kernel thread (no exe), 4545 has no
+    // directory and 4646 is a thread of 4242.
+    for (const pid_t pid : {4343, 4444, 4545, 4646, 0, -1})
+        EXPECT_FALSE(reader.readIdentity(pid).has_value()) << pid;
     ProcfsProcessIdentityReader noBootTime(
         fixturePath(QStringLiteral("identity-reader/proc-without-btime")));
     EXPECT_FALSE(noBootTime.readIdentity(4242).has_value());
@@ -191,7 +173,7 @@ TEST(ProcfsTermination, ProcessGoneBeforeTheSignalIsAlreadyExited)
         if (reaped)
             ASSERT_TRUE(child.reap(5.0));
         else
-            ASSERT_TRUE(child.waitUntilZombie(5.0));
+            ASSERT_TRUE(QTest::qWaitFor([&] { return hasExited(child.pid()); }, 5000));
 
         EXPECT_EQ(makeProcessTerminationController().terminate(target, Signal::graceful),
                   Result::rejected(ProcessTerminationRejection::alreadyExited));
