@@ -18,7 +18,6 @@ struct HeatTrendPoint {
     std::optional<double> cpu;
     std::optional<double> temperature;
     std::optional<double> fanRPM;
-    std::optional<double> memoryPressure; // no source yet: always absent
     std::optional<SystemThermalState> thermalState;
 
     bool operator==(const HeatTrendPoint &) const = default;

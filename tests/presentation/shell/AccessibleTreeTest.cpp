@@ -77,8 +77,9 @@ void expectNamed(const std::vector<Element> &elements)
 {
     for (const Element &element : elements) {
         const QString name = element.iface->text(QAccessible::Name);
-        if (isInteractive(element.iface))
+        if (isInteractive(element.iface)) {
             EXPECT_FALSE(name.isEmpty()) << element.path.toStdString();
+        }
         if (auto *label = qobject_cast<TextLabel *>(element.iface->object());
             label && !label->fullText().isEmpty() && label->accessibleName().isEmpty()) {
             EXPECT_EQ(name, label->fullText()) << element.path.toStdString();
