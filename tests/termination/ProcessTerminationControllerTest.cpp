@@ -124,19 +124,6 @@ TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
     EXPECT_EQ(sender->sent().size(), 4u);
 }
 
-// The kernel's error picks the words; an unknown one is shown by number.
-TEST(ProcessTerminationResult, SignalFailureTexts)
-{
-    const std::pair<int, const char *> rows[] = {
-        {EPERM, "没有权限结束该任务，未进行重试。"},
-        {EACCES, "没有权限结束该任务，未进行重试。"},
-        {ESRCH, "任务已经结束，未进行重试。"},
-        {EINVAL, "结束任务失败（系统错误 22），未进行重试。"},
-    };
-    for (const auto &[error, text] : rows)
-        EXPECT_EQ(ProcessTerminationResult::signalFailed(error).text(), QString::fromUtf8(text));
-}
-
 // Both fakes, fresh per test; `reader` answers nothing until told.
 class WaitForExit : public ::testing::Test {
 protected:
