@@ -163,8 +163,6 @@ TEST_F(WaitForExit, ReusedPidCountsAsExit)
 {
     reader->setReading(kPid, seen("start=9999"));
     const auto controller = makeFakeTerminationController(reader, sender);
-    EXPECT_EQ(controller.exitVerificationIntervals(),
-              (std::vector<double>{0.1, 0.15, 0.25, 0.5, 1.0})); // the default schedule
     EXPECT_FALSE(controller.waitForExit(kSeen, cancellation));
     // The name does not take part in "running".
     reader->setReading(kPid, seen("name=renamed"));
