@@ -22,7 +22,9 @@ using Rejection = ProcessTerminationRejection;
 
 constexpr pid_t kPid = 4242;
 
-const ProcessTerminationTarget kSeen = makeTarget(kPid, QStringLiteral("node"));
+// The target as the user saw it, as `makeProcess` would have it.
+const ProcessTerminationTarget kSeen{
+    {kPid, TimePoint::fromSecondsSince1970(1000.0 + kPid), "/usr/bin/node"}, ::getuid(), "node"};
 const uid_t kOtherUser = ::getuid() + 1;
 
 // The target as first seen, with `changes` since: comma-separated pid=<n|self>,
