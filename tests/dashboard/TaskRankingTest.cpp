@@ -8,15 +8,10 @@ namespace {
 
 const auto at = secondsAt;
 
-// A load with one process per (pid, cpu); the first is the target.
-ApplicationLoad loadWithScore(const char *id, double score, pid_t pid = 1)
+// A load of one process, its target, scoring `score`.
+ApplicationLoad loadWithScore(const QString &id, double score, pid_t pid = 1)
 {
-    ApplicationLoad load;
-    load.id = QString::fromUtf8(id);
-    load.application = load.id;
-    load.processes = {makeProcess(pid, 0, load.id, score)};
-    load.target = load.processes.front();
-    return load;
+    return makeLoad(id, {makeProcess(pid, 0, id, score)});
 }
 
 std::vector<DashboardTask> tasksFor(const std::vector<ApplicationLoad> &loads)
@@ -54,7 +49,7 @@ std::vector<ApplicationLoad> loadsOf(const QString &scores)
     std::vector<ApplicationLoad> loads;
     for (const QString &entry : scores.split(' ', Qt::SkipEmptyParts)) {
         const QStringList parts = entry.split('=');
-        loads.push_back(loadWithScore(parts[0].toUtf8().constData(), parts[1].toDouble()));
+        loads.push_back(loadWithScore(parts[0], parts[1].toDouble()));
     }
     return loads;
 }
@@ -90,9 +85,8 @@ TEST(TaskRankingTest, VanishedTasksLoseTheirScoresAndAnEmptyListResets)
 TEST(TaskRankingTest, TargetsHoldForEightSecondsWhileTheirProcessLives)
 {
     auto loadWithTarget = [](pid_t target) {
-        ApplicationLoad load;
-        load.id = QStringLiteral("t");
-        load.processes = {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a"), makeProcess(3, 1, "b")};
+        ApplicationLoad load = makeLoad(
+            "t", {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a"), makeProcess(3, 1, "b")});
         load.target = load.processes[std::size_t(target - 1)];
         return load;
     };

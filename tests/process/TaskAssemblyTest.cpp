@@ -97,7 +97,6 @@ TEST(TaskAssemblyTest, SumsAndFormatsTheMembers)
     EXPECT_EQ(task.disk, QStringLiteral("2.0 MB/s"));
     EXPECT_EQ(task.energy, ResourceImpact::high); // the sum crosses 80, no member does
     EXPECT_EQ(task.duration, QStringLiteral("1 小时 6 分钟"));
-    EXPECT_EQ(task.detail, classification.detail);
     EXPECT_EQ(task.symbolName, classification.symbolName);
     EXPECT_EQ(task.canTerminate, classification.canTerminate);
     EXPECT_EQ(task.terminationImpact, classification.impact);
