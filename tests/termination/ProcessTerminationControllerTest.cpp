@@ -137,27 +137,20 @@ protected:
 
 TEST(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
 {
-    struct Row {
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("exit-wait-schedules"))) {
         std::vector<double> intervals;
-        int runningReadings; // readings that still show the target, then it has gone
-        bool expectedStillRunning;
-        int expectedReads;
-    };
-    const Row rows[] = {{{0.01, 0.01, 0.01}, 0, false, 1},
-                        {{0.01, 0.01, 0.01}, 2, false, 3},
-                        {{0.01, 0.01, 0.01}, 10, true, 4},
-                        {{}, 10, true, 1},
-                        {{}, 0, false, 1}};
-    for (const Row &row : rows) {
+        for (const QString &interval : row.text(0)->split(u',', Qt::SkipEmptyParts))
+            intervals.push_back(interval.toDouble());
         auto reader = std::make_shared<FakeProcessIdentityReader>();
-        std::vector<std::optional<ProcessTerminationTarget>> readings(row.runningReadings, kSeen);
+        std::vector<std::optional<ProcessTerminationTarget>> readings(row.text(1)->toInt(), kSeen);
         readings.push_back(std::nullopt);
         reader->queueReadings(kPid, readings);
         const auto controller = makeFakeTerminationController(
-            reader, std::make_shared<RecordingSignalSender>(), row.intervals);
+            reader, std::make_shared<RecordingSignalSender>(), intervals);
         Cancellation cancellation;
-        EXPECT_EQ(controller.waitForExit(kSeen, cancellation), row.expectedStillRunning);
-        EXPECT_EQ(reader->readCount(kPid), row.expectedReads) << row.runningReadings;
+        EXPECT_EQ(controller.waitForExit(kSeen, cancellation), *row.text(2) == u"running")
+            << row.where;
+        EXPECT_EQ(reader->readCount(kPid), row.text(3)->toInt()) << row.where;
     }
 }
 
