@@ -126,6 +126,13 @@ TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
     EXPECT_EQ(sender->sent().size(), 4u);
 }
 
+// An error without words of its own is shown by its number.
+TEST(ProcessTerminationResult, UnknownErrorShowsItsNumber)
+{
+    EXPECT_EQ(ProcessTerminationResult::signalFailed(EINVAL).text(),
+              QStringLiteral("结束任务失败（系统错误 22），未进行重试。"));
+}
+
 // Both fakes, fresh per test; `reader` answers nothing until told.
 class WaitForExit : public ::testing::Test {
 protected:
