@@ -74,9 +74,9 @@ TEST(TrendPoints, GapsAreAbsentNeverZero)
     const auto heat = heatTrendPoints(history, 60.0);
     constexpr std::nullopt_t no = std::nullopt;
     const std::vector<HeatTrendPoint> expectedHeat = {
-        {56.0, no, 55.5, no, no, SystemThermalState::fair},
-        {58.0, 12.5, no, 2400.0, no, SystemThermalState::nominal},
-        {60.0, no, no, no, no, SystemThermalState::nominal},
+        {56.0, no, 55.5, no, SystemThermalState::fair},
+        {58.0, 12.5, no, 2400.0, SystemThermalState::nominal},
+        {60.0, no, no, no, SystemThermalState::nominal},
     };
     EXPECT_EQ(heat, expectedHeat);
 
