@@ -46,21 +46,6 @@ QList<ProcessMetric> idle(QList<ProcessMetric> processes)
     return processes;
 }
 
-TEST(DashboardStoreTasksTest, FirstSampleOfZeroesRanksNothingAndTheSecondRanks)
-{
-    auto store = makeStoreForTesting();
-    store->ingest(sampleAt(100, idle(desk())));
-    EXPECT_TRUE(store->allTasks().empty());
-    store->ingest(sampleAt(102, desk()));
-    EXPECT_EQ(applicationsOf(store->allTasks()), "worker editor daemon");
-    EXPECT_EQ(store->liveTasks(), store->allTasks()); // fewer than four: all of them
-    EXPECT_EQ(store->selectedTaskID(), idOf(*store, "worker"));
-    EXPECT_EQ(store->selectedProcessID(),
-              processNodeKey(11, TimePoint::fromSecondsSince1970(1011)));
-    EXPECT_EQ(store->selectedDiagnosis().title, QStringLiteral("worker 存在未归因的持续负载。"));
-    EXPECT_EQ(store->selectedProcess()->pid, 11);
-}
-
 // The warm-up gate holds back only the first sample with processes, and only
 // when all its scores are 0; nothing is selected at a score of 0.
 TEST(DashboardStoreTasksTest, GateIsUsedOnlyByAFirstSampleWithLoads)
@@ -74,6 +59,8 @@ TEST(DashboardStoreTasksTest, GateIsUsedOnlyByAFirstSampleWithLoads)
     const Row rows[] = {
         {"empty first sample does not use the gate up", {{}, idle(desk())}, 0, nullptr},
         {"busy first sample passes at once", {desk()}, 3, "worker"},
+        {"an idle first sample is held back", {idle(desk())}, 0, nullptr},
+        {"the sample after it ranks", {idle(desk()), desk()}, 3, "worker"},
         {"second idle sample ranks, selects nothing", {idle(desk()), idle(desk())}, 3, nullptr},
         {"an empty sample clears tasks and selection", {desk(), {}}, 0, nullptr},
         {"the gate is not used again after it", {desk(), {}, idle(desk())}, 3, nullptr},

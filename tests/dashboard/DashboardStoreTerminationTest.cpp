@@ -24,6 +24,16 @@ ProcessTerminationTarget targetOf(const ProcessMetric &process)
     return ProcessTerminationTarget{process.identity, process.userID, process.name};
 }
 
+// The node a task's tree shows for `process`, as far as a request reads it.
+DashboardProcessNode makeNode(const ProcessMetric &process)
+{
+    DashboardProcessNode node;
+    node.id = processNodeKey(process.identity.pid, process.identity.startTime);
+    node.pid = process.identity.pid;
+    node.name = process.name;
+    return node;
+}
+
 // What the fake reader finds at the pid when the store asks.
 enum class AtPid { exitsOnSignal, keepsRunning, gone, reused, refusesSignal };
 

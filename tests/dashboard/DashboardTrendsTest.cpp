@@ -21,12 +21,8 @@ MetricSampleHistory historyOf(const std::vector<SystemMetricSample> &samples)
 std::vector<SystemMetricSample> steadySamples(double start, double seconds)
 {
     std::vector<SystemMetricSample> samples;
-    for (double t = start; t <= start + seconds + 1e-9; t += 2.0) {
-        SystemMetricSample sample = makeSample(t);
-        sample.cpuUsage = Reading::available(40.0, "cpu");
-        sample.temperatureCelsius = Reading::available(60.0, "temp");
-        samples.push_back(sample);
-    }
+    for (double t = start; t <= start + seconds + 1e-9; t += 2.0)
+        samples.push_back(makeSample({.time = t, .cpu = 40.0, .temperature = 60.0}));
     return samples;
 }
 
@@ -61,17 +57,13 @@ TEST(TrendPoints, PlaceSamplesOnTheWindowEndingAtTheNewest)
 
 TEST(TrendPoints, GapsAreAbsentNeverZero)
 {
-    SystemMetricSample warming = makeSample(100.0);
-    warming.temperatureCelsius = Reading::available(55.5, "temp");
-    warming.thermalState = SystemThermalState::fair;
-    SystemMetricSample full = makeSample(102.0);
-    full.cpuUsage = Reading::available(12.5, "cpu");
+    const SystemMetricSample warming =
+        makeSample({.time = 100.0, .thermal = SystemThermalState::fair, .temperature = 55.5});
+    SystemMetricSample full = makeSample({.time = 102.0, .cpu = 12.5, .fan = 2400.0});
     full.gpuUsage = Reading::available(30.0, "gpu");
-    full.fanRPM = Reading::available(2400.0, "fan");
     full.diskBytesPerSecond = Reading::available(1500.0, "disk");
     full.memoryUsage = SensorReading<SystemMemoryUsage>::available({250, 1000}, "mem");
     full.networkThroughput = SensorReading<NetworkThroughput>::available({100.0, 50.0}, "net");
-    full.temperatureCelsius = Reading::unsupported("no sensor");
     SystemMetricSample zeroMemory = makeSample(104.0);
     zeroMemory.memoryUsage = SensorReading<SystemMemoryUsage>::available({0, 0}, "mem");
     zeroMemory.gpuUsage = Reading::permissionDenied("refused");
@@ -82,9 +74,9 @@ TEST(TrendPoints, GapsAreAbsentNeverZero)
     const auto heat = heatTrendPoints(history, 60.0);
     constexpr std::nullopt_t no = std::nullopt;
     const std::vector<HeatTrendPoint> expectedHeat = {
-        {56.0, no, 55.5, no, no, SystemThermalState::fair},
-        {58.0, 12.5, no, 2400.0, no, SystemThermalState::nominal},
-        {60.0, no, no, no, no, SystemThermalState::nominal},
+        {56.0, no, 55.5, no, SystemThermalState::fair},
+        {58.0, 12.5, no, 2400.0, SystemThermalState::nominal},
+        {60.0, no, no, no, SystemThermalState::nominal},
     };
     EXPECT_EQ(heat, expectedHeat);
 

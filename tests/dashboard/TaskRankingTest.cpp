@@ -1,4 +1,5 @@
 #include "dashboard/TaskRanking.h"
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <gtest/gtest.h>
@@ -7,15 +8,10 @@ namespace {
 
 const auto at = secondsAt;
 
-// A load with one process per (pid, cpu); the first is the target.
-ApplicationLoad loadWithScore(const char *id, double score, pid_t pid = 1)
+// A load of one process, its target, scoring `score`.
+ApplicationLoad loadWithScore(const QString &id, double score, pid_t pid = 1)
 {
-    ApplicationLoad load;
-    load.id = QString::fromUtf8(id);
-    load.application = load.id;
-    load.processes = {makeProcess(pid, 0, load.id, score)};
-    load.target = load.processes.front();
-    return load;
+    return makeLoad(id, {makeProcess(pid, 0, id, score)});
 }
 
 std::vector<DashboardTask> tasksFor(const std::vector<ApplicationLoad> &loads)
@@ -48,57 +44,28 @@ struct Ranker {
 };
 
 // Loads written as "a=10 b=90": each its own id and raw score, in grouping order.
-std::vector<ApplicationLoad> loadsOf(const char *scores)
+std::vector<ApplicationLoad> loadsOf(const QString &scores)
 {
     std::vector<ApplicationLoad> loads;
-    for (const QString &entry : QString::fromUtf8(scores).split(' ', Qt::SkipEmptyParts)) {
+    for (const QString &entry : scores.split(' ', Qt::SkipEmptyParts)) {
         const QStringList parts = entry.split('=');
-        loads.push_back(loadWithScore(parts[0].toUtf8().constData(), parts[1].toDouble()));
+        loads.push_back(loadWithScore(parts[0], parts[1].toDouble()));
     }
     return loads;
 }
 
+// The order changes only at a reorder and only for a lead of more than five points.
 TEST(TaskRankingTest, OrderChangesOnlyAtAReorderAndOnlyForALeadOfMoreThanFivePoints)
 {
-    struct Tick {
-        double time;
-        const char *scores;
-        const char *order;
-    };
-    struct Row {
-        const char *description;
-        std::vector<Tick> ticks;
-    };
-    // clang-format off
-    const Row rows[] = {
-        {"the first list keeps the grouping order", {{100, "a=10 b=90", "a b"}}},
-        {"a newcomer joins at the end until 8 s after the last reorder",
-         {{100, "a=10", "a"}, {107.99, "a=10 b=500", "a b"}, {108, "a=10 b=500", "b a"}}},
-        {"each reorder starts the wait again", {{100, "a=10", "a"}, {108, "a=10 b=500", "b a"},
-         {115.99, "a=10 b=500 c=900", "b a c"}, {116, "a=10 b=500 c=900", "c b a"}}},
-        {"a lead of 4 holds", {{0, "f=66 b=70", "f b"}, {8, "f=66 b=70", "f b"}}},
-        {"a lead of 5 holds", {{0, "f=65 b=70", "f b"}, {8, "f=65 b=70", "f b"}}},
-        {"a lead of 5.1 passes", {{0, "f=64.9 b=70", "f b"}, {8, "f=64.9 b=70", "b f"}}},
-        {"equal scores hold", {{0, "f=70 b=70", "f b"}, {8, "f=70 b=70", "f b"}}},
-        {"equal scores keep their order across reorders", {{0, "c=30 a=30 b=30", "c a b"},
-         {10, "c=30 a=30 b=30", "c a b"}, {20, "c=30 a=30 b=30", "c a b"}}},
-        // c smooths to 0.35 * 200 + 0.65 * 10 = 76.5 and leads everyone.
-        {"a rising task moves to the front in one reorder",
-         {{0, "a=30 b=20 c=10", "a b c"}, {8, "a=30 b=20 c=200", "c a b"}}},
-        // a: 50 -> 32.5 -> 21.125 -> 13.73; b stays 40 and passes at 8 s.
-        {"ticks between reorders still feed the smoothing", {{0, "a=50 b=40", "a b"},
-         {2, "a=0 b=40", "a b"}, {4, "a=0 b=40", "a b"}, {8, "a=0 b=40", "b a"}}},
-        // a smooths to 0.35 * 10 + 0.65 * 50 = 36: 41.1 leads it by 5.1, 40.9 by 4.9.
-        {"smoothed by the weights: passed", {{0, "a=50 b=41.1", "a b"}, {8, "a=10 b=41.1", "b a"}}},
-        {"smoothed by the weights: held", {{0, "a=50 b=40.9", "a b"}, {8, "a=10 b=40.9", "a b"}}},
-    };
-    // clang-format on
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.description);
-        Ranker ranker;
-        for (const Tick &tick : row.ticks)
-            EXPECT_EQ(ranker.tick(tick.time, loadsOf(tick.scores)), QString::fromUtf8(tick.order))
-                << tick.time;
+    QString run;
+    Ranker ranker;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("task-order-ticks"))) {
+        if (*row.text(0) != run) {
+            run = *row.text(0);
+            ranker = Ranker();
+        }
+        EXPECT_EQ(ranker.tick(row.text(1)->toDouble(), loadsOf(*row.text(2))), *row.text(3))
+            << row.where;
     }
 }
 
@@ -118,9 +85,8 @@ TEST(TaskRankingTest, VanishedTasksLoseTheirScoresAndAnEmptyListResets)
 TEST(TaskRankingTest, TargetsHoldForEightSecondsWhileTheirProcessLives)
 {
     auto loadWithTarget = [](pid_t target) {
-        ApplicationLoad load;
-        load.id = QStringLiteral("t");
-        load.processes = {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a"), makeProcess(3, 1, "b")};
+        ApplicationLoad load = makeLoad(
+            "t", {makeProcess(1, 0, "sh"), makeProcess(2, 1, "a"), makeProcess(3, 1, "b")});
         load.target = load.processes[std::size_t(target - 1)];
         return load;
     };

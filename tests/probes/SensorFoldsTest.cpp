@@ -25,13 +25,10 @@ TEST(SensorFolds, TemperatureAndFanFigures)
 
 TEST(ChannelNameFilter, MatchesLowerCasedSubstrings)
 {
-    const std::pair<const char *, bool> rows[] = {
-        {"coretemp Core 3", true}, {"SOME PACKAGE ID 1", true}, {"CPU-therm", true},
-        {"GPU-therm", false},      {"bigcore0-thermal", false}, {"", false},
-    };
-    for (const auto &[name, expected] : rows)
-        EXPECT_EQ(channelNameMatches(QString::fromUtf8(name), kLinuxCPUDieChannelNames), expected)
-            << name;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("cpu-die-channel-names")))
+        EXPECT_EQ(channelNameMatches(row.text(0).value_or(QString()), kLinuxCPUDieChannelNames),
+                  *row.text(1) == u"yes")
+            << row.where;
 }
 
 SensorChannelValue channelValue(const QString &text)

@@ -11,27 +11,22 @@ namespace {
 
 constexpr std::uint64_t second = 1000000000ULL;
 
-// Hands out one prepared list per call and records the times it was given.
-class ScriptedReader final : public RawProcessMetricReading {
-public:
-    explicit ScriptedReader(std::deque<std::vector<RawProcessMetric>> ticks)
-        : m_ticks(std::move(ticks))
-    {
-    }
+// Hands out one prepared list per call (none when they run out) and records
+// the times it was given.
+struct ScriptedReader final : RawProcessMetricReading {
+    std::deque<std::vector<RawProcessMetric>> ticks;
+    std::vector<TimePoint> times;
+
     std::vector<RawProcessMetric> readMetrics(TimePoint now) override
     {
         times.push_back(now);
-        if (m_ticks.empty())
-            return {};
-        std::vector<RawProcessMetric> tick = std::move(m_ticks.front());
-        m_ticks.pop_front();
+        std::vector<RawProcessMetric> tick;
+        if (!ticks.empty()) {
+            tick = std::move(ticks.front());
+            ticks.pop_front();
+        }
         return tick;
     }
-    void append(std::vector<RawProcessMetric> tick) { m_ticks.push_back(std::move(tick)); }
-    std::vector<TimePoint> times;
-
-private:
-    std::deque<std::vector<RawProcessMetric>> m_ticks;
 };
 
 RawProcessMetric process(pid_t pid, double startTime, std::uint64_t cpuNanoseconds,
@@ -60,8 +55,7 @@ TEST(ProcessRateTest, RatesOnlyTheSameProcessOverForwardTime)
     for (const FixtureRow &row : fixtureTable(QStringLiteral("process-rate-ticks"))) {
         if (*row.text(0) != run) {
             run = *row.text(0);
-            auto fresh =
-                std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{});
+            auto fresh = std::make_unique<ScriptedReader>();
             reader = fresh.get();
             probe = std::make_unique<ProcessMetricsProbe>(std::move(fresh));
         }
@@ -74,7 +68,7 @@ TEST(ProcessRateTest, RatesOnlyTheSameProcessOverForwardTime)
                                       record.value(4, "/usr/bin/node")));
             rates << row.text(index)->section(u'=', 1);
         }
-        reader->append(std::move(records));
+        reader->ticks.push_back(std::move(records));
         QStringList sampled;
         for (const ProcessMetric &metric :
              probe->sample(TimePoint::fromSecondsSince1970(row.text(1)->toDouble())))
@@ -96,8 +90,8 @@ TEST(ProcessMetricsProbeTest, FirstTickCarriesEveryFieldWithoutRates)
     raw.applicationPath = QString("/usr/share/applications/app.desktop");
     raw.command = {"app serve", std::nullopt};
     raw.residentBytes = 123456789;
-    auto reader = std::make_unique<ScriptedReader>(
-        std::deque<std::vector<RawProcessMetric>>{{process(50, 130.0, second, 0), raw}});
+    auto reader = std::make_unique<ScriptedReader>();
+    reader->ticks = {{process(50, 130.0, second, 0), raw}};
     ScriptedReader *readerView = reader.get();
     ProcessMetricsProbe probe(std::move(reader));
 
@@ -131,9 +125,10 @@ TEST(ProcessMetricsProbeTest, SamplesShareOneCopyOfEachText)
         raw.applicationPath = QString::fromUtf8("/usr/share/applications/code.desktop");
         return raw;
     };
-    ProcessMetricsProbe probe(
-        std::make_unique<ScriptedReader>(std::deque<std::vector<RawProcessMetric>>{
-            {fresh(7, "site")}, {fresh(7, "site"), fresh(8, "other")}, {fresh(8, "other")}}));
+    auto reader = std::make_unique<ScriptedReader>();
+    reader->ticks = {
+        {fresh(7, "site")}, {fresh(7, "site"), fresh(8, "other")}, {fresh(8, "other")}};
+    ProcessMetricsProbe probe(std::move(reader));
 
     const QList<ProcessMetric> first = probe.sample(TimePoint::fromSecondsSince1970(100.0));
     const QList<ProcessMetric> second = probe.sample(TimePoint::fromSecondsSince1970(102.0));

@@ -23,18 +23,11 @@ TEST(LoadTextFormatsTest, DurationsRoundToWholeSeconds)
 
 TEST(LoadTextFormatsTest, ResourceImpactThresholdsAreInclusive)
 {
-    struct Row {
-        double cpu;
-        double disk;
-        ResourceImpact impact;
-    };
-    const Row rows[] = {
-        {80.0, 0.0, ResourceImpact::high},        {79.9, 0.0, ResourceImpact::medium},
-        {0.0, 20e6, ResourceImpact::high},        {20.0, 0.0, ResourceImpact::medium},
-        {19.9, 1'999'999.0, ResourceImpact::low}, {0.0, 2e6, ResourceImpact::medium},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(resourceImpact(row.cpu, row.disk), row.impact) << row.cpu << " " << row.disk;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("resource-impacts")))
+        EXPECT_EQ(
+            resourceImpactName(resourceImpact(row.text(0)->toDouble(), row.text(1)->toDouble())),
+            *row.text(2))
+            << row.where;
 }
 
 TEST(ProcessNameOrderTest, DigitRunsSortByValueInTheCLocale)
@@ -104,7 +97,6 @@ TEST(TaskAssemblyTest, SumsAndFormatsTheMembers)
     EXPECT_EQ(task.disk, QStringLiteral("2.0 MB/s"));
     EXPECT_EQ(task.energy, ResourceImpact::high); // the sum crosses 80, no member does
     EXPECT_EQ(task.duration, QStringLiteral("1 小时 6 分钟"));
-    EXPECT_EQ(task.detail, classification.detail);
     EXPECT_EQ(task.symbolName, classification.symbolName);
     EXPECT_EQ(task.canTerminate, classification.canTerminate);
     EXPECT_EQ(task.terminationImpact, classification.impact);
@@ -129,29 +121,15 @@ TEST(TaskAssemblyTest, SumsAndFormatsTheMembers)
 // controls, separators and direction marks are "?" in every shown field.
 TEST(TaskAssemblyTest, AProcessesOwnTextsArriveAsPrintableText)
 {
-    struct Row {
-        const char *description;
-        QString raw;   // name, command, project and desktop entry name at once
-        QString shown; // each of them as shown
-    };
-    const QString bidi = u"\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069\u200E\u200F"
-                         u"\u061C"_s;
-    const Row rows[] = {
-        {"C0, DEL and C1 controls", u"a\nFAKEROW\x1b[41m\a\t\x7f\u009b2J"_s,
-         u"a?FAKEROW?[41m???"
-         u"?2J"_s},
-        {"direction marks, overrides and isolates", u"x"_s + bidi + u"9565"_s,
-         u"x????????????9565"_s},
-        {"line and paragraph separators", u"p\u2028PID 1\u2029"_s, u"p?PID 1?"_s},
-    };
     const ProcessNameOrder order(QLocale::c());
-    for (const Row &row : rows) {
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("printable-texts"))) {
+        const QString raw = *row.text(0), shown = *row.text(1);
         for (const bool desktopEntry : {false, true}) {
-            ProcessMetric process = makeProcess(11, 1, row.raw, 50.0);
-            process.command = {row.raw, row.raw};
+            ProcessMetric process = makeProcess(11, 1, raw, 50.0);
+            process.command = {raw, raw};
             if (desktopEntry) {
                 process.applicationPath = u"/usr/share/applications/x.desktop"_s;
-                process.applicationName = row.raw;
+                process.applicationName = raw;
             }
             const std::vector<ApplicationLoad> loads = groupApplicationLoads({process});
             ASSERT_EQ(loads.size(), 1u);
@@ -159,12 +137,12 @@ TEST(TaskAssemblyTest, AProcessesOwnTextsArriveAsPrintableText)
             const DashboardTask task =
                 assembleTask(loads[0], TaskClassification::classify(loads[0]), texts);
             const DashboardProcessNode &node = task.processTree.at(0);
-            EXPECT_EQ(task.application, row.shown) << row.description;
-            EXPECT_EQ(task.targetProcess.name, row.shown) << row.description;
-            EXPECT_EQ(task.detail, row.shown + u" · "_s + row.shown) << row.description;
-            EXPECT_EQ(node.name, row.shown) << row.description;
-            EXPECT_EQ(node.command, row.shown) << row.description;
-            EXPECT_EQ(node.project, row.shown) << row.description;
+            EXPECT_EQ(task.application, shown) << row.where;
+            EXPECT_EQ(task.targetProcess.name, shown) << row.where;
+            EXPECT_EQ(task.detail, shown + u" · "_s + shown) << row.where;
+            EXPECT_EQ(node.name, shown) << row.where;
+            EXPECT_EQ(node.command, shown) << row.where;
+            EXPECT_EQ(node.project, shown) << row.where;
         }
     }
 }

@@ -41,29 +41,6 @@ TEST(TaskClassificationTest, TextsOfATestWithProject)
               QStringLiteral("CPU 43%  ·  已持续 2 分钟  ·  磁盘 2 KB/s"));
 }
 
-// A project raises the confidence only where it explains the work; every
-// known kind offers ending.
-TEST(TaskClassificationTest, ConfidenceByKindAndProject)
-{
-    using C = DiagnosisConfidence;
-    const std::tuple<const char *, C, C> rows[] = {
-        {"pytest", C::medium, C::high},   {"mdworker", C::medium, C::medium},
-        {"docker", C::medium, C::medium}, {"next-server", C::medium, C::high},
-        {"safari", C::medium, C::medium}, {"codex", C::medium, C::high},
-        {"g++", C::medium, C::high},      {"sleep", C::low, C::low},
-    };
-    for (const auto &[process, withoutProject, withProject] : rows) {
-        for (const bool project : {false, true}) {
-            SCOPED_TRACE(std::string(process) + (project ? " with project" : ""));
-            const auto result = TaskClassification::classify(makeLoad(
-                "Src", {withCommand(makeProcess(1, 0, process), process,
-                                    project ? std::optional<QString>("p") : std::nullopt)}));
-            EXPECT_EQ(result.diagnosis.confidence, project ? withProject : withoutProject);
-            EXPECT_EQ(result.canTerminate, result.kind != TaskKind::unknown);
-        }
-    }
-}
-
 TEST(TaskClassificationTest, ProtectedTargetsAreNeverOffered)
 {
     const char *const targets[] = {"WindowServer", "Xwayland", "LaunchD", "gnome-shell"};
@@ -82,8 +59,6 @@ TEST(TaskClassificationTest, DetailByProjectAndCount)
     const Row rows[] = {
         {{makeProcess(1, 0, "cargo")}, "cargo"},
         {{makeProcess(1, 0, "sh"), makeProcess(2, 1, "cargo")}, "cargo · 2 个进程"},
-        {{makeProcess(1, 0, "sh"), withCommand(makeProcess(2, 1, "cargo"), "cargo", "kiln")},
-         "cargo · kiln"},
     };
     for (const Row &row : rows)
         EXPECT_EQ(TaskClassification::classify(makeLoad("x", row.processes)).detail,

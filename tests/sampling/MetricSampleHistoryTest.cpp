@@ -58,18 +58,6 @@ TEST(MetricSampleHistoryWindow, ThinsToWholeSamplesAtAStrideAndKeepsTheLast)
     }
 }
 
-TEST(MetricSampleHistoryWindow, AnchoredOnTheNewestSampleNotThePresent)
-{
-    MetricSampleHistory history(3600.0);
-    for (int i = 0; i <= 100; ++i)
-        history.append(at(1000.0 + 2 * i)); // newest at 1200
-    const auto recent = history.recentSamples(60.0);
-    EXPECT_EQ(recent.front().timestamp.secondsSince1970, 1140.0); // at the start: kept
-    EXPECT_EQ(recent.back().timestamp.secondsSince1970, 1200.0);
-    EXPECT_EQ(recent.size(), 31u);
-    EXPECT_TRUE(MetricSampleHistory().recentSamples(60.0).empty());
-}
-
 TEST(MetricSampleHistoryAppend, KeepsEveryReadingButNotTheProcessList)
 {
     MetricSampleHistory history;

@@ -82,14 +82,3 @@ makeFakeTerminationController(std::shared_ptr<FakeProcessIdentityReader> reader,
     return ProcessTerminationController(std::move(reader), std::move(sender), ::getuid(),
                                         ::getpid(), std::move(intervals));
 }
-
-ProcessTerminationTarget makeTarget(pid_t pid, const QString &name)
-{
-    ProcessTerminationTarget target;
-    target.identity.pid = pid;
-    target.identity.startTime = TimePoint::fromSecondsSince1970(1000.0 + pid);
-    target.identity.executablePath = QStringLiteral("/usr/bin/") + name;
-    target.userID = ::getuid();
-    target.name = name;
-    return target;
-}

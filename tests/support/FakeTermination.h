@@ -106,7 +106,3 @@ makeFakeTerminationController(std::shared_ptr<FakeProcessIdentityReader> reader,
                               std::shared_ptr<RecordingSignalSender> sender,
                               std::vector<double> intervals =
                                   ProcessTerminationController::defaultExitVerificationIntervals());
-
-// A target as the user would have seen it: the current user's process with
-// start time 1000 + pid and executable "/usr/bin/<name>", as `makeProcess` has.
-ProcessTerminationTarget makeTarget(pid_t pid, const QString &name);

@@ -25,8 +25,6 @@ public:
     // One closed incident per call, each its own process.
     void addClosedIncidents(int count);
 
-    double time() const { return m_time; }
-
 private:
     std::unique_ptr<DashboardStore> m_store;
     double m_time = 1000.0;

@@ -25,7 +25,8 @@ SystemMetricSample makeSample(double secondsSince1970)
     return sample;
 }
 
-SensorReading<double> readingOf(std::optional<double> value)
+// `value` available, or `unsupported` when absent.
+static SensorReading<double> readingOf(std::optional<double> value)
 {
     return value ? SensorReading<double>::available(*value, QStringLiteral("test"))
                  : SensorReading<double>::unsupported(QStringLiteral("none"));
@@ -83,17 +84,4 @@ DashboardTask makeTask(const QString &application, double cpu, TaskKind kind, Re
     task.energy = energy;
     task.duration = QStringLiteral("3 分钟");
     return task;
-}
-
-DashboardProcessNode makeNode(const ProcessMetric &process, bool isTarget)
-{
-    DashboardProcessNode node;
-    node.id = processNodeKey(process.identity.pid, process.identity.startTime);
-    node.name = process.name;
-    node.pid = process.identity.pid;
-    node.parentPID = process.parentPID;
-    node.cpu = process.cpuPercent;
-    node.command = process.command.command;
-    node.isTarget = isTarget;
-    return node;
 }

@@ -38,9 +38,6 @@ struct SampleReadings {
 };
 SystemMetricSample makeSample(const SampleReadings &readings);
 
-// `value` available, or `unsupported` when absent.
-SensorReading<double> readingOf(std::optional<double> value);
-
 inline TimePoint secondsAt(double secondsSince1970)
 {
     return TimePoint::fromSecondsSince1970(secondsSince1970);
@@ -60,9 +57,6 @@ ApplicationLoad makeLoad(const QString &application, std::vector<ProcessMetric> 
 DashboardTask makeTask(const QString &application, double cpu = 40.0,
                        TaskKind kind = TaskKind::unknown,
                        ResourceImpact energy = ResourceImpact::low);
-
-// The tree node a task shows for `process`.
-DashboardProcessNode makeNode(const ProcessMetric &process, bool isTarget = false);
 
 // Sets the process-wide default locale and puts the previous one back.
 class ScopedDefaultLocale {

@@ -22,7 +22,9 @@ using Rejection = ProcessTerminationRejection;
 
 constexpr pid_t kPid = 4242;
 
-const ProcessTerminationTarget kSeen = makeTarget(kPid, QStringLiteral("node"));
+// The target as the user saw it, as `makeProcess` would have it.
+const ProcessTerminationTarget kSeen{
+    {kPid, TimePoint::fromSecondsSince1970(1000.0 + kPid), "/usr/bin/node"}, ::getuid(), "node"};
 const uid_t kOtherUser = ::getuid() + 1;
 
 // The target as first seen, with `changes` since: comma-separated pid=<n|self>,
@@ -124,17 +126,11 @@ TEST(ProcessTermination, PinsBeforeReadingAndSendsThroughThePin)
     EXPECT_EQ(sender->sent().size(), 4u);
 }
 
-// The kernel's error picks the words; an unknown one is shown by number.
-TEST(ProcessTerminationResult, SignalFailureTexts)
+// An error without words of its own is shown by its number.
+TEST(ProcessTerminationResult, UnknownErrorShowsItsNumber)
 {
-    const std::pair<int, const char *> rows[] = {
-        {EPERM, "没有权限结束该任务，未进行重试。"},
-        {EACCES, "没有权限结束该任务，未进行重试。"},
-        {ESRCH, "任务已经结束，未进行重试。"},
-        {EINVAL, "结束任务失败（系统错误 22），未进行重试。"},
-    };
-    for (const auto &[error, text] : rows)
-        EXPECT_EQ(ProcessTerminationResult::signalFailed(error).text(), QString::fromUtf8(text));
+    EXPECT_EQ(ProcessTerminationResult::signalFailed(EINVAL).text(),
+              QStringLiteral("结束任务失败（系统错误 22），未进行重试。"));
 }
 
 // Both fakes, fresh per test; `reader` answers nothing until told.
@@ -148,27 +144,20 @@ protected:
 
 TEST(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
 {
-    struct Row {
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("exit-wait-schedules"))) {
         std::vector<double> intervals;
-        int runningReadings; // readings that still show the target, then it has gone
-        bool expectedStillRunning;
-        int expectedReads;
-    };
-    const Row rows[] = {{{0.01, 0.01, 0.01}, 0, false, 1},
-                        {{0.01, 0.01, 0.01}, 2, false, 3},
-                        {{0.01, 0.01, 0.01}, 10, true, 4},
-                        {{}, 10, true, 1},
-                        {{}, 0, false, 1}};
-    for (const Row &row : rows) {
+        for (const QString &interval : row.text(0)->split(u',', Qt::SkipEmptyParts))
+            intervals.push_back(interval.toDouble());
         auto reader = std::make_shared<FakeProcessIdentityReader>();
-        std::vector<std::optional<ProcessTerminationTarget>> readings(row.runningReadings, kSeen);
+        std::vector<std::optional<ProcessTerminationTarget>> readings(row.text(1)->toInt(), kSeen);
         readings.push_back(std::nullopt);
         reader->queueReadings(kPid, readings);
         const auto controller = makeFakeTerminationController(
-            reader, std::make_shared<RecordingSignalSender>(), row.intervals);
+            reader, std::make_shared<RecordingSignalSender>(), intervals);
         Cancellation cancellation;
-        EXPECT_EQ(controller.waitForExit(kSeen, cancellation), row.expectedStillRunning);
-        EXPECT_EQ(reader->readCount(kPid), row.expectedReads) << row.runningReadings;
+        EXPECT_EQ(controller.waitForExit(kSeen, cancellation), *row.text(2) == u"running")
+            << row.where;
+        EXPECT_EQ(reader->readCount(kPid), row.text(3)->toInt()) << row.where;
     }
 }
 
@@ -176,8 +165,6 @@ TEST_F(WaitForExit, ReusedPidCountsAsExit)
 {
     reader->setReading(kPid, seen("start=9999"));
     const auto controller = makeFakeTerminationController(reader, sender);
-    EXPECT_EQ(controller.exitVerificationIntervals(),
-              (std::vector<double>{0.1, 0.15, 0.25, 0.5, 1.0})); // the default schedule
     EXPECT_FALSE(controller.waitForExit(kSeen, cancellation));
     // The name does not take part in "running".
     reader->setReading(kPid, seen("name=renamed"));
