@@ -3,8 +3,6 @@
 #include "sampling/EnumTable.h"
 #include "sampling/Text.h"
 
-#include <QLocale>
-
 namespace {
 
 struct ReadingCaseWords {
@@ -41,11 +39,6 @@ QString sourceWord(SensorReadingCase readingCase)
 QString statusWord(SensorReadingCase readingCase)
 {
     return kwText(enumRow(kReadingCaseWords, readingCase).statusWord);
-}
-
-QString displayNumber(double value, const QString &unit, int fractionDigits)
-{
-    return formatLocaleNumber(value, fractionDigits) + unit;
 }
 
 } // namespace sensor_reading_detail

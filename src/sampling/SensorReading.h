@@ -20,7 +20,6 @@ QString sensorReadingCaseName(SensorReadingCase readingCase);
 namespace sensor_reading_detail {
 QString sourceWord(SensorReadingCase readingCase);
 QString statusWord(SensorReadingCase readingCase);
-QString displayNumber(double value, const QString &unit, int fractionDigits);
 } // namespace sensor_reading_detail
 
 // One machine-wide figure, or the reason why there is none. A failed or unready
@@ -30,8 +29,7 @@ QString displayNumber(double value, const QString &unit, int fractionDigits);
 // Built only through the five named constructors, so that the stored form of
 // each case is canonical and the defaulted equality is the case-and-payload
 // equality: `value` and `source` for `available`, the reason for the failures.
-template <typename Value>
-class SensorReading {
+template <typename Value> class SensorReading {
 public:
     SensorReading() = default; // warmingUp
 
@@ -83,17 +81,6 @@ public:
     }
 
     QString statusText() const { return sensor_reading_detail::statusWord(m_case); }
-
-    // The number in the user's locale with grouping and exactly `fractionDigits`
-    // decimals, the unit appended as is; otherwise the status word.
-    // Only for readings of a 64-bit float.
-    QString displayText(const QString &unit, int fractionDigits) const
-    {
-        static_assert(std::is_same_v<Value, double>, "displayText needs a numeric reading");
-        if (m_case == SensorReadingCase::available)
-            return sensor_reading_detail::displayNumber(*m_value, unit, fractionDigits);
-        return statusText();
-    }
 
     bool operator==(const SensorReading &) const = default;
 

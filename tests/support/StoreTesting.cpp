@@ -25,8 +25,7 @@ SystemMetricSample makeSample(double secondsSince1970)
     return sample;
 }
 
-// `value` available, or `unsupported` when absent.
-static SensorReading<double> readingOf(std::optional<double> value)
+SensorReading<double> readingOf(std::optional<double> value)
 {
     return value ? SensorReading<double>::available(*value, QStringLiteral("test"))
                  : SensorReading<double>::unsupported(QStringLiteral("none"));

@@ -38,6 +38,9 @@ struct SampleReadings {
 };
 SystemMetricSample makeSample(const SampleReadings &readings);
 
+// `value` available, or `unsupported` when absent.
+SensorReading<double> readingOf(std::optional<double> value);
+
 inline TimePoint secondsAt(double secondsSince1970)
 {
     return TimePoint::fromSecondsSince1970(secondsSince1970);

@@ -25,8 +25,9 @@ TEST(MenuBarLabel, carriesTheStateColourOnlyWhenAbnormalAndAHalo)
             // The dot's centre sits at the lower right.
             const int at = size - static_cast<int>(size * 0.22) - 1;
             const QRgb pixel = icon.pixelColor(at, at).rgb();
-            if (dot)
+            if (dot) {
                 EXPECT_EQ(pixel, QColor::fromRgb(*dot).rgb());
+            }
             for (const QRgb other : {DashboardPalette::warning, DashboardPalette::danger})
                 EXPECT_TRUE(dot || (pixel & 0xFFFFFF) != (other & 0xFFFFFF));
         }
