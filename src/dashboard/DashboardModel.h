@@ -51,7 +51,6 @@ struct DashboardRecoveryMetrics {
 
 struct DashboardRecoveryContext {
     QString taskID;
-    QString sourceName;
     QString processNodeID;
     QString processName;
     pid_t pid = 0;

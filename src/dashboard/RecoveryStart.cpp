@@ -10,9 +10,8 @@ RecoveryStart RecoveryStart::afterExit(const DashboardPendingTermination &ended,
     const TimePoint startedAt = baseline->timestamp;
     return RecoveryStart{
         DashboardRecoveryState::recovering,
-        DashboardRecoveryContext{ended.task.id, ended.task.application, ended.process.id,
-                                 ended.process.name, ended.process.pid, startedAt,
-                                 observationWindowSeconds,
+        DashboardRecoveryContext{ended.task.id, ended.process.id, ended.process.name,
+                                 ended.process.pid, startedAt, observationWindowSeconds,
                                  DashboardRecoveryMetrics::fromSample(*baseline)},
         RecoveryEvaluator{*baseline, startedAt, observationWindowSeconds},
     };

@@ -380,8 +380,8 @@ TEST(RecoveryStartAfterExit, BaselineFromTheLatestSampleOrNothingToCompare)
               (RecoveryStart{State::insufficientData, std::nullopt, std::nullopt}));
     const SystemMetricSample baseline = makeSample({.time = 500.0, .cpu = 70.0, .fan = 2400.0});
     const DashboardRecoveryMetrics metrics{70.0, std::nullopt, 2400.0, SystemThermalState::nominal};
-    const DashboardRecoveryContext context{"id-Vite",          "Vite", ended.process.id, "vite", 7,
-                                           baseline.timestamp, 120.0,  metrics};
+    const DashboardRecoveryContext context{
+        "id-Vite", ended.process.id, "vite", 7, baseline.timestamp, 120.0, metrics};
     EXPECT_EQ(RecoveryStart::afterExit(ended, baseline),
               (RecoveryStart{State::recovering, context,
                              RecoveryEvaluator{baseline, baseline.timestamp, 120.0}}));
