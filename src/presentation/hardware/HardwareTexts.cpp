@@ -214,7 +214,7 @@ QString hardwareCurrentText(HardwareCategory category,
     case HardwareCategory::memory:
         if (latest->memoryUsage.isAvailable())
             return wholePercentText(memoryPercent(*latest->memoryUsage.value()));
-        // The same words displayText gives for a number that is not there.
+        // The status word every other reading shows when it has no number.
         return latest->memoryUsage.statusText();
     case HardwareCategory::disk:
         return rateReadingText(latest->diskBytesPerSecond);
