@@ -1,5 +1,6 @@
 #include "presentation/history/EventHistoryFilter.h"
 
+#include "sampling/EnumTable.h"
 #include "sampling/Text.h"
 
 #include <QLocale>
@@ -11,19 +12,32 @@ QString eventHistoryRangeText(EventHistoryRange)
     return kwText("本次会话");
 }
 
+namespace {
+
+struct FilterWords {
+    EventHistoryFilter key;
+    const char *text;
+    const char *identifier; // the chip's accessible identifier
+};
+
+constexpr FilterWords kFilterWords[] = {
+    {EventHistoryFilter::all, "全部", "eventHistoryFilter-all"},
+    {EventHistoryFilter::highLoad, "高负载", "eventHistoryFilter-highLoad"},
+    {EventHistoryFilter::temperature, "温度", "eventHistoryFilter-temperature"},
+    {EventHistoryFilter::improved, "已解决", "eventHistoryFilter-improved"},
+};
+static_assert(coversEnumeration(kFilterWords, EventHistoryFilter::improved));
+
+} // namespace
+
 QString eventHistoryFilterText(EventHistoryFilter filter)
 {
-    switch (filter) {
-    case EventHistoryFilter::all:
-        return kwText("全部");
-    case EventHistoryFilter::highLoad:
-        return kwText("高负载");
-    case EventHistoryFilter::temperature:
-        return kwText("温度");
-    case EventHistoryFilter::improved:
-        break;
-    }
-    return kwText("已解决");
+    return kwText(enumRow(kFilterWords, filter).text);
+}
+
+QString eventHistoryFilterIdentifier(EventHistoryFilter filter)
+{
+    return QLatin1StringView(enumRow(kFilterWords, filter).identifier);
 }
 
 bool incidentPassesFilter(const DashboardIncident &incident, EventHistoryFilter filter)

@@ -23,6 +23,7 @@ inline constexpr std::array kAllEventHistoryFilters = {
     EventHistoryFilter::all, EventHistoryFilter::highLoad, EventHistoryFilter::temperature,
     EventHistoryFilter::improved};
 QString eventHistoryFilterText(EventHistoryFilter filter); // also the chip's label
+QString eventHistoryFilterIdentifier(EventHistoryFilter filter);
 
 // Whether `incident` belongs under `filter`: "高负载" from 30 % CPU, "温度"
 // from a recorded 75 °C, "已解决" for the two outcomes that ended well.

@@ -10,25 +10,6 @@
 
 #include <QLineEdit>
 
-namespace {
-
-QString filterIdentifier(EventHistoryFilter filter)
-{
-    switch (filter) {
-    case EventHistoryFilter::all:
-        return QStringLiteral("eventHistoryFilter-all");
-    case EventHistoryFilter::highLoad:
-        return QStringLiteral("eventHistoryFilter-highLoad");
-    case EventHistoryFilter::temperature:
-        return QStringLiteral("eventHistoryFilter-temperature");
-    case EventHistoryFilter::improved:
-        break;
-    }
-    return QStringLiteral("eventHistoryFilter-improved");
-}
-
-} // namespace
-
 EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
 {
     using namespace DashboardPalette;
@@ -45,7 +26,7 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
         // A button's children inherit its ButtonText role; the label's own
         // colour is its WindowText.
         label->setForegroundRole(QPalette::WindowText);
-        setAccessibility(box, filterIdentifier(filter), eventHistoryFilterText(filter));
+        setAccessibility(box, eventHistoryFilterIdentifier(filter), eventHistoryFilterText(filter));
         connect(box, &QAbstractButton::clicked, this,
                 [this, filter] { emit filterRequested(filter); });
         bar->addWidget(box, 0, Qt::AlignVCenter);

@@ -38,4 +38,3 @@ DashboardPage *createDashboardPage(DashboardSection section, DashboardStore &sto
                                    const DashboardPageActions &actions, QWidget *parent = nullptr);
 
 // The page identifiers: "page-overview", "page-live-diagnosis", ...
-QString dashboardPageIdentifier(DashboardSection section);

@@ -12,44 +12,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 
-namespace {
-
-QString sectionSymbol(DashboardSection section)
-{
-    switch (section) {
-    case DashboardSection::overview:
-        return QStringLiteral("gauge.with.dots.needle.50percent");
-    case DashboardSection::liveDiagnosis:
-        return QStringLiteral("waveform.path.ecg");
-    case DashboardSection::hardwareMonitor:
-        return QStringLiteral("cpu");
-    case DashboardSection::eventHistory:
-        return QStringLiteral("clock.arrow.circlepath");
-    case DashboardSection::settings:
-        break;
-    }
-    return QStringLiteral("gearshape");
-}
-
-QString sectionIdentifier(DashboardSection section)
-{
-    switch (section) {
-    case DashboardSection::overview:
-        return QStringLiteral("sidebar-overview");
-    case DashboardSection::liveDiagnosis:
-        return QStringLiteral("sidebar-live-diagnosis");
-    case DashboardSection::hardwareMonitor:
-        return QStringLiteral("sidebar-hardware-monitor");
-    case DashboardSection::eventHistory:
-        return QStringLiteral("sidebar-event-history");
-    case DashboardSection::settings:
-        break;
-    }
-    return QStringLiteral("settingsButton");
-}
-
-} // namespace
-
 DashboardSidebar::DashboardSidebar(QWidget *parent) : QWidget(parent)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -104,9 +66,10 @@ DashboardSidebar::Row DashboardSidebar::makeRow(DashboardSection section)
     result.box->setFixedHeight(40);
     result.box->setCornerRadius(9);
     result.box->setToolTip(dashboardSectionTitle(section));
-    setAccessibility(result.box, sectionIdentifier(section), dashboardSectionTitle(section));
-    result.symbol =
-        new SymbolView(sectionSymbol(section), 15, QColor::fromRgb(DashboardPalette::textPrimary));
+    setAccessibility(result.box, dashboardSidebarIdentifier(section),
+                     dashboardSectionTitle(section));
+    result.symbol = new SymbolView(dashboardSectionSymbol(section), 15,
+                                   QColor::fromRgb(DashboardPalette::textPrimary));
     result.symbol->setFixedWidth(18);
     result.title = new TextLabel(dashboardSectionTitle(section), 13, DashboardFontWeight::regular,
                                  DashboardPalette::textPrimary);

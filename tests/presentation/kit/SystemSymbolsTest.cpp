@@ -1,6 +1,7 @@
 #include "presentation/kit/SystemSymbols.h"
 #include "dashboard/MenuBarPresentation.h"
 #include "presentation/kit/DashboardLayoutEnvironment.h"
+#include "presentation/shell/DashboardSection.h"
 #include "snapshot/ScriptedStore.h"
 
 #include <QImage>
@@ -72,8 +73,9 @@ TEST(SystemSymbols, everyNameDrawsItsOwnGlyphInsideItsBox)
                 EXPECT_EQ(ink.outside, 0) << size;
             }
             const QString filled = name + QStringLiteral(".fill");
-            if (hasSystemSymbol(filled) && ++filledPairs)
+            if (hasSystemSymbol(filled) && ++filledPairs) {
                 EXPECT_GT(inkOf(render(filled, size)).inside, inkOf(render(name, size)).inside);
+            }
         }
         images.push_back(render(name, 48));
         for (std::size_t other = 0; other + 1 < images.size(); ++other)
@@ -204,7 +206,9 @@ TEST(SystemSymbols, everyNameTheStoreUsesIsDrawn)
     for (const S state :
          {S::collecting, S::observing, S::normal, S::highLoad, S::actionRecommended})
         used << QString::fromLatin1(menuBarStateInfo(state).symbolName);
-    EXPECT_GT(used.size(), 13);
+    for (const DashboardSection section : kAllDashboardSections)
+        used << dashboardSectionSymbol(section);
+    EXPECT_GT(used.size(), 18);
     for (const QString &name : used)
         EXPECT_TRUE(hasSystemSymbol(name)) << qPrintable(name);
 }
