@@ -20,6 +20,7 @@
 #include <thread>
 
 #include <csignal>
+#include <ctime>
 #include <functional>
 
 #include <fcntl.h>
@@ -127,6 +128,38 @@ protected:
 // worker thread does moves the process's clock, so it shows on the very next
 // tick. The ticks before it let the process pass its first ticks, which are
 // read in full whatever the clock says.
+// The gate's clock is this process's own CPU time, every thread's, read
+// between two readings of the same clock through the C library, and nothing
+// once a pid is gone.
+TEST(ProcessCPUClock, ReadsAProcessesOwnTimeAndNothingForAPidThatLeft)
+{
+    const auto nanoseconds = [](clockid_t clock) {
+        timespec time{};
+        ::clock_gettime(clock, &time);
+        return std::uint64_t(time.tv_sec) * 1'000'000'000u + std::uint64_t(time.tv_nsec);
+    };
+    // A worker's time counts for the process, not for its main thread.
+    std::thread([&] {
+        const std::uint64_t start = nanoseconds(CLOCK_THREAD_CPUTIME_ID);
+        while (nanoseconds(CLOCK_THREAD_CPUTIME_ID) - start < 20'000'000u) {
+        }
+    }).join();
+    const std::uint64_t before = nanoseconds(CLOCK_PROCESS_CPUTIME_ID);
+    const std::optional<std::uint64_t> own = processCPUClockNanoseconds(::getpid());
+    const std::uint64_t after = nanoseconds(CLOCK_PROCESS_CPUTIME_ID);
+    ASSERT_TRUE(own.has_value());
+    EXPECT_LE(before, *own);
+    EXPECT_LE(*own, after);
+
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(0);
+    ASSERT_GT(child, 0);
+    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+    EXPECT_FALSE(processCPUClockNanoseconds(child).has_value());
+    EXPECT_FALSE(processCPUClockNanoseconds(0).has_value());
+}
+
 TEST_F(LiveProcfsTest, WhatAWorkerThreadOfAnIdleProcessDoesShowsOnTheNextTick)
 {
     const QByteArray project = m_project.path().toLocal8Bit();
