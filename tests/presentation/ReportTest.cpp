@@ -7,8 +7,10 @@
 #include "presentation/report/ReportText.h"
 #include "presentation/report/TextTable.h"
 #include "support/FixtureTable.h"
+#include "support/Fixtures.h"
 #include "support/StoreTesting.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -18,6 +20,16 @@
 namespace {
 
 using namespace Qt::StringLiterals;
+
+// A record as the report must write it, kept under tests/fixtures/report-json.
+QJsonObject fixtureJson(const QString &name)
+{
+    QFile file(fixturePath(u"report-json/"_s + name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+    const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
+    EXPECT_FALSE(object.isEmpty()) << name.toStdString();
+    return object;
+}
 
 TEST(ReportOptions, ParsesOrNamesTheWrongOption)
 {
@@ -60,15 +72,7 @@ TEST(ReportJson, IncidentNamesFieldsAsTheRecordAndWritesAbsentValuesAsNull)
         .action = u"结束 cargo 构建"_s,
         .actionAt = TimePoint::fromSecondsSince1970(101.5),
         .points = {{TimePoint::fromSecondsSince1970(100.0), 50.0, std::nullopt, 1800.0}}};
-    const QJsonObject expected = QJsonDocument::fromJson(R"({
-        "id": "0f8fad5b-d9cb-469f-a165-70867728950e", "startedAt": 100.0, "endedAt": null,
-        "application": "cargo", "detail": "Rust 构建", "peakCPU": 187.5, "peakTemperature": null,
-        "status": "recoveredWithoutAction", "action": "结束 cargo 构建", "actionAt": 101.5,
-        "points": [{"timestamp": 100.0, "cpu": 50.0, "temperature": null, "fanRPM": 1800.0}]
-    })")
-                                     .object();
-    ASSERT_FALSE(expected.isEmpty());
-    EXPECT_EQ(incidentJson(incident), expected);
+    EXPECT_EQ(incidentJson(incident), fixtureJson(u"incident.json"_s));
 }
 
 TEST(ReportJson, MenuBarWritesStateAsCaseNameAndTheNamedTask)
@@ -78,17 +82,7 @@ TEST(ReportJson, MenuBarWritesStateAsCaseNameAndTheNamedTask)
     presentation.fan = {"fan", "风扇", "受限", u"权限受限"_s};
     presentation.primaryTask = MenuBarPresentationTask{"vite", "42%", "3 分钟"};
     presentation.remainingAttentionTaskCount = 2;
-    const QJsonObject expected = QJsonDocument::fromJson(R"({
-        "state": "actionRecommended", "menuTitle": "", "headline": "", "durationText": null,
-        "symbolName": "", "statusMessage": null, "remainingAttentionTaskCount": 2,
-        "cpu": {"id": "", "title": "", "value": "", "accessibilityValue": null},
-        "temperature": {"id": "", "title": "", "value": "", "accessibilityValue": null},
-        "fan": {"id": "fan", "title": "风扇", "value": "受限", "accessibilityValue": "权限受限"},
-        "primaryTask": {"application": "vite", "cpuText": "42%", "runningDuration": "3 分钟"}
-    })")
-                                     .object();
-    ASSERT_FALSE(expected.isEmpty());
-    EXPECT_EQ(menuBarPresentationJson(presentation), expected);
+    EXPECT_EQ(menuBarPresentationJson(presentation), fixtureJson(u"menu-bar.json"_s));
 }
 
 TEST(ReportText, ShowsTheMenuBarLineAndAnEmptyIncidentLog)

@@ -10,12 +10,17 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <iterator>
 
 namespace {
 
 // Line width in the 24-unit design square, by weight in its order.
 constexpr double kWeightStrokes[] = {1.7, 2.0, 2.3, 2.6};
 static_assert(std::size(kWeightStrokes) == std::size_t(SymbolWeight::bold) + 1);
+static_assert(std::adjacent_find(std::begin(kWeightStrokes), std::end(kWeightStrokes),
+                                 std::greater_equal<>()) == std::end(kWeightStrokes),
+              "each heavier weight draws a wider line");
 
 // Small glyphs get an optical size, as type does: below about 14 pixels a
 // regular line of the design width falls under one device pixel and fades to

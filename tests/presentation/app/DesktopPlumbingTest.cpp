@@ -4,6 +4,7 @@
 #include "platform/ApplicationInstanceChannel.h"
 #include "platform/QuitSignalWatcher.h"
 #include "platform/TerminalLauncher.h"
+#include "support/FixtureTable.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -146,23 +147,16 @@ TEST(QuitSignalWatcher, TurnsTheQuitSignalsIntoAnEvent)
 
 TEST(TerminalLauncher, PrefersTheUsersChoiceThenTheDebianAlternative)
 {
-    struct Row {
-        QString variable;
-        QStringList onPath;
-        QStringList expected;
+    const auto list = [](const QString &text) {
+        return text.isEmpty() ? QStringList() : text.split(QLatin1Char(','));
     };
-    const Row rows[] = {
-        {"kitty --single-instance",
-         {"x-terminal-emulator", "xterm"},
-         {"kitty --single-instance", "x-terminal-emulator", "xterm"}},
-        {"", {"konsole", "xterm"}, {"konsole"}},
-        {"  ", {"xfce4-terminal", "gnome-terminal"}, {"gnome-terminal"}},
-        {"", {}, {}},
-    };
-    for (const Row &row : rows) {
-        const QStringList candidates = terminalCandidates(
-            row.variable, [&](const QString &program) { return row.onPath.contains(program); });
-        EXPECT_EQ(candidates, row.expected) << row.variable.toStdString();
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("terminal-candidates"))) {
+        const QStringList onPath = list(*row.text(1));
+        EXPECT_EQ(
+            terminalCandidates(*row.text(0),
+                               [&](const QString &program) { return onPath.contains(program); }),
+            list(*row.text(2)))
+            << row.where;
     }
 }
 

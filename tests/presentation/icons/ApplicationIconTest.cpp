@@ -18,44 +18,6 @@ namespace {
 
 using namespace DashboardPalette;
 
-QImage render(QSize size, KilnWardenMarkPalette palette, bool bars)
-{
-    QImage image(size, QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    paintKilnWardenMark(painter, QRectF(QPointF(0, 0), size), palette, bars, Qt::black);
-    return image;
-}
-
-// The colour at the middle of a load bar, in canvas coordinates of a 100 square.
-QRgb barColour(const QImage &image, int bar)
-{
-    const QPointF centre = KilnWardenMarkGeometry::loadBar(bar).center();
-    return image.pixel(qRound(centre.x()), qRound(centre.y()));
-}
-
-TEST(KilnWardenMark, CentresInAWideCanvasWithItsPalettesAndBars)
-{
-    // 300 by 100: the mark is 100 wide and starts at x = 100; the brackets
-    // run from 10 to 90 with a 7-unit stroke.
-    const QImage wide = render({300, 100}, KilnWardenMarkPalette::fullColor, true);
-    for (const auto &[x, inked] : {std::pair{105, false}, {108, true}, {192, true}, {195, false}})
-        EXPECT_EQ(qAlpha(wide.pixel(x, 20)) > 0, inked) << x;
-    // Only the fourth bar carries the heat colour; the monochrome mark is all ink.
-    const QImage full = render({100, 100}, KilnWardenMarkPalette::fullColor, true);
-    const QImage mono = render({100, 100}, KilnWardenMarkPalette::monochrome, true);
-    const QImage reversed = render({100, 100}, KilnWardenMarkPalette::reversed, false);
-    EXPECT_EQ(reversed.pixel(10, 20), 0xFFFFFFFF); // a white bracket
-    for (int bar = 0; bar < 5; ++bar) {
-        SCOPED_TRACE(bar);
-        EXPECT_EQ(barColour(full, bar) | 0xFF000000,
-                  bar == KilnWardenMarkGeometry::markedBarIndex ? brandOrange : accent);
-        EXPECT_EQ(barColour(mono, bar) | 0xFF000000, brandInk);
-        // Without bars only the pulse's anti-aliased edge may reach a middle.
-        EXPECT_LT(qAlpha(barColour(reversed, bar)), 128);
-    }
-}
-
 TEST(ApplicationIcon, svgDrawsTheTileAndTheMarksStrokesAndBars)
 {
     QXmlStreamReader reader(kilnWardenApplicationIconSvg());

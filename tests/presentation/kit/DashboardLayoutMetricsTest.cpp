@@ -1,9 +1,11 @@
 #include "presentation/kit/DashboardLayoutMetrics.h"
 
 #include "presentation/kit/DashboardFonts.h"
+#include "support/FixtureTable.h"
 
 #include <QFontInfo>
 
+#include <cstdlib>
 #include <tuple>
 
 #include <gtest/gtest.h>
@@ -12,30 +14,16 @@ namespace {
 
 TEST(DashboardLayoutMetrics, ClassEdgesBelongToTheUpperClass)
 {
-    using H = DashboardHorizontalSize;
-    const struct {
-        const char *name;
-        double width, height;
-        H size;
-        double sidebar;
-        bool isShort, labels;
-    } cases[] = {
-        {"below the compact edge", 1119.99, 900, H::compact, 76, false, false},
-        {"standard from 1120", 1120, 900, H::standard, 210, false, true},
-        {"standard to 1399", 1399.99, 900, H::standard, 210, false, true},
-        {"spacious from 1400", 1400, 900, H::spacious, 240, false, true},
-        {"short below 760", 1440, 759.99, H::spacious, 240, true, true},
-        {"not short at 760", 1440, 760, H::spacious, 240, false, true},
-        {"NaN is the smallest", std::nan(""), std::nan(""), H::compact, 76, true, false},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.name);
-        const DashboardLayoutMetrics metrics = DashboardLayoutMetrics::forSize(c.width, c.height);
-        EXPECT_EQ(metrics.horizontalSize, c.size);
-        EXPECT_EQ(metrics.sidebarWidth, c.sidebar);
-        EXPECT_EQ(metrics.isShort, c.isShort);
-        EXPECT_EQ(metrics.showsSidebarLabels, c.labels);
-        EXPECT_EQ(metrics.showsPrivacyLabel, c.labels);
+    constexpr const char *kSizeNames[] = {"compact", "standard", "spacious"}; // in order
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("dashboard-size-classes"))) {
+        const DashboardLayoutMetrics metrics =
+            DashboardLayoutMetrics::forSize(std::strtod(row.fields[0].constData(), nullptr),
+                                            std::strtod(row.fields[1].constData(), nullptr));
+        EXPECT_EQ(kSizeNames[int(metrics.horizontalSize)], row.fields[2]) << row.where;
+        EXPECT_EQ(metrics.sidebarWidth, row.fields[3].toDouble()) << row.where;
+        EXPECT_EQ(metrics.isShort, row.fields[4] == "1") << row.where;
+        EXPECT_EQ(metrics.showsSidebarLabels, row.fields[5] == "1") << row.where;
+        EXPECT_EQ(metrics.showsPrivacyLabel, row.fields[5] == "1") << row.where;
     }
 }
 

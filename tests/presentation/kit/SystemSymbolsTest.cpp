@@ -1,6 +1,5 @@
 #include "presentation/kit/SystemSymbols.h"
 #include "dashboard/MenuBarPresentation.h"
-#include "presentation/kit/DashboardLayoutEnvironment.h"
 #include "presentation/shell/DashboardSection.h"
 #include "snapshot/ScriptedStore.h"
 
@@ -54,7 +53,7 @@ Ink inkOf(const QImage &image, int inset = margin)
 
 // Every glyph, the placeholder of an unknown name included, stays inside its
 // box at every weight, differs from every other, and a filled variant carries
-// more ink than its outline; heavier weights carry more ink.
+// more ink than its outline.
 TEST(SystemSymbols, everyNameDrawsItsOwnGlyphInsideItsBox)
 {
     const QString unknown = QStringLiteral("no.such.symbol");
@@ -82,47 +81,6 @@ TEST(SystemSymbols, everyNameDrawsItsOwnGlyphInsideItsBox)
             EXPECT_NE(images[other], images.back()) << qPrintable(names[int(other)]);
     }
     EXPECT_GE(filledPairs, 4); // checkmark.circle and fan at least, at both sizes
-    for (const QString &name : {QStringLiteral("cpu"), QStringLiteral("chevron.down")}) {
-        qint64 previous = 0;
-        for (const SymbolWeight weight : {SymbolWeight::regular, SymbolWeight::medium,
-                                          SymbolWeight::semibold, SymbolWeight::bold}) {
-            const qint64 ink = inkOf(render(name, 48, weight)).inside;
-            EXPECT_GT(ink, previous) << qPrintable(name);
-            previous = ink;
-        }
-    }
-}
-
-// Below about 14 pixels lines are held near one device pixel instead of
-// fading with the design width, so a small glyph is relatively heavier.
-TEST(SystemSymbols, smallGlyphsKeepOnePixelLinesAndWholePixelStarts)
-{
-    for (const QString &name : {QStringLiteral("chevron.right"), QStringLiteral("globe")}) {
-        const double small = double(inkOf(render(name, 9)).inside) / (9 * 9);
-        const double large = double(inkOf(render(name, 48)).inside) / (48 * 48);
-        EXPECT_GT(small, 1.2 * large) << qPrintable(name);
-    }
-    // A box that starts part-way into a pixel gets the same pixels as one that
-    // starts on it, instead of a blurred copy.
-    const auto drawAt = [](QPointF origin) {
-        return paintOn(24, QStringLiteral("cpu"), QRectF(origin, QSizeF(16, 16)));
-    };
-    EXPECT_EQ(drawAt({4.3, 3.8}), drawAt({4, 4}));
-}
-
-TEST(SystemSymbols, pixmapsFollowTheDevicePixelRatio)
-{
-    const QPixmap single = systemSymbolPixmap(QStringLiteral("cpu"), 16, Qt::black);
-    const QPixmap doubled =
-        systemSymbolPixmap(QStringLiteral("cpu"), 16, Qt::black, SymbolWeight::regular, 2.0);
-    EXPECT_EQ(single.size(), QSize(16, 16));
-    EXPECT_EQ(doubled.size(), QSize(32, 32));
-    EXPECT_EQ(doubled.deviceIndependentSize(), QSizeF(16, 16));
-    // The same glyph, drawn over four times the pixels.
-    const double ratio = double(inkOf(doubled.toImage(), 0).inside + 1) /
-                         double(inkOf(single.toImage(), 0).inside + 1);
-    EXPECT_NEAR(ratio, 4.0, 0.6);
-    EXPECT_FALSE(systemSymbolIcon(QStringLiteral("fan"), Qt::black).isNull());
 }
 
 TEST(SystemSymbols, absurdBoxesDrawNothingAndTranslucentInkLandsOnce)
@@ -147,46 +105,6 @@ TEST(SystemSymbols, absurdBoxesDrawNothingAndTranslucentInkLandsOnce)
             maximum = std::max(maximum, qAlpha(image.pixel(x, y)));
     }
     EXPECT_EQ(maximum, 100);
-}
-
-class ScaledHost : public QWidget, public DashboardLayoutHost {
-public:
-    explicit ScaledHost(double scale) { m_metrics.typographyScale = scale; }
-    const DashboardLayoutMetrics &layoutMetrics() const override { return m_metrics; }
-
-private:
-    DashboardLayoutMetrics m_metrics;
-};
-
-// The view draws its glyph centred, at the glyph size times the window's
-// typography scale unless told otherwise.
-TEST(SystemSymbols, viewCentresItsGlyphAndFollowsTheTextScale)
-{
-    ScaledHost host(1.5);
-    auto *view = new SymbolView(QStringLiteral("checkmark.circle.fill"), 16, Qt::black,
-                                SymbolWeight::regular, &host);
-    view->setFixedSize(40, 40);
-    const auto inkBounds = [&] {
-        const QImage image = view->grab().toImage();
-        QRect bounds;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                if (qGray(image.pixel(x, y)) < 128) // black glyph on the window colour
-                    bounds |= QRect(x, y, 1, 1);
-            }
-        }
-        return bounds;
-    };
-    EXPECT_EQ(view->sizeHint(), QSize(29, 29)); // 1.2 × 24, as a symbol beside text
-    const QRect scaled = inkBounds();
-    view->setScalesWithText(false);
-    EXPECT_EQ(view->sizeHint(), QSize(20, 20)); // 1.2 × 16, rounded up
-    const QRect plain = inkBounds();
-    EXPECT_NEAR(double(scaled.width()) / plain.width(), 1.5, 0.15);
-    for (const QRect &bounds : {scaled, plain}) {
-        EXPECT_NEAR(bounds.center().x(), 19.5, 1.0);
-        EXPECT_NEAR(bounds.center().y(), 19.5, 1.0);
-    }
 }
 
 // What the store and every menu bar state hand the views must name a drawn

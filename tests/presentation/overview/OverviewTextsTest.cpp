@@ -160,29 +160,3 @@ TEST(OverviewTrendContentTest, FixedScalesWithTheOverlayOrEachSeriesOverItsBase)
     EXPECT_EQ(temperature.area->baseValue, 0.0); // no band edge inside the plot
     EXPECT_EQ(temperature.points.front(), QPointF(1800, 60));
 }
-
-TEST(OverviewTrendContentTest, SeriesKeepOnlyPointsWithValuesAndMarkTheNewest)
-{
-    const std::optional<double> none;
-    struct Row {
-        const char *name;
-        std::vector<HeatTrendPoint> points;
-        std::size_t cpuPoints, temperaturePoints;
-        bool cpuMark, temperatureMark;
-    };
-    const Row rows[] = {
-        {"one point", {point(1800, 40, 60)}, 1, 1, true, true},
-        {"gaps", {point(1000, 40, none), point(1400, {}, 61), point(1800, 45, 62)}, 2, 2, 1, 1},
-        {"no CPU at the newest", {point(1700, 40, 60), point(1800, {}, 61)}, 1, 2, false, true},
-        {"temperature never read", {point(1700, 40), point(1800, 50)}, 2, 0, true, false},
-    };
-    for (const Row &row : rows) {
-        const TrendChartContent content = overviewTrendContent(row.points);
-        ASSERT_EQ(content.series.size(), 2u);
-        EXPECT_EQ(content.series[0].points.size(), row.cpuPoints) << row.name;
-        EXPECT_EQ(content.series[1].points.size(), row.temperaturePoints) << row.name;
-        EXPECT_EQ(content.series[0].lastPointMarkArea.has_value(), row.cpuMark) << row.name;
-        EXPECT_EQ(content.series[1].lastPointMarkArea.has_value(), row.temperatureMark) << row.name;
-        EXPECT_FALSE(content.isEmpty()) << row.name;
-    }
-}

@@ -14,7 +14,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QLayout>
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -120,10 +119,7 @@ TEST(MenuBarItem, menuAndPanelOfferOpenAndQuit)
     item.openPanelAt(QRect(100, 0, 24, 24));
     KilnWardenMenuBarPanel *panel = item.popup()->panel();
     auto *openButton = panel->findChild<QPushButton *>(QStringLiteral("menuBar-open-dashboard"));
-    auto *quitButton = panel->findChild<QPushButton *>(QStringLiteral("menuBar-quit"));
     EXPECT_TRUE(openButton->isDefault());
-    EXPECT_EQ(openButton->width(), quitButton->width());
-    EXPECT_GE(openButton->height(), 32);
     QTest::keyClick(panel, Qt::Key_Return);
     EXPECT_EQ(open.count(), 3);
     EXPECT_EQ(quit.count(), 2);
@@ -162,11 +158,6 @@ TEST(MenuBarItem, withoutATrayTheBrandBlockOpensThePanel)
     }
     QTest::mouseClick(brand, Qt::LeftButton);
     ASSERT_TRUE(item->popup()->isVisible());
-    // Under the mark and the name, whatever margins the block has around them.
-    const QRect content = brand->layout()->contentsRect();
-    const QRect contentGlobal(brand->mapToGlobal(content.topLeft()), content.size());
-    EXPECT_GT(item->popup()->geometry().top(), contentGlobal.bottom());
-    EXPECT_LT(item->popup()->geometry().top(), contentGlobal.bottom() + 12);
     EXPECT_EQ(item->popup()->panel()->presentation(), application.store().menuBarPresentation());
 
     // "打开仪表盘" closes the panel and brings the window to the front.

@@ -15,6 +15,7 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
 using S = MenuBarPresentationState;
 
 MenuBarPresentationTask task(const QString &application = QStringLiteral("clang++"))
@@ -144,25 +145,11 @@ TEST(MenuBarPanel, namesTheTasksAndSpeaksEachRowAsOneElement)
     MenuBarPresentation p = presentation(S::highLoad, task());
     p.durationText = QStringLiteral("已持续 3 分钟");
     ShownPanel rows(p);
-    struct Spoken {
-        const char *identifier;
-        QString name;
-    };
-    const Spoken spoken[] = {
-        {"menuBar-status", QStringLiteral("负载高")},
-        {"menuBar-metric-cpu", QStringLiteral("CPU 64%")},
-        {"menuBar-metric-temperature", QStringLiteral("温度 82°C")},
-        // The short word shows; the full one is spoken.
-        {"menuBar-metric-fan", QStringLiteral("风扇 权限受限")},
-    };
-    for (const Spoken &c : spoken) {
-        SCOPED_TRACE(c.identifier);
-        QWidget *widget = rows.child(QString::fromLatin1(c.identifier));
-        ASSERT_NE(widget, nullptr);
-        EXPECT_EQ(accessibleText(widget, QAccessible::Name), c.name);
-    }
-    EXPECT_EQ(accessibleText(rows.child(QStringLiteral("menuBar-status")), QAccessible::Value),
-              QStringLiteral("已持续 3 分钟"));
+    // The short word shows; the full one is spoken.
+    expectHeard(&rows.panel, {{u"menuBar-status"_s, u"负载高"_s, u"已持续 3 分钟"_s},
+                              {u"menuBar-metric-cpu"_s, u"CPU 64%"_s},
+                              {u"menuBar-metric-temperature"_s, u"温度 82°C"_s},
+                              {u"menuBar-metric-fan"_s, u"风扇 权限受限"_s}});
     // The texts inside a combined row are not announced on their own.
     QAccessibleInterface *value = QAccessible::queryAccessibleInterface(
         rows.child(QStringLiteral("menuBar-metric-cpu"))->findChildren<QLabel *>().last());
