@@ -1,5 +1,4 @@
 #include "dashboard/ProcessExitWaiter.h"
-#include "process/ProtectedProcessNames.h"
 #include "sampling/Cancellation.h"
 #include "support/FakeTermination.h"
 #include "support/FixtureTable.h"
@@ -87,15 +86,6 @@ TEST(SafetyCheckOrder, FirstFailingTestDecides)
                                           {kPid, ProcessTerminationSignal::graceful}}));
         }
     }
-}
-
-// Lower-cased, exact names only: a prefix or a longer name is not protected.
-TEST(ProtectedProcessNames, ExactNamesInAnyCase)
-{
-    for (const char *name : {"launchd", "WindowServer", "systemd", "Xwayland", "SSHD"})
-        EXPECT_TRUE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
-    for (const char *name : {"systemd-foo", "sshd-session", "gdm-x", "node", ""})
-        EXPECT_FALSE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
 }
 
 // The record alone refuses without touching any process; an accepted target
