@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QTest>
 
 #include <cerrno>
@@ -139,7 +138,8 @@ TEST(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
         for (const QString &interval : row.text(0)->split(u',', Qt::SkipEmptyParts))
             intervals.push_back(interval.toDouble());
         auto reader = std::make_shared<FakeProcessIdentityReader>();
-        std::vector<std::optional<ProcessTerminationTarget>> readings(row.text(1)->toInt(), kSeen);
+        std::vector<std::optional<ProcessTerminationTarget>> readings(
+            row.text(1)->toInt(), seen(row.text(4).value_or(QString())));
         readings.push_back(std::nullopt);
         reader->queueReadings(kPid, readings);
         const auto controller = makeFakeTerminationController(
@@ -149,18 +149,6 @@ TEST(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
             << row.where;
         EXPECT_EQ(reader->readCount(kPid), row.text(3)->toInt()) << row.where;
     }
-}
-
-TEST_F(WaitForExit, ReusedPidCountsAsExit)
-{
-    reader->setReading(kPid, seen("start=9999"));
-    const auto controller = makeFakeTerminationController(reader, sender);
-    EXPECT_FALSE(controller.waitForExit(kSeen, cancellation));
-    // The name does not take part in "running".
-    reader->setReading(kPid, seen("name=renamed"));
-    EXPECT_TRUE(controller.isRunning(kSeen));
-    reader->setReading(kPid, seen("user=other"));
-    EXPECT_FALSE(controller.isRunning(kSeen));
 }
 
 TEST_F(WaitForExit, CancelledSleepCountsAsRunning)

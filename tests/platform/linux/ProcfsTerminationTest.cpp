@@ -22,7 +22,6 @@
 #include <csignal>
 #include <fstream>
 #include <functional>
-#include <thread>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -32,7 +31,6 @@
 #include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
