@@ -158,8 +158,8 @@ TEST(GetifaddrsNetworkProbe, RatesOverMadeUpInterfacesAndCounters)
         {"lo", up | loopback, AF_PACKET}, {"eth0", up, AF_PACKET}, {"eth0", up, AF_INET6}};
     GetifaddrsNetworkProbe probe(QStringLiteral("/sys"), std::make_unique<MadeUpListing>(addresses),
                                  reader);
-    // Beyond 4 GiB, where the 32-bit counters of ifa_data would have wrapped.
-    const std::uint64_t base = 6ull << 30;
+    // Across 4 GiB, where the 32-bit counters of ifa_data would wrap.
+    const std::uint64_t base = (4ull << 30) - 1000;
     setCounters("lo", 1, 1);
     setCounters("eth0", base, 200);
     EXPECT_EQ(probe.sample(at(10)), SensorReading<NetworkThroughput>::warmingUp());
