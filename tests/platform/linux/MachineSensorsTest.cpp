@@ -16,6 +16,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <tuple>
 
 #include <dlfcn.h>
 
@@ -241,30 +242,22 @@ TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
     {
         LinuxGPUUsageProbe probe(fixtureSys(QStringLiteral("hybrid-nvidia-laptop")),
                                  KW_FAKE_NVML_BUSY_PATH, reader);
-        const struct {
-            bool awake;
-            double percent; // the stand-in's devices give 12 % and 37 %
-            int sessionsStarted;
-            int sessionsEnded;
-        } ticks[] = {{true, 37.0, 1, 0},
-                     {true, 37.0, 1, 0},
-                     {false, 0.0, 1, 1},
-                     {false, 0.0, 1, 1},
-                     {true, 37.0, 2, 1}};
-        int tick = 0;
-        for (const auto &t : ticks) {
-            *awake = t.awake;
+        // Awake or not, then the sessions started and ended so far; awake,
+        // the stand-in's busiest device gives 37 %.
+        const std::tuple<bool, int, int> ticks[] = {
+            {true, 1, 0}, {true, 1, 0}, {false, 1, 1}, {false, 1, 1}, {true, 2, 1}};
+        for (std::size_t tick = 0; tick < std::size(ticks); ++tick) {
+            const auto [isAwake, started, ended] = ticks[tick];
+            *awake = isAwake;
             const int callsBefore = nvml.calls();
-            EXPECT_EQ(probe.sample(), R::available(t.percent, QStringLiteral("NVIDIA NVML")))
-                << tick;
-            EXPECT_EQ(nvml.initCalls() - initBefore, t.sessionsStarted) << tick;
-            EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, t.sessionsEnded) << tick;
+            EXPECT_EQ(probe.sample(), R::available(isAwake ? 37.0 : 0.0, "NVIDIA NVML")) << tick;
+            EXPECT_EQ(nvml.initCalls() - initBefore, started) << tick;
+            EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, ended) << tick;
             // Asleep, the library is not called, but for the one nvmlShutdown
             // that ends the session the card went to sleep with.
-            if (!t.awake) {
-                EXPECT_EQ(nvml.calls() - callsBefore, ticks[tick - 1].awake ? 1 : 0) << tick;
+            if (!isAwake) {
+                EXPECT_EQ(nvml.calls() - callsBefore, std::get<0>(ticks[tick - 1]) ? 1 : 0) << tick;
             }
-            ++tick;
         }
     }
     EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, 2);
