@@ -122,9 +122,6 @@ TEST(SumNetworkCounters, CountsOnlyLiveNonLoopbackLinkRecordsWithCounters)
     EXPECT_EQ(sumNetworkCounters(records, kLink), (NetworkCounters{1010, 220}));
     EXPECT_EQ(sumNetworkCounters(std::vector<NetworkInterfaceRecord>{}, kLink), std::nullopt);
     EXPECT_EQ(sumNetworkCounters(std::nullopt, kLink), std::nullopt);
-    // Only loopback up: counters exist and sum to zero.
-    EXPECT_EQ(sumNetworkCounters(std::vector{link("lo", up | kInterfaceLoopbackFlag, 9, 9)}, kLink),
-              (NetworkCounters{0, 0}));
 }
 
 TEST(NetworkIORateTracker, FollowsTheSnapshotRulesTickByTick)
