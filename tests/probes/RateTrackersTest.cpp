@@ -54,13 +54,12 @@ TEST(CPUUsageTracker, SequencesOfReads)
     }
 }
 
+// The ratio, nice as busy and no delta are the table's; here, the ends of the
+// range and one counter going back while another moves on.
 TEST(CPUUsageTracker, UsageArithmetic)
 {
-    EXPECT_NEAR(*cpuUsageBetween({100, 50, 800, 50}, {160, 80, 850, 60}), 66.6667, 1e-3);
     EXPECT_EQ(cpuUsageBetween({0, 0, 0, 0}, {0, 0, 10, 0}), 0.0);
     EXPECT_EQ(cpuUsageBetween({0, 0, 0, 0}, {10, 0, 0, 0}), 100.0);
-    EXPECT_EQ(cpuUsageBetween({0, 0, 0, 0}, {0, 0, 0, 10}), 100.0); // nice counts as busy
-    EXPECT_EQ(cpuUsageBetween({0, 0, 5, 0}, {0, 0, 5, 0}), std::nullopt);
     EXPECT_EQ(cpuUsageBetween({0, 0, 5, 0}, {1, 0, 4, 0}), std::nullopt);
 }
 
