@@ -69,9 +69,9 @@ public:
 private:
     int count(const char *counter) const
     {
-        const auto function =
-            m_handle ? reinterpret_cast<int (*)()>(::dlsym(m_handle.get(), counter)) : nullptr;
-        return function ? function() : -1;
+        const auto count =
+            m_handle ? static_cast<int *>(::dlsym(m_handle.get(), counter)) : nullptr;
+        return count ? *count : -1;
     }
     std::unique_ptr<void, int (*)(void *)> m_handle;
 };
