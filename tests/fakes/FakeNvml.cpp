@@ -1,7 +1,6 @@
 // A stand-in for libnvidia-ml.so.1, built in three variants from this one
 // source, so the NVML route runs against something on machines without an
-// NVIDIA driver. Counts its calls for the tests to check: every call, and
-// init and shutdown apart.
+// NVIDIA driver.
 
 extern "C" {
 
@@ -13,33 +12,22 @@ struct nvmlUtilization_st {
     unsigned int memory;
 };
 
+// The call counts, read by the tests through dlsym: every call, and init and
+// shutdown apart.
+int kwFakeNvmlCalls = 0;
+int kwFakeNvmlInitCalls = 0;
+int kwFakeNvmlShutdownCalls = 0;
+
 namespace {
 // Two working devices at 12 % and 37 %, and a third whose handle cannot be had.
 nvmlDevice_st devices[] = {{12}, {37}};
 constexpr unsigned int kDeviceCount = 3;
-int calls = 0;
-int initCalls = 0;
-int shutdownCalls = 0;
 } // namespace
-
-int kwFakeNvmlCalls()
-{
-    return calls;
-}
-
-int kwFakeNvmlInitCalls()
-{
-    return initCalls;
-}
-int kwFakeNvmlShutdownCalls()
-{
-    return shutdownCalls;
-}
 
 int nvmlInit_v2()
 {
-    ++calls;
-    ++initCalls;
+    ++kwFakeNvmlCalls;
+    ++kwFakeNvmlInitCalls;
 #ifdef KW_FAKE_NVML_INIT_FAILS
     return 9; // NVML_ERROR_DRIVER_NOT_LOADED
 #else
@@ -49,21 +37,21 @@ int nvmlInit_v2()
 
 int nvmlShutdown()
 {
-    ++calls;
-    ++shutdownCalls;
+    ++kwFakeNvmlCalls;
+    ++kwFakeNvmlShutdownCalls;
     return 0;
 }
 
 int nvmlDeviceGetCount_v2(unsigned int *count)
 {
-    ++calls;
+    ++kwFakeNvmlCalls;
     *count = kDeviceCount;
     return 0;
 }
 
 int nvmlDeviceGetHandleByIndex_v2(unsigned int index, nvmlDevice_st **device)
 {
-    ++calls;
+    ++kwFakeNvmlCalls;
     if (index >= sizeof devices / sizeof devices[0])
         return 15; // NVML_ERROR_GPU_IS_LOST
     *device = &devices[index];
@@ -73,7 +61,7 @@ int nvmlDeviceGetHandleByIndex_v2(unsigned int index, nvmlDevice_st **device)
 #ifndef KW_FAKE_NVML_MISSING_SYMBOL
 int nvmlDeviceGetUtilizationRates(nvmlDevice_st *device, nvmlUtilization_st *utilization)
 {
-    ++calls;
+    ++kwFakeNvmlCalls;
     utilization->gpu = device->busyPercent;
     utilization->memory = 5;
     return 0;

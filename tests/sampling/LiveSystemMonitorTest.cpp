@@ -28,12 +28,15 @@ bool finishes(const SampleStream &stream)
     return stream.isFinished();
 }
 
-// The first sample comes before any sleep: with an interval far beyond the
-// guard, a monitor that slept first would deliver nothing in time.
-TEST(LiveSystemMonitor, FirstSampleComesAtOnceWithRatesWarmingUp)
+// The first sample comes before any sleep, and terminating cuts the sleep
+// short: with an interval far beyond the guard, a monitor that slept first
+// would deliver nothing in time, and the producer could only have finished by
+// being woken.
+TEST(LiveSystemMonitor, FirstSampleComesAtOnceAndTerminatingCutsTheSleepShort)
 {
+    auto log = std::make_shared<ProbeCallLog>();
     std::promise<void> ready;
-    LiveSystemMonitor monitor(makeFakeSampler(std::make_shared<ProbeCallLog>()), 3600.0);
+    LiveSystemMonitor monitor(makeFakeSampler(log), 3600.0);
     auto stream = monitor.samples([&, once = std::make_shared<std::once_flag>()] {
         std::call_once(*once, [&] { ready.set_value(); });
     });
@@ -41,6 +44,10 @@ TEST(LiveSystemMonitor, FirstSampleComesAtOnceWithRatesWarmingUp)
     const auto first = stream->next();
     ASSERT_TRUE(first);
     EXPECT_EQ(first->cpuUsage, SensorReading<double>::warmingUp()); // not sampled twice
+    stream->terminate();
+    ASSERT_TRUE(finishes(*stream));
+    EXPECT_EQ(log->count("process"), 1u);
+    EXPECT_FALSE(stream->next()); // the stream has ended
 }
 
 // The wait is taken after each sample is handed over: from the hand-over to
@@ -68,20 +75,6 @@ TEST(LiveSystemMonitor, NextTickStartsAnIntervalAfterTheHandOver)
     ASSERT_TRUE(starts.size() >= 4 && handOvers.size() >= 3);
     for (std::size_t i = 1; i < 4; ++i)
         EXPECT_GE(std::chrono::duration<double>(starts[i] - handOvers[i - 1]).count(), 0.2 - 1e-3);
-}
-
-// Termination cuts the sleep short: with an interval far beyond the guard the
-// producer could only have finished by being woken.
-TEST(LiveSystemMonitor, TerminatingEndsTheProducerWithoutWaitingOutTheSleep)
-{
-    auto log = std::make_shared<ProbeCallLog>();
-    LiveSystemMonitor monitor(makeFakeSampler(log), 3600.0);
-    auto stream = monitor.samples();
-    ASSERT_TRUE(stream->next());
-    stream->terminate();
-    ASSERT_TRUE(finishes(*stream));
-    EXPECT_EQ(log->count("process"), 1u);
-    EXPECT_FALSE(stream->next()); // the stream has ended
 }
 
 // A tick under way when the stream is terminated finishes, but its sample is

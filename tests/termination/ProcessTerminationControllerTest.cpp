@@ -1,12 +1,10 @@
 #include "dashboard/ProcessExitWaiter.h"
-#include "process/ProtectedProcessNames.h"
 #include "sampling/Cancellation.h"
 #include "support/FakeTermination.h"
 #include "support/FixtureTable.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QTest>
 
 #include <cerrno>
@@ -89,15 +87,6 @@ TEST(SafetyCheckOrder, FirstFailingTestDecides)
     }
 }
 
-// Lower-cased, exact names only: a prefix or a longer name is not protected.
-TEST(ProtectedProcessNames, ExactNamesInAnyCase)
-{
-    for (const char *name : {"launchd", "WindowServer", "systemd", "Xwayland", "SSHD"})
-        EXPECT_TRUE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
-    for (const char *name : {"systemd-foo", "sshd-session", "gdm-x", "node", ""})
-        EXPECT_FALSE(isTerminationProtectedName(QString::fromLatin1(name))) << name;
-}
-
 // The record alone refuses without touching any process; an accepted target
 // is pinned before it is read, and the signal goes through the pin. A kernel
 // failure is reported once with its error number, never retried. Only the
@@ -149,7 +138,8 @@ TEST(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
         for (const QString &interval : row.text(0)->split(u',', Qt::SkipEmptyParts))
             intervals.push_back(interval.toDouble());
         auto reader = std::make_shared<FakeProcessIdentityReader>();
-        std::vector<std::optional<ProcessTerminationTarget>> readings(row.text(1)->toInt(), kSeen);
+        std::vector<std::optional<ProcessTerminationTarget>> readings(
+            row.text(1)->toInt(), seen(row.text(4).value_or(QString())));
         readings.push_back(std::nullopt);
         reader->queueReadings(kPid, readings);
         const auto controller = makeFakeTerminationController(
@@ -159,18 +149,6 @@ TEST(WaitForExitSchedule, ChecksAtOnceThenAfterEachInterval)
             << row.where;
         EXPECT_EQ(reader->readCount(kPid), row.text(3)->toInt()) << row.where;
     }
-}
-
-TEST_F(WaitForExit, ReusedPidCountsAsExit)
-{
-    reader->setReading(kPid, seen("start=9999"));
-    const auto controller = makeFakeTerminationController(reader, sender);
-    EXPECT_FALSE(controller.waitForExit(kSeen, cancellation));
-    // The name does not take part in "running".
-    reader->setReading(kPid, seen("name=renamed"));
-    EXPECT_TRUE(controller.isRunning(kSeen));
-    reader->setReading(kPid, seen("user=other"));
-    EXPECT_FALSE(controller.isRunning(kSeen));
 }
 
 TEST_F(WaitForExit, CancelledSleepCountsAsRunning)

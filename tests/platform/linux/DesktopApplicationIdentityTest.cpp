@@ -36,25 +36,18 @@ TEST(DesktopEntryTest, DataDirectoriesFollowTheXDGDefaults)
     EXPECT_EQ(xdgDataDirectories({}, {}, {}), (QStringList{"/usr/local/share", "/usr/share"}));
 }
 
-// The entry of the first data directory that has one, else the ID's last part.
+// tests/fixtures/tables/desktop-application-identities
 TEST(DesktopApplicationIdentitiesTest, NamesFromTheEntryOrTheApplicationID)
 {
     DesktopApplicationIdentities identities(
         {kFixture + "/home/.local/share", kFixture + "/usr/share"});
-    const std::tuple<const char *, QString, const char *> rows[] = {
-        {"org.gnome.Terminal",
-         kFixture + "/home/.local/share/applications/org.gnome.Terminal.desktop", "终端"},
-        {"firefox", kFixture + "/usr/share/applications/firefox.desktop", "Firefox Web Browser"},
-        {"nameless", kFixture + "/usr/share/applications/nameless.desktop", "nameless"},
-        {"org.example.NotInstalled", "org.example.NotInstalled", "NotInstalled"},
-        {"trailing.", "trailing.", "trailing."},
-        // A file name that climbs out of the applications folder is no ID's.
-        {"../applications/firefox", "../applications/firefox", "/applications/firefox"},
-    };
-    for (const auto &[id, path, name] : rows) {
-        const DesktopApplicationIdentity identity = identities.identityForApplicationID(id);
-        EXPECT_EQ(identity.applicationPath, path) << id;
-        EXPECT_EQ(identity.applicationName, QString::fromUtf8(name)) << id;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("desktop-application-identities"))) {
+        const QString path = *row.text(1);
+        const DesktopApplicationIdentity identity =
+            identities.identityForApplicationID(*row.text(0));
+        EXPECT_EQ(identity.applicationPath, path.startsWith(u'/') ? kFixture + path : path)
+            << row.where;
+        EXPECT_EQ(identity.applicationName, row.text(2)) << row.where;
     }
 }
 

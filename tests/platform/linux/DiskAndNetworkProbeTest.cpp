@@ -1,5 +1,6 @@
 #include "platform/linux/GetifaddrsNetworkProbe.h"
 #include "platform/linux/ProcDiskstatsDiskProbe.h"
+#include "support/FixtureTable.h"
 #include "support/Fixtures.h"
 #include "support/SyncedWrite.h"
 
@@ -24,36 +25,27 @@ TimePoint at(double seconds)
 
 // ---- /proc/diskstats ----
 
-TEST(ParseDiskstats, TakesNameAndSectorFieldsAndSkipsBrokenLines)
+// The lines of tests/fixtures/tables/diskstats-lines, parsed as one file.
+TEST(Diskstats, ParsesTheLinesAndCountsOnlyWholeRealDisksInBytes)
 {
-    const std::string_view text =
-        " 254       0 vda 38069 8168 3200810 11774 12552 7704 1359296 3104 0 6584 16094\n"
-        "   8 0 sda 1 2 3 4 5 6\n"               // too few fields
-        "   8 16 sdb 1 2 x 4 5 6 7 8 9 10 11\n"  // a sector count that is no number
-        "   8 32 sdc 1 2 -3 4 5 6 7 8 9 10 11\n" // nor is a negative one
-        "\n"
-        "\t8\t48\tsdd\t1\t2\t30\t4\t5\t6\t70\t8" // tabs, no newline at the end
-        ;
-    const std::vector<DiskstatsLine> expected = {{"vda", 3200810, 1359296}, {"sdd", 30, 70}};
-    EXPECT_EQ(parseDiskstats(text), expected);
+    std::string text;
+    std::vector<DiskstatsLine> lines;
+    std::vector<QByteArray> block;
+    std::vector<DiskDeviceCounters> disks;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("diskstats-lines"))) {
+        text += row.view(0);
+        const QList<QByteArray> line = row.fields[1].split(':');
+        if (line.size() == 3)
+            lines.push_back({line[0], line[1].toULongLong(), line[2].toULongLong()});
+        if (row.fields[2] != "-")
+            block.push_back(row.fields[2]);
+        const QList<QByteArray> bytes = row.field(3).value_or("").split(':');
+        if (bytes.size() == 2)
+            disks.push_back({line[0], bytes[0].toULongLong(), bytes[1].toULongLong()});
+    }
+    EXPECT_EQ(parseDiskstats(text), lines);
     EXPECT_TRUE(parseDiskstats("").empty());
-}
-
-TEST(WholeDiskCounters, KeepsOnlyWholeRealDisksInBytes)
-{
-    const std::vector<QByteArray> block = {"vda",   "sda",  "loop0",   "zram0",   "dm-0",
-                                           "md127", "ram0", "nvme0n1", "mmcblk0", "cciss!c0d0"};
-    const std::vector<DiskstatsLine> lines = {
-        {"vda", 10, 20},      {"vda1", 9, 19},       {"sda", 1, 1},     {"loop0", 100, 0},
-        {"zram0", 100, 100},  {"dm-0", 50, 50},      {"md127", 70, 70}, {"ram0", 1, 1},
-        {"nvme0n1", 0, 0},    {"nvme0n1p1", 1, 1},   {"mmcblk0", 2, 3}, {"sr0", 4, 4},
-        {"cciss/c0d0", 1, 0}, {"cciss/c0d0p1", 1, 0}};
-    const std::vector<DiskDeviceCounters> expected = {{"vda", 5120, 10240},
-                                                      {"sda", 512, 512},
-                                                      {"nvme0n1", 0, 0},
-                                                      {"mmcblk0", 1024, 1536},
-                                                      {"cciss/c0d0", 512, 0}};
-    EXPECT_EQ(wholeDiskCounters(lines, block), expected);
+    EXPECT_EQ(wholeDiskCounters(lines, block), disks);
     // Sector counts beyond what bytes can hold are capped, not wrapped.
     const auto huge = wholeDiskCounters({{"vda", ~0ull, 1}}, {"vda"});
     EXPECT_EQ(huge.front().bytesRead, ~0ull);
@@ -166,8 +158,8 @@ TEST(GetifaddrsNetworkProbe, RatesOverMadeUpInterfacesAndCounters)
         {"lo", up | loopback, AF_PACKET}, {"eth0", up, AF_PACKET}, {"eth0", up, AF_INET6}};
     GetifaddrsNetworkProbe probe(QStringLiteral("/sys"), std::make_unique<MadeUpListing>(addresses),
                                  reader);
-    // Beyond 4 GiB, where the 32-bit counters of ifa_data would have wrapped.
-    const std::uint64_t base = 6ull << 30;
+    // Across 4 GiB, where the 32-bit counters of ifa_data would wrap.
+    const std::uint64_t base = (4ull << 30) - 1000;
     setCounters("lo", 1, 1);
     setCounters("eth0", base, 200);
     EXPECT_EQ(probe.sample(at(10)), SensorReading<NetworkThroughput>::warmingUp());
