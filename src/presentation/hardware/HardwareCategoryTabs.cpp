@@ -4,7 +4,17 @@
 #include "presentation/kit/AccessibleSelection.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(HardwareCategoryTabs)
+};
+
+} // namespace
 
 HardwareCategoryTabs::HardwareCategoryTabs(QWidget *parent) : RoundedBox(parent)
 {
@@ -62,7 +72,7 @@ void HardwareCategoryTabs::refreshTabs()
                                     : QColor(Qt::transparent));
         m_titles[i]->setColor(
             QColor::fromRgb(selected ? DashboardPalette::white : DashboardPalette::textSecondary));
-        setAccessibleValue(m_tabs[i], selected ? kwText("已选择") : kwText("未选择"));
+        setAccessibleValue(m_tabs[i], selected ? Words::tr("已选择") : Words::tr("未选择"));
         setAccessibleSelected(m_tabs[i], selected);
     }
 }

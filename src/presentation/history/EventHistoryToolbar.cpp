@@ -6,9 +6,18 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(EventHistoryToolbar)
+};
+
+} // namespace
 
 EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
 {
@@ -42,7 +51,7 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
     magnifier->setFixedSize(14, 14);
     m_searchField = new QLineEdit;
     m_searchField->setFrame(false);
-    m_searchField->setPlaceholderText(kwText("搜索事件或进程"));
+    m_searchField->setPlaceholderText(Words::tr("搜索事件或进程"));
     m_searchField->setClearButtonEnabled(false);
     setDashboardFont(m_searchField, 12);
     QPalette fieldPalette = m_searchField->palette();
@@ -51,7 +60,7 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
     fieldPalette.setColor(QPalette::PlaceholderText, QColor::fromRgb(textTertiary));
     m_searchField->setPalette(fieldPalette);
     m_searchField->setObjectName(QStringLiteral("eventHistorySearch"));
-    m_searchField->setAccessibleName(kwText("搜索事件或进程"));
+    m_searchField->setAccessibleName(Words::tr("搜索事件或进程"));
     attach(m_search,
            row(7, {12, 0, 12, 0},
                {LayoutItem(magnifier, 0, Qt::AlignVCenter), LayoutItem(m_searchField, 1)}));
@@ -73,7 +82,7 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
                       {LayoutItem(rangeLabel, 0, Qt::AlignVCenter),
                        LayoutItem(chevron, 0, Qt::AlignVCenter)}));
     setAccessibility(range, QStringLiteral("eventHistoryRange"),
-                     kwText("事件范围：%1").arg(rangeText));
+                     Words::tr("事件范围：%1").arg(rangeText));
     setAccessibleRole(range, QAccessible::StaticText);
     bar->addWidget(range, 0, Qt::AlignVCenter);
     bar->addStretch(1);
@@ -97,7 +106,7 @@ void EventHistoryToolbar::setFilter(EventHistoryFilter filter)
         const bool current = chip.filter == filter;
         chip.box->setFill(QColor::fromRgb(current ? accent : controlBackground));
         chip.label->setColor(QColor::fromRgb(current ? white : textSecondary));
-        setAccessibleValue(chip.box, current ? kwText("已选择") : QString());
+        setAccessibleValue(chip.box, current ? Words::tr("已选择") : QString());
         setAccessibleSelected(chip.box, current);
     }
 }

@@ -4,9 +4,18 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QPainter>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ConfirmationDialog)
+};
+
+} // namespace
 
 ConfirmationDialog::ConfirmationDialog(const QString &identifier, const QString &cancelIdentifier,
                                        const QString &confirmIdentifier, QWidget *parent)
@@ -23,7 +32,7 @@ ConfirmationDialog::ConfirmationDialog(const QString &identifier, const QString 
     m_title->setWordWrap(true);
     m_message = new TextLabel(QString(), 13, DashboardFontWeight::regular, textSecondary);
     m_message->setWordWrap(true);
-    m_cancel = new DashboardDialogButton(kwText("取消"), DashboardDialogButton::Tone::neutral);
+    m_cancel = new DashboardDialogButton(Words::tr("取消"), DashboardDialogButton::Tone::neutral);
     m_cancel->setObjectName(cancelIdentifier);
     m_confirm = new DashboardDialogButton(QString(), DashboardDialogButton::Tone::destructive);
     m_confirm->setObjectName(confirmIdentifier);

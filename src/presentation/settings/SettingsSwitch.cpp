@@ -2,12 +2,17 @@
 
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardPalette.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 #include <QPainterPath>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(SettingsSwitch)
+};
 
 // The small control size of a desktop switch.
 constexpr double kTrackWidth = 32;
@@ -47,7 +52,7 @@ void SettingsSwitch::nextCheckState()
 
 void SettingsSwitch::updateAccessibleValue()
 {
-    setAccessibleValue(this, isChecked() ? kwText("已开启") : kwText("已关闭"));
+    setAccessibleValue(this, isChecked() ? Words::tr("已开启") : Words::tr("已关闭"));
 }
 
 void SettingsSwitch::paintEvent(QPaintEvent *)

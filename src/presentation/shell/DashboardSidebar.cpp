@@ -7,10 +7,19 @@
 #include "presentation/kit/KilnWardenMark.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPainter>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardSidebar)
+};
+
+} // namespace
 
 DashboardSidebar::DashboardSidebar(QWidget *parent) : QWidget(parent)
 {
@@ -36,7 +45,7 @@ DashboardSidebar::DashboardSidebar(QWidget *parent) : QWidget(parent)
     connect(m_brand, &QAbstractButton::clicked, this, &DashboardSidebar::brandActivated);
     m_brand->installEventFilter(this);
 
-    m_caption = new TextLabel(kwText("工作区"), 10, DashboardFontWeight::regular,
+    m_caption = new TextLabel(Words::tr("工作区"), 10, DashboardFontWeight::regular,
                               DashboardPalette::textTertiary);
     m_caption->setContentsMargins(12, 0, 12, 0);
 
@@ -91,7 +100,7 @@ void DashboardSidebar::setBrandOpensPanel(bool opensPanel)
 {
     m_brand->setFocusPolicy(opensPanel ? Qt::StrongFocus : Qt::NoFocus);
     m_brand->setCursor(opensPanel ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    const QString action = opensPanel ? kwText("打开 KilnWarden 状态面板") : QString();
+    const QString action = opensPanel ? Words::tr("打开 KilnWarden 状态面板") : QString();
     m_brand->setToolTip(action);
     m_brand->setAccessibleDescription(action);
 }
@@ -127,7 +136,7 @@ void DashboardSidebar::refreshRows()
                                          : QColor(Qt::transparent));
         sectionRow.symbol->setColor(foreground);
         sectionRow.title->setColor(foreground);
-        setAccessibleValue(sectionRow.box, selected ? kwText("已选择") : kwText("未选择"));
+        setAccessibleValue(sectionRow.box, selected ? Words::tr("已选择") : Words::tr("未选择"));
         setAccessibleSelected(sectionRow.box, selected);
     }
 }

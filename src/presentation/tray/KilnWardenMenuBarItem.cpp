@@ -4,12 +4,21 @@
 #include "presentation/tray/KilnWardenMenuBarLabel.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
 #include "presentation/tray/MenuBarPanelPopup.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QPalette>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(KilnWardenMenuBarItem)
+};
+
+} // namespace
 
 KilnWardenMenuBarItem::KilnWardenMenuBarItem(DashboardStore &store,
                                              TrayAvailability isTrayAvailable, QObject *parent)
@@ -29,8 +38,9 @@ KilnWardenMenuBarItem::KilnWardenMenuBarItem(DashboardStore &store,
     });
 
     m_menu = new QMenu;
-    m_menu->addAction(kwText("打开仪表盘"), this, &KilnWardenMenuBarItem::openDashboardRequested);
-    m_menu->addAction(kwText("退出"), this, &KilnWardenMenuBarItem::quitRequested);
+    m_menu->addAction(Words::tr("打开仪表盘"), this,
+                      &KilnWardenMenuBarItem::openDashboardRequested);
+    m_menu->addAction(Words::tr("退出"), this, &KilnWardenMenuBarItem::quitRequested);
 
     m_icon = new QSystemTrayIcon(this);
     m_icon->setContextMenu(m_menu);
