@@ -134,7 +134,7 @@ void IncidentListPanel::placeCaptions()
     const int rowWidth = m_stack->currentWidget() == m_view ? m_view->viewport()->width()
                                                             : m_stack->contentsRect().width();
     const std::array<int, kEventHistoryColumnCount> widths =
-        fittedEventHistoryColumnWidths(m_delegate->horizontalSize(), rowWidth);
+        m_delegate->columnWidths(m_view, rowWidth);
     for (std::size_t column = 0; column < m_captions.size(); ++column) {
         const int inset = column == 0 ? kEventHistoryLeadingInset : 0;
         m_captions[column]->setContentsMargins(inset, 0, 0, 0);
