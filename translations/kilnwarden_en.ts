@@ -709,7 +709,7 @@
     </message>
     <message>
         <source>CPU 负载 · 近 5 分钟平均 %1</source>
-        <translation>CPU load · 5-min average %1</translation>
+        <translation>CPU · 5-min avg %1</translation>
     </message>
     <message>
         <source>高影响</source>
