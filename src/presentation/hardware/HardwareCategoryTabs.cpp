@@ -5,17 +5,6 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
 
-#include <QCoreApplication>
-
-namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(HardwareCategoryTabs)
-};
-
-} // namespace
-
 HardwareCategoryTabs::HardwareCategoryTabs(QWidget *parent) : RoundedBox(parent)
 {
     setFill(QColor::fromRgb(DashboardPalette::controlBackground));
@@ -72,7 +61,7 @@ void HardwareCategoryTabs::refreshTabs()
                                     : QColor(Qt::transparent));
         m_titles[i]->setColor(
             QColor::fromRgb(selected ? DashboardPalette::white : DashboardPalette::textSecondary));
-        setAccessibleValue(m_tabs[i], selected ? Words::tr("已选择") : Words::tr("未选择"));
+        setAccessibleValue(m_tabs[i], selected ? tr("已选择") : tr("未选择"));
         setAccessibleSelected(m_tabs[i], selected);
     }
 }

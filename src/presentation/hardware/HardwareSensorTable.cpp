@@ -5,19 +5,9 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 
-#include <QCoreApplication>
 #include <QResizeEvent>
 
 #include <cmath>
-
-namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(HardwareSensorTable)
-};
-
-} // namespace
 
 HardwareSensorTableLine::HardwareSensorTableLine(double fontSize, int height, QWidget *parent)
     : QWidget(parent)
@@ -93,11 +83,11 @@ void HardwareSensorTableLine::placeCells()
 
 HardwareSensorTable::HardwareSensorTable(QWidget *parent) : QWidget(parent)
 {
-    auto *title = new TextLabel(Words::tr("传感器读数"), 18, DashboardFontWeight::semibold,
+    auto *title = new TextLabel(tr("传感器读数"), 18, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
     setAccessibleRole(title, QAccessible::Heading);
-    auto *live = new TextLabel(Words::tr("实时"), 12, DashboardFontWeight::regular,
-                               DashboardPalette::success);
+    auto *live =
+        new TextLabel(tr("实时"), 12, DashboardFontWeight::regular, DashboardPalette::success);
     auto *heading = new QWidget;
     heading->setFixedHeight(32);
     auto *headingRow = row(10, {}, {title, live, flexible()});
@@ -106,14 +96,13 @@ HardwareSensorTable::HardwareSensorTable(QWidget *parent) : QWidget(parent)
     attach(heading, headingRow);
 
     m_header = new HardwareSensorTableLine(11, 28);
-    m_header->setCells(
-        {Words::tr("传感器"), Words::tr("位置"), Words::tr("当前读数"), Words::tr("状态")});
+    m_header->setCells({tr("传感器"), tr("位置"), tr("当前读数"), tr("状态")});
     const QRgb secondary = DashboardPalette::textSecondary;
     m_header->setCellColors({secondary, secondary, secondary, secondary});
 
     m_rows = column(0, {}, {});
     attach(this, column(0, {}, {heading, m_header, m_rows, flexible()}));
-    setAccessibility(this, QStringLiteral("hardwareSensorTable"), Words::tr("传感器读数"));
+    setAccessibility(this, QStringLiteral("hardwareSensorTable"), tr("传感器读数"));
 }
 
 void HardwareSensorTable::setStatuses(const std::vector<DashboardSensorStatus> &statuses)

@@ -70,19 +70,17 @@ IncidentDetailPanel::IncidentDetailPanel(std::function<void()> openDiagnosis, QW
                               QT_TRANSLATE_NOOP("IncidentDetailPanel", "CPU 峰值"),
                               QT_TRANSLATE_NOOP("IncidentDetailPanel", "温度变化"),
                               QT_TRANSLATE_NOOP("IncidentDetailPanel", "磁盘活动")}) {
-        auto *caption =
-            new TextLabel(Words::tr(label), 11, DashboardFontWeight::regular, textTertiary);
+        auto *caption = new TextLabel(tr(label), 11, DashboardFontWeight::regular, textTertiary);
         auto *value = new TextLabel(QString(), 14, DashboardFontWeight::medium, textPrimary);
         value->setWordWrap(true);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         values->addLayout(column(4, {}, {caption, value}));
         m_values.emplace_back(caption, value);
     }
-    auto *adviceHeading =
-        new TextLabel(Words::tr("建议"), 13, DashboardFontWeight::semibold, textPrimary);
+    auto *adviceHeading = new TextLabel(tr("建议"), 13, DashboardFontWeight::semibold, textPrimary);
     m_advice = new TextLabel(QString(), 13, DashboardFontWeight::regular, textSecondary);
     m_advice->setWordWrap(true);
-    auto *open = new DashboardPrimaryButton(Words::tr("查看实时诊断"));
+    auto *open = new DashboardPrimaryButton(tr("查看实时诊断"));
     open->setObjectName(QStringLiteral("openDiagnosisButton"));
     connect(open, &QAbstractButton::clicked, this, [openDiagnosis = std::move(openDiagnosis)] {
         if (openDiagnosis)
@@ -146,7 +144,7 @@ void IncidentDetailPanel::showIncident(const DashboardIncident *incident,
     m_placeholder->setVisible(!incident);
     m_details->setVisible(incident != nullptr);
     if (!incident) {
-        setAccessibleName(Words::tr("选择一条事件查看详情"));
+        setAccessibleName(tr("选择一条事件查看详情"));
         fitHeightToContent();
         return;
     }
@@ -154,12 +152,12 @@ void IncidentDetailPanel::showIncident(const DashboardIncident *incident,
     m_status->setStyle(incidentStatusPillStyle(incident->status, IncidentPillPlace::detailPanel));
     m_title->setText(incidentTitle(*incident));
     m_startAndDuration->setText(
-        Words::tr("%1 开始 · 持续 %2")
+        tr("%1 开始 · 持续 %2")
             .arg(incidentStartDateTimeText(*incident),
                  incidentDurationText(*incident, latestSampleTime, TimePoint::now())));
     const QString texts[] = {incident->detail, incident->application,
                              incidentPeakCPUText(*incident), incidentTemperatureChange(*incident),
-                             Words::tr("本次事件未记录")};
+                             tr("本次事件未记录")};
     for (std::size_t index = 0; index < m_values.size(); ++index) {
         m_values[index].second->setText(texts[index]);
         m_values[index].second->setAccessibleName(m_values[index].first->fullText());

@@ -51,10 +51,8 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
     : QWidget(parent), m_model(model)
 {
     using namespace DashboardPalette;
-    auto *heading =
-        new TextLabel(Words::tr("事件记录"), 18, DashboardFontWeight::semibold, textPrimary);
-    auto *order =
-        new TextLabel(Words::tr("按时间倒序"), 11, DashboardFontWeight::regular, textTertiary);
+    auto *heading = new TextLabel(tr("事件记录"), 18, DashboardFontWeight::semibold, textPrimary);
+    auto *order = new TextLabel(tr("按时间倒序"), 11, DashboardFontWeight::regular, textTertiary);
     auto *headingRow = new QWidget;
     headingRow->setFixedHeight(40);
     attach(headingRow, row(10, {},
@@ -70,8 +68,8 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
                                   QT_TRANSLATE_NOOP("IncidentListPanel", "峰值"),
                                   QT_TRANSLATE_NOOP("IncidentListPanel", "结果")};
     for (std::size_t column = 0; column < m_captions.size(); ++column) {
-        m_captions[column] = new TextLabel(Words::tr(captionTexts[column]), 11,
-                                           DashboardFontWeight::medium, textSecondary);
+        m_captions[column] =
+            new TextLabel(tr(captionTexts[column]), 11, DashboardFontWeight::medium, textSecondary);
         m_captions[column]->setElided(true);
         captionRow->addWidget(m_captions[column], 0, Qt::AlignVCenter);
     }
@@ -81,7 +79,7 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
     m_delegate = new IncidentRowDelegate(this);
     m_view = new QListView;
     m_view->setObjectName(QStringLiteral("eventHistoryList"));
-    m_view->setAccessibleName(Words::tr("事件记录"));
+    m_view->setAccessibleName(tr("事件记录"));
     m_view->setModel(&m_model);
     m_view->setItemDelegate(m_delegate);
     m_view->setUniformItemSizes(true);

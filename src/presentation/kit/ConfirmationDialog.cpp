@@ -5,17 +5,7 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 
-#include <QCoreApplication>
 #include <QPainter>
-
-namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(ConfirmationDialog)
-};
-
-} // namespace
 
 ConfirmationDialog::ConfirmationDialog(const QString &identifier, const QString &cancelIdentifier,
                                        const QString &confirmIdentifier, QWidget *parent)
@@ -32,7 +22,7 @@ ConfirmationDialog::ConfirmationDialog(const QString &identifier, const QString 
     m_title->setWordWrap(true);
     m_message = new TextLabel(QString(), 13, DashboardFontWeight::regular, textSecondary);
     m_message->setWordWrap(true);
-    m_cancel = new DashboardDialogButton(Words::tr("取消"), DashboardDialogButton::Tone::neutral);
+    m_cancel = new DashboardDialogButton(tr("取消"), DashboardDialogButton::Tone::neutral);
     m_cancel->setObjectName(cancelIdentifier);
     m_confirm = new DashboardDialogButton(QString(), DashboardDialogButton::Tone::destructive);
     m_confirm->setObjectName(confirmIdentifier);

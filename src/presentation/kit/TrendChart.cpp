@@ -5,7 +5,6 @@
 #include "presentation/kit/SystemSymbols.h"
 #include "sampling/Text.h"
 
-#include <QCoreApplication>
 #include <QFontMetricsF>
 #include <QLinearGradient>
 #include <QLocale>
@@ -16,11 +15,6 @@
 #include <numbers>
 
 namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(TrendChart)
-};
 
 // Between the plot and its labels.
 constexpr double kLabelGap = 4.0;
@@ -277,8 +271,7 @@ void TrendChart::updateAccessibleValue()
         parts.push_back(series.name.isEmpty() ? value + series.valueUnit
                                               : series.name + u' ' + value + series.valueUnit);
     }
-    setAccessibleValue(this,
-                       parts.join(Words::tr("，", "between the series of a chart's spoken value")));
+    setAccessibleValue(this, parts.join(tr("，", "between the series of a chart's spoken value")));
 }
 
 void TrendChart::paintEvent(QPaintEvent *)

@@ -81,8 +81,8 @@ OverviewAttentionList::OverviewAttentionList(QWidget *parent) : QWidget(parent)
                 m_onSelect(m_rows[i]->taskID());
         });
     }
-    m_body.build(this, Words::tr("需要关注"), {m_rows.begin(), m_rows.end()},
-                 Words::tr("当前没有持续高负载进程"));
+    m_body.build(this, tr("需要关注"), {m_rows.begin(), m_rows.end()},
+                 tr("当前没有持续高负载进程"));
     setTasks({}, {});
 }
 

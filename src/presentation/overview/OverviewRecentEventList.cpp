@@ -53,8 +53,7 @@ OverviewRecentEventList::OverviewRecentEventList(QWidget *parent) : QWidget(pare
 {
     for (OverviewEventRow *&row : m_rows)
         row = new OverviewEventRow;
-    m_body.build(this, Words::tr("最近事件"), {m_rows.begin(), m_rows.end()},
-                 Words::tr("本次会话暂无升温事件"));
+    m_body.build(this, tr("最近事件"), {m_rows.begin(), m_rows.end()}, tr("本次会话暂无升温事件"));
     setIncidents({});
 }
 

@@ -7,14 +7,7 @@
 #include "presentation/kit/TrendChart.h"
 #include "presentation/overview/OverviewTrendContent.h"
 
-#include <QCoreApplication>
-
 namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(OverviewSystemTrend)
-};
 
 // A legend entry: a bar of 18 by 3 in the series colour, 7 before its name.
 QLayout *legendEntry(QRgb tone, const QString &name)
@@ -35,17 +28,17 @@ QLayout *legendEntry(QRgb tone, const QString &name)
 
 OverviewSystemTrend::OverviewSystemTrend(QWidget *parent) : QWidget(parent)
 {
-    auto *title = new TextLabel(Words::tr("系统趋势"), 18, DashboardFontWeight::semibold,
+    auto *title = new TextLabel(tr("系统趋势"), 18, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
     auto *heading = new QWidget;
     heading->setFixedHeight(34);
     attach(heading,
            row(18, {},
                {title, flexible(), legendEntry(DashboardPalette::warning, QStringLiteral("CPU")),
-                legendEntry(DashboardPalette::accent, Words::tr("温度"))}));
+                legendEntry(DashboardPalette::accent, tr("温度"))}));
 
     m_chart = new TrendChart;
-    setAccessibility(m_chart, QStringLiteral("overviewTrendChart"), Words::tr("30 分钟系统趋势"));
+    setAccessibility(m_chart, QStringLiteral("overviewTrendChart"), tr("30 分钟系统趋势"));
     setAccessibleRole(m_chart, QAccessible::Chart);
     attach(this, column(12, {}, {heading, LayoutItem(m_chart, 1)}));
     setPoints({});

@@ -3,16 +3,10 @@
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardPalette.h"
 
-#include <QCoreApplication>
 #include <QPainter>
 #include <QPainterPath>
 
 namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(SettingsSwitch)
-};
 
 // The small control size of a desktop switch.
 constexpr double kTrackWidth = 32;
@@ -52,7 +46,7 @@ void SettingsSwitch::nextCheckState()
 
 void SettingsSwitch::updateAccessibleValue()
 {
-    setAccessibleValue(this, isChecked() ? Words::tr("已开启") : Words::tr("已关闭"));
+    setAccessibleValue(this, isChecked() ? tr("已开启") : tr("已关闭"));
 }
 
 void SettingsSwitch::paintEvent(QPaintEvent *)

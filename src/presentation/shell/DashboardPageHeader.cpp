@@ -72,9 +72,8 @@ DashboardPageHeader::DashboardPageHeader(DashboardStore &store, DashboardSection
     m_privacy = new QWidget;
     auto *shield = new SymbolView(QStringLiteral("checkmark.shield"), 10,
                                   QColor::fromRgb(DashboardPalette::textSecondary));
-    auto *privacyText =
-        new TextLabel(Words::tr("数据仅在本机处理"), 10, DashboardFontWeight::regular,
-                      DashboardPalette::textSecondary);
+    auto *privacyText = new TextLabel(tr("数据仅在本机处理"), 10, DashboardFontWeight::regular,
+                                      DashboardPalette::textSecondary);
     attach(m_privacy, row(4, {}, {shield, privacyText}));
     m_privacy->setAccessibleName(privacyText->text());
 

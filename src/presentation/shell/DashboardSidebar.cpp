@@ -8,18 +8,8 @@
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
 
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPainter>
-
-namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(DashboardSidebar)
-};
-
-} // namespace
 
 DashboardSidebar::DashboardSidebar(QWidget *parent) : QWidget(parent)
 {
@@ -45,7 +35,7 @@ DashboardSidebar::DashboardSidebar(QWidget *parent) : QWidget(parent)
     connect(m_brand, &QAbstractButton::clicked, this, &DashboardSidebar::brandActivated);
     m_brand->installEventFilter(this);
 
-    m_caption = new TextLabel(Words::tr("工作区"), 10, DashboardFontWeight::regular,
+    m_caption = new TextLabel(tr("工作区"), 10, DashboardFontWeight::regular,
                               DashboardPalette::textTertiary);
     m_caption->setContentsMargins(12, 0, 12, 0);
 
@@ -100,7 +90,7 @@ void DashboardSidebar::setBrandOpensPanel(bool opensPanel)
 {
     m_brand->setFocusPolicy(opensPanel ? Qt::StrongFocus : Qt::NoFocus);
     m_brand->setCursor(opensPanel ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    const QString action = opensPanel ? Words::tr("打开 KilnWarden 状态面板") : QString();
+    const QString action = opensPanel ? tr("打开 KilnWarden 状态面板") : QString();
     m_brand->setToolTip(action);
     m_brand->setAccessibleDescription(action);
 }
@@ -136,7 +126,7 @@ void DashboardSidebar::refreshRows()
                                          : QColor(Qt::transparent));
         sectionRow.symbol->setColor(foreground);
         sectionRow.title->setColor(foreground);
-        setAccessibleValue(sectionRow.box, selected ? Words::tr("已选择") : Words::tr("未选择"));
+        setAccessibleValue(sectionRow.box, selected ? tr("已选择") : tr("未选择"));
         setAccessibleSelected(sectionRow.box, selected);
     }
 }

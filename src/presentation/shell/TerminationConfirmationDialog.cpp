@@ -3,17 +3,6 @@
 #include "dashboard/DashboardStore.h"
 #include "dashboard/DashboardTexts.h"
 
-#include <QCoreApplication>
-
-namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(TerminationConfirmationDialog)
-};
-
-} // namespace
-
 TerminationConfirmationDialog::TerminationConfirmationDialog(DashboardStore &store, QWidget *parent)
     : ConfirmationDialog(QStringLiteral("terminationConfirmation"),
                          QStringLiteral("cancelTerminationButton"),
@@ -37,9 +26,8 @@ void TerminationConfirmationDialog::refreshTexts()
 {
     const auto &pending = m_store.pendingTermination();
     if (!pending) {
-        setQuestion(Words::tr("结束选中进程？"),
-                    Words::tr("系统会先重新核对进程身份，再发送一次正常结束请求。"),
-                    Words::tr("结束进程"));
+        setQuestion(tr("结束选中进程？"), tr("系统会先重新核对进程身份，再发送一次正常结束请求。"),
+                    tr("结束进程"));
     } else {
         setQuestion(terminationConfirmationTitle(*pending),
                     terminationConfirmationMessage(*pending),

@@ -5,20 +5,10 @@
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
 #include "presentation/tray/MenuBarPanelPopup.h"
 
-#include <QCoreApplication>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QPalette>
-
-namespace {
-
-// The translation context of this file's texts.
-struct Words {
-    Q_DECLARE_TR_FUNCTIONS(KilnWardenMenuBarItem)
-};
-
-} // namespace
 
 KilnWardenMenuBarItem::KilnWardenMenuBarItem(DashboardStore &store,
                                              TrayAvailability isTrayAvailable, QObject *parent)
@@ -38,9 +28,8 @@ KilnWardenMenuBarItem::KilnWardenMenuBarItem(DashboardStore &store,
     });
 
     m_menu = new QMenu;
-    m_menu->addAction(Words::tr("打开仪表盘"), this,
-                      &KilnWardenMenuBarItem::openDashboardRequested);
-    m_menu->addAction(Words::tr("退出"), this, &KilnWardenMenuBarItem::quitRequested);
+    m_menu->addAction(tr("打开仪表盘"), this, &KilnWardenMenuBarItem::openDashboardRequested);
+    m_menu->addAction(tr("退出"), this, &KilnWardenMenuBarItem::quitRequested);
 
     m_icon = new QSystemTrayIcon(this);
     m_icon->setContextMenu(m_menu);
