@@ -464,7 +464,7 @@
     </message>
     <message>
         <source>%1 开始 · 持续 %2</source>
-        <translation>Started %1 · Lasted %2</translation>
+        <translation>Started %1 · Duration %2</translation>
     </message>
     <message>
         <source>本次事件未记录</source>
@@ -1012,7 +1012,7 @@
     </message>
     <message>
         <source>系统会先重新核对进程身份，再发送一次正常结束请求。</source>
-        <translation>KilnWarden checks the process&apos;s identity again, then sends one normal quit request.</translation>
+        <translation>KilnWarden will check the process&apos;s identity again, then ask it once to quit.</translation>
     </message>
     <message>
         <source>结束进程</source>
