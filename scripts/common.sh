@@ -5,7 +5,8 @@ KW_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 # What builds and runs the window: Qt's X11/offscreen platform plugins and a
 # Chinese font, so that the interface never renders its text as boxes; what
 # builds and checks the Debian package; and clang for the parsers' fuzzer.
-KW_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-qpa-plugins fonts-noto-cjk
+KW_PACKAGES=(cmake ninja-build g++ pkg-config qt6-base-dev qt6-qpa-plugins qt6-tools-dev
+             qt6-l10n-tools fonts-noto-cjk
              libgtest-dev libgmock-dev libbenchmark-dev dpkg-dev file desktop-file-utils
              appstream clang libclang-rt-14-dev)
 

@@ -1,8 +1,17 @@
 #include "probes/CPUUsageTracker.h"
 
-#include "sampling/Text.h"
-
 #include <algorithm>
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(CPUUsageTracker)
+};
+
+} // namespace
 
 std::optional<double> cpuUsageBetween(const CPUTickSnapshot &older, const CPUTickSnapshot &newer)
 {
@@ -36,6 +45,6 @@ SensorReading<double> CPUUsageTracker::update(const std::optional<CPUTickSnapsho
     const std::optional<double> usage = cpuUsageBetween(*m_previous, *ticks);
     m_previous = ticks; // also on no figure: a wrapped counter costs one tick
     if (!usage)
-        return SensorReading<double>::temporarilyUnavailable(kwText("CPU 计数器无有效增量"));
+        return SensorReading<double>::temporarilyUnavailable(Words::tr("CPU 计数器无有效增量"));
     return SensorReading<double>::available(*usage, m_source);
 }

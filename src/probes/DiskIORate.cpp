@@ -1,11 +1,16 @@
 #include "probes/DiskIORate.h"
 
-#include "sampling/Text.h"
-
 #include <limits>
 #include <utility>
 
+#include <QCoreApplication>
+
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DiskIORate)
+};
 
 // A total that cannot wrap: two counters near the top would otherwise sum to
 // a small number and lose the comparison.
@@ -37,7 +42,7 @@ SensorReading<double> DiskIORateTracker::update(const std::vector<DiskDeviceCoun
 {
     const std::optional<DiskDeviceCounters> chosen = largestDisk(devices);
     if (!chosen)
-        return SensorReading<double>::unsupported(kwText("未发现系统磁盘累计读写计数器"));
+        return SensorReading<double>::unsupported(Words::tr("未发现系统磁盘累计读写计数器"));
     const DiskByteSnapshot snapshot{chosen->bytesRead, chosen->bytesWritten, now};
     const std::optional<DiskByteSnapshot> older = std::exchange(m_previous, snapshot);
     if (!older)
@@ -47,7 +52,7 @@ SensorReading<double> DiskIORateTracker::update(const std::vector<DiskDeviceCoun
     // went down would be a huge number, not a negative one.
     if (!(elapsed > 0.0) || snapshot.bytesRead < older->bytesRead ||
         snapshot.bytesWritten < older->bytesWritten)
-        return SensorReading<double>::temporarilyUnavailable(kwText("磁盘累计计数器无有效增量"));
+        return SensorReading<double>::temporarilyUnavailable(Words::tr("磁盘累计计数器无有效增量"));
     const double delta = static_cast<double>(snapshot.bytesRead - older->bytesRead) +
                          static_cast<double>(snapshot.bytesWritten - older->bytesWritten);
     return SensorReading<double>::available(delta / elapsed, m_source);

@@ -1,11 +1,16 @@
 #include "probes/NetworkIORate.h"
 
-#include "sampling/Text.h"
-
 #include <limits>
 #include <utility>
 
+#include <QCoreApplication>
+
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(NetworkIORate)
+};
 
 std::uint64_t saturatingAdd(std::uint64_t a, std::uint64_t b)
 {
@@ -65,7 +70,7 @@ NetworkIORateTracker::update(const std::optional<std::vector<NetworkInterfaceRec
     const std::optional<NetworkCounters> sums = sumNetworkCounters(records, m_linkLevelFamily);
     if (!sums)
         return SensorReading<NetworkThroughput>::temporarilyUnavailable(
-            kwText("无法读取网络接口计数器"));
+            Words::tr("无法读取网络接口计数器"));
     NetworkByteSnapshot snapshot{sums->receivedBytes, sums->sentBytes, now,
                                  countedNetworkInterfaces(*records, m_linkLevelFamily)};
     const std::optional<NetworkByteSnapshot> older = std::exchange(m_previous, std::move(snapshot));
@@ -93,7 +98,7 @@ NetworkIORateTracker::update(const std::optional<std::vector<NetworkInterfaceRec
     }
     if (!(elapsed > 0.0) || wentBackwards)
         return SensorReading<NetworkThroughput>::temporarilyUnavailable(
-            kwText("网络接口计数器无有效增量"));
+            Words::tr("网络接口计数器无有效增量"));
     const NetworkThroughput throughput{static_cast<double>(delta.receivedBytes) / elapsed,
                                        static_cast<double>(delta.sentBytes) / elapsed};
     return SensorReading<NetworkThroughput>::available(throughput, m_source);

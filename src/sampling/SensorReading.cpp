@@ -1,9 +1,15 @@
 #include "sampling/SensorReading.h"
 
 #include "sampling/EnumTable.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(SensorReading)
+};
 
 struct ReadingCaseWords {
     SensorReadingCase key;
@@ -13,11 +19,16 @@ struct ReadingCaseWords {
 };
 
 constexpr ReadingCaseWords kReadingCaseWords[] = {
-    {SensorReadingCase::available, "available", "", "可用"},
-    {SensorReadingCase::unsupported, "unsupported", "不支持", "不可用"},
-    {SensorReadingCase::permissionDenied, "permissionDenied", "权限受限", "权限受限"},
-    {SensorReadingCase::temporarilyUnavailable, "temporarilyUnavailable", "暂不可用", "不可用"},
-    {SensorReadingCase::warmingUp, "warmingUp", "采集中", "采集中"},
+    {SensorReadingCase::available, "available", "", QT_TRANSLATE_NOOP("SensorReading", "可用")},
+    {SensorReadingCase::unsupported, "unsupported", QT_TRANSLATE_NOOP("SensorReading", "不支持"),
+     QT_TRANSLATE_NOOP("SensorReading", "不可用")},
+    {SensorReadingCase::permissionDenied, "permissionDenied",
+     QT_TRANSLATE_NOOP("SensorReading", "权限受限"),
+     QT_TRANSLATE_NOOP("SensorReading", "权限受限")},
+    {SensorReadingCase::temporarilyUnavailable, "temporarilyUnavailable",
+     QT_TRANSLATE_NOOP("SensorReading", "暂不可用"), QT_TRANSLATE_NOOP("SensorReading", "不可用")},
+    {SensorReadingCase::warmingUp, "warmingUp", QT_TRANSLATE_NOOP("SensorReading", "采集中"),
+     QT_TRANSLATE_NOOP("SensorReading", "采集中")},
 };
 static_assert(coversEnumeration(kReadingCaseWords, SensorReadingCase::warmingUp));
 
@@ -33,12 +44,12 @@ namespace sensor_reading_detail {
 QString sourceWord(SensorReadingCase readingCase)
 {
     const char *word = enumRow(kReadingCaseWords, readingCase).sourceWord;
-    return *word ? kwText(word) : QString();
+    return *word ? Words::tr(word) : QString();
 }
 
 QString statusWord(SensorReadingCase readingCase)
 {
-    return kwText(enumRow(kReadingCaseWords, readingCase).statusWord);
+    return Words::tr(enumRow(kReadingCaseWords, readingCase).statusWord);
 }
 
 } // namespace sensor_reading_detail

@@ -1,9 +1,15 @@
 #include "sampling/SystemThermalState.h"
 
 #include "sampling/EnumTable.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(SystemThermalState)
+};
 
 struct ThermalStateWords {
     SystemThermalState key;
@@ -12,11 +18,11 @@ struct ThermalStateWords {
 };
 
 constexpr ThermalStateWords kThermalStateWords[] = {
-    {SystemThermalState::nominal, "nominal", "正常"},
-    {SystemThermalState::fair, "fair", "尚可"},
-    {SystemThermalState::serious, "serious", "严重"},
-    {SystemThermalState::critical, "critical", "临界"},
-    {SystemThermalState::unknown, "unknown", "未知"},
+    {SystemThermalState::nominal, "nominal", QT_TRANSLATE_NOOP("SystemThermalState", "正常")},
+    {SystemThermalState::fair, "fair", QT_TRANSLATE_NOOP("SystemThermalState", "尚可")},
+    {SystemThermalState::serious, "serious", QT_TRANSLATE_NOOP("SystemThermalState", "严重")},
+    {SystemThermalState::critical, "critical", QT_TRANSLATE_NOOP("SystemThermalState", "临界")},
+    {SystemThermalState::unknown, "unknown", QT_TRANSLATE_NOOP("SystemThermalState", "未知")},
 };
 static_assert(coversEnumeration(kThermalStateWords, SystemThermalState::unknown));
 
@@ -29,5 +35,5 @@ QString systemThermalStateRawText(SystemThermalState state)
 
 QString systemThermalStateLabel(SystemThermalState state)
 {
-    return kwText(enumRow(kThermalStateWords, state).label);
+    return Words::tr(enumRow(kThermalStateWords, state).label);
 }

@@ -1,5 +1,7 @@
 #include "sampling/Text.h"
 
+#include "sampling/InterfaceLanguage.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -10,10 +12,7 @@ QString kwText(const char *sourceText)
 
 QLocale interfaceLocale()
 {
-    // Made once: a copy is a reference count, where building a locale looks it
-    // up under a global lock.
-    static const QLocale locale(QLocale::Chinese, QLocale::SimplifiedChineseScript, QLocale::China);
-    return locale;
+    return localeOfInterfaceLanguage(currentInterfaceLanguage());
 }
 
 QString formatLocaleNumber(double value, int fractionDigits)

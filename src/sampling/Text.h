@@ -5,13 +5,16 @@
 
 // Every display text is a Simplified Chinese literal that is also its own
 // translation key. Texts with placeholders use Qt's %1, %2 in place of the
-// printf-style markers, and are filled with `arg` after the lookup.
+// printf-style markers, and are filled with `arg` after the lookup. This
+// looks a text up in the shared "KilnWarden" context; a file's own texts use
+// a context named after the file or its class (tr(), Q_DECLARE_TR_FUNCTIONS,
+// QT_TRANSLATE_NOOP in tables), which is what lupdate collects.
 QString kwText(const char *sourceText);
 
-// The locale of the language the interface shows (Simplified Chinese, China),
-// whatever LANG says: every date, time and number on screen is formatted in
-// it, so an all-Chinese window never shows "23 Nov 2026". The time zone is
-// not part of it and stays the user's.
+// The locale of the language the interface shows (Simplified Chinese, China,
+// or English, United States), whatever LANG says: every date, time and number
+// on screen is formatted in it, so an all-Chinese window never shows
+// "23 Nov 2026". The time zone is not part of it and stays the user's.
 QLocale interfaceLocale();
 
 // A number in the interface's locale, with its own grouping and exactly `fractionDigits` digits

@@ -1,29 +1,38 @@
 #include "termination/ProcessTerminationResult.h"
 
-#include "sampling/Text.h"
-
 #include <cerrno>
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ProcessTerminationResult)
+};
+
+} // namespace
 
 QString processTerminationRejectionText(ProcessTerminationRejection rejection)
 {
     switch (rejection) {
     case ProcessTerminationRejection::notCurrentUser:
-        return kwText("安全校验未通过：该进程不属于当前用户。");
+        return Words::tr("安全校验未通过：该进程不属于当前用户。");
     case ProcessTerminationRejection::selfProcess:
-        return kwText("安全校验未通过：KilnWarden 不能结束自身。");
+        return Words::tr("安全校验未通过：KilnWarden 不能结束自身。");
     case ProcessTerminationRejection::systemCritical:
-        return kwText("安全校验未通过：系统关键进程不可结束。");
+        return Words::tr("安全校验未通过：系统关键进程不可结束。");
     case ProcessTerminationRejection::protectedProcess:
-        return kwText("安全校验未通过：该进程受保护。");
+        return Words::tr("安全校验未通过：该进程受保护。");
     case ProcessTerminationRejection::alreadyExited:
-        return kwText("任务已经结束，无需再次操作。");
+        return Words::tr("任务已经结束，无需再次操作。");
     case ProcessTerminationRejection::identityChanged:
     case ProcessTerminationRejection::executableChanged:
         // The user need not tell a new process from a replaced executable:
         // either way the process shown is not the one there.
-        return kwText("任务身份已经变化，为避免误伤未发送结束信号。");
+        return Words::tr("任务身份已经变化，为避免误伤未发送结束信号。");
     }
-    return kwText("任务身份已经变化，为避免误伤未发送结束信号。");
+    return Words::tr("任务身份已经变化，为避免误伤未发送结束信号。");
 }
 
 ProcessTerminationResult ProcessTerminationResult::signalSent(ProcessTerminationSignal signal)
@@ -48,11 +57,11 @@ QString signalFailedText(int errorNumber)
     switch (errorNumber) {
     case EPERM:
     case EACCES:
-        return kwText("没有权限结束该任务，未进行重试。");
+        return Words::tr("没有权限结束该任务，未进行重试。");
     case ESRCH:
-        return kwText("任务已经结束，未进行重试。");
+        return Words::tr("任务已经结束，未进行重试。");
     default:
-        return kwText("结束任务失败（系统错误 %1），未进行重试。").arg(errorNumber);
+        return Words::tr("结束任务失败（系统错误 %1），未进行重试。").arg(errorNumber);
     }
 }
 
@@ -61,8 +70,8 @@ QString signalFailedText(int errorNumber)
 QString ProcessTerminationResult::text() const
 {
     if (const auto *sent = std::get_if<SignalSent>(&outcome)) {
-        return sent->signal == ProcessTerminationSignal::forced ? kwText("已发送强制结束请求。")
-                                                                : kwText("已发送正常结束请求。");
+        return sent->signal == ProcessTerminationSignal::forced ? Words::tr("已发送强制结束请求。")
+                                                                : Words::tr("已发送正常结束请求。");
     }
     if (const auto *refused = std::get_if<Rejected>(&outcome))
         return processTerminationRejectionText(refused->rejection);

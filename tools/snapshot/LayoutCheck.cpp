@@ -180,7 +180,7 @@ void checkIncidentList(const QWidget *window, const IncidentListPanel *panel, QS
         headings.push_back(caption->mapTo(window, QPoint()).x() +
                            caption->contentsMargins().left());
     const auto widths =
-        fittedEventHistoryColumnWidths(delegate->horizontalSize(), viewport->width());
+        delegate->columnWidths(view, viewport->width());
     const auto offsets = eventHistoryColumnTextOffsets(widths);
     std::vector<int> cells;
     const int left = viewport->mapTo(window, QPoint()).x();

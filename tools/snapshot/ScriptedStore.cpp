@@ -343,7 +343,7 @@ SystemMetricSample sampleAt(int tick, const std::set<pid_t> &ended)
         sample.cpuUsage =
             m.sensorsLost
                 ? SensorReading<double>::temporarilyUnavailable(
-                      QStringLiteral("/proc/stat 读取失败"))
+                      QCoreApplication::translate("ProcStatCPUUsageProbe", "/proc/stat 读取失败"))
                 : SensorReading<double>::available(std::clamp(m.cpu, 0.0, 100.0),
                                                    QStringLiteral("Linux /proc/stat CPU ticks"));
         sample.diskBytesPerSecond = SensorReading<double>::available(
@@ -354,13 +354,17 @@ SystemMetricSample sampleAt(int tick, const std::set<pid_t> &ended)
     }
     sample.temperatureCelsius =
         m.sensorsLost
-            ? SensorReading<double>::unsupported(QStringLiteral("未发现可识别的 CPU 温度通道"))
-            : SensorReading<double>::available(m.temperature,
-                                               QStringLiteral("Linux hwmon CPU 传感器"));
+            ? SensorReading<double>::unsupported(
+                  QCoreApplication::translate("HwmonSensorProbe", "未发现可识别的 CPU 温度通道"))
+            : SensorReading<double>::available(
+                  m.temperature,
+                  QCoreApplication::translate("HwmonSensorProbe", "Linux hwmon CPU 传感器"));
     sample.fanRPM =
         m.sensorsLost
-            ? SensorReading<double>::unsupported(QStringLiteral("hwmon 未返回明确的风扇 RPM"))
-            : SensorReading<double>::available(m.fan, QStringLiteral("Linux hwmon 风扇传感器"));
+            ? SensorReading<double>::unsupported(
+                  QCoreApplication::translate("HwmonSensorProbe", "hwmon 未返回明确的风扇 RPM"))
+            : SensorReading<double>::available(
+                  m.fan, QCoreApplication::translate("HwmonSensorProbe", "Linux hwmon 风扇传感器"));
     sample.gpuUsage = SensorReading<double>::available(std::clamp(m.gpu, 0.0, 100.0),
                                                        QStringLiteral("Linux GPU busy percent"));
     sample.memoryUsage = SensorReading<SystemMemoryUsage>::available(

@@ -6,7 +6,7 @@
 //                       [--live-seconds N] [--pages overview,settings,...]
 //                       [--press hardware-tab-cpu]
 //                       [--sizes 960x640,1200x800,1440x900] [--panels]
-//                       [--check-layout]
+//                       [--check-layout] [--language zh_CN|en]
 //
 // `--panels` renders the tray panel instead of the pages: every state of the
 // menu bar, light and dark side by side, into one picture.
@@ -16,6 +16,9 @@
 // (cut, hidden scrolling, misaligned columns, small text, overlaps), exiting 1
 // if there is any.
 //
+// `--language` picks the interface's language; without it the session's
+// languages (LANGUAGE, LC_ALL, LANG) decide, as for the program itself.
+//
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
 #include "dashboard/DashboardStore.h"
@@ -23,6 +26,7 @@
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardScrollBarStyle.h"
+#include "sampling/InterfaceLanguage.h"
 #include "snapshot/DashboardSnapshot.h"
 #include "snapshot/LayoutCheck.h"
 #include "snapshot/MenuBarPanelGallery.h"
@@ -42,14 +46,15 @@
 namespace {
 
 // Every option the tool knows: those followed by a value, then the flags.
-const QStringList kValueOptions = {"--out",   "--source", "--live-seconds",
-                                   "--pages", "--press",  "--sizes"};
+const QStringList kValueOptions = {"--out",   "--source", "--live-seconds", "--pages",
+                                   "--press", "--sizes",  "--language"};
 const QStringList kFlagOptions = {"--panels", "--check-layout"};
 
 constexpr char kUsage[] =
     "usage: kilnwarden-snapshot [--out DIR] [--source scripted|empty|live] [--live-seconds N]\n"
     "                           [--pages overview,settings,...] [--press IDENTIFIER]\n"
     "                           [--sizes 960x640,1200x800,1440x900] [--panels] [--check-layout]\n"
+    "                           [--language zh_CN|en]\n"
     "       kilnwarden-snapshot --help | --version";
 
 // The first argument that is no option of the tool, or none.
@@ -107,11 +112,20 @@ int main(int argc, char **argv)
         qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    std::optional<InterfaceLanguage> language;
+    if (arguments.contains(QStringLiteral("--language"))) {
+        const QString name = valueAfter(arguments, QStringLiteral("--language"), QString());
+        if (!(language = interfaceLanguageFromText(name))) {
+            std::fprintf(stderr, "unknown language: %s\n", qPrintable(name));
+            return 2;
+        }
+    }
+    installInterfaceLanguage(language);
     installDashboardScrollBarStyle();
     installDashboardApplicationFont();
     installDashboardAccessibility();
 
-    const QStringList arguments = QApplication::arguments();
     const QString outDirectory =
         valueAfter(arguments, QStringLiteral("--out"), QStringLiteral("snapshots"));
     const QString source =

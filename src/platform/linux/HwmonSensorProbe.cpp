@@ -1,10 +1,15 @@
 #include "platform/linux/HwmonSensorProbe.h"
 
-#include "sampling/Text.h"
-
 #include <algorithm>
 
+#include <QCoreApplication>
+
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(HwmonSensorProbe)
+};
 
 // hwmon names of graphics cards. Their fan cools the card and stops when the
 // card idles; it is not the machine's fan.
@@ -148,13 +153,13 @@ HwmonSensorScan scanHwmonSensors(const QByteArray &sysRoot, const KernelFileRead
 
 HwmonSensorProbe::HwmonSensorProbe(QString sysRoot, KernelFileReader reader)
     : m_sysRoot(sysRoot.toLocal8Bit()),
-      m_read(std::move(reader)), m_temperatureTexts{kwText("Linux hwmon CPU 传感器"),
-                                                    kwText(
+      m_read(std::move(reader)), m_temperatureTexts{Words::tr("Linux hwmon CPU 传感器"),
+                                                    Words::tr(
                                                         "当前系统没有可用的 hwmon 温度传感器接口"),
-                                                    kwText("无权读取 hwmon 温度传感器"),
-                                                    kwText("未发现可识别的 CPU 温度通道")},
-      m_fanTexts{kwText("Linux hwmon 风扇传感器"), kwText("系统没有可读取的风扇转速传感器"),
-                 kwText("无权读取 hwmon 风扇传感器"), kwText("hwmon 未返回明确的风扇 RPM")}
+                                                    Words::tr("无权读取 hwmon 温度传感器"),
+                                                    Words::tr("未发现可识别的 CPU 温度通道")},
+      m_fanTexts{Words::tr("Linux hwmon 风扇传感器"), Words::tr("系统没有可读取的风扇转速传感器"),
+                 Words::tr("无权读取 hwmon 风扇传感器"), Words::tr("hwmon 未返回明确的风扇 RPM")}
 {
 }
 

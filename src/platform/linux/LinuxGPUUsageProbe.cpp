@@ -1,9 +1,19 @@
 #include "platform/linux/LinuxGPUUsageProbe.h"
 
 #include "probes/GPUUsage.h"
-#include "sampling/Text.h"
 
 #include <algorithm>
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(LinuxGPUUsageProbe)
+};
+
+} // namespace
 
 std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const KernelFileReader &read)
 {
@@ -99,5 +109,5 @@ SensorReading<double> LinuxGPUUsageProbe::sample()
         devices.push_back({percent, QStringLiteral("Linux GPU busy percent")});
     for (const double percent : nvmlUtilisations(countNvidiaDisplayDevices(m_sysRoot, m_read)))
         devices.push_back({percent, QStringLiteral("NVIDIA NVML")});
-    return gpuUsageReading(devices, kwText("未发现可读取的 GPU 利用率通道"));
+    return gpuUsageReading(devices, Words::tr("未发现可读取的 GPU 利用率通道"));
 }

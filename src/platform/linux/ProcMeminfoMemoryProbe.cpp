@@ -2,11 +2,17 @@
 
 #include "platform/linux/FileReading.h"
 #include "probes/MemoryUsage.h"
-#include "sampling/Text.h"
 
 #include <limits>
 
+#include <QCoreApplication>
+
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ProcMeminfoMemoryProbe)
+};
 
 std::optional<std::uint64_t> kibibyteField(std::string_view meminfo, std::string_view label)
 {
@@ -50,7 +56,7 @@ SensorReading<SystemMemoryUsage> ProcMeminfoMemoryProbe::sample()
         file.bytes ? parseMeminfo(asView(*file.bytes)) : std::nullopt;
     if (!figures)
         return SensorReading<SystemMemoryUsage>::temporarilyUnavailable(
-            kwText("无法读取 /proc/meminfo"));
+            Words::tr("无法读取 /proc/meminfo"));
     return SensorReading<SystemMemoryUsage>::available(
         memoryUsageFromFree(figures->totalBytes, figures->availableBytes),
         QStringLiteral("Linux /proc/meminfo"));

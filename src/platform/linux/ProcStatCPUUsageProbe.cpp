@@ -2,11 +2,21 @@
 
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ProcStat.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ProcStatCPUUsageProbe)
+};
+
+} // namespace
 
 ProcStatCPUUsageProbe::ProcStatCPUUsageProbe(QString procRoot)
     : m_statPath((procRoot + QStringLiteral("/stat")).toLocal8Bit()),
-      m_tracker(QStringLiteral("Linux /proc/stat CPU ticks"), kwText("/proc/stat 读取失败"))
+      m_tracker(QStringLiteral("Linux /proc/stat CPU ticks"), Words::tr("/proc/stat 读取失败"))
 {
 }
 

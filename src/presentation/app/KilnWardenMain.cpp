@@ -9,6 +9,7 @@
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardScrollBarStyle.h"
 #include "presentation/kit/KilnWardenMark.h"
+#include "sampling/InterfaceLanguage.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -78,6 +79,7 @@ int main(int argc, char **argv)
     }
 
     QApplication app(argc, argv);
+    const InterfaceLanguage language = installInterfaceLanguage();
     x11.reset();
     QApplication::setApplicationName(QStringLiteral("KilnWarden"));
     QApplication::setApplicationVersion(QStringLiteral("1.0"));
@@ -104,7 +106,8 @@ int main(int argc, char **argv)
     }
 
     // Every text is Chinese: without a font for it, each is a row of boxes.
-    if (QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty())
+    if (language == InterfaceLanguage::simplifiedChinese &&
+        QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty())
         std::fprintf(stderr, "kilnwarden: no font for Chinese text is installed; "
                              "install fonts-noto-cjk\n");
 

@@ -4,7 +4,6 @@
 #include "presentation/kit/AccessibleSelection.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
-#include "sampling/Text.h"
 
 HardwareCategoryTabs::HardwareCategoryTabs(QWidget *parent) : RoundedBox(parent)
 {
@@ -62,7 +61,7 @@ void HardwareCategoryTabs::refreshTabs()
                                     : QColor(Qt::transparent));
         m_titles[i]->setColor(
             QColor::fromRgb(selected ? DashboardPalette::white : DashboardPalette::textSecondary));
-        setAccessibleValue(m_tabs[i], selected ? kwText("已选择") : kwText("未选择"));
+        setAccessibleValue(m_tabs[i], selected ? tr("已选择") : tr("未选择"));
         setAccessibleSelected(m_tabs[i], selected);
     }
 }

@@ -2,7 +2,17 @@
 
 #include "presentation/hardware/HardwareTexts.h"
 #include "presentation/kit/DashboardPalette.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(HardwareChartContent)
+};
+
+} // namespace
 
 TrendChartContent hardwareChartContent(HardwareCategory category,
                                        const std::vector<HardwareTrendPoint> &points,
@@ -41,7 +51,7 @@ TrendChartContent hardwareChartContent(HardwareCategory category,
     content.style.plotBackground = QColor::fromRgb(P::panelBackground);
     content.style.plotCornerRadius = 12.0;
     content.style.emptyText =
-        unavailableReason ? *unavailableReason : kwText("正在采集%1趋势…").arg(info.title);
+        unavailableReason ? *unavailableReason : Words::tr("正在采集%1趋势…").arg(info.title);
     content.style.emptySymbol = QStringLiteral("waveform.path.ecg");
     content.style.emptyFontSize = 12.0;
     content.style.emptyColor = QColor::fromRgb(P::textTertiary);

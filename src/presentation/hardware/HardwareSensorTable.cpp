@@ -4,7 +4,6 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
-#include "sampling/Text.h"
 
 #include <QResizeEvent>
 
@@ -84,11 +83,11 @@ void HardwareSensorTableLine::placeCells()
 
 HardwareSensorTable::HardwareSensorTable(QWidget *parent) : QWidget(parent)
 {
-    auto *title = new TextLabel(kwText("传感器读数"), 18, DashboardFontWeight::semibold,
+    auto *title = new TextLabel(tr("传感器读数"), 18, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
     setAccessibleRole(title, QAccessible::Heading);
     auto *live =
-        new TextLabel(kwText("实时"), 12, DashboardFontWeight::regular, DashboardPalette::success);
+        new TextLabel(tr("实时"), 12, DashboardFontWeight::regular, DashboardPalette::success);
     auto *heading = new QWidget;
     heading->setFixedHeight(32);
     auto *headingRow = row(10, {}, {title, live, flexible()});
@@ -97,13 +96,13 @@ HardwareSensorTable::HardwareSensorTable(QWidget *parent) : QWidget(parent)
     attach(heading, headingRow);
 
     m_header = new HardwareSensorTableLine(11, 28);
-    m_header->setCells({kwText("传感器"), kwText("位置"), kwText("当前读数"), kwText("状态")});
+    m_header->setCells({tr("传感器"), tr("位置"), tr("当前读数"), tr("状态")});
     const QRgb secondary = DashboardPalette::textSecondary;
     m_header->setCellColors({secondary, secondary, secondary, secondary});
 
     m_rows = column(0, {}, {});
     attach(this, column(0, {}, {heading, m_header, m_rows, flexible()}));
-    setAccessibility(this, QStringLiteral("hardwareSensorTable"), kwText("传感器读数"));
+    setAccessibility(this, QStringLiteral("hardwareSensorTable"), tr("传感器读数"));
 }
 
 void HardwareSensorTable::setStatuses(const std::vector<DashboardSensorStatus> &statuses)

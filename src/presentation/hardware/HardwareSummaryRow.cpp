@@ -5,7 +5,6 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
 namespace {
 
@@ -57,9 +56,9 @@ HardwareSummaryRow::HardwareSummaryRow(QWidget *parent) : QWidget(parent)
     m_status->setElidable(true);
     setAccessibility(m_status, QStringLiteral("hardwareSummary-status"));
 
-    m_peak = makeFigure(QStringLiteral("hardwareSummary-peak"), kwText("60 秒峰值"), 20);
-    m_average = makeFigure(QStringLiteral("hardwareSummary-average"), kwText("60 秒平均"), 20);
-    m_source = makeFigure(QStringLiteral("hardwareSummary-source"), kwText("数据来源"), 15);
+    m_peak = makeFigure(QStringLiteral("hardwareSummary-peak"), tr("60 秒峰值"), 20);
+    m_average = makeFigure(QStringLiteral("hardwareSummary-average"), tr("60 秒平均"), 20);
+    m_source = makeFigure(QStringLiteral("hardwareSummary-source"), tr("数据来源"), 15);
     m_figures = row(28, {}, {m_peak.box, m_average.box, m_source.box});
 
     auto *line = row(18, {}, {m_tile, currentBlock, m_status, flexible(), m_figures});

@@ -8,11 +8,18 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QCoreApplication>
+
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(HardwareTexts)
+};
 
 QString sampling()
 {
-    return kwText("采集中");
+    return Words::tr("采集中");
 }
 
 // How a category's figures are read and shown.
@@ -50,10 +57,10 @@ struct ThermalRow {
     QRgb color;
 };
 constexpr ThermalRow kThermalRows[] = {
-    {SystemThermalState::nominal, "正常", Palette::success},
-    {SystemThermalState::fair, "偏热", Palette::warning},
-    {SystemThermalState::serious, "较热", Palette::danger},
-    {SystemThermalState::critical, "过热", Palette::danger},
+    {SystemThermalState::nominal, QT_TRANSLATE_NOOP("HardwareTexts", "正常"), Palette::success},
+    {SystemThermalState::fair, QT_TRANSLATE_NOOP("HardwareTexts", "偏热"), Palette::warning},
+    {SystemThermalState::serious, QT_TRANSLATE_NOOP("HardwareTexts", "较热"), Palette::danger},
+    {SystemThermalState::critical, QT_TRANSLATE_NOOP("HardwareTexts", "过热"), Palette::danger},
     {SystemThermalState::unknown, nullptr, Palette::textTertiary},
 };
 static_assert(coversEnumeration(kThermalRows, SystemThermalState::unknown));
@@ -66,9 +73,12 @@ struct AvailabilityRow {
     QRgb color;
 };
 constexpr AvailabilityRow kAvailabilityRows[] = {
-    {SensorAvailability::available, "数据正常", "正常", Palette::success},
-    {SensorAvailability::warmingUp, "正在采集", "采集中", Palette::warning},
-    {SensorAvailability::unavailable, "当前不可用", "不可用", Palette::textTertiary},
+    {SensorAvailability::available, QT_TRANSLATE_NOOP("HardwareTexts", "数据正常"),
+     QT_TRANSLATE_NOOP("HardwareTexts", "正常"), Palette::success},
+    {SensorAvailability::warmingUp, QT_TRANSLATE_NOOP("HardwareTexts", "正在采集"),
+     QT_TRANSLATE_NOOP("HardwareTexts", "采集中"), Palette::warning},
+    {SensorAvailability::unavailable, QT_TRANSLATE_NOOP("HardwareTexts", "当前不可用"),
+     QT_TRANSLATE_NOOP("HardwareTexts", "不可用"), Palette::textTertiary},
 };
 static_assert(coversEnumeration(kAvailabilityRows, SensorAvailability::unavailable));
 
@@ -166,7 +176,7 @@ HardwareSeriesFigures hardwareSeriesFigures(HardwareCategory category,
                                             const std::vector<QPointF> &series, bool unavailable)
 {
     if (series.empty()) {
-        const QString missing = unavailable ? kwText("不可用") : sampling();
+        const QString missing = unavailable ? Words::tr("不可用") : sampling();
         return {missing, missing};
     }
     double peak = series.front().y();
@@ -190,7 +200,7 @@ std::optional<QString> hardwareUnavailableReason(HardwareCategory category,
     const std::optional<QString> reason =
         withReadingOf(category, *latest, [](const auto &reading) { return reading.reasonText(); });
     if (!reason || reason->trimmed().isEmpty())
-        return kwText("不可用");
+        return Words::tr("不可用");
     return reason;
 }
 
@@ -205,7 +215,7 @@ QString hardwareCurrentText(HardwareCategory category,
             return unitText(*latest->temperatureCelsius.value(), DisplayUnit::celsius);
         if (sensorAvailability(latest->temperatureCelsius.readingCase()) ==
             SensorAvailability::unavailable)
-            return kwText("不可用");
+            return Words::tr("不可用");
         return sampling();
     case HardwareCategory::cpu:
         return readingText(latest->cpuUsage, DisplayUnit::percent);
@@ -231,15 +241,15 @@ HardwareStatusLine hardwareStatusLine(HardwareCategory category,
         const ThermalRow &row =
             enumRow(kThermalRows, latest ? latest->thermalState : SystemThermalState::unknown);
         if (row.word)
-            return {kwText("热状态%1").arg(kwText(row.word)), row.color};
+            return {Words::tr("热状态%1").arg(Words::tr(row.word)), row.color};
         if (const auto reason = hardwareUnavailableReason(category, latest))
             return {*reason, row.color};
-        return {kwText("热状态%1").arg(sampling()), row.color};
+        return {Words::tr("热状态%1").arg(sampling()), row.color};
     }
     const AvailabilityRow &row =
         enumRow(kAvailabilityRows, latest ? sensorAvailability(readingCaseOf(category, *latest))
                                           : SensorAvailability::warmingUp);
-    return {kwText(row.statusLine), row.color};
+    return {Words::tr(row.statusLine), row.color};
 }
 
 HardwareScale hardwareScale(HardwareCategory category, const std::vector<QPointF> &series)
@@ -285,7 +295,7 @@ QString hardwareTimeAxisLabel(double elapsedSeconds)
 {
     const double before = kHardwareTrendWindowSeconds - elapsedSeconds;
     if (!(before > 0.0))
-        return kwText("现在");
+        return Words::tr("现在");
     return QStringLiteral("-%1s").arg(roundedWholeNumber(before));
 }
 
@@ -305,20 +315,20 @@ QString sensorLocationText(const DashboardSensorStatus &status)
 {
     const QString &id = status.id;
     if (id == QLatin1String("temperature") || id == QLatin1String("gpu"))
-        return id == QLatin1String("gpu") ? kwText("显卡") : kwText("处理器");
+        return id == QLatin1String("gpu") ? Words::tr("显卡") : Words::tr("处理器");
     if (id == QLatin1String("fan"))
-        return kwText("机身内部");
+        return Words::tr("机身内部");
     if (id == QLatin1String("memory") || id == QLatin1String("network"))
-        return kwText("系统");
+        return Words::tr("系统");
     if (id == QLatin1String("disk"))
-        return kwText("存储");
+        return Words::tr("存储");
     if (id == QLatin1String("processes"))
-        return kwText("当前用户");
+        return Words::tr("当前用户");
     return status.source;
 }
 
 SensorStatusLook sensorStatusLook(SensorAvailability availability)
 {
     const AvailabilityRow &row = enumRow(kAvailabilityRows, availability);
-    return {kwText(row.tableWord), row.color};
+    return {Words::tr(row.tableWord), row.color};
 }

@@ -1,15 +1,24 @@
 #include "presentation/history/EventHistoryFilter.h"
 
 #include "sampling/EnumTable.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
 #include <algorithm>
 
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(EventHistoryFilter)
+};
+
+} // namespace
+
 QString eventHistoryRangeText(EventHistoryRange)
 {
-    return kwText("本次会话");
+    return Words::tr("本次会话");
 }
 
 namespace {
@@ -21,10 +30,14 @@ struct FilterWords {
 };
 
 constexpr FilterWords kFilterWords[] = {
-    {EventHistoryFilter::all, "全部", "eventHistoryFilter-all"},
-    {EventHistoryFilter::highLoad, "高负载", "eventHistoryFilter-highLoad"},
-    {EventHistoryFilter::temperature, "温度", "eventHistoryFilter-temperature"},
-    {EventHistoryFilter::improved, "已解决", "eventHistoryFilter-improved"},
+    {EventHistoryFilter::all, QT_TRANSLATE_NOOP("EventHistoryFilter", "全部"),
+     "eventHistoryFilter-all"},
+    {EventHistoryFilter::highLoad, QT_TRANSLATE_NOOP("EventHistoryFilter", "高负载"),
+     "eventHistoryFilter-highLoad"},
+    {EventHistoryFilter::temperature, QT_TRANSLATE_NOOP("EventHistoryFilter", "温度"),
+     "eventHistoryFilter-temperature"},
+    {EventHistoryFilter::improved, QT_TRANSLATE_NOOP("EventHistoryFilter", "已解决"),
+     "eventHistoryFilter-improved"},
 };
 static_assert(coversEnumeration(kFilterWords, EventHistoryFilter::improved));
 
@@ -32,7 +45,7 @@ static_assert(coversEnumeration(kFilterWords, EventHistoryFilter::improved));
 
 QString eventHistoryFilterText(EventHistoryFilter filter)
 {
-    return kwText(enumRow(kFilterWords, filter).text);
+    return Words::tr(enumRow(kFilterWords, filter).text);
 }
 
 QString eventHistoryFilterIdentifier(EventHistoryFilter filter)

@@ -6,7 +6,6 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
 #include <QLineEdit>
 
@@ -42,7 +41,7 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
     magnifier->setFixedSize(14, 14);
     m_searchField = new QLineEdit;
     m_searchField->setFrame(false);
-    m_searchField->setPlaceholderText(kwText("搜索事件或进程"));
+    m_searchField->setPlaceholderText(tr("搜索事件或进程"));
     m_searchField->setClearButtonEnabled(false);
     setDashboardFont(m_searchField, 12);
     QPalette fieldPalette = m_searchField->palette();
@@ -51,7 +50,7 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
     fieldPalette.setColor(QPalette::PlaceholderText, QColor::fromRgb(textTertiary));
     m_searchField->setPalette(fieldPalette);
     m_searchField->setObjectName(QStringLiteral("eventHistorySearch"));
-    m_searchField->setAccessibleName(kwText("搜索事件或进程"));
+    m_searchField->setAccessibleName(tr("搜索事件或进程"));
     attach(m_search,
            row(7, {12, 0, 12, 0},
                {LayoutItem(magnifier, 0, Qt::AlignVCenter), LayoutItem(m_searchField, 1)}));
@@ -72,8 +71,7 @@ EventHistoryToolbar::EventHistoryToolbar(QWidget *parent) : QWidget(parent)
     attach(range, row(6, {12, 0, 12, 0},
                       {LayoutItem(rangeLabel, 0, Qt::AlignVCenter),
                        LayoutItem(chevron, 0, Qt::AlignVCenter)}));
-    setAccessibility(range, QStringLiteral("eventHistoryRange"),
-                     kwText("事件范围：%1").arg(rangeText));
+    setAccessibility(range, QStringLiteral("eventHistoryRange"), tr("事件范围：%1").arg(rangeText));
     setAccessibleRole(range, QAccessible::StaticText);
     bar->addWidget(range, 0, Qt::AlignVCenter);
     bar->addStretch(1);
@@ -97,7 +95,7 @@ void EventHistoryToolbar::setFilter(EventHistoryFilter filter)
         const bool current = chip.filter == filter;
         chip.box->setFill(QColor::fromRgb(current ? accent : controlBackground));
         chip.label->setColor(QColor::fromRgb(current ? white : textSecondary));
-        setAccessibleValue(chip.box, current ? kwText("已选择") : QString());
+        setAccessibleValue(chip.box, current ? tr("已选择") : QString());
         setAccessibleSelected(chip.box, current);
     }
 }

@@ -7,14 +7,19 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QGraphicsOpacityEffect>
 #include <QResizeEvent>
 #include <QScrollArea>
 #include <QVariantAnimation>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(IncidentDetailPanel)
+};
 
 constexpr int kPadding = 24;
 constexpr int kMinimumCompactHeight = 430;
@@ -26,10 +31,11 @@ QWidget *makePlaceholder()
     auto *symbol =
         new SymbolView(QStringLiteral("list.bullet.clipboard"), 32, QColor::fromRgb(accent));
     symbol->setFixedSize(38, 38);
-    auto *title =
-        new TextLabel(kwText("选择一条事件查看详情"), 14, DashboardFontWeight::medium, textPrimary);
-    auto *message = new TextLabel(kwText("详情只展示本次会话中真实采集到的负载、温度与处理结果。"),
-                                  12, DashboardFontWeight::regular, textTertiary);
+    auto *title = new TextLabel(Words::tr("选择一条事件查看详情"), 14, DashboardFontWeight::medium,
+                                textPrimary);
+    auto *message =
+        new TextLabel(Words::tr("详情只展示本次会话中真实采集到的负载、温度与处理结果。"), 12,
+                      DashboardFontWeight::regular, textTertiary);
     message->setWordWrap(true);
     for (TextLabel *label : {title, message})
         label->setAlignment(Qt::AlignHCenter);
@@ -59,20 +65,22 @@ IncidentDetailPanel::IncidentDetailPanel(std::function<void()> openDiagnosis, QW
     m_startAndDuration->setWordWrap(true);
 
     auto *values = column(12, {}, {});
-    for (const char *label : {"目标进程", "所属应用", "CPU 峰值", "温度变化", "磁盘活动"}) {
-        auto *caption =
-            new TextLabel(kwText(label), 11, DashboardFontWeight::regular, textTertiary);
+    for (const char *label : {QT_TRANSLATE_NOOP("IncidentDetailPanel", "目标进程"),
+                              QT_TRANSLATE_NOOP("IncidentDetailPanel", "所属应用"),
+                              QT_TRANSLATE_NOOP("IncidentDetailPanel", "CPU 峰值"),
+                              QT_TRANSLATE_NOOP("IncidentDetailPanel", "温度变化"),
+                              QT_TRANSLATE_NOOP("IncidentDetailPanel", "磁盘活动")}) {
+        auto *caption = new TextLabel(tr(label), 11, DashboardFontWeight::regular, textTertiary);
         auto *value = new TextLabel(QString(), 14, DashboardFontWeight::medium, textPrimary);
         value->setWordWrap(true);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         values->addLayout(column(4, {}, {caption, value}));
         m_values.emplace_back(caption, value);
     }
-    auto *adviceHeading =
-        new TextLabel(kwText("建议"), 13, DashboardFontWeight::semibold, textPrimary);
+    auto *adviceHeading = new TextLabel(tr("建议"), 13, DashboardFontWeight::semibold, textPrimary);
     m_advice = new TextLabel(QString(), 13, DashboardFontWeight::regular, textSecondary);
     m_advice->setWordWrap(true);
-    auto *open = new DashboardPrimaryButton(kwText("查看实时诊断"));
+    auto *open = new DashboardPrimaryButton(tr("查看实时诊断"));
     open->setObjectName(QStringLiteral("openDiagnosisButton"));
     connect(open, &QAbstractButton::clicked, this, [openDiagnosis = std::move(openDiagnosis)] {
         if (openDiagnosis)
@@ -136,7 +144,7 @@ void IncidentDetailPanel::showIncident(const DashboardIncident *incident,
     m_placeholder->setVisible(!incident);
     m_details->setVisible(incident != nullptr);
     if (!incident) {
-        setAccessibleName(kwText("选择一条事件查看详情"));
+        setAccessibleName(tr("选择一条事件查看详情"));
         fitHeightToContent();
         return;
     }
@@ -144,12 +152,12 @@ void IncidentDetailPanel::showIncident(const DashboardIncident *incident,
     m_status->setStyle(incidentStatusPillStyle(incident->status, IncidentPillPlace::detailPanel));
     m_title->setText(incidentTitle(*incident));
     m_startAndDuration->setText(
-        kwText("%1 开始 · 持续 %2")
+        tr("%1 开始 · 持续 %2")
             .arg(incidentStartDateTimeText(*incident),
                  incidentDurationText(*incident, latestSampleTime, TimePoint::now())));
     const QString texts[] = {incident->detail, incident->application,
                              incidentPeakCPUText(*incident), incidentTemperatureChange(*incident),
-                             kwText("本次事件未记录")};
+                             tr("本次事件未记录")};
     for (std::size_t index = 0; index < m_values.size(); ++index) {
         m_values[index].second->setText(texts[index]);
         m_values[index].second->setAccessibleName(m_values[index].first->fullText());

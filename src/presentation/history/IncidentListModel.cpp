@@ -1,7 +1,17 @@
 #include "presentation/history/IncidentListModel.h"
 
 #include "presentation/history/IncidentTexts.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(IncidentListModel)
+};
+
+} // namespace
 
 IncidentListRow IncidentListRow::of(const DashboardIncident &incident, bool isSelected)
 {
@@ -12,7 +22,7 @@ IncidentListRow IncidentListRow::of(const DashboardIncident &incident, bool isSe
                         incidentPeakSummary(incident),
                         incident.status,
                         isSelected};
-    row.accessibleLabel = kwText("%1，%2，%3，%4，%5")
+    row.accessibleLabel = Words::tr("%1，%2，%3，%4，%5")
                               .arg(row.startTime, row.title, row.application, row.peakSummary,
                                    incidentStatusLabel(row.status));
     return row;

@@ -9,14 +9,19 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QListView>
 #include <QMouseEvent>
 #include <QStackedWidget>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(IncidentListPanel)
+};
 
 QWidget *makeEmptyState()
 {
@@ -25,9 +30,9 @@ QWidget *makeEmptyState()
     auto *symbol =
         new SymbolView(QStringLiteral("clock.badge.checkmark"), 30, QColor::fromRgb(success));
     symbol->setFixedSize(36, 36);
-    auto *title =
-        new TextLabel(kwText("本次会话暂无匹配事件"), 14, DashboardFontWeight::medium, textPrimary);
-    auto *message = new TextLabel(kwText("真实热压力、持续负载或结束任务后，事件会出现在这里。"),
+    auto *title = new TextLabel(Words::tr("本次会话暂无匹配事件"), 14, DashboardFontWeight::medium,
+                                textPrimary);
+    auto *message = new TextLabel(Words::tr("真实热压力、持续负载或结束任务后，事件会出现在这里。"),
                                   12, DashboardFontWeight::regular, textTertiary);
     message->setWordWrap(true);
     for (TextLabel *label : {title, message})
@@ -46,10 +51,8 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
     : QWidget(parent), m_model(model)
 {
     using namespace DashboardPalette;
-    auto *heading =
-        new TextLabel(kwText("事件记录"), 18, DashboardFontWeight::semibold, textPrimary);
-    auto *order =
-        new TextLabel(kwText("按时间倒序"), 11, DashboardFontWeight::regular, textTertiary);
+    auto *heading = new TextLabel(tr("事件记录"), 18, DashboardFontWeight::semibold, textPrimary);
+    auto *order = new TextLabel(tr("按时间倒序"), 11, DashboardFontWeight::regular, textTertiary);
     auto *headingRow = new QWidget;
     headingRow->setFixedHeight(40);
     attach(headingRow, row(10, {},
@@ -59,10 +62,14 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
     auto *captions = new QWidget;
     captions->setFixedHeight(32);
     auto *captionRow = row(0, {}, {});
-    const char *captionTexts[] = {"时间", "事件", "进程", "峰值", "结果"};
+    const char *captionTexts[] = {QT_TRANSLATE_NOOP("IncidentListPanel", "时间"),
+                                  QT_TRANSLATE_NOOP("IncidentListPanel", "事件"),
+                                  QT_TRANSLATE_NOOP("IncidentListPanel", "进程"),
+                                  QT_TRANSLATE_NOOP("IncidentListPanel", "峰值"),
+                                  QT_TRANSLATE_NOOP("IncidentListPanel", "结果")};
     for (std::size_t column = 0; column < m_captions.size(); ++column) {
-        m_captions[column] = new TextLabel(kwText(captionTexts[column]), 11,
-                                           DashboardFontWeight::medium, textSecondary);
+        m_captions[column] =
+            new TextLabel(tr(captionTexts[column]), 11, DashboardFontWeight::medium, textSecondary);
         m_captions[column]->setElided(true);
         captionRow->addWidget(m_captions[column], 0, Qt::AlignVCenter);
     }
@@ -72,7 +79,7 @@ IncidentListPanel::IncidentListPanel(IncidentListModel &model, QWidget *parent)
     m_delegate = new IncidentRowDelegate(this);
     m_view = new QListView;
     m_view->setObjectName(QStringLiteral("eventHistoryList"));
-    m_view->setAccessibleName(kwText("事件记录"));
+    m_view->setAccessibleName(tr("事件记录"));
     m_view->setModel(&m_model);
     m_view->setItemDelegate(m_delegate);
     m_view->setUniformItemSizes(true);
@@ -125,7 +132,7 @@ void IncidentListPanel::placeCaptions()
     const int rowWidth = m_stack->currentWidget() == m_view ? m_view->viewport()->width()
                                                             : m_stack->contentsRect().width();
     const std::array<int, kEventHistoryColumnCount> widths =
-        fittedEventHistoryColumnWidths(m_delegate->horizontalSize(), rowWidth);
+        m_delegate->columnWidths(m_view, rowWidth);
     for (std::size_t column = 0; column < m_captions.size(); ++column) {
         const int inset = column == 0 ? kEventHistoryLeadingInset : 0;
         m_captions[column]->setContentsMargins(inset, 0, 0, 0);

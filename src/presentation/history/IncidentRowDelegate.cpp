@@ -10,6 +10,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace {
@@ -33,9 +34,16 @@ std::array<int, kEventHistoryColumnCount> eventHistoryColumnWidths(DashboardHori
 }
 
 std::array<int, kEventHistoryColumnCount>
-fittedEventHistoryColumnWidths(DashboardHorizontalSize size, int availableWidth)
+fittedEventHistoryColumnWidths(DashboardHorizontalSize size, int availableWidth,
+                               int leastStatusWidth)
 {
     std::array<int, kEventHistoryColumnCount> widths = eventHistoryColumnWidths(size);
+    if (widths[4] < leastStatusWidth) {
+        const int grown = std::min(leastStatusWidth - widths[4],
+                                   std::max(0, widths[1] - kMinimumTitleColumnWidth));
+        widths[1] -= grown;
+        widths[4] += grown;
+    }
     const int total = std::accumulate(widths.begin(), widths.end(), 0);
     if (availableWidth < total)
         widths[1] = std::max(kMinimumTitleColumnWidth, widths[1] - (total - availableWidth));
@@ -55,6 +63,14 @@ eventHistoryColumnTextOffsets(const std::array<int, kEventHistoryColumnCount> &w
 }
 
 IncidentRowDelegate::IncidentRowDelegate(QObject *parent) : QStyledItemDelegate(parent) {}
+
+std::array<int, kEventHistoryColumnCount> IncidentRowDelegate::columnWidths(const QWidget *view,
+                                                                            int availableWidth) const
+{
+    const double pill =
+        widestIncidentStatusPillWidth(dashboardFont(view, 11, DashboardFontWeight::medium));
+    return fittedEventHistoryColumnWidths(m_size, availableWidth, int(std::ceil(pill)));
+}
 
 void IncidentRowDelegate::setHorizontalSize(DashboardHorizontalSize size)
 {
@@ -96,7 +112,7 @@ void IncidentRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
                       QColor::fromRgb(divider));
 
     const std::array<int, kEventHistoryColumnCount> widths =
-        fittedEventHistoryColumnWidths(m_size, option.rect.width());
+        columnWidths(widget, option.rect.width());
     const std::array<int, kEventHistoryColumnCount> offsets = eventHistoryColumnTextOffsets(widths);
     const auto cell = [&](int column) {
         const double left = rowRect.left() + offsets[std::size_t(column)];

@@ -16,8 +16,11 @@ std::array<int, kEventHistoryColumnCount> eventHistoryColumnWidths(DashboardHori
 inline constexpr int kEventHistoryLeadingInset = 12;
 // The widths fitted into `availableWidth`: a scroll bar that takes room from
 // the list is taken from the "事件" column, so the status pill keeps its own.
+// The last column grows to `leastStatusWidth` (a language's longer status
+// words), also at the "事件" column's cost.
 std::array<int, kEventHistoryColumnCount>
-fittedEventHistoryColumnWidths(DashboardHorizontalSize size, int availableWidth);
+fittedEventHistoryColumnWidths(DashboardHorizontalSize size, int availableWidth,
+                               int leastStatusWidth = 0);
 // The x of each column's text within a row of those widths.
 std::array<int, kEventHistoryColumnCount>
 eventHistoryColumnTextOffsets(const std::array<int, kEventHistoryColumnCount> &widths);
@@ -40,6 +43,10 @@ public:
     void setHorizontalSize(DashboardHorizontalSize size);
     DashboardHorizontalSize horizontalSize() const { return m_size; }
     void setMotion(const IncidentRowMotion *motion) { m_motion = motion; }
+    // The columns of a row `availableWidth` wide in `view`, wide enough for
+    // every status pill in the view's font.
+    std::array<int, kEventHistoryColumnCount> columnWidths(const QWidget *view,
+                                                           int availableWidth) const;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;

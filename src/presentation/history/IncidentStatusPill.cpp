@@ -22,14 +22,29 @@ PillLabel::Style incidentStatusPillStyle(DashboardIncidentStatus status, Inciden
     return style;
 }
 
+double incidentStatusPillWidth(DashboardIncidentStatus status, const QFont &font)
+{
+    const PillLabel::Style style = incidentStatusPillStyle(status, IncidentPillPlace::tableRow);
+    return QFontMetricsF(font).horizontalAdvance(incidentStatusLabel(status)) +
+           2 * style.horizontalPadding + style.dotDiameter + style.dotSpacing;
+}
+
+double widestIncidentStatusPillWidth(const QFont &font)
+{
+    double widest = 0;
+    for (int status = 0; status <= int(DashboardIncidentStatus::actionFailed); ++status)
+        widest = std::max(widest,
+                          incidentStatusPillWidth(DashboardIncidentStatus(status), font));
+    return widest;
+}
+
 void paintIncidentStatusPill(QPainter &painter, const QRectF &cell, DashboardIncidentStatus status,
                              const QFont &font)
 {
     const PillLabel::Style style = incidentStatusPillStyle(status, IncidentPillPlace::tableRow);
     const QString label = incidentStatusLabel(status);
     const QFontMetricsF metrics(font);
-    const double natural = metrics.horizontalAdvance(label) + 2 * style.horizontalPadding +
-                           style.dotDiameter + style.dotSpacing;
+    const double natural = incidentStatusPillWidth(status, font);
     const double height = metrics.height() + 2 * style.verticalPadding;
     const QRectF pill(cell.left(), cell.center().y() - height / 2.0,
                       std::min(natural, cell.width()), height);

@@ -12,6 +12,10 @@ enum class IncidentPillPlace { tableRow, detailPanel };
 
 PillLabel::Style incidentStatusPillStyle(DashboardIncidentStatus status, IncidentPillPlace place);
 
+// The pill's natural width in the table's rows, and the widest of any status.
+double incidentStatusPillWidth(DashboardIncidentStatus status, const QFont &font);
+double widestIncidentStatusPillWidth(const QFont &font);
+
 // Paints the pill at its natural size, leading-aligned and vertically centred
 // in `cell`, cut to the cell's width when it does not fit.
 void paintIncidentStatusPill(QPainter &painter, const QRectF &cell, DashboardIncidentStatus status,

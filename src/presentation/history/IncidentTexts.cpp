@@ -5,12 +5,18 @@
 #include "sampling/Text.h"
 #include "sampling/UnitText.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
 #include <cmath>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(IncidentTexts)
+};
 
 QDateTime localDateTime(TimePoint point)
 {
@@ -26,12 +32,18 @@ QString celsius(double value)
 using S = DashboardIncidentStatus;
 namespace P = DashboardPalette;
 constexpr IncidentStatusLook kStatusRows[] = {
-    {S::observing, "进行中", P::warning, "高负载开始", P::warning},
-    {S::improved, "已改善", P::success, "负载恢复", P::success},
-    {S::recoveredWithoutAction, "已恢复", P::success, "负载恢复", P::success},
-    {S::noImprovement, "未改善", P::danger, "仍需关注", P::textTertiary},
-    {S::insufficientData, "数据不足", P::warning, "仍需关注", P::textTertiary},
-    {S::actionFailed, "操作失败", P::danger, "操作失败", P::danger},
+    {S::observing, QT_TRANSLATE_NOOP("IncidentTexts", "进行中"), P::warning,
+     QT_TRANSLATE_NOOP("IncidentTexts", "高负载开始"), P::warning},
+    {S::improved, QT_TRANSLATE_NOOP("IncidentTexts", "已改善"), P::success,
+     QT_TRANSLATE_NOOP("IncidentTexts", "负载恢复"), P::success},
+    {S::recoveredWithoutAction, QT_TRANSLATE_NOOP("IncidentTexts", "已恢复"), P::success,
+     QT_TRANSLATE_NOOP("IncidentTexts", "负载恢复"), P::success},
+    {S::noImprovement, QT_TRANSLATE_NOOP("IncidentTexts", "未改善"), P::danger,
+     QT_TRANSLATE_NOOP("IncidentTexts", "仍需关注"), P::textTertiary},
+    {S::insufficientData, QT_TRANSLATE_NOOP("IncidentTexts", "数据不足"), P::warning,
+     QT_TRANSLATE_NOOP("IncidentTexts", "仍需关注"), P::textTertiary},
+    {S::actionFailed, QT_TRANSLATE_NOOP("IncidentTexts", "操作失败"), P::danger,
+     QT_TRANSLATE_NOOP("IncidentTexts", "操作失败"), P::danger},
 };
 static_assert(coversEnumeration(kStatusRows, S::actionFailed));
 
@@ -40,10 +52,10 @@ static_assert(coversEnumeration(kStatusRows, S::actionFailed));
 QString incidentTitle(const DashboardIncident &incident)
 {
     if (incident.peakTemperature && *incident.peakTemperature >= 85.0)
-        return kwText("温度持续升高");
+        return Words::tr("温度持续升高");
     if (incident.peakCPU >= 80.0)
-        return kwText("持续高负载");
-    return kwText("检测到热压力");
+        return Words::tr("持续高负载");
+    return Words::tr("检测到热压力");
 }
 
 QString incidentPeakCPUText(const DashboardIncident &incident)
@@ -56,7 +68,7 @@ QString incidentPeakSummary(const DashboardIncident &incident)
     const QString cpu = incidentPeakCPUText(incident);
     if (!incident.peakTemperature)
         return cpu;
-    return kwText("%1 · %2°").arg(cpu, wholeNumberText(*incident.peakTemperature));
+    return Words::tr("%1 · %2°").arg(cpu, wholeNumberText(*incident.peakTemperature));
 }
 
 const IncidentStatusLook &incidentStatusLook(DashboardIncidentStatus status)
@@ -66,7 +78,7 @@ const IncidentStatusLook &incidentStatusLook(DashboardIncidentStatus status)
 
 QString incidentStatusLabel(DashboardIncidentStatus status)
 {
-    return kwText(incidentStatusLook(status).label);
+    return Words::tr(incidentStatusLook(status).label);
 }
 
 QRgb incidentStatusColor(DashboardIncidentStatus status)
@@ -82,18 +94,18 @@ QString incidentDurationText(const DashboardIncident &incident,
     if (!std::isfinite(seconds) || seconds < 0.0)
         seconds = 0.0;
     if (seconds < 60.0)
-        return kwText("%1 秒").arg(std::llround(seconds));
-    return kwText("%1 分钟").arg(static_cast<long long>(std::floor(seconds / 60.0)));
+        return Words::tr("%1 秒").arg(std::llround(seconds));
+    return Words::tr("%1 分钟").arg(static_cast<long long>(std::floor(seconds / 60.0)));
 }
 
 QString incidentTemperatureChange(const DashboardIncident &incident)
 {
     if (!incident.peakTemperature)
-        return kwText("未读取");
+        return Words::tr("未读取");
     for (const DashboardIncidentPoint &point : incident.points) {
         if (point.temperature)
-            return kwText("%1 → %2").arg(celsius(*point.temperature),
-                                         celsius(*incident.peakTemperature));
+            return Words::tr("%1 → %2").arg(celsius(*point.temperature),
+                                            celsius(*incident.peakTemperature));
     }
     return celsius(*incident.peakTemperature);
 }

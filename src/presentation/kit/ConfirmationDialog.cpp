@@ -4,7 +4,6 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
-#include "sampling/Text.h"
 
 #include <QPainter>
 
@@ -23,7 +22,7 @@ ConfirmationDialog::ConfirmationDialog(const QString &identifier, const QString 
     m_title->setWordWrap(true);
     m_message = new TextLabel(QString(), 13, DashboardFontWeight::regular, textSecondary);
     m_message->setWordWrap(true);
-    m_cancel = new DashboardDialogButton(kwText("取消"), DashboardDialogButton::Tone::neutral);
+    m_cancel = new DashboardDialogButton(tr("取消"), DashboardDialogButton::Tone::neutral);
     m_cancel->setObjectName(cancelIdentifier);
     m_confirm = new DashboardDialogButton(QString(), DashboardDialogButton::Tone::destructive);
     m_confirm->setObjectName(confirmIdentifier);

@@ -6,6 +6,7 @@
 #include "presentation/kit/DashboardPalette.h"
 
 #include <QChildEvent>
+#include <QCoreApplication>
 #include <QLayout>
 #include <QPainter>
 #include <QPainterPath>
@@ -14,6 +15,11 @@
 #include <cmath>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardWidgets)
+};
 
 // The sizes a layout reads from a widget: its hints as bounded by its own
 // limits and its size policy (a width the policy ignores counts as none).
@@ -391,8 +397,10 @@ QSize PillLabel::minimumSizeHint() const
     QSize size = sizeHint();
     if (m_elidable) {
         // Room for the dot, a few characters and the ellipsis.
-        double least = QFontMetrics(font()).horizontalAdvance(QStringLiteral("不可…")) +
-                       2 * m_style.horizontalPadding;
+        double least =
+            QFontMetrics(font()).horizontalAdvance(Words::tr(
+                "不可…", "the least of an elided pill: a few characters and the ellipsis")) +
+            2 * m_style.horizontalPadding;
         if (m_style.dotDiameter > 0)
             least += m_style.dotDiameter + m_style.dotSpacing;
         size.setWidth(std::min(size.width(), static_cast<int>(std::ceil(least))));

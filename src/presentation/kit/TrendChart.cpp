@@ -271,7 +271,7 @@ void TrendChart::updateAccessibleValue()
         parts.push_back(series.name.isEmpty() ? value + series.valueUnit
                                               : series.name + u' ' + value + series.valueUnit);
     }
-    setAccessibleValue(this, parts.join(QStringLiteral("，")));
+    setAccessibleValue(this, parts.join(tr("，", "between the series of a chart's spoken value")));
 }
 
 void TrendChart::paintEvent(QPaintEvent *)

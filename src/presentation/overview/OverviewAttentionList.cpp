@@ -6,8 +6,18 @@
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
 #include "presentation/overview/OverviewTexts.h"
-#include "sampling/Text.h"
 #include "sampling/UnitText.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(OverviewAttentionList)
+};
+
+} // namespace
 
 OverviewAttentionRow::OverviewAttentionRow(QWidget *parent) : PressableBox(parent)
 {
@@ -41,7 +51,8 @@ void OverviewAttentionRow::setTask(const DashboardTask &task, bool selected)
 {
     m_taskID = task.id;
     const QString process =
-        kwText("PID %1 · %2").arg(QString::number(task.targetProcess.pid), task.targetProcess.name);
+        Words::tr("PID %1 · %2")
+            .arg(QString::number(task.targetProcess.pid), task.targetProcess.name);
     const QString cpu = wholePercentText(task.cpu);
     const OverviewImpactBadge badge = overviewImpactBadge(task.cpu);
     m_application->setText(task.application);
@@ -56,7 +67,7 @@ void OverviewAttentionRow::setTask(const DashboardTask &task, bool selected)
     m_badge->setText(badge.text);
     setAccessibility(
         this, {}, QStringList{task.application, process, cpu, badge.text}.join(QLatin1Char(' ')));
-    setAccessibleValue(this, selected ? kwText("已选择") : QString());
+    setAccessibleValue(this, selected ? Words::tr("已选择") : QString());
     setAccessibleSelected(this, selected);
 }
 
@@ -70,8 +81,8 @@ OverviewAttentionList::OverviewAttentionList(QWidget *parent) : QWidget(parent)
                 m_onSelect(m_rows[i]->taskID());
         });
     }
-    m_body.build(this, kwText("需要关注"), {m_rows.begin(), m_rows.end()},
-                 kwText("当前没有持续高负载进程"));
+    m_body.build(this, tr("需要关注"), {m_rows.begin(), m_rows.end()},
+                 tr("当前没有持续高负载进程"));
     setTasks({}, {});
 }
 

@@ -5,7 +5,17 @@
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/overview/OverviewAttentionList.h"
 #include "presentation/overview/OverviewTexts.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(OverviewRecentEventList)
+};
+
+} // namespace
 
 OverviewEventRow::OverviewEventRow(QWidget *parent) : QWidget(parent)
 {
@@ -30,7 +40,7 @@ OverviewEventRow::OverviewEventRow(QWidget *parent) : QWidget(parent)
 void OverviewEventRow::setIncident(const DashboardIncident &incident)
 {
     const OverviewIncidentStatusLook look = overviewIncidentStatusLook(incident.status);
-    const QString detail = kwText("%1 · %2").arg(incident.application, incident.detail);
+    const QString detail = Words::tr("%1 · %2").arg(incident.application, incident.detail);
     const QString time = overviewShortTimeText(incident.startedAt);
     m_dot->setColor(QColor::fromRgb(look.dot));
     m_title->setText(look.title);
@@ -43,8 +53,7 @@ OverviewRecentEventList::OverviewRecentEventList(QWidget *parent) : QWidget(pare
 {
     for (OverviewEventRow *&row : m_rows)
         row = new OverviewEventRow;
-    m_body.build(this, kwText("最近事件"), {m_rows.begin(), m_rows.end()},
-                 kwText("本次会话暂无升温事件"));
+    m_body.build(this, tr("最近事件"), {m_rows.begin(), m_rows.end()}, tr("本次会话暂无升温事件"));
     setIncidents({});
 }
 

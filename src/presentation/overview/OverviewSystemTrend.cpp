@@ -6,7 +6,6 @@
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/TrendChart.h"
 #include "presentation/overview/OverviewTrendContent.h"
-#include "sampling/Text.h"
 
 namespace {
 
@@ -29,17 +28,17 @@ QLayout *legendEntry(QRgb tone, const QString &name)
 
 OverviewSystemTrend::OverviewSystemTrend(QWidget *parent) : QWidget(parent)
 {
-    auto *title = new TextLabel(kwText("系统趋势"), 18, DashboardFontWeight::semibold,
+    auto *title = new TextLabel(tr("系统趋势"), 18, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
     auto *heading = new QWidget;
     heading->setFixedHeight(34);
     attach(heading,
            row(18, {},
                {title, flexible(), legendEntry(DashboardPalette::warning, QStringLiteral("CPU")),
-                legendEntry(DashboardPalette::accent, kwText("温度"))}));
+                legendEntry(DashboardPalette::accent, tr("温度"))}));
 
     m_chart = new TrendChart;
-    setAccessibility(m_chart, QStringLiteral("overviewTrendChart"), kwText("30 分钟系统趋势"));
+    setAccessibility(m_chart, QStringLiteral("overviewTrendChart"), tr("30 分钟系统趋势"));
     setAccessibleRole(m_chart, QAccessible::Chart);
     attach(this, column(12, {}, {heading, LayoutItem(m_chart, 1)}));
     setPoints({});

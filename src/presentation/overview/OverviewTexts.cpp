@@ -5,6 +5,7 @@
 #include "sampling/Text.h"
 #include "sampling/UnitText.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
@@ -12,9 +13,14 @@
 
 namespace {
 
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(OverviewTexts)
+};
+
 QString sampling()
 {
-    return kwText("采集中");
+    return Words::tr("采集中");
 }
 
 } // namespace
@@ -31,17 +37,18 @@ overviewMetricCards(const std::optional<SystemMetricSample> &latest,
          P::success,
          P::successBackground},
         {QStringLiteral("liveMetric-cpu"), sampling(), {}, P::warning, P::warningBackground},
-        {QStringLiteral("liveMetric-fan"), sampling(), kwText("风扇转速 · 自动调速"), P::accent,
+        {QStringLiteral("liveMetric-fan"), sampling(), Words::tr("风扇转速 · 自动调速"), P::accent,
          P::accentBackground},
-        {QStringLiteral("liveMetric-disk-io"), sampling(), kwText("磁盘 I/O · 当前合计"),
+        {QStringLiteral("liveMetric-disk-io"), sampling(), Words::tr("磁盘 I/O · 当前合计"),
          P::textPrimary, P::controlBackground},
     }};
 
     const QString thermal =
-        latest ? kwText("状态") + systemThermalStateLabel(latest->thermalState) : sampling();
-    cards[0].caption = kwText("当前温度 · %1").arg(thermal);
+        latest ? Words::tr("状态%1").arg(systemThermalStateLabel(latest->thermalState))
+               : sampling();
+    cards[0].caption = Words::tr("当前温度 · %1").arg(thermal);
     cards[1].caption =
-        kwText("CPU 负载 · 近 5 分钟平均 %1").arg(overviewRecentCPUAverageText(trendPoints));
+        Words::tr("CPU 负载 · 近 5 分钟平均 %1").arg(overviewRecentCPUAverageText(trendPoints));
     if (!latest)
         return cards;
 
@@ -72,16 +79,16 @@ OverviewImpactBadge overviewImpactBadge(double cpuPercent)
 {
     namespace P = DashboardPalette;
     if (cpuPercent >= 30.0)
-        return {kwText("高影响"), P::warning, P::warningBackground};
+        return {Words::tr("高影响"), P::warning, P::warningBackground};
     if (cpuPercent >= 8.0)
-        return {kwText("中影响"), P::accent, P::accentBackground};
-    return {kwText("低影响"), P::success, P::successBackground};
+        return {Words::tr("中影响"), P::accent, P::accentBackground};
+    return {Words::tr("低影响"), P::success, P::successBackground};
 }
 
 OverviewIncidentStatusLook overviewIncidentStatusLook(DashboardIncidentStatus status)
 {
     const IncidentStatusLook &look = incidentStatusLook(status);
-    return {kwText(look.overviewTitle), look.overviewDot};
+    return {QCoreApplication::translate("IncidentTexts", look.overviewTitle), look.overviewDot};
 }
 
 QString overviewShortTimeText(TimePoint time)
@@ -99,6 +106,6 @@ QString overviewTrendAxisLabel(double elapsedSeconds)
 {
     const double before = kOverviewTrendWindowSeconds - elapsedSeconds;
     if (!(before > 0.0))
-        return kwText("现在");
-    return kwText("-%1 分钟").arg(roundedWholeNumber(std::floor(before / 60.0)));
+        return Words::tr("现在");
+    return Words::tr("-%1 分钟").arg(roundedWholeNumber(std::floor(before / 60.0)));
 }

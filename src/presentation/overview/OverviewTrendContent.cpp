@@ -3,7 +3,17 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/TrendChartData.h"
 #include "presentation/overview/OverviewTexts.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(OverviewTrendContent)
+};
+
+} // namespace
 
 TrendChartContent overviewTrendContent(const std::vector<HeatTrendPoint> &points)
 {
@@ -26,7 +36,7 @@ TrendChartContent overviewTrendContent(const std::vector<HeatTrendPoint> &points
                        .color = QColor::fromRgb(P::warning),
                        .area = TrendChartArea{0.0, 0.18, 0.01},
                        .lastPointMarkArea = 28.0},
-                      {.name = kwText("温度"),
+                      {.name = Words::tr("温度"),
                        .color = QColor::fromRgb(P::accent),
                        .area = TrendChartArea{content.y.lowerBound, 0.1, 0.01},
                        .lastPointMarkArea = 28.0}};
@@ -34,7 +44,7 @@ TrendChartContent overviewTrendContent(const std::vector<HeatTrendPoint> &points
     content.style.labelColor = QColor::fromRgb(P::textTertiary);
     content.style.plotBackground = QColor::fromRgb(P::panelBackground);
     content.style.plotCornerRadius = 16.0;
-    content.style.emptyText = kwText("正在采集系统趋势…");
+    content.style.emptyText = Words::tr("正在采集系统趋势…");
     content.style.emptyFontSize = 12.0;
     content.style.emptyColor = QColor::fromRgb(P::textTertiary);
     content.style.tension = 0.5;

@@ -10,7 +10,6 @@
 #include "presentation/settings/SettingsRow.h"
 #include "presentation/settings/SettingsSwitch.h"
 #include "presentation/settings/SettingsValueChip.h"
-#include "sampling/Text.h"
 
 #include <QScrollArea>
 
@@ -49,9 +48,8 @@ SettingsPage::SettingsPage(DashboardStore &store, QWidget *parent)
 {
     using namespace DashboardPalette;
 
-    auto *heading =
-        new TextLabel(kwText("偏好设置"), 22, DashboardFontWeight::semibold, textPrimary);
-    auto *headingText = new TextLabel(kwText("调整监控频率、提醒条件和本地数据保留方式。"), 13,
+    auto *heading = new TextLabel(tr("偏好设置"), 22, DashboardFontWeight::semibold, textPrimary);
+    auto *headingText = new TextLabel(tr("调整监控频率、提醒条件和本地数据保留方式。"), 13,
                                       DashboardFontWeight::regular, textSecondary);
     headingText->setWordWrap(true);
     auto *header = new QWidget;
@@ -61,45 +59,40 @@ SettingsPage::SettingsPage(DashboardStore &store, QWidget *parent)
     m_monitoringSwitch = new SettingsSwitch;
     m_monitoringSwitch->setObjectName(QStringLiteral("settingsLiveMonitoringSwitch"));
     auto *monitoring =
-        new SettingsGroup(kwText("监控"), kwText("决定 KilnWarden 如何采样本机进程和传感器。"));
-    monitoring->addRow(new SettingsRow(kwText("启动时自动监控"), kwText("打开应用后立即开始采样"),
-                                       m_monitoringSwitch));
-    monitoring->addRow(new SettingsRow(kwText("采样间隔"), kwText("更短间隔会增加少量系统开销"),
-                                       new SettingsValueChip(kwText("2 秒"), true)));
+        new SettingsGroup(tr("监控"), tr("决定 KilnWarden 如何采样本机进程和传感器。"));
+    monitoring->addRow(
+        new SettingsRow(tr("启动时自动监控"), tr("打开应用后立即开始采样"), m_monitoringSwitch));
+    monitoring->addRow(new SettingsRow(tr("采样间隔"), tr("更短间隔会增加少量系统开销"),
+                                       new SettingsValueChip(tr("2 秒"), true)));
 
     auto *notifications = makeFixedSwitch(false);
     notifications->setObjectName(QStringLiteral("settingsNotificationsSwitch"));
-    auto *alerts =
-        new SettingsGroup(kwText("提醒"), kwText("只有持续达到条件时才发送通知，减少干扰。"));
+    auto *alerts = new SettingsGroup(tr("提醒"), tr("只有持续达到条件时才发送通知，减少干扰。"));
     alerts->addRow(
-        new SettingsRow(kwText("允许系统通知"), kwText("当前版本尚未请求通知权限"), notifications));
-    alerts->addRow(new SettingsRow(kwText("高负载持续时间"),
-                                   kwText("由热状态、温度与持续负载共同判断"),
-                                   new SettingsValueChip(kwText("自动"), true)));
+        new SettingsRow(tr("允许系统通知"), tr("当前版本尚未请求通知权限"), notifications));
+    alerts->addRow(new SettingsRow(tr("高负载持续时间"), tr("由热状态、温度与持续负载共同判断"),
+                                   new SettingsValueChip(tr("自动"), true)));
 
     auto *ownProcesses = makeFixedSwitch(true);
     ownProcesses->setObjectName(QStringLiteral("settingsCurrentUserSwitch"));
-    auto *privacy =
-        new SettingsGroup(kwText("隐私与数据"), kwText("所有诊断记录仅保存在这台电脑。"));
-    privacy->addRow(new SettingsRow(kwText("仅监控当前用户进程"),
-                                    kwText("不读取其他登录用户的任务"), ownProcesses));
-    privacy->addRow(new SettingsRow(kwText("事件历史保留"), kwText("退出 KilnWarden 后自动清空"),
-                                    new SettingsValueChip(kwText("本次会话"), true)));
+    auto *privacy = new SettingsGroup(tr("隐私与数据"), tr("所有诊断记录仅保存在这台电脑。"));
+    privacy->addRow(
+        new SettingsRow(tr("仅监控当前用户进程"), tr("不读取其他登录用户的任务"), ownProcesses));
+    privacy->addRow(new SettingsRow(tr("事件历史保留"), tr("退出 KilnWarden 后自动清空"),
+                                    new SettingsValueChip(tr("本次会话"), true)));
 
     m_clearButton =
-        makePlainButton(kwText("清除事件历史"), danger, QStringLiteral("clearEventHistoryButton"));
-    auto *maintenance =
-        new SettingsGroup(kwText("外观与维护"), kwText("保持界面与桌面系统体验一致。"));
-    maintenance->addRow(new SettingsRow(kwText("外观"),
-                                        kwText("使用为 KilnWarden 优化的浅色监控界面"),
-                                        new SettingsValueChip(kwText("浅色"), true)));
-    maintenance->addRow(new SettingsRow(kwText("本地数据"),
-                                        kwText("立即删除本次会话的全部事件记录"), m_clearButton));
+        makePlainButton(tr("清除事件历史"), danger, QStringLiteral("clearEventHistoryButton"));
+    auto *maintenance = new SettingsGroup(tr("外观与维护"), tr("保持界面与桌面系统体验一致。"));
+    maintenance->addRow(new SettingsRow(tr("外观"), tr("使用为 KilnWarden 优化的浅色监控界面"),
+                                        new SettingsValueChip(tr("浅色"), true)));
+    maintenance->addRow(
+        new SettingsRow(tr("本地数据"), tr("立即删除本次会话的全部事件记录"), m_clearButton));
 
-    auto *version = new TextLabel(kwText("KilnWarden 1.0 · Linux"), 11,
-                                  DashboardFontWeight::regular, textTertiary);
+    auto *version =
+        new TextLabel(tr("KilnWarden 1.0 · Linux"), 11, DashboardFontWeight::regular, textTertiary);
     m_restoreButton =
-        makePlainButton(kwText("恢复默认设置"), accent, QStringLiteral("restoreDefaultsButton"));
+        makePlainButton(tr("恢复默认设置"), accent, QStringLiteral("restoreDefaultsButton"));
     auto *footer = new QWidget;
     footer->setFixedHeight(36);
     attach(footer, row(0, {},

@@ -2,7 +2,6 @@
 
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/DashboardPalette.h"
-#include "sampling/Text.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -47,7 +46,7 @@ void SettingsSwitch::nextCheckState()
 
 void SettingsSwitch::updateAccessibleValue()
 {
-    setAccessibleValue(this, isChecked() ? kwText("已开启") : kwText("已关闭"));
+    setAccessibleValue(this, isChecked() ? tr("已开启") : tr("已关闭"));
 }
 
 void SettingsSwitch::paintEvent(QPaintEvent *)

@@ -8,11 +8,20 @@
 #include "presentation/kit/RefreshWhileShown.h"
 #include "presentation/kit/SystemSymbols.h"
 #include "presentation/shell/DashboardStatusLine.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 
 #include <algorithm>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardPageHeader)
+};
+
+} // namespace
 
 MonitoringButton::MonitoringButton(DashboardStore &store, QWidget *parent)
     : QWidget(parent), m_store(store)
@@ -39,7 +48,7 @@ MonitoringButton::MonitoringButton(DashboardStore &store, QWidget *parent)
 void MonitoringButton::refresh()
 {
     const bool monitoring = m_store.isMonitoring();
-    const QString text = monitoring ? kwText("监控中") : kwText("已暂停");
+    const QString text = monitoring ? Words::tr("监控中") : Words::tr("已暂停");
     m_dot->setColor(
         QColor::fromRgb(monitoring ? DashboardPalette::success : DashboardPalette::textTertiary));
     m_text->setText(text);
@@ -48,7 +57,7 @@ void MonitoringButton::refresh()
     m_box->setFill(QColor::fromRgb(monitoring ? DashboardPalette::successBackground
                                               : DashboardPalette::controlBackground));
     m_box->setAccessibleName(text);
-    m_box->setToolTip(monitoring ? kwText("暂停监控") : kwText("恢复监控"));
+    m_box->setToolTip(monitoring ? Words::tr("暂停监控") : Words::tr("恢复监控"));
 }
 
 DashboardPageHeader::DashboardPageHeader(DashboardStore &store, DashboardSection section,
@@ -63,7 +72,7 @@ DashboardPageHeader::DashboardPageHeader(DashboardStore &store, DashboardSection
     m_privacy = new QWidget;
     auto *shield = new SymbolView(QStringLiteral("checkmark.shield"), 10,
                                   QColor::fromRgb(DashboardPalette::textSecondary));
-    auto *privacyText = new TextLabel(kwText("数据仅在本机处理"), 10, DashboardFontWeight::regular,
+    auto *privacyText = new TextLabel(tr("数据仅在本机处理"), 10, DashboardFontWeight::regular,
                                       DashboardPalette::textSecondary);
     attach(m_privacy, row(4, {}, {shield, privacyText}));
     m_privacy->setAccessibleName(privacyText->text());

@@ -1,9 +1,15 @@
 #include "presentation/shell/DashboardSection.h"
 
 #include "sampling/EnumTable.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardSection)
+};
 
 struct SectionRow {
     DashboardSection key;
@@ -15,16 +21,19 @@ struct SectionRow {
 };
 
 constexpr SectionRow kSectionRows[] = {
-    {DashboardSection::overview, "overview", "概览", "gauge.with.dots.needle.50percent",
-     "sidebar-overview", "page-overview"},
-    {DashboardSection::liveDiagnosis, "liveDiagnosis", "实时诊断", "waveform.path.ecg",
+    {DashboardSection::overview, "overview", QT_TRANSLATE_NOOP("DashboardSection", "概览"),
+     "gauge.with.dots.needle.50percent", "sidebar-overview", "page-overview"},
+    {DashboardSection::liveDiagnosis, "liveDiagnosis",
+     QT_TRANSLATE_NOOP("DashboardSection", "实时诊断"), "waveform.path.ecg",
      "sidebar-live-diagnosis", "page-live-diagnosis"},
-    {DashboardSection::hardwareMonitor, "hardwareMonitor", "硬件监控", "cpu",
-     "sidebar-hardware-monitor", "page-hardware-monitor"},
-    {DashboardSection::eventHistory, "eventHistory", "事件历史", "clock.arrow.circlepath",
+    {DashboardSection::hardwareMonitor, "hardwareMonitor",
+     QT_TRANSLATE_NOOP("DashboardSection", "硬件监控"), "cpu", "sidebar-hardware-monitor",
+     "page-hardware-monitor"},
+    {DashboardSection::eventHistory, "eventHistory",
+     QT_TRANSLATE_NOOP("DashboardSection", "事件历史"), "clock.arrow.circlepath",
      "sidebar-event-history", "page-event-history"},
-    {DashboardSection::settings, "settings", "设置", "gearshape", "settingsButton",
-     "page-settings"},
+    {DashboardSection::settings, "settings", QT_TRANSLATE_NOOP("DashboardSection", "设置"),
+     "gearshape", "settingsButton", "page-settings"},
 };
 static_assert(coversEnumeration(kSectionRows, DashboardSection::settings));
 
@@ -37,7 +46,7 @@ QString dashboardSectionText(DashboardSection section)
 
 QString dashboardSectionTitle(DashboardSection section)
 {
-    return kwText(enumRow(kSectionRows, section).title);
+    return Words::tr(enumRow(kSectionRows, section).title);
 }
 
 QString dashboardSectionSymbol(DashboardSection section)

@@ -7,7 +7,6 @@
 #include "presentation/kit/KilnWardenMark.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -36,7 +35,7 @@ DashboardSidebar::DashboardSidebar(QWidget *parent) : QWidget(parent)
     connect(m_brand, &QAbstractButton::clicked, this, &DashboardSidebar::brandActivated);
     m_brand->installEventFilter(this);
 
-    m_caption = new TextLabel(kwText("工作区"), 10, DashboardFontWeight::regular,
+    m_caption = new TextLabel(tr("工作区"), 10, DashboardFontWeight::regular,
                               DashboardPalette::textTertiary);
     m_caption->setContentsMargins(12, 0, 12, 0);
 
@@ -91,7 +90,7 @@ void DashboardSidebar::setBrandOpensPanel(bool opensPanel)
 {
     m_brand->setFocusPolicy(opensPanel ? Qt::StrongFocus : Qt::NoFocus);
     m_brand->setCursor(opensPanel ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    const QString action = opensPanel ? kwText("打开 KilnWarden 状态面板") : QString();
+    const QString action = opensPanel ? tr("打开 KilnWarden 状态面板") : QString();
     m_brand->setToolTip(action);
     m_brand->setAccessibleDescription(action);
 }
@@ -127,7 +126,7 @@ void DashboardSidebar::refreshRows()
                                          : QColor(Qt::transparent));
         sectionRow.symbol->setColor(foreground);
         sectionRow.title->setColor(foreground);
-        setAccessibleValue(sectionRow.box, selected ? kwText("已选择") : kwText("未选择"));
+        setAccessibleValue(sectionRow.box, selected ? tr("已选择") : tr("未选择"));
         setAccessibleSelected(sectionRow.box, selected);
     }
 }

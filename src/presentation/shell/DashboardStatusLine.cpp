@@ -3,10 +3,20 @@
 #include "dashboard/DashboardStore.h"
 #include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
 #include <cmath>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardStatusLine)
+};
+
+} // namespace
 
 QString numericDateTimeText(TimePoint time)
 {
@@ -28,7 +38,7 @@ QString numericDateTimeText(TimePoint time)
 QString latestSampleText(const DashboardStore &store)
 {
     if (!store.latestSystemSample())
-        return kwText("等待首次采样");
+        return Words::tr("等待首次采样");
     return numericDateTimeText(store.latestSystemSample()->timestamp);
 }
 
@@ -38,26 +48,26 @@ QString dashboardStatusLine(DashboardSection section, const DashboardStore &stor
     case DashboardSection::overview: {
         const QString state =
             store.liveTasks().empty()
-                ? kwText("设备整体状态正常")
-                : kwText("%1 个进程需要关注")
+                ? Words::tr("设备整体状态正常")
+                : Words::tr("%1 个进程需要关注")
                       .arg(formatLocaleInteger(static_cast<long long>(store.liveTasks().size())));
-        return kwText("最新采样：%1 · %2").arg(latestSampleText(store), state);
+        return Words::tr("最新采样：%1 · %2").arg(latestSampleText(store), state);
     }
     case DashboardSection::liveDiagnosis:
-        return kwText("最新采样：%1 · 定位当前用户进程，并解释可能影响温度的持续负载")
+        return Words::tr("最新采样：%1 · 定位当前用户进程，并解释可能影响温度的持续负载")
             .arg(latestSampleText(store));
     case DashboardSection::hardwareMonitor: {
-        QString source = kwText("Linux hwmon 传感器");
+        QString source = Words::tr("Linux hwmon 传感器");
         if (const auto &sample = store.latestSystemSample();
             sample && sample->temperatureCelsius.isAvailable())
             source = sample->temperatureCelsius.sourceText();
-        return kwText("来自 %1 · 采样间隔 2 秒 · 本机处理").arg(source);
+        return Words::tr("来自 %1 · 采样间隔 2 秒 · 本机处理").arg(source);
     }
     case DashboardSection::eventHistory:
-        return kwText("共记录 %1 个事件 · 数据仅保存在本次会话")
+        return Words::tr("共记录 %1 个事件 · 数据仅保存在本次会话")
             .arg(formatLocaleInteger(static_cast<long long>(store.incidents().size())));
     case DashboardSection::settings:
         break;
     }
-    return kwText("配置与诊断数据仅在本机处理");
+    return Words::tr("配置与诊断数据仅在本机处理");
 }

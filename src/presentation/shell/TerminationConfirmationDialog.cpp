@@ -2,7 +2,6 @@
 
 #include "dashboard/DashboardStore.h"
 #include "dashboard/DashboardTexts.h"
-#include "sampling/Text.h"
 
 TerminationConfirmationDialog::TerminationConfirmationDialog(DashboardStore &store, QWidget *parent)
     : ConfirmationDialog(QStringLiteral("terminationConfirmation"),
@@ -27,9 +26,8 @@ void TerminationConfirmationDialog::refreshTexts()
 {
     const auto &pending = m_store.pendingTermination();
     if (!pending) {
-        setQuestion(kwText("结束选中进程？"),
-                    kwText("系统会先重新核对进程身份，再发送一次正常结束请求。"),
-                    kwText("结束进程"));
+        setQuestion(tr("结束选中进程？"), tr("系统会先重新核对进程身份，再发送一次正常结束请求。"),
+                    tr("结束进程"));
     } else {
         setQuestion(terminationConfirmationTitle(*pending),
                     terminationConfirmationMessage(*pending),

@@ -4,7 +4,6 @@
 #include "presentation/tray/KilnWardenMenuBarLabel.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
 #include "presentation/tray/MenuBarPanelPopup.h"
-#include "sampling/Text.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -29,8 +28,8 @@ KilnWardenMenuBarItem::KilnWardenMenuBarItem(DashboardStore &store,
     });
 
     m_menu = new QMenu;
-    m_menu->addAction(kwText("打开仪表盘"), this, &KilnWardenMenuBarItem::openDashboardRequested);
-    m_menu->addAction(kwText("退出"), this, &KilnWardenMenuBarItem::quitRequested);
+    m_menu->addAction(tr("打开仪表盘"), this, &KilnWardenMenuBarItem::openDashboardRequested);
+    m_menu->addAction(tr("退出"), this, &KilnWardenMenuBarItem::quitRequested);
 
     m_icon = new QSystemTrayIcon(this);
     m_icon->setContextMenu(m_menu);

@@ -9,10 +9,16 @@
 #include "presentation/tray/MenuBarPanelParts.h"
 #include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPainter>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(KilnWardenMenuBarPanel)
+};
 
 // Stack spacing between the panel's rows; the dividers add their own 6 above
 // and below.
@@ -45,7 +51,7 @@ QString menuBarRemainingTaskText(qint64 remainingAttentionTaskCount)
 {
     if (remainingAttentionTaskCount < 1)
         return {};
-    return kwText("另有 %1 个需关注任务").arg(formatLocaleInteger(remainingAttentionTaskCount));
+    return Words::tr("另有 %1 个需关注任务").arg(formatLocaleInteger(remainingAttentionTaskCount));
 }
 
 KilnWardenMenuBarPanel::KilnWardenMenuBarPanel(QWidget *parent) : QWidget(parent)
@@ -95,7 +101,7 @@ KilnWardenMenuBarPanel::KilnWardenMenuBarPanel(QWidget *parent) : QWidget(parent
     setAccessibility(m_taskBox, QStringLiteral("menuBar-primary-task"));
     setAccessibleRole(m_taskBox, QAccessible::Grouping);
     m_taskCaption = new MenuBarPanelLabel(10, DashboardFontWeight::regular);
-    m_taskCaption->setText(kwText("主要负载"));
+    m_taskCaption->setText(tr("主要负载"));
     m_taskApplication = new MenuBarPanelLabel(13, DashboardFontWeight::medium);
     m_taskApplication->setElided(true);
     m_taskApplication->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -126,12 +132,11 @@ KilnWardenMenuBarPanel::KilnWardenMenuBarPanel(QWidget *parent) : QWidget(parent
     attach(m_message, row(8, {10, 7, 10, 7}, {m_messageSymbol, LayoutItem(m_messageText, 1)}));
 
     // 6. The two buttons, equal shares.
-    m_openDashboard = new MenuBarPanelButton(kwText("打开仪表盘"), true);
+    m_openDashboard = new MenuBarPanelButton(tr("打开仪表盘"), true);
     m_openDashboard->setDefault(true);
-    setAccessibility(m_openDashboard, QStringLiteral("menuBar-open-dashboard"),
-                     kwText("打开仪表盘"));
-    m_quit = new MenuBarPanelButton(kwText("退出"), false);
-    setAccessibility(m_quit, QStringLiteral("menuBar-quit"), kwText("退出"));
+    setAccessibility(m_openDashboard, QStringLiteral("menuBar-open-dashboard"), tr("打开仪表盘"));
+    m_quit = new MenuBarPanelButton(tr("退出"), false);
+    setAccessibility(m_quit, QStringLiteral("menuBar-quit"), tr("退出"));
     connect(m_openDashboard, &QPushButton::clicked, this,
             &KilnWardenMenuBarPanel::openDashboardRequested);
     connect(m_quit, &QPushButton::clicked, this, &KilnWardenMenuBarPanel::quitRequested);
@@ -227,8 +232,8 @@ void KilnWardenMenuBarPanel::refresh()
     if (p.primaryTask) {
         m_taskApplication->setText(p.primaryTask->application);
         m_taskCPU->setText(p.primaryTask->cpuText);
-        m_taskRunning->setText(kwText("运行 %1").arg(p.primaryTask->runningDuration));
-        m_taskBox->setAccessibleName(kwText("主要负载"));
+        m_taskRunning->setText(tr("运行 %1").arg(p.primaryTask->runningDuration));
+        m_taskBox->setAccessibleName(tr("主要负载"));
     }
     const QString remaining = menuBarRemainingTaskText(p.remainingAttentionTaskCount);
     m_taskRemaining->setText(remaining);

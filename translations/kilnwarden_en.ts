@@ -1,0 +1,1030 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="zh_CN">
+<context>
+    <name>CPUUsageTracker</name>
+    <message>
+        <source>CPU 计数器无有效增量</source>
+        <translation>CPU counters did not advance</translation>
+    </message>
+</context>
+<context>
+    <name>ClearHistoryDialog</name>
+    <message>
+        <source>清除本次会话的事件历史？</source>
+        <translation>Clear this session&apos;s event history?</translation>
+    </message>
+    <message>
+        <source>此操作不会影响系统数据或正在运行的进程。</source>
+        <translation>System data and running processes are not affected.</translation>
+    </message>
+    <message>
+        <source>清除</source>
+        <translation>Clear</translation>
+    </message>
+</context>
+<context>
+    <name>ConfirmationDialog</name>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardPageHeader</name>
+    <message>
+        <source>监控中</source>
+        <translation>Monitoring</translation>
+    </message>
+    <message>
+        <source>已暂停</source>
+        <translation>Paused</translation>
+    </message>
+    <message>
+        <source>暂停监控</source>
+        <translation>Pause monitoring</translation>
+    </message>
+    <message>
+        <source>恢复监控</source>
+        <translation>Resume monitoring</translation>
+    </message>
+    <message>
+        <source>数据仅在本机处理</source>
+        <translation>Data stays on this computer</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardSection</name>
+    <message>
+        <source>概览</source>
+        <translation>Overview</translation>
+    </message>
+    <message>
+        <source>实时诊断</source>
+        <translation>Live diagnosis</translation>
+    </message>
+    <message>
+        <source>硬件监控</source>
+        <translation>Hardware</translation>
+    </message>
+    <message>
+        <source>事件历史</source>
+        <translation>Event history</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Settings</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardSidebar</name>
+    <message>
+        <source>工作区</source>
+        <translation>Workspace</translation>
+    </message>
+    <message>
+        <source>打开 KilnWarden 状态面板</source>
+        <translation>Open the KilnWarden status panel</translation>
+    </message>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+    <message>
+        <source>未选择</source>
+        <translation>Not selected</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardStatusLine</name>
+    <message>
+        <source>等待首次采样</source>
+        <translation>Waiting for the first sample</translation>
+    </message>
+    <message>
+        <source>设备整体状态正常</source>
+        <translation>System is running normally</translation>
+    </message>
+    <message>
+        <source>%1 个进程需要关注</source>
+        <translation>Processes needing attention: %1</translation>
+    </message>
+    <message>
+        <source>最新采样：%1 · %2</source>
+        <translation>Last sample: %1 · %2</translation>
+    </message>
+    <message>
+        <source>最新采样：%1 · 定位当前用户进程，并解释可能影响温度的持续负载</source>
+        <translation>Last sample: %1 · Finds your processes and explains sustained load that can raise the temperature</translation>
+    </message>
+    <message>
+        <source>Linux hwmon 传感器</source>
+        <translation>Linux hwmon sensors</translation>
+    </message>
+    <message>
+        <source>来自 %1 · 采样间隔 2 秒 · 本机处理</source>
+        <translation>From %1 · Every 2 seconds · Processed locally</translation>
+    </message>
+    <message>
+        <source>共记录 %1 个事件 · 数据仅保存在本次会话</source>
+        <translation>Events recorded: %1 · Kept for this session only</translation>
+    </message>
+    <message>
+        <source>配置与诊断数据仅在本机处理</source>
+        <translation>Settings and diagnostics stay on this computer</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardWidgets</name>
+    <message>
+        <source>不可…</source>
+        <comment>the least of an elided pill: a few characters and the ellipsis</comment>
+        <translation>Un…</translation>
+    </message>
+</context>
+<context>
+    <name>DiskIORate</name>
+    <message>
+        <source>未发现系统磁盘累计读写计数器</source>
+        <translation>No disk read/write counters found</translation>
+    </message>
+    <message>
+        <source>磁盘累计计数器无有效增量</source>
+        <translation>Disk counters did not advance</translation>
+    </message>
+</context>
+<context>
+    <name>EventHistoryFilter</name>
+    <message>
+        <source>本次会话</source>
+        <translation>This session</translation>
+    </message>
+    <message>
+        <source>全部</source>
+        <translation>All</translation>
+    </message>
+    <message>
+        <source>高负载</source>
+        <translation>High load</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>已解决</source>
+        <translation>Resolved</translation>
+    </message>
+</context>
+<context>
+    <name>EventHistoryToolbar</name>
+    <message>
+        <source>搜索事件或进程</source>
+        <translation>Search events or processes</translation>
+    </message>
+    <message>
+        <source>事件范围：%1</source>
+        <translation>Range: %1</translation>
+    </message>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+</context>
+<context>
+    <name>HardwareCategory</name>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>当前芯片温度</source>
+        <translation>Current chip temperature</translation>
+    </message>
+    <message>
+        <source>温度趋势 · 60 秒</source>
+        <translation>Temperature · 60 s</translation>
+    </message>
+    <message>
+        <source>当前 CPU 占用</source>
+        <translation>Current CPU usage</translation>
+    </message>
+    <message>
+        <source>CPU 使用率 · 60 秒</source>
+        <translation>CPU usage · 60 s</translation>
+    </message>
+    <message>
+        <source>当前 GPU 占用</source>
+        <translation>Current GPU usage</translation>
+    </message>
+    <message>
+        <source>GPU 使用率 · 60 秒</source>
+        <translation>GPU usage · 60 s</translation>
+    </message>
+    <message>
+        <source>内存</source>
+        <translation>Memory</translation>
+    </message>
+    <message>
+        <source>当前内存占用</source>
+        <translation>Current memory usage</translation>
+    </message>
+    <message>
+        <source>内存占用 · 60 秒</source>
+        <translation>Memory usage · 60 s</translation>
+    </message>
+    <message>
+        <source>磁盘</source>
+        <translation>Disk</translation>
+    </message>
+    <message>
+        <source>当前磁盘活动</source>
+        <translation>Current disk activity</translation>
+    </message>
+    <message>
+        <source>磁盘活动 · 60 秒</source>
+        <translation>Disk activity · 60 s</translation>
+    </message>
+    <message>
+        <source>风扇</source>
+        <translation>Fans</translation>
+    </message>
+    <message>
+        <source>当前风扇转速</source>
+        <translation>Current fan speed</translation>
+    </message>
+    <message>
+        <source>风扇转速 · 60 秒</source>
+        <translation>Fan speed · 60 s</translation>
+    </message>
+</context>
+<context>
+    <name>HardwareCategoryTabs</name>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+    <message>
+        <source>未选择</source>
+        <translation>Not selected</translation>
+    </message>
+</context>
+<context>
+    <name>HardwareChartContent</name>
+    <message>
+        <source>正在采集%1趋势…</source>
+        <translation>%1 trend: collecting…</translation>
+    </message>
+</context>
+<context>
+    <name>HardwareSensorTable</name>
+    <message>
+        <source>传感器读数</source>
+        <translation>Sensor readings</translation>
+    </message>
+    <message>
+        <source>实时</source>
+        <translation>Live</translation>
+    </message>
+    <message>
+        <source>传感器</source>
+        <translation>Sensor</translation>
+    </message>
+    <message>
+        <source>位置</source>
+        <translation>Location</translation>
+    </message>
+    <message>
+        <source>当前读数</source>
+        <translation>Reading</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>Status</translation>
+    </message>
+</context>
+<context>
+    <name>HardwareSummaryRow</name>
+    <message>
+        <source>60 秒峰值</source>
+        <translation>60 s peak</translation>
+    </message>
+    <message>
+        <source>60 秒平均</source>
+        <translation>60 s average</translation>
+    </message>
+    <message>
+        <source>数据来源</source>
+        <translation>Source</translation>
+    </message>
+</context>
+<context>
+    <name>HardwareTexts</name>
+    <message>
+        <source>采集中</source>
+        <translation>Collecting</translation>
+    </message>
+    <message>
+        <source>正常</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>偏热</source>
+        <translation>Warm</translation>
+    </message>
+    <message>
+        <source>较热</source>
+        <translation>Hot</translation>
+    </message>
+    <message>
+        <source>过热</source>
+        <translation>Overheating</translation>
+    </message>
+    <message>
+        <source>数据正常</source>
+        <translation>Reading normally</translation>
+    </message>
+    <message>
+        <source>正在采集</source>
+        <translation>Collecting</translation>
+    </message>
+    <message>
+        <source>当前不可用</source>
+        <translation>Unavailable</translation>
+    </message>
+    <message>
+        <source>不可用</source>
+        <translation>Unavailable</translation>
+    </message>
+    <message>
+        <source>热状态%1</source>
+        <translation>Thermal state: %1</translation>
+    </message>
+    <message>
+        <source>现在</source>
+        <translation>Now</translation>
+    </message>
+    <message>
+        <source>显卡</source>
+        <translation>Graphics card</translation>
+    </message>
+    <message>
+        <source>处理器</source>
+        <translation>Processor</translation>
+    </message>
+    <message>
+        <source>机身内部</source>
+        <translation>Chassis</translation>
+    </message>
+    <message>
+        <source>系统</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>存储</source>
+        <translation>Storage</translation>
+    </message>
+    <message>
+        <source>当前用户</source>
+        <translation>Current user</translation>
+    </message>
+</context>
+<context>
+    <name>HwmonSensorProbe</name>
+    <message>
+        <source>Linux hwmon CPU 传感器</source>
+        <translation>Linux hwmon CPU sensor</translation>
+    </message>
+    <message>
+        <source>当前系统没有可用的 hwmon 温度传感器接口</source>
+        <translation>This system has no hwmon temperature sensor interface</translation>
+    </message>
+    <message>
+        <source>无权读取 hwmon 温度传感器</source>
+        <translation>No permission to read the hwmon temperature sensors</translation>
+    </message>
+    <message>
+        <source>未发现可识别的 CPU 温度通道</source>
+        <translation>No recognizable CPU temperature channel found</translation>
+    </message>
+    <message>
+        <source>Linux hwmon 风扇传感器</source>
+        <translation>Linux hwmon fan sensor</translation>
+    </message>
+    <message>
+        <source>系统没有可读取的风扇转速传感器</source>
+        <translation>This system has no readable fan speed sensor</translation>
+    </message>
+    <message>
+        <source>无权读取 hwmon 风扇传感器</source>
+        <translation>No permission to read the hwmon fan sensors</translation>
+    </message>
+    <message>
+        <source>hwmon 未返回明确的风扇 RPM</source>
+        <translation>hwmon reported no clear fan RPM</translation>
+    </message>
+</context>
+<context>
+    <name>IncidentDetailPanel</name>
+    <message>
+        <source>选择一条事件查看详情</source>
+        <translation>Select an event to see its details</translation>
+    </message>
+    <message>
+        <source>详情只展示本次会话中真实采集到的负载、温度与处理结果。</source>
+        <translation>Details show only the load, temperatures and outcomes actually recorded in this session.</translation>
+    </message>
+    <message>
+        <source>目标进程</source>
+        <translation>Process</translation>
+    </message>
+    <message>
+        <source>所属应用</source>
+        <translation>Application</translation>
+    </message>
+    <message>
+        <source>CPU 峰值</source>
+        <translation>Peak CPU</translation>
+    </message>
+    <message>
+        <source>温度变化</source>
+        <translation>Temperature change</translation>
+    </message>
+    <message>
+        <source>磁盘活动</source>
+        <translation>Disk activity</translation>
+    </message>
+    <message>
+        <source>建议</source>
+        <translation>Suggestion</translation>
+    </message>
+    <message>
+        <source>查看实时诊断</source>
+        <translation>Open live diagnosis</translation>
+    </message>
+    <message>
+        <source>%1 开始 · 持续 %2</source>
+        <translation>Started %1 · Duration %2</translation>
+    </message>
+    <message>
+        <source>本次事件未记录</source>
+        <translation>Not recorded for this event</translation>
+    </message>
+</context>
+<context>
+    <name>IncidentListModel</name>
+    <message>
+        <source>%1，%2，%3，%4，%5</source>
+        <translation>%1, %2, %3, %4, %5</translation>
+    </message>
+</context>
+<context>
+    <name>IncidentListPanel</name>
+    <message>
+        <source>本次会话暂无匹配事件</source>
+        <translation>No matching events in this session</translation>
+    </message>
+    <message>
+        <source>真实热压力、持续负载或结束任务后，事件会出现在这里。</source>
+        <translation>Events appear here after real thermal pressure, sustained load or an ended task.</translation>
+    </message>
+    <message>
+        <source>事件记录</source>
+        <translation>Events</translation>
+    </message>
+    <message>
+        <source>按时间倒序</source>
+        <translation>Newest first</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>事件</source>
+        <translation>Event</translation>
+    </message>
+    <message>
+        <source>进程</source>
+        <translation>Process</translation>
+    </message>
+    <message>
+        <source>峰值</source>
+        <translation>Peak</translation>
+    </message>
+    <message>
+        <source>结果</source>
+        <translation>Result</translation>
+    </message>
+</context>
+<context>
+    <name>IncidentTexts</name>
+    <message>
+        <source>进行中</source>
+        <translation>Ongoing</translation>
+    </message>
+    <message>
+        <source>高负载开始</source>
+        <translation>High load started</translation>
+    </message>
+    <message>
+        <source>已改善</source>
+        <translation>Improved</translation>
+    </message>
+    <message>
+        <source>负载恢复</source>
+        <translation>Load recovered</translation>
+    </message>
+    <message>
+        <source>已恢复</source>
+        <translation>Recovered</translation>
+    </message>
+    <message>
+        <source>未改善</source>
+        <translation>Not improved</translation>
+    </message>
+    <message>
+        <source>仍需关注</source>
+        <translation>Needs attention</translation>
+    </message>
+    <message>
+        <source>数据不足</source>
+        <translation>Not enough data</translation>
+    </message>
+    <message>
+        <source>操作失败</source>
+        <translation>Action failed</translation>
+    </message>
+    <message>
+        <source>温度持续升高</source>
+        <translation>Temperature kept rising</translation>
+    </message>
+    <message>
+        <source>持续高负载</source>
+        <translation>Sustained high load</translation>
+    </message>
+    <message>
+        <source>检测到热压力</source>
+        <translation>Thermal pressure detected</translation>
+    </message>
+    <message>
+        <source>%1 · %2°</source>
+        <translation>%1 · %2°</translation>
+    </message>
+    <message>
+        <source>%1 秒</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 分钟</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>未读取</source>
+        <translation>Not read</translation>
+    </message>
+    <message>
+        <source>%1 → %2</source>
+        <translation>%1 → %2</translation>
+    </message>
+</context>
+<context>
+    <name>KilnWardenMenuBarItem</name>
+    <message>
+        <source>打开仪表盘</source>
+        <translation>Open dashboard</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Quit</translation>
+    </message>
+</context>
+<context>
+    <name>KilnWardenMenuBarPanel</name>
+    <message>
+        <source>另有 %1 个需关注任务</source>
+        <translation>+%1 more needing attention</translation>
+    </message>
+    <message>
+        <source>主要负载</source>
+        <translation>Top load</translation>
+    </message>
+    <message>
+        <source>打开仪表盘</source>
+        <translation>Open dashboard</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Quit</translation>
+    </message>
+    <message>
+        <source>运行 %1</source>
+        <translation>Running %1</translation>
+    </message>
+</context>
+<context>
+    <name>LinuxGPUUsageProbe</name>
+    <message>
+        <source>未发现可读取的 GPU 利用率通道</source>
+        <translation>No readable GPU usage channel found</translation>
+    </message>
+</context>
+<context>
+    <name>NetworkIORate</name>
+    <message>
+        <source>无法读取网络接口计数器</source>
+        <translation>Cannot read the network interface counters</translation>
+    </message>
+    <message>
+        <source>网络接口计数器无有效增量</source>
+        <translation>Network counters did not advance</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewAttentionList</name>
+    <message>
+        <source>PID %1 · %2</source>
+        <translation>PID %1 · %2</translation>
+    </message>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+    <message>
+        <source>需要关注</source>
+        <translation>Needs attention</translation>
+    </message>
+    <message>
+        <source>当前没有持续高负载进程</source>
+        <translation>No process is under sustained high load</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewRecentEventList</name>
+    <message>
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+    <message>
+        <source>最近事件</source>
+        <translation>Recent events</translation>
+    </message>
+    <message>
+        <source>本次会话暂无升温事件</source>
+        <translation>No heat events in this session</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewSystemTrend</name>
+    <message>
+        <source>系统趋势</source>
+        <translation>System trend</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>30 分钟系统趋势</source>
+        <translation>30-minute system trend</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewTexts</name>
+    <message>
+        <source>采集中</source>
+        <translation>Collecting</translation>
+    </message>
+    <message>
+        <source>风扇转速 · 自动调速</source>
+        <translation>Fan speed · Automatic</translation>
+    </message>
+    <message>
+        <source>磁盘 I/O · 当前合计</source>
+        <translation>Disk I/O · Current total</translation>
+    </message>
+    <message>
+        <source>当前温度 · %1</source>
+        <translation>Temperature · %1</translation>
+    </message>
+    <message>
+        <source>CPU 负载 · 近 5 分钟平均 %1</source>
+        <translation>CPU · 5-min avg %1</translation>
+    </message>
+    <message>
+        <source>高影响</source>
+        <translation>High impact</translation>
+    </message>
+    <message>
+        <source>中影响</source>
+        <translation>Medium impact</translation>
+    </message>
+    <message>
+        <source>低影响</source>
+        <translation>Low impact</translation>
+    </message>
+    <message>
+        <source>现在</source>
+        <translation>Now</translation>
+    </message>
+    <message>
+        <source>-%1 分钟</source>
+        <translation>-%1 min</translation>
+    </message>
+    <message>
+        <source>状态%1</source>
+        <translation>State: %1</translation>
+    </message>
+</context>
+<context>
+    <name>OverviewTrendContent</name>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>正在采集系统趋势…</source>
+        <translation>Collecting the system trend…</translation>
+    </message>
+</context>
+<context>
+    <name>ProcMeminfoMemoryProbe</name>
+    <message>
+        <source>无法读取 /proc/meminfo</source>
+        <translation>Cannot read /proc/meminfo</translation>
+    </message>
+</context>
+<context>
+    <name>ProcStatCPUUsageProbe</name>
+    <message>
+        <source>/proc/stat 读取失败</source>
+        <translation>Reading /proc/stat failed</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessTerminationResult</name>
+    <message>
+        <source>安全校验未通过：该进程不属于当前用户。</source>
+        <translation>Safety check failed: this process belongs to another user.</translation>
+    </message>
+    <message>
+        <source>安全校验未通过：KilnWarden 不能结束自身。</source>
+        <translation>Safety check failed: KilnWarden cannot end itself.</translation>
+    </message>
+    <message>
+        <source>安全校验未通过：系统关键进程不可结束。</source>
+        <translation>Safety check failed: critical system processes cannot be ended.</translation>
+    </message>
+    <message>
+        <source>安全校验未通过：该进程受保护。</source>
+        <translation>Safety check failed: this process is protected.</translation>
+    </message>
+    <message>
+        <source>任务已经结束，无需再次操作。</source>
+        <translation>The task has already ended. Nothing more to do.</translation>
+    </message>
+    <message>
+        <source>任务身份已经变化，为避免误伤未发送结束信号。</source>
+        <translation>The task is no longer the same process, so no signal was sent to avoid ending the wrong one.</translation>
+    </message>
+    <message>
+        <source>没有权限结束该任务，未进行重试。</source>
+        <translation>No permission to end this task. Not retried.</translation>
+    </message>
+    <message>
+        <source>任务已经结束，未进行重试。</source>
+        <translation>The task has already ended. Not retried.</translation>
+    </message>
+    <message>
+        <source>结束任务失败（系统错误 %1），未进行重试。</source>
+        <translation>Could not end the task (system error %1). Not retried.</translation>
+    </message>
+    <message>
+        <source>已发送强制结束请求。</source>
+        <translation>Force quit request sent.</translation>
+    </message>
+    <message>
+        <source>已发送正常结束请求。</source>
+        <translation>Quit request sent.</translation>
+    </message>
+</context>
+<context>
+    <name>SensorReading</name>
+    <message>
+        <source>可用</source>
+        <translation>Available</translation>
+    </message>
+    <message>
+        <source>不支持</source>
+        <translation>Not supported</translation>
+    </message>
+    <message>
+        <source>不可用</source>
+        <translation>Unavailable</translation>
+    </message>
+    <message>
+        <source>权限受限</source>
+        <translation>Permission denied</translation>
+    </message>
+    <message>
+        <source>暂不可用</source>
+        <translation>Temporarily unavailable</translation>
+    </message>
+    <message>
+        <source>采集中</source>
+        <translation>Collecting</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsPage</name>
+    <message>
+        <source>偏好设置</source>
+        <translation>Preferences</translation>
+    </message>
+    <message>
+        <source>调整监控频率、提醒条件和本地数据保留方式。</source>
+        <translation>Adjust the sampling rate, alert conditions and how local data is kept.</translation>
+    </message>
+    <message>
+        <source>监控</source>
+        <translation>Monitoring</translation>
+    </message>
+    <message>
+        <source>决定 KilnWarden 如何采样本机进程和传感器。</source>
+        <translation>How KilnWarden samples this computer&apos;s processes and sensors.</translation>
+    </message>
+    <message>
+        <source>启动时自动监控</source>
+        <translation>Monitor at startup</translation>
+    </message>
+    <message>
+        <source>打开应用后立即开始采样</source>
+        <translation>Start sampling as soon as the app opens</translation>
+    </message>
+    <message>
+        <source>采样间隔</source>
+        <translation>Sampling interval</translation>
+    </message>
+    <message>
+        <source>更短间隔会增加少量系统开销</source>
+        <translation>Shorter intervals add a little system overhead</translation>
+    </message>
+    <message>
+        <source>2 秒</source>
+        <translation>2 s</translation>
+    </message>
+    <message>
+        <source>提醒</source>
+        <translation>Alerts</translation>
+    </message>
+    <message>
+        <source>只有持续达到条件时才发送通知，减少干扰。</source>
+        <translation>Notifies only when a condition persists, to avoid noise.</translation>
+    </message>
+    <message>
+        <source>允许系统通知</source>
+        <translation>Allow system notifications</translation>
+    </message>
+    <message>
+        <source>当前版本尚未请求通知权限</source>
+        <translation>This version does not request notification permission yet</translation>
+    </message>
+    <message>
+        <source>高负载持续时间</source>
+        <translation>High load duration</translation>
+    </message>
+    <message>
+        <source>由热状态、温度与持续负载共同判断</source>
+        <translation>Judged from thermal state, temperature and sustained load</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Automatic</translation>
+    </message>
+    <message>
+        <source>隐私与数据</source>
+        <translation>Privacy and data</translation>
+    </message>
+    <message>
+        <source>所有诊断记录仅保存在这台电脑。</source>
+        <translation>All diagnostic records stay on this computer.</translation>
+    </message>
+    <message>
+        <source>仅监控当前用户进程</source>
+        <translation>Monitor only the current user&apos;s processes</translation>
+    </message>
+    <message>
+        <source>不读取其他登录用户的任务</source>
+        <translation>Other signed-in users&apos; tasks are not read</translation>
+    </message>
+    <message>
+        <source>事件历史保留</source>
+        <translation>Event history retention</translation>
+    </message>
+    <message>
+        <source>退出 KilnWarden 后自动清空</source>
+        <translation>Cleared when KilnWarden quits</translation>
+    </message>
+    <message>
+        <source>本次会话</source>
+        <translation>This session</translation>
+    </message>
+    <message>
+        <source>清除事件历史</source>
+        <translation>Clear event history</translation>
+    </message>
+    <message>
+        <source>外观与维护</source>
+        <translation>Appearance and maintenance</translation>
+    </message>
+    <message>
+        <source>保持界面与桌面系统体验一致。</source>
+        <translation>Keeps the interface consistent with your desktop.</translation>
+    </message>
+    <message>
+        <source>外观</source>
+        <translation>Appearance</translation>
+    </message>
+    <message>
+        <source>使用为 KilnWarden 优化的浅色监控界面</source>
+        <translation>A light monitoring interface designed for KilnWarden</translation>
+    </message>
+    <message>
+        <source>浅色</source>
+        <translation>Light</translation>
+    </message>
+    <message>
+        <source>本地数据</source>
+        <translation>Local data</translation>
+    </message>
+    <message>
+        <source>立即删除本次会话的全部事件记录</source>
+        <translation>Delete all of this session&apos;s event records now</translation>
+    </message>
+    <message>
+        <source>KilnWarden 1.0 · Linux</source>
+        <translation>KilnWarden 1.0 · Linux</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>Restore defaults</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSwitch</name>
+    <message>
+        <source>已开启</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>已关闭</source>
+        <translation>Off</translation>
+    </message>
+</context>
+<context>
+    <name>SystemThermalState</name>
+    <message>
+        <source>正常</source>
+        <translation>Nominal</translation>
+    </message>
+    <message>
+        <source>尚可</source>
+        <translation>Fair</translation>
+    </message>
+    <message>
+        <source>严重</source>
+        <translation>Serious</translation>
+    </message>
+    <message>
+        <source>临界</source>
+        <translation>Critical</translation>
+    </message>
+    <message>
+        <source>未知</source>
+        <translation>Unknown</translation>
+    </message>
+</context>
+<context>
+    <name>TerminationConfirmationDialog</name>
+    <message>
+        <source>结束选中进程？</source>
+        <translation>End the selected process?</translation>
+    </message>
+    <message>
+        <source>系统会先重新核对进程身份，再发送一次正常结束请求。</source>
+        <translation>KilnWarden will check the process&apos;s identity again, then ask it once to quit.</translation>
+    </message>
+    <message>
+        <source>结束进程</source>
+        <translation>End process</translation>
+    </message>
+</context>
+<context>
+    <name>TrendChart</name>
+    <message>
+        <source>，</source>
+        <comment>between the series of a chart&apos;s spoken value</comment>
+        <translation>, </translation>
+    </message>
+</context>
+</TS>
