@@ -4,9 +4,7 @@
 #include "dashboard/DashboardStore.h"
 
 #include "process/ApplicationGrouping.h"
-#include "process/ProcessNameOrder.h"
 #include "process/TaskAssembly.h"
-#include "process/TaskClassification.h"
 
 #include <algorithm>
 
@@ -34,16 +32,14 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
     // 4.-6. Grouping, warm-up gate, ranking and stable targets.
     std::vector<ApplicationLoad> loads = groupApplicationLoads(sample.processMetrics);
     const QString firstBusyLoad = firstBusyLoadID(loads);
-    const std::vector<ApplicationLoad> rankedLoads =
-        rankForTick(std::move(loads), sample.timestamp);
+    std::vector<ApplicationLoad> rankedLoads = rankForTick(std::move(loads), sample.timestamp);
     // One collator, locale and set of node keys for the rest of the tick.
-    const ProcessNameOrder order;
-    TickTexts texts(order);
+    TickTexts &texts = textsForTick(sample.processMetrics.size());
     // 7. Termination targets.
     rebuildTerminationTargets(sample, texts);
 
     // 8.-9. Tasks and live tasks.
-    publishTasks(rankedLoads, texts);
+    publishTasks(std::move(rankedLoads), texts);
     // 10.-11. Selection of task and process.
     keepSelectionValid(firstBusyLoad);
     // 12. Menu bar abnormal time.
@@ -104,12 +100,37 @@ std::vector<ApplicationLoad> DashboardStore::rankForTick(std::vector<Application
     return stabilizeTargets(std::move(ranked), index, timestamp, m_taskTargets);
 }
 
-void DashboardStore::publishTasks(const std::vector<ApplicationLoad> &rankedLoads, TickTexts &texts)
+TickTexts &DashboardStore::textsForTick(qsizetype processCount)
 {
+    // The trees collate in the user's locale of the moment; what was made
+    // with another one goes with it.
+    const QLocale locale;
+    if (!m_nameOrder || locale != m_nameOrderLocale) {
+        forgetIngestMemos();
+        m_nameOrderLocale = locale;
+        m_nameOrder = std::make_unique<ProcessNameOrder>(locale);
+        m_tickTexts = std::make_unique<TickTexts>(*m_nameOrder);
+    }
+    m_tickTexts->forgetBeyond(4 * processCount + 1024);
+    return *m_tickTexts;
+}
+
+void DashboardStore::forgetIngestMemos()
+{
+    m_taskMemo.clear();
+    m_tickTexts.reset();
+    m_nameOrder.reset();
+    m_terminationTargetsSource.reset();
+}
+
+void DashboardStore::publishTasks(std::vector<ApplicationLoad> rankedLoads, TickTexts &texts)
+{
+    // A source whose inputs are those of the last tick keeps its task.
     std::vector<DashboardTask> tasks;
     tasks.reserve(rankedLoads.size());
-    for (const ApplicationLoad &load : rankedLoads)
-        tasks.push_back(assembleTask(load, TaskClassification::classify(load, &texts), texts));
+    for (ApplicationLoad &load : rankedLoads)
+        tasks.push_back(m_taskMemo.task(std::move(load), texts));
+    m_taskMemo.endTick();
     write(m_allTasks, std::move(tasks), &DashboardStore::allTasksChanged);
     const std::size_t liveCount = std::min(kLiveTaskCount, m_allTasks.size());
     write(m_liveTasks,
