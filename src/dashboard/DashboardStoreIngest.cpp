@@ -5,6 +5,7 @@
 
 #include "process/ApplicationGrouping.h"
 #include "process/TaskAssembly.h"
+#include "sampling/Text.h"
 
 #include <algorithm>
 
@@ -102,10 +103,10 @@ std::vector<ApplicationLoad> DashboardStore::rankForTick(std::vector<Application
 
 TickTexts &DashboardStore::textsForTick(qsizetype processCount)
 {
-    // The trees collate in the user's locale of the moment; what was made
-    // with another one goes with it.
+    // The trees collate in the user's locale of the moment, the texts are
+    // those of the interface's language; what was made with others goes.
     const QLocale locale;
-    if (!m_nameOrder || locale != m_nameOrderLocale) {
+    if (!m_nameOrder || locale != m_nameOrderLocale || m_tickTexts->locale() != interfaceLocale()) {
         forgetIngestMemos();
         m_nameOrderLocale = locale;
         m_nameOrder = std::make_unique<ProcessNameOrder>(locale);

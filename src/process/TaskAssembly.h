@@ -28,6 +28,9 @@ public:
     void forgetBeyond(qsizetype entries);
 
     const ProcessNameOrder &order() const { return m_order; }
+    // The interface's locale when made: every text is in its language.
+    const QLocale &locale() const { return m_locale; }
+
     QString duration(double seconds);                 // durationText
     QString memory(std::uint64_t bytes);              // memoryText
     QString rate(double bytesPerSecond);              // rateText
