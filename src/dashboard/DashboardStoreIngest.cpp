@@ -126,12 +126,25 @@ void DashboardStore::forgetIngestMemos()
 
 void DashboardStore::publishTasks(std::vector<ApplicationLoad> rankedLoads, TickTexts &texts)
 {
-    // A source whose inputs are those of the last tick keeps its task.
+    // A source whose inputs are those of the last tick keeps its task. While
+    // each one does so at the place it had, nothing is copied: a tick that
+    // keeps them all leaves both lists as they are.
     std::vector<DashboardTask> tasks;
-    tasks.reserve(rankedLoads.size());
-    for (ApplicationLoad &load : rankedLoads)
-        tasks.push_back(m_taskMemo.task(std::move(load), texts));
+    bool same = rankedLoads.size() == m_allTasks.size();
+    for (std::size_t index = 0; index < rankedLoads.size(); ++index) {
+        const TaskMemo::Answer answer = m_taskMemo.task(std::move(rankedLoads[index]), texts);
+        if (same && answer.kept && m_allTasks[index].id == answer.task.id)
+            continue;
+        if (same) {
+            same = false;
+            tasks.reserve(rankedLoads.size());
+            tasks.assign(m_allTasks.begin(), m_allTasks.begin() + std::ptrdiff_t(index));
+        }
+        tasks.push_back(answer.task);
+    }
     m_taskMemo.endTick();
+    if (same)
+        return;
     write(m_allTasks, std::move(tasks), &DashboardStore::allTasksChanged);
     const std::size_t liveCount = std::min(kLiveTaskCount, m_allTasks.size());
     write(m_liveTasks,

@@ -58,20 +58,21 @@ bool sameInputs(const ApplicationLoad &left, const ApplicationLoad &right)
 
 } // namespace
 
-DashboardTask TaskMemo::task(ApplicationLoad load, TickTexts &texts)
+TaskMemo::Answer TaskMemo::task(ApplicationLoad load, TickTexts &texts)
 {
     Entry &entry = m_entries[load.id];
+    const bool again = entry.asked;
+    m_idRepeated = m_idRepeated || again;
+    entry.asked = true;
     const bool known = !entry.load.id.isEmpty() && sameWords(entry.load, load);
     if (known && sameInputs(entry.load, load)) {
-        entry.asked = true;
         entry.load = std::move(load);
-        return entry.task;
+        return {entry.task, !again && !m_idRepeatedLastTick};
     }
     const TaskKind kind = known ? entry.task.kind : classifyTaskKind(load);
     entry.task = assembleTask(load, TaskClassification::classify(load, kind, &texts), texts);
     entry.load = std::move(load);
-    entry.asked = true;
-    return entry.task;
+    return {entry.task, false};
 }
 
 void TaskMemo::endTick()
@@ -84,9 +85,13 @@ void TaskMemo::endTick()
             entry = m_entries.erase(entry);
         }
     }
+    m_idRepeatedLastTick = m_idRepeated;
+    m_idRepeated = false;
 }
 
 void TaskMemo::clear()
 {
     m_entries.clear();
+    m_idRepeated = false;
+    m_idRepeatedLastTick = false;
 }

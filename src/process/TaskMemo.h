@@ -20,9 +20,15 @@ class TickTexts;
 // and collator: `clear` when they change.
 class TaskMemo {
 public:
+    struct Answer {
+        const DashboardTask &task; // valid until the next call
+        // The task that this id had on the last tick, which asked for each id
+        // once, as this one does so far.
+        bool kept = false;
+    };
     // What `TaskClassification::classify` and `assembleTask` give for `load`.
     // The load is kept to compare with the next tick's.
-    DashboardTask task(ApplicationLoad load, TickTexts &texts);
+    Answer task(ApplicationLoad load, TickTexts &texts);
     // Forgets the sources that this tick did not ask for.
     void endTick();
     void clear();
@@ -34,4 +40,6 @@ private:
         bool asked = false;
     };
     QHash<QString, Entry> m_entries;
+    bool m_idRepeated = false; // on this tick (two sources whose ids collide)
+    bool m_idRepeatedLastTick = false;
 };

@@ -155,7 +155,7 @@ TEST_F(StoreTermination, HoldsAfterEachSampleWhatAStoreRecomputingEverythingHold
          [](auto &tick) { std::ranges::for_each(tick, [](auto &p) { p.duration += 60.0; }); }},
         {"the first duration leads", [](auto &tick) { tick[3].duration = 0.0; }},
         {"it is no number", [](auto &tick) { tick[3].duration = std::nan(""); }},
-        {"the other worker is busier", [](auto &tick) { tick[5].cpuPercent = 50.0; }},
+        {"the other worker is busier", [](auto &tick) { tick[5].cpuPercent = 150.0; }},
         // The target stays 8 s, then moves while the records stay.
         {"2 s on", nothing},
         {"4 s on", nothing},
