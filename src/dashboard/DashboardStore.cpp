@@ -3,6 +3,8 @@
 
 #include "dashboard/DashboardStore.h"
 
+#include "process/TaskAssembly.h"
+
 #include <QMetaMethod>
 #include <QMetaObject>
 
@@ -84,6 +86,8 @@ void DashboardStore::stopMonitoring()
         ++m_streamGeneration; // deliveries already queued are dropped
     }
     pruneRetiredStreams();
+    // A stopped store holds what it shows and nothing it would only reuse.
+    forgetIngestMemos();
     write(m_isMonitoring, false, &DashboardStore::isMonitoringChanged);
 }
 

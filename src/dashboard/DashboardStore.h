@@ -8,13 +8,15 @@
 #include "dashboard/ProcessExitWaiter.h"
 #include "dashboard/TaskRanking.h"
 #include "process/ApplicationLoad.h"
+#include "process/ProcessNameOrder.h"
+#include "process/TaskMemo.h"
 #include "sampling/LiveSystemMonitor.h"
 #include "sampling/MetricSampleHistory.h"
 #include "termination/ProcessTerminationController.h"
 #include "termination/RecoveryEvaluator.h"
 
 #include <QHash>
-
+#include <QLocale>
 #include <QObject>
 #include <QString>
 
@@ -202,7 +204,12 @@ private:
     // (DashboardStoreSelection.cpp).
     std::vector<ApplicationLoad> rankForTick(std::vector<ApplicationLoad> loads,
                                              TimePoint timestamp);
-    void publishTasks(const std::vector<ApplicationLoad> &rankedLoads, TickTexts &texts);
+    void publishTasks(std::vector<ApplicationLoad> rankedLoads, TickTexts &texts);
+    // The texts of this tick: those of the last one while the user's locale
+    // holds, a new collator and empty memos when it changed.
+    TickTexts &textsForTick(qsizetype processCount);
+    // Makes the next tick recompute all it derives, as the first one does.
+    void forgetIngestMemos();
     void keepSelectionValid(const QString &firstBusyLoadID);
     void pruneRetiredStreams();
 
@@ -248,9 +255,20 @@ private:
     // and those they refuse (DashboardStoreTermination.cpp).
     QHash<QString, ProcessTerminationTarget> m_processTerminationTargets;
     QHash<QString, ProcessTerminationTarget> m_refusedTerminationTargets;
+    // The list those tables were made from, when it holds each pid once in
+    // rising order; none when they must be made anew.
+    std::optional<QList<ProcessMetric>> m_terminationTargetsSource;
     std::optional<ProcessTerminationTarget> m_pendingTerminationTarget;
     // Exit waits in progress; destroyed (cancelled and joined) with the store.
     ProcessExitWaiter m_exitWaiter;
+
+    // What ingest keeps from tick to tick, none of it observed: the name order
+    // of the locale it was made for, the texts and node keys made with it,
+    // and the tasks by source (DashboardStoreIngest.cpp).
+    QLocale m_nameOrderLocale;
+    std::unique_ptr<ProcessNameOrder> m_nameOrder;
+    std::unique_ptr<TickTexts> m_tickTexts; // refers to *m_nameOrder
+    TaskMemo m_taskMemo;
 
     // The incident log; `incidents` is its published copy.
     DashboardIncidentTracker m_incidentTracker;

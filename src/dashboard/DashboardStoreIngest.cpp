@@ -4,9 +4,8 @@
 #include "dashboard/DashboardStore.h"
 
 #include "process/ApplicationGrouping.h"
-#include "process/ProcessNameOrder.h"
 #include "process/TaskAssembly.h"
-#include "process/TaskClassification.h"
+#include "sampling/Text.h"
 
 #include <algorithm>
 
@@ -34,16 +33,14 @@ void DashboardStore::ingest(const SystemMetricSample &sample)
     // 4.-6. Grouping, warm-up gate, ranking and stable targets.
     std::vector<ApplicationLoad> loads = groupApplicationLoads(sample.processMetrics);
     const QString firstBusyLoad = firstBusyLoadID(loads);
-    const std::vector<ApplicationLoad> rankedLoads =
-        rankForTick(std::move(loads), sample.timestamp);
+    std::vector<ApplicationLoad> rankedLoads = rankForTick(std::move(loads), sample.timestamp);
     // One collator, locale and set of node keys for the rest of the tick.
-    const ProcessNameOrder order;
-    TickTexts texts(order);
+    TickTexts &texts = textsForTick(sample.processMetrics.size());
     // 7. Termination targets.
     rebuildTerminationTargets(sample, texts);
 
     // 8.-9. Tasks and live tasks.
-    publishTasks(rankedLoads, texts);
+    publishTasks(std::move(rankedLoads), texts);
     // 10.-11. Selection of task and process.
     keepSelectionValid(firstBusyLoad);
     // 12. Menu bar abnormal time.
@@ -104,12 +101,50 @@ std::vector<ApplicationLoad> DashboardStore::rankForTick(std::vector<Application
     return stabilizeTargets(std::move(ranked), index, timestamp, m_taskTargets);
 }
 
-void DashboardStore::publishTasks(const std::vector<ApplicationLoad> &rankedLoads, TickTexts &texts)
+TickTexts &DashboardStore::textsForTick(qsizetype processCount)
 {
+    // The trees collate in the user's locale of the moment, the texts are
+    // those of the interface's language; what was made with others goes.
+    const QLocale locale;
+    if (!m_nameOrder || locale != m_nameOrderLocale || m_tickTexts->locale() != interfaceLocale()) {
+        forgetIngestMemos();
+        m_nameOrderLocale = locale;
+        m_nameOrder = std::make_unique<ProcessNameOrder>(locale);
+        m_tickTexts = std::make_unique<TickTexts>(*m_nameOrder);
+    }
+    m_tickTexts->forgetBeyond(4 * processCount + 1024);
+    return *m_tickTexts;
+}
+
+void DashboardStore::forgetIngestMemos()
+{
+    m_taskMemo.clear();
+    m_tickTexts.reset();
+    m_nameOrder.reset();
+    m_terminationTargetsSource.reset();
+}
+
+void DashboardStore::publishTasks(std::vector<ApplicationLoad> rankedLoads, TickTexts &texts)
+{
+    // A source whose inputs are those of the last tick keeps its task. While
+    // each one does so at the place it had, nothing is copied: a tick that
+    // keeps them all leaves both lists as they are.
     std::vector<DashboardTask> tasks;
-    tasks.reserve(rankedLoads.size());
-    for (const ApplicationLoad &load : rankedLoads)
-        tasks.push_back(assembleTask(load, TaskClassification::classify(load, &texts), texts));
+    bool same = rankedLoads.size() == m_allTasks.size();
+    for (std::size_t index = 0; index < rankedLoads.size(); ++index) {
+        const TaskMemo::Answer answer = m_taskMemo.task(std::move(rankedLoads[index]), texts);
+        if (same && answer.kept && m_allTasks[index].id == answer.task.id)
+            continue;
+        if (same) {
+            same = false;
+            tasks.reserve(rankedLoads.size());
+            tasks.assign(m_allTasks.begin(), m_allTasks.begin() + std::ptrdiff_t(index));
+        }
+        tasks.push_back(answer.task);
+    }
+    m_taskMemo.endTick();
+    if (same)
+        return;
     write(m_allTasks, std::move(tasks), &DashboardStore::allTasksChanged);
     const std::size_t liveCount = std::min(kLiveTaskCount, m_allTasks.size());
     write(m_liveTasks,

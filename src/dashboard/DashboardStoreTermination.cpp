@@ -45,35 +45,57 @@ void DashboardStore::rebuildTerminationTargets(const SystemMetricSample &sample,
 {
     // The whole sample, not the ranked loads: a node is offered by the same
     // rules that the safety check applies again to the record at the signal.
-    // The rules read nothing but the record, so a tick on which every process
-    // comes with the record it had last time, and no other (the reader lists
-    // each pid once), keeps both tables: on a desktop where nothing started,
-    // left or changed, that is every tick.
-    const auto known = [&](const ProcessMetric &process) {
+    // The rules read nothing but the record, so the tables follow the records
+    // that changed: where this list and the one the tables were made from
+    // both hold each pid once, in rising order (as the reader lists them), a
+    // walk through both checks only the records that started, left or
+    // changed. Anything else makes the tables anew.
+    const QList<ProcessMetric> &processes = sample.processMetrics;
+    const bool risingPIDs = std::adjacent_find(processes.begin(), processes.end(),
+                                               [](const auto &left, const auto &right) {
+                                                   return left.identity.pid >= right.identity.pid;
+                                               }) == processes.end();
+    const auto remove = [&](const ProcessMetric &process) {
         const QString key = texts.nodeKey(process.identity);
-        auto found = m_processTerminationTargets.constFind(key);
-        if (found == m_processTerminationTargets.cend()) {
-            found = m_refusedTerminationTargets.constFind(key);
-            if (found == m_refusedTerminationTargets.cend())
-                return false;
-        }
-        return *found == targetOf(process);
+        if (!m_processTerminationTargets.remove(key))
+            m_refusedTerminationTargets.remove(key);
     };
-    if (sample.processMetrics.size() ==
-            m_processTerminationTargets.size() + m_refusedTerminationTargets.size() &&
-        std::all_of(sample.processMetrics.begin(), sample.processMetrics.end(), known))
-        return;
-
-    QHash<QString, ProcessTerminationTarget> offered;
-    QHash<QString, ProcessTerminationTarget> refused;
-    offered.reserve(sample.processMetrics.size());
-    for (const ProcessMetric &process : sample.processMetrics) {
+    const auto add = [&](const ProcessMetric &process) {
         ProcessTerminationTarget target = targetOf(process);
-        auto &table = m_terminationController.checkRecord(target) ? refused : offered;
+        auto &table = m_terminationController.checkRecord(target) ? m_refusedTerminationTargets
+                                                                  : m_processTerminationTargets;
         table.insert(texts.nodeKey(process.identity), std::move(target));
+    };
+    if (!m_terminationTargetsSource || !risingPIDs) {
+        m_processTerminationTargets.clear();
+        m_refusedTerminationTargets.clear();
+        for (const ProcessMetric &process : processes)
+            add(process);
+        m_terminationTargetsSource = risingPIDs ? std::optional(processes) : std::nullopt;
+        return;
     }
-    m_processTerminationTargets = std::move(offered);
-    m_refusedTerminationTargets = std::move(refused);
+
+    const QList<ProcessMetric> &before = *m_terminationTargetsSource;
+    auto old = before.begin();
+    auto now = processes.begin();
+    while (old != before.end() || now != processes.end()) {
+        if (now == processes.end() ||
+            (old != before.end() && old->identity.pid < now->identity.pid)) {
+            remove(*old++);
+        } else if (old == before.end() || now->identity.pid < old->identity.pid) {
+            add(*now++);
+        } else {
+            // targetOf(*old) == targetOf(*now), without making either.
+            if (old->identity != now->identity || old->userID != now->userID ||
+                old->name != now->name) {
+                remove(*old);
+                add(*now);
+            }
+            ++old;
+            ++now;
+        }
+    }
+    m_terminationTargetsSource = processes;
 }
 
 void DashboardStore::requestTermination(const DashboardTask &task,

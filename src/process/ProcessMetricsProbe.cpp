@@ -26,13 +26,9 @@ ProcessMetricsProbe::ProcessMetricsProbe(std::unique_ptr<RawProcessMetricReading
 
 QString ProcessMetricsProbe::shared(const QString &text)
 {
-    if (const auto current = m_currentTexts.constFind(text); current != m_currentTexts.cend())
-        return *current;
-    if (const auto previous = m_previousTexts.constFind(text); previous != m_previousTexts.cend()) {
-        m_currentTexts.insert(*previous);
-        return *previous;
-    }
-    m_currentTexts.insert(text);
+    if (const auto found = m_texts.constFind(text); found != m_texts.cend())
+        return *found;
+    m_texts.insert(text);
     return text;
 }
 
@@ -43,49 +39,61 @@ std::optional<QString> ProcessMetricsProbe::shared(const std::optional<QString> 
     return shared(*text);
 }
 
+template <typename Text> Text ProcessMetricsProbe::shared(const Text &text, const Text *known)
+{
+    if (known && *known == text)
+        return *known;
+    return shared(text);
+}
+
 QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
 {
     const std::vector<RawProcessMetric> raw = m_reader->readMetrics(now);
     const std::uint64_t elapsed =
         m_previousSampleTime ? elapsedNanoseconds(now.secondsSince(*m_previousSampleTime)) : 0;
 
-    QHash<pid_t, ProcessCounterSnapshot> counters;
-    counters.reserve(static_cast<qsizetype>(raw.size()));
-    m_currentTexts.clear();
-    m_currentTexts.reserve(m_previousTexts.size());
+    QHash<pid_t, KnownProcess> known;
+    known.reserve(static_cast<qsizetype>(raw.size()));
     QList<ProcessMetric> metrics;
     metrics.reserve(static_cast<qsizetype>(raw.size()));
 
     for (const RawProcessMetric &record : raw) {
         const ProcessCounterSnapshot snapshot{record.identity, record.totalCPUNanoseconds,
                                               record.diskBytes};
+        const auto found = m_previous.constFind(record.identity.pid);
+        const ProcessMetric *last = found != m_previous.cend() ? &found->metric : nullptr;
         ProcessMetric metric;
         metric.identity = {record.identity.pid, record.identity.startTime,
-                           shared(record.identity.executablePath)};
+                           shared(record.identity.executablePath,
+                                  last ? &last->identity.executablePath : nullptr)};
         metric.parentPID = record.parentPID;
         metric.processGroupID = record.processGroupID;
         metric.userID = record.userID;
         metric.isServiceManager = record.isServiceManager;
         metric.leadsTerminalSession = record.leadsTerminalSession;
-        metric.controlGroup = shared(record.controlGroup);
-        metric.name = shared(record.name);
-        metric.applicationPath = shared(record.applicationPath);
-        metric.applicationName = shared(record.applicationName);
-        metric.command = {shared(record.command.command), shared(record.command.project)};
+        metric.controlGroup = shared(record.controlGroup, last ? &last->controlGroup : nullptr);
+        metric.name = shared(record.name, last ? &last->name : nullptr);
+        metric.applicationPath =
+            shared(record.applicationPath, last ? &last->applicationPath : nullptr);
+        metric.applicationName =
+            shared(record.applicationName, last ? &last->applicationName : nullptr);
+        metric.command = {shared(record.command.command, last ? &last->command.command : nullptr),
+                          shared(record.command.project, last ? &last->command.project : nullptr)};
         metric.residentBytes = record.residentBytes;
 
-        const auto previous = m_previousCounters.constFind(record.identity.pid);
-        const bool comparable = previous != m_previousCounters.cend() &&
-                                previous->identity == record.identity && elapsed != 0 &&
-                                snapshot.totalCPUNanoseconds >= previous->totalCPUNanoseconds &&
-                                snapshot.diskBytes >= previous->diskBytes;
-        if (comparable) {
-            const double interval = static_cast<double>(elapsed);
-            metric.cpuPercent =
-                static_cast<double>(snapshot.totalCPUNanoseconds - previous->totalCPUNanoseconds) /
-                interval * 100.0;
-            metric.diskBytesPerSecond =
-                static_cast<double>(snapshot.diskBytes - previous->diskBytes) / interval * 1e9;
+        if (found != m_previous.cend()) {
+            const ProcessCounterSnapshot &previous = found->counters;
+            const bool comparable = previous.identity == record.identity && elapsed != 0 &&
+                                    snapshot.totalCPUNanoseconds >= previous.totalCPUNanoseconds &&
+                                    snapshot.diskBytes >= previous.diskBytes;
+            if (comparable) {
+                const double interval = static_cast<double>(elapsed);
+                metric.cpuPercent = static_cast<double>(snapshot.totalCPUNanoseconds -
+                                                        previous.totalCPUNanoseconds) /
+                                    interval * 100.0;
+                metric.diskBytesPerSecond =
+                    static_cast<double>(snapshot.diskBytes - previous.diskBytes) / interval * 1e9;
+            }
         }
 
         const double age = now.secondsSince(record.identity.startTime);
@@ -93,14 +101,16 @@ QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
 
         // A pid listed twice in one tick keeps its first counters; both
         // records are still returned and rated against the previous tick.
-        if (!counters.contains(record.identity.pid))
-            counters.insert(record.identity.pid, snapshot);
+        if (!known.contains(record.identity.pid))
+            known.insert(record.identity.pid, KnownProcess{snapshot, metric});
         metrics.append(std::move(metric));
     }
 
-    m_previousCounters = std::move(counters);
+    m_previous = std::move(known);
     m_previousSampleTime = now;
-    m_previousTexts = std::move(m_currentTexts);
-    m_currentTexts = {};
+    // The records of gone processes are released by now; their texts are
+    // held by nothing else this thread knows, or by an older sample that
+    // shares them already.
+    m_texts.removeIf([](const QString &text) { return text.isDetached(); });
     return metrics;
 }

@@ -32,14 +32,24 @@ public:
     QList<ProcessMetric> sample(TimePoint now) override;
 
 private:
-    // The copy of `text` already held by the previous or this tick, so that an
-    // hour of samples keeps one shared copy of each name, path and command.
+    // What was handed out for a pid on the previous tick.
+    struct KnownProcess {
+        ProcessCounterSnapshot counters;
+        ProcessMetric metric;
+    };
+
+    // The copy of `text` already held, so that the processes and ticks that
+    // share a name, path or command share one copy.
     QString shared(const QString &text);
     std::optional<QString> shared(const std::optional<QString> &text);
+    // The same pid's copy of the last tick when the text is still that one:
+    // an equal text costs a comparison, where the pool costs a hash of it.
+    template <typename Text> Text shared(const Text &text, const Text *known);
 
     std::unique_ptr<RawProcessMetricReading> m_reader;
-    QHash<pid_t, ProcessCounterSnapshot> m_previousCounters;
+    QHash<pid_t, KnownProcess> m_previous;
     std::optional<TimePoint> m_previousSampleTime;
-    QSet<QString> m_previousTexts;
-    QSet<QString> m_currentTexts;
+    // Every text handed out that some record still holds: after each tick
+    // the texts that only this pool holds leave it.
+    QSet<QString> m_texts;
 };

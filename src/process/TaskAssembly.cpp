@@ -124,6 +124,18 @@ QString TickTexts::duration(double seconds)
                     [&] { return durationText(seconds, m_locale); });
 }
 
+void TickTexts::forgetBeyond(qsizetype entries)
+{
+    const auto forget = [entries](auto &memo) {
+        if (memo.size() > entries)
+            memo.clear();
+    };
+    forget(m_durations);
+    forget(m_memories);
+    forget(m_rates);
+    forget(m_nodeKeys);
+}
+
 QString TickTexts::integer(long long value)
 {
     return formatLocaleInteger(value, m_locale);

@@ -13,17 +13,24 @@
 #include <sys/types.h>
 #include <vector>
 
-// What one tick's ingest shares between its steps: one collator for every
+// What ingest shares between its steps and its ticks: one collator for every
 // tree, one locale, the texts that processes repeat (most share their running
 // minute and a disk rate of 0, many a memory figure), each formatted once,
 // and each process's node key, which both the termination targets and the
-// trees are keyed by. Made afresh for each tick, so the user's locale of the
-// moment holds.
+// trees are keyed by. The store keeps one while the user's locale holds; every
+// memo is of a pure function, so forgetting one changes nothing but its cost.
 class TickTexts {
 public:
     explicit TickTexts(const ProcessNameOrder &order) : m_order(order) {}
 
+    // Empties each memo that holds more than `entries` texts, so that values
+    // which no longer occur (pids gone, rates of the past) do not pile up.
+    void forgetBeyond(qsizetype entries);
+
     const ProcessNameOrder &order() const { return m_order; }
+    // The interface's locale when made: every text is in its language.
+    const QLocale &locale() const { return m_locale; }
+
     QString duration(double seconds);                 // durationText
     QString memory(std::uint64_t bytes);              // memoryText
     QString rate(double bytesPerSecond);              // rateText

@@ -222,7 +222,12 @@ TaskKind classifyTaskKind(const ApplicationLoad &load)
 
 TaskClassification TaskClassification::classify(const ApplicationLoad &load, TickTexts *tickTexts)
 {
-    const TaskKind kind = classifyTaskKind(load);
+    return classify(load, classifyTaskKind(load), tickTexts);
+}
+
+TaskClassification TaskClassification::classify(const ApplicationLoad &load, TaskKind kind,
+                                                TickTexts *tickTexts)
+{
     const KindTexts texts = kindTexts(kind, load.application);
     TaskClassification result;
     result.kind = kind;

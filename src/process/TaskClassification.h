@@ -23,6 +23,9 @@ struct TaskClassification {
 
     // `texts`, when given, are the tick's shared formats (TaskAssembly.h).
     static TaskClassification classify(const ApplicationLoad &load, TickTexts *texts = nullptr);
+    // The same with the kind given: `classifyTaskKind(load)`, or a memo of it.
+    static TaskClassification classify(const ApplicationLoad &load, TaskKind kind,
+                                       TickTexts *texts);
 };
 
 // The kind alone: keyword tests over the lower-cased haystack of the source's

@@ -8,7 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
+#include <functional>
 
 #include <unistd.h>
 
@@ -112,50 +115,69 @@ protected:
     DashboardProcessNode nodeB;
 };
 
-// A node is offered by the controller's record rules (tested there), rebuilt
-// from every sample whole.
-TEST_F(StoreTermination, OnlyNodesOfTheLastSampleThatPassTheRecordRulesAreOffered)
+// Ingest follows what changed (tasks kept by source, offered nodes by
+// record); after each step of a script it holds the tasks of a store that
+// forgets all it kept before each sample (stopping does), and offers what a
+// store that sees that sample alone offers: what is in it and passes the
+// controller's record rules (tested there; pid 1 never does).
+TEST_F(StoreTermination, HoldsAfterEachSampleWhatAStoreRecomputingEverythingHolds)
 {
-    ProcessMetric otherUser = makeProcess(303, 1, QStringLiteral("node"));
-    otherUser.userID = ::getuid() + 1;
-    store->ingest(makeSample({.time = 102.0, .processes = {processA, otherUser}}));
-    store->requestTermination(task, makeNode(otherUser));
-    EXPECT_FALSE(store->pendingTermination());
-    store->requestTermination(task, nodeB); // B has left the sample
-    EXPECT_FALSE(store->pendingTermination());
-    store->requestTermination(task, nodeA);
-    EXPECT_EQ(store->pendingTermination(),
-              (DashboardPendingTermination{task, nodeA, Signal::graceful}));
-    EXPECT_EQ(store->pendingTerminationTarget(), targetOf(processA));
-}
-
-// The offered nodes follow only the records that changed; after each sample
-// of a sequence they are those of a store that sees that sample alone.
-TEST_F(StoreTermination, OffersAfterEachSampleWhatThatSampleAloneOffers)
-{
-    ProcessMetric renamed = processB; // the same node, now with a protected name
-    renamed.name = QStringLiteral("KWin_Wayland");
-    ProcessMetric reused = processA; // A's pid, another process
-    reused.identity.startTime = secondsAt(9000.0);
-    const ProcessMetric init = makeProcess(1, 0, QStringLiteral("bash"));
-    const QList<QList<ProcessMetric>> ticks = {{processA, processB, init},
-                                               {processA, processB, init},
-                                               {processA, renamed, init},
-                                               {processA, processB},
-                                               {processA},
-                                               {reused},
-                                               {processA, processB, init}};
+    auto fresh = makeStoreForTesting(nullptr, 2.0, controller);
+    fresh->ingest(makeSample({.time = 100.0, .cpu = 80.0, .processes = {processA, processB}}));
+    QList<ProcessMetric> list = {makeProcess(1, 0, "bash"), processA, processB};
+    list << makeProcess(300, 2, "runner", 5.0) << makeProcess(301, 300, "worker")
+         << makeProcess(302, 300, "helper");
+    const auto nothing = [](auto &) {};
+    using Step = std::pair<const char *, std::function<void(QList<ProcessMetric> &)>>;
+    const Step steps[] = {
+        {"all arrive", nothing},
+        {"nothing ran", nothing},
+        {"a rate moved", [](auto &tick) { tick[2].cpuPercent = 20.0; }},
+        {"memory moved", [](auto &tick) { tick[3].residentBytes *= 3; }},
+        {"disk moved", [](auto &tick) { tick[4].diskBytesPerSecond = 1e6; }},
+        {"a minute passed",
+         [](auto &tick) { std::ranges::for_each(tick, [](auto &p) { p.duration += 60.0; }); }},
+        {"the first duration leads", [](auto &tick) { tick[3].duration = 0.0; }},
+        {"it is no number", [](auto &tick) { tick[3].duration = std::nan(""); }},
+        {"the other worker is busier", [](auto &tick) { tick[5].cpuPercent = 150.0; }},
+        // The target stays 8 s, then moves while the records stay.
+        {"2 s on", nothing},
+        {"4 s on", nothing},
+        {"6 s on", nothing},
+        {"8 s on", nothing},
+        {"an exec", [](auto &tick) { tick[4].name = tick[4].identity.executablePath = "cc1plus"; }},
+        {"a command changed its kind", [](auto &tick) { tick[4].command.command = "pytest -q"; }},
+        {"a project appeared", [](auto &tick) { tick[4].command.project = "kiln"; }},
+        {"an application", [](auto &tick) { tick[3].applicationPath = "/a/b.desktop"; }},
+        {"its name changed its kind", [](auto &tick) { tick[3].applicationName = "Firefox"; }},
+        {"a parent changed", [](auto &tick) { tick[4].parentPID = 1; }},
+        {"a name became protected", [](auto &tick) { tick[2].name = "KWin_Wayland"; }},
+        {"a process left", [](auto &tick) { tick.removeAt(5); }},
+        {"a pid was reused", [](auto &tick) { tick[1].identity.startTime = secondsAt(9000.0); }},
+        {"a process arrived", [](auto &tick) { tick.append(makeProcess(400, 1, "vite", 30.0)); }},
+        {"reversed, two less", [](auto &tick) { tick = QList(tick.rbegin(), tick.rend() - 2); }},
+        {"back in order", [](auto &tick) { std::reverse(tick.begin(), tick.end()); }},
+    };
     double time = 100.0;
-    for (const QList<ProcessMetric> &processes : ticks) {
-        const SystemMetricSample sample = makeSample({.time = time += 2, .processes = processes});
+    QList<ProcessMetric> seen;
+    for (const auto &[name, change] : steps) {
+        change(list);
+        seen += list;
+        const SystemMetricSample sample = makeSample({.time = time += 2, .processes = list});
         store->ingest(sample);
-        auto alone = makeStoreForTesting();
+        fresh->stopMonitoring();
+        fresh->ingest(sample);
+        EXPECT_EQ(store->allTasks(), fresh->allTasks()) << name;
+        EXPECT_EQ(store->selectedTaskID(), fresh->selectedTaskID()) << name;
+        EXPECT_EQ(store->selectedProcessID(), fresh->selectedProcessID()) << name;
+        auto alone = makeStoreForTesting(nullptr, 2.0, controller);
         alone->ingest(sample);
-        for (const ProcessMetric &process : {processA, processB, reused, init}) {
+        for (const ProcessMetric &process : seen) {
             store->requestTermination(task, makeNode(process));
             alone->requestTermination(task, makeNode(process));
             EXPECT_EQ(store->pendingTerminationTarget(), alone->pendingTerminationTarget())
-                << time << " " << process.identity.pid;
+                << name << " " << process.identity.pid;
+            EXPECT_TRUE(process.identity.pid != 1 || !store->pendingTermination()) << name;
             store->cancelTermination();
             alone->cancelTermination();
         }

@@ -126,8 +126,10 @@ TEST(ProcessMetricsProbeTest, SamplesShareOneCopyOfEachText)
         return raw;
     };
     auto reader = std::make_unique<ScriptedReader>();
-    reader->ticks = {
-        {fresh(7, "site")}, {fresh(7, "site"), fresh(8, "other")}, {fresh(8, "other")}};
+    reader->ticks = {{fresh(7, "site")},
+                     {fresh(7, "site"), fresh(8, "other")},
+                     {fresh(8, "other")},
+                     {fresh(8, "moved")}};
     ProcessMetricsProbe probe(std::move(reader));
 
     const QList<ProcessMetric> first = probe.sample(TimePoint::fromSecondsSince1970(100.0));
@@ -147,6 +149,7 @@ TEST(ProcessMetricsProbeTest, SamplesShareOneCopyOfEachText)
     EXPECT_TRUE(sameBuffer(second[1].identity.executablePath, third[0].identity.executablePath));
     EXPECT_TRUE(sameBuffer(*second[1].command.project, *third[0].command.project));
     EXPECT_EQ(*third[0].command.project, "other");
+    EXPECT_EQ(*probe.sample(TimePoint::fromSecondsSince1970(106.0))[0].command.project, "moved");
 }
 
 } // namespace

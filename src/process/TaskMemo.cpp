@@ -1,0 +1,97 @@
+#include "process/TaskMemo.h"
+
+#include "process/LoadTextFormats.h"
+#include "process/TaskAssembly.h"
+#include "process/TaskClassification.h"
+
+#include <bit>
+#include <cstdint>
+
+namespace {
+
+// Bit for bit: 0.0 and -0.0, or two NaNs, may print differently or alike,
+// and equal bits always print alike.
+bool sameBits(double left, double right)
+{
+    return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right);
+}
+
+// What the keyword search reads.
+bool sameWords(const ApplicationLoad &left, const ApplicationLoad &right)
+{
+    if (left.application != right.application || left.processes.size() != right.processes.size())
+        return false;
+    for (std::size_t index = 0; index < left.processes.size(); ++index) {
+        const ProcessMetric &a = left.processes[index];
+        const ProcessMetric &b = right.processes[index];
+        if (a.name != b.name || a.command.command != b.command.command)
+            return false;
+    }
+    return true;
+}
+
+// What a tree node, the target's summary and the sums read of one process.
+bool sameShown(const ProcessMetric &left, const ProcessMetric &right)
+{
+    return left.identity.pid == right.identity.pid &&
+           sameBits(left.identity.startTime.secondsSince1970,
+                    right.identity.startTime.secondsSince1970) &&
+           left.parentPID == right.parentPID && left.name == right.name &&
+           left.command == right.command && sameBits(left.cpuPercent, right.cpuPercent) &&
+           left.residentBytes == right.residentBytes &&
+           sameBits(left.diskBytesPerSecond, right.diskBytesPerSecond) &&
+           durationTextKey(left.duration) == durationTextKey(right.duration);
+}
+
+bool sameInputs(const ApplicationLoad &left, const ApplicationLoad &right)
+{
+    if (left.id != right.id || !sameShown(left.target, right.target))
+        return false;
+    for (std::size_t index = 0; index < left.processes.size(); ++index) {
+        if (!sameShown(left.processes[index], right.processes[index]))
+            return false;
+    }
+    // The longest duration is not always the longest key: a NaN stops the
+    // search for the longest where its key reads as 0.
+    return durationTextKey(loadDuration(left)) == durationTextKey(loadDuration(right));
+}
+
+} // namespace
+
+TaskMemo::Answer TaskMemo::task(ApplicationLoad load, TickTexts &texts)
+{
+    Entry &entry = m_entries[load.id];
+    const bool again = entry.asked;
+    m_idRepeated = m_idRepeated || again;
+    entry.asked = true;
+    const bool known = !entry.load.id.isEmpty() && sameWords(entry.load, load);
+    if (known && sameInputs(entry.load, load)) {
+        entry.load = std::move(load);
+        return {entry.task, !again && !m_idRepeatedLastTick};
+    }
+    const TaskKind kind = known ? entry.task.kind : classifyTaskKind(load);
+    entry.task = assembleTask(load, TaskClassification::classify(load, kind, &texts), texts);
+    entry.load = std::move(load);
+    return {entry.task, false};
+}
+
+void TaskMemo::endTick()
+{
+    for (auto entry = m_entries.begin(); entry != m_entries.end();) {
+        if (entry->asked) {
+            entry->asked = false;
+            ++entry;
+        } else {
+            entry = m_entries.erase(entry);
+        }
+    }
+    m_idRepeatedLastTick = m_idRepeated;
+    m_idRepeated = false;
+}
+
+void TaskMemo::clear()
+{
+    m_entries.clear();
+    m_idRepeated = false;
+    m_idRepeatedLastTick = false;
+}
