@@ -86,10 +86,16 @@ void ProcessCompositionView::setContent(const DashboardTask *task,
                                         const std::optional<QString> &selectedProcessID)
 {
     const bool sameTask = m_task && task && m_task->id == task->id;
-    m_task = task ? std::optional<DashboardTask>(*task) : std::nullopt;
-    m_selectedProcessID = selectedProcessID;
-    m_expansion.follow(task);
-    rebuildRows();
+    // The rows read only the tree and the selection: a tick that leaves both
+    // as they were has nothing to format again.
+    const bool sameRows = sameTask && m_task->processTree == task->processTree &&
+                          m_selectedProcessID == selectedProcessID;
+    if (!sameRows) {
+        m_task = task ? std::optional<DashboardTask>(*task) : std::nullopt;
+        m_selectedProcessID = selectedProcessID;
+        m_expansion.follow(task);
+        rebuildRows();
+    }
     m_stack->setCurrentWidget(task && !task->processTree.empty() ? m_content : m_empty);
     if (!sameTask && selectedProcessID) {
         // A new source: show its chosen process, which its open ancestors
