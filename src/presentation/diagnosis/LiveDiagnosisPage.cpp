@@ -240,14 +240,14 @@ void LiveDiagnosisPage::refreshScopeSwitch()
 
 void LiveDiagnosisPage::refreshSources()
 {
-    const std::vector<DashboardTask> *base = &m_store.allTasks();
-    if (m_scope == ProcessListScope::attention) {
-        m_attentionBase = m_store.visibleTasks();
-        base = &m_attentionBase;
-    } else {
-        m_attentionBase.clear();
-    }
-    const std::vector<const DashboardTask *> visible = filterSources(*base, m_search->text());
+    // Pointers into the store's lists, not a copy of the tasks and their trees.
+    const DashboardTask *selected = m_store.selectedTask();
+    std::vector<const DashboardTask *> base;
+    if (m_scope == ProcessListScope::attention)
+        base = attentionSources(m_store.liveTasks(), selected);
+    else
+        base = sourcesOf(m_store.allTasks());
+    const std::vector<const DashboardTask *> visible = filterSources(base, m_search->text());
     const QString &selectedID = m_store.selectedTaskID();
     std::vector<SourceListRow> rows;
     rows.reserve(visible.size());
@@ -267,7 +267,6 @@ void LiveDiagnosisPage::refreshSources()
     m_emptySubtitle->setText(sourceListEmptySubtitle(m_scope));
     m_emptyState->setAccessibleName(m_emptyTitle->fullText());
 
-    const DashboardTask *selected = m_store.selectedTask();
     m_notice->setVisible(isSelectedSourceFilteredOut(m_search->text(), selected, visible));
     const std::optional<DashboardProcessNode> process =
         selected ? m_store.selectedProcess() : std::nullopt;

@@ -3,8 +3,6 @@
 #include "presentation/diagnosis/SourceSearch.h"
 #include "presentation/shell/DashboardPage.h"
 
-#include <vector>
-
 class DiagnosisWorkspace;
 class PressableBox;
 class QHBoxLayout;
@@ -47,9 +45,6 @@ private:
 
     DashboardStore &m_store;
     ProcessListScope m_scope = ProcessListScope::attention;
-    // The attention scope's list (the store's visibleTasks); the source
-    // list's rows point into it until the next refresh.
-    std::vector<DashboardTask> m_attentionBase;
 
     QHBoxLayout *m_frame = nullptr;
     QWidget *m_leftColumn = nullptr;

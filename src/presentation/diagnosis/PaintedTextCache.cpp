@@ -9,7 +9,7 @@ double PaintedTextCache::draw(QPainter &painter, const QRectF &box, Qt::Alignmen
 {
     if (text.isEmpty() || box.width() <= 0)
         return 0.0;
-    const Key key{text, font.key(), static_cast<int>(box.width())};
+    const Key key{text, font, static_cast<int>(box.width())};
     auto found = m_entries.constFind(key);
     if (found == m_entries.constEnd()) {
         if (m_entries.size() >= kCapacity)

@@ -24,7 +24,7 @@ public:
 private:
     struct Key {
         QString text;
-        QString font;
+        QFont font; // compared and hashed by its request, not its description text
         int width = 0;
         bool operator==(const Key &) const = default;
     };

@@ -23,6 +23,17 @@ TextLabel *headerLabel(const QString &text, int width)
     return label;
 }
 
+// Whether two nodes agree on everything their own row shows; the children
+// count only as being there or not.
+bool sameOwnFields(const DashboardProcessNode &a, const DashboardProcessNode &b)
+{
+    return a.id == b.id && a.name == b.name && a.pid == b.pid && a.parentPID == b.parentPID &&
+           a.cpu == b.cpu && a.memory == b.memory && a.disk == b.disk &&
+           a.energyImpact == b.energyImpact && a.duration == b.duration && a.command == b.command &&
+           a.project == b.project && a.isTarget == b.isTarget &&
+           a.children.empty() == b.children.empty();
+}
+
 } // namespace
 
 ProcessCompositionView::ProcessCompositionView(QWidget *parent) : QWidget(parent)
@@ -86,10 +97,19 @@ void ProcessCompositionView::setContent(const DashboardTask *task,
                                         const std::optional<QString> &selectedProcessID)
 {
     const bool sameTask = m_task && task && m_task->id == task->id;
-    m_task = task ? std::optional<DashboardTask>(*task) : std::nullopt;
-    m_selectedProcessID = selectedProcessID;
-    m_expansion.follow(task);
-    rebuildRows();
+    // The rows read only the tree and the selection: a tick that leaves both
+    // as they were has nothing to format again.
+    const bool sameRows = sameTask && m_task->processTree == task->processTree &&
+                          m_selectedProcessID == selectedProcessID;
+    if (!sameRows) {
+        // The rows kept from the last tick point into the task they came
+        // from: it stays until the new rows are made.
+        const std::optional<DashboardTask> retired = std::move(m_task);
+        m_task = task ? std::optional<DashboardTask>(*task) : std::nullopt;
+        m_selectedProcessID = selectedProcessID;
+        m_expansion.follow(task);
+        rebuildRows();
+    }
     m_stack->setCurrentWidget(task && !task->processTree.empty() ? m_content : m_empty);
     if (!sameTask && selectedProcessID) {
         // A new source: show its chosen process, which its open ancestors
@@ -108,18 +128,41 @@ void ProcessCompositionView::toggle(pid_t pid)
 
 void ProcessCompositionView::rebuildRows()
 {
+    // A large tree changes a few nodes a tick: a node whose own fields stand
+    // as they were keeps its formatted texts.
+    const ProcessTreeModel *model = m_tree->treeModel();
+    QHash<QString, int> shownAt;
+    for (int i = 0; i < model->rowCount(); ++i)
+        shownAt.insert(model->rowAt(i).key, i);
     std::vector<ProcessTreeRow> rows;
+    QHash<QString, const DashboardProcessNode *> formattedFrom;
     if (m_task) {
         const std::vector<VisibleProcessRow> visible =
             flattenProcessTree(m_task->processTree, m_expansion.expandedPIDs());
         rows.reserve(visible.size());
         for (const VisibleProcessRow &row : visible) {
-            rows.push_back(
-                ProcessTreeRow::of(row, m_expansion.isExpanded(row.node->pid),
-                                   m_selectedProcessID && *m_selectedProcessID == row.node->id));
+            const DashboardProcessNode &node = *row.node;
+            const bool expanded = m_expansion.isExpanded(node.pid);
+            const bool selected = m_selectedProcessID && *m_selectedProcessID == node.id;
+            const DashboardProcessNode *before = m_formattedFrom.value(node.id);
+            const int at = shownAt.value(node.id, -1);
+            if (before && at >= 0 && model->rowAt(at).depth == row.depth &&
+                sameOwnFields(*before, node)) {
+                rows.push_back(model->rowAt(at));
+                rows.back().isExpanded = expanded;
+                rows.back().isSelected = selected;
+            } else {
+                rows.push_back(ProcessTreeRow::of(row, expanded, selected));
+            }
+            const auto entry = formattedFrom.find(node.id);
+            if (entry == formattedFrom.end())
+                formattedFrom.insert(node.id, &node);
+            else
+                entry.value() = nullptr;
         }
     }
     m_tree->treeModel()->setRows(std::move(rows));
+    m_formattedFrom = std::move(formattedFrom);
 }
 
 void ProcessCompositionView::followScrollBar()

@@ -4,6 +4,7 @@
 #include "presentation/diagnosis/ProcessTreeRows.h"
 #include "presentation/kit/DashboardLayoutEnvironment.h"
 
+#include <QHash>
 #include <QWidget>
 
 #include <optional>
@@ -43,6 +44,9 @@ private:
     // A copy: the store replaces its task list on every tick, so a pointer
     // into it would dangle by the next call.
     std::optional<DashboardTask> m_task;
+    // The node each shown row was formatted from (into m_task), by node id;
+    // null for an id shown twice.
+    QHash<QString, const DashboardProcessNode *> m_formattedFrom;
     std::optional<QString> m_selectedProcessID;
     ProcessExpansion m_expansion;
     ProcessTreeView *m_tree;

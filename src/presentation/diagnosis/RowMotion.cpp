@@ -1,8 +1,11 @@
 #include "presentation/diagnosis/RowMotion.h"
 
 #include <QEasingCurve>
+#include <QListView>
+#include <QRegion>
 #include <QVariantAnimation>
-#include <QWidget>
+
+#include <cmath>
 
 namespace {
 
@@ -17,8 +20,8 @@ QEasingCurve easeInOut()
 
 } // namespace
 
-RowMotion::RowMotion(QWidget *viewport)
-    : QObject(viewport), m_viewport(viewport), m_animation(new QVariantAnimation(this))
+RowMotion::RowMotion(QListView *view)
+    : QObject(view), m_view(view), m_animation(new QVariantAnimation(this))
 {
     m_animation->setDuration(250);
     m_animation->setStartValue(0.0);
@@ -26,14 +29,36 @@ RowMotion::RowMotion(QWidget *viewport)
     m_animation->setEasingCurve(easeInOut());
     connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         m_progress = value.toDouble();
-        m_viewport->update();
+        repaintSweptRows();
     });
     connect(m_animation, &QVariantAnimation::finished, this, [this] {
         m_progress = 1.0;
+        repaintSweptRows();
         m_offsets.clear();
         m_entering.clear();
-        m_viewport->update();
     });
+}
+
+QRect RowMotion::sweptRect(const QString &key) const
+{
+    const auto row = m_after.constFind(key);
+    if (row == m_after.constEnd())
+        return {};
+    const QRect rect = m_view->visualRect(m_view->model()->index(row.value(), 0));
+    // The curve never overshoots: a row is drawn between its start and its place.
+    const int shift = static_cast<int>(std::ceil(std::abs(m_offsets.value(key))));
+    const int startTop = m_offsets.value(key) < 0 ? rect.top() - shift : rect.top();
+    return QRect(rect.left(), startTop, rect.width(), rect.height() + shift);
+}
+
+void RowMotion::repaintSweptRows()
+{
+    QRegion swept;
+    for (auto it = m_offsets.constBegin(); it != m_offsets.constEnd(); ++it)
+        swept += sweptRect(it.key());
+    for (auto it = m_entering.constBegin(); it != m_entering.constEnd(); ++it)
+        swept += sweptRect(it.key());
+    m_view->viewport()->update(swept);
 }
 
 void RowMotion::capture(const QHash<QString, int> &rowsByKey)
@@ -62,6 +87,7 @@ void RowMotion::start(const QHash<QString, int> &rowsByKey, double pitch)
     m_before.clear();
     if (offsets.isEmpty() && entering.isEmpty())
         return;
+    m_after = rowsByKey;
     m_offsets = std::move(offsets);
     m_entering = std::move(entering);
     m_progress = 0.0;

@@ -4,8 +4,9 @@
 #include <QObject>
 #include <QString>
 
+class QListView;
+class QRect;
 class QVariantAnimation;
-class QWidget;
 
 // Animates a list's rows from where they were to where they are after the
 // model moved them: each row that changed place is drawn shifted back by
@@ -17,8 +18,9 @@ class RowMotion final : public QObject {
     Q_OBJECT
 
 public:
-    // `viewport` is repainted on each step of the animation.
-    explicit RowMotion(QWidget *viewport);
+    // Each step of the animation repaints the band each moving row sweeps
+    // and each new row, not the whole of `view`.
+    explicit RowMotion(QListView *view);
 
     // Before the model changes: where each key is now (row index).
     void capture(const QHash<QString, int> &rowsByKey);
@@ -32,9 +34,15 @@ public:
     bool isRunning() const;
 
 private:
-    QWidget *m_viewport;
+    // In the viewport's coordinates: every place a moving or new row is
+    // drawn at during the animation.
+    QRect sweptRect(const QString &key) const;
+    void repaintSweptRows();
+
+    QListView *m_view;
     QVariantAnimation *m_animation;
     QHash<QString, int> m_before;
+    QHash<QString, int> m_after;
     QHash<QString, double> m_offsets; // pixels at the start
     QHash<QString, bool> m_entering;
     double m_progress = 1.0;

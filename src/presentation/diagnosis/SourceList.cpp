@@ -119,7 +119,7 @@ SourceListView::SourceListView(QWidget *parent) : QListView(parent)
 {
     setObjectName(QStringLiteral("sourceList"));
     m_model = new SourceListModel(this);
-    m_motion = new RowMotion(viewport());
+    m_motion = new RowMotion(this);
     m_delegate = new SourceListDelegate(m_motion, this);
     setModel(m_model);
     setItemDelegate(m_delegate);

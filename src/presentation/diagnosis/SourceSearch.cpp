@@ -26,15 +26,35 @@ bool taskMatchesSourceQuery(const DashboardTask &task, const QString &trimmedQue
         [&](const DashboardProcessNode &root) { return root.matches(trimmedQuery); });
 }
 
-std::vector<const DashboardTask *> filterSources(const std::vector<DashboardTask> &base,
+std::vector<const DashboardTask *> sourcesOf(const std::vector<DashboardTask> &tasks)
+{
+    std::vector<const DashboardTask *> sources;
+    sources.reserve(tasks.size() + 1);
+    for (const DashboardTask &task : tasks)
+        sources.push_back(&task);
+    return sources;
+}
+
+std::vector<const DashboardTask *> attentionSources(const std::vector<DashboardTask> &liveTasks,
+                                                    const DashboardTask *selected)
+{
+    std::vector<const DashboardTask *> sources = sourcesOf(liveTasks);
+    const auto isSelected = [&](const DashboardTask *task) { return task->id == selected->id; };
+    if (selected && std::none_of(sources.begin(), sources.end(), isSelected))
+        sources.push_back(selected);
+    return sources;
+}
+
+std::vector<const DashboardTask *> filterSources(const std::vector<const DashboardTask *> &base,
                                                  const QString &query)
 {
     const QString trimmed = trimmedSourceQuery(query);
+    if (trimmed.isEmpty())
+        return base;
     std::vector<const DashboardTask *> visible;
-    visible.reserve(base.size());
-    for (const DashboardTask &task : base) {
-        if (trimmed.isEmpty() || taskMatchesSourceQuery(task, trimmed))
-            visible.push_back(&task);
+    for (const DashboardTask *task : base) {
+        if (taskMatchesSourceQuery(*task, trimmed))
+            visible.push_back(task);
     }
     return visible;
 }

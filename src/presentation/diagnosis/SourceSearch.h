@@ -22,9 +22,16 @@ QString trimmedSourceQuery(const QString &query);
 // (the node's own matching: pid, name, redacted command, project).
 bool taskMatchesSourceQuery(const DashboardTask &task, const QString &trimmedQuery);
 
+// A scope's list as pointers into the store's: every task of `tasks`; or,
+// for the attention scope, the live tasks plus the selected one when it has
+// fallen out of them, last. Valid while the store's lists are.
+std::vector<const DashboardTask *> sourcesOf(const std::vector<DashboardTask> &tasks);
+std::vector<const DashboardTask *> attentionSources(const std::vector<DashboardTask> &liveTasks,
+                                                    const DashboardTask *selected);
+
 // The sources shown for `query` over `base` (the scope's list), in the order
-// of `base`. Pointers into `base`, valid while it is.
-std::vector<const DashboardTask *> filterSources(const std::vector<DashboardTask> &base,
+// of `base`.
+std::vector<const DashboardTask *> filterSources(const std::vector<const DashboardTask *> &base,
                                                  const QString &query);
 
 // The notice under the list: the query is not blank, a task is selected and

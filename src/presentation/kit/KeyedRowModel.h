@@ -92,11 +92,23 @@ public:
 
     void setRows(std::vector<Row> next)
     {
+        std::vector<int> changed;
+        if (hasSameKeysInOrder(next)) {
+            // Most ticks only change figures: no row comes, goes or moves, so
+            // the key tables below would be built for nothing.
+            for (std::size_t i = 0; i < next.size(); ++i) {
+                if (!(m_rows[i] == next[i])) {
+                    m_rows[i] = std::move(next[i]);
+                    changed.push_back(static_cast<int>(i));
+                }
+            }
+            emitChangedRuns(changed);
+            return;
+        }
         removeRowsMissingFrom(next);
         QHash<Key, int> remaining; // rows at index >= i still to be placed, by key
         for (const Row &row : m_rows)
             ++remaining[row.key];
-        std::vector<int> changed;
         for (std::size_t i = 0; i < next.size(); ++i) {
             const int at = static_cast<int>(i);
             if (i < m_rows.size() && m_rows[i].key == next[i].key) {
@@ -132,6 +144,12 @@ protected:
     virtual QVariant rowData(const Row &, int) const { return {}; }
 
 private:
+    bool hasSameKeysInOrder(const std::vector<Row> &next) const
+    {
+        return std::equal(m_rows.begin(), m_rows.end(), next.begin(), next.end(),
+                          [](const Row &a, const Row &b) { return a.key == b.key; });
+    }
+
     void removeRowsMissingFrom(const std::vector<Row> &next)
     {
         QHash<Key, int> wanted;

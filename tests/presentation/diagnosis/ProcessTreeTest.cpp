@@ -82,11 +82,11 @@ TEST(ProcessTreeExpansion, ReplacedExactlyWhenTheTaskIDChanges)
 }
 
 // bash(500) ─ make(501) ─ cc1(502), cc1(503, busy); plus an idle root (600).
-QList<ProcessMetric> buildProcesses(bool extraChild = false)
+QList<ProcessMetric> buildProcesses(bool extraChild = false, double firstCC1CPU = 2)
 {
     QList<ProcessMetric> list = {madeUpProcess(500, 1, u"bash"_s, 0.2),
                                  madeUpProcess(501, 500, u"make"_s, 0.2, u"make -j4"_s, u"kiln"_s),
-                                 madeUpProcess(502, 501, u"cc1"_s, 2, u"cc1 a.c"_s),
+                                 madeUpProcess(502, 501, u"cc1"_s, firstCC1CPU, u"cc1 a.c"_s),
                                  madeUpProcess(503, 501, u"cc1"_s, 80, u"cc1 b.c"_s),
                                  madeUpProcess(600, 1, u"idle"_s, 0.1)};
     if (extraChild)
@@ -128,6 +128,8 @@ TEST_F(ProcessTreeView_, TogglesKeepAcrossTicksSelectionIsAPressOutsideTheChevro
     EXPECT_EQ(model->rowAt(2).badge, QString());
     EXPECT_EQ(model->rowAt(1).detail, u"父进程 · make -j4 · 项目 kiln · 磁盘 0 B/s · 10 秒"_s);
     EXPECT_EQ(model->rowAt(2).detail, u"工作进程 · cc1 a.c · 磁盘 0 B/s · 10 秒"_s);
+    ingest(buildProcesses(false, 7)); // a tick that changes one figure reaches its row
+    EXPECT_EQ(model->rowAt(2).cpu, u"7%"_s);
 
     // Close make by its chevron: its children go, the selection stays.
     const QString selectedBefore = store->selectedProcessID().value_or(QString());

@@ -42,11 +42,9 @@ protected:
 
 TEST_F(SourceSearch, MatchesAnyNodeTrimmedAndCaseInsensitiveAndNamesAHiddenSelection)
 {
-    const std::vector<DashboardTask> &all = store->allTasks();
+    const std::vector<const DashboardTask *> all = sourcesOf(store->allTasks());
     ASSERT_EQ(all.size(), 3u);
-    QStringList everything; // the base list's order, whatever matched first
-    for (const DashboardTask &task : all)
-        everything.append(task.application);
+    const QStringList everything = applicationsOf(all); // whatever matched first
     const QString tests = taskWithTarget(120)->application;
     const struct {
         QString query;
