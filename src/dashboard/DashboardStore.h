@@ -116,8 +116,10 @@ public:
     std::optional<DashboardProcessNode> selectedProcess() const;
     // The selected task's diagnosis, or the placeholder while none is selected.
     TaskDiagnosis selectedDiagnosis() const;
-    // `liveTasks`, plus the selected task when it has fallen out of them.
-    std::vector<DashboardTask> visibleTasks() const;
+    // `liveTasks`, plus the selected task when it has fallen out of them: the
+    // page's attention list. Pointers, not copies of the tasks and their
+    // trees; valid until the next change of `liveTasks` or `allTasks`.
+    std::vector<const DashboardTask *> visibleTasks() const;
 
     // Termination (DashboardStoreTermination.cpp). One termination runs at a
     // time from the user's view: the page offers the action only through

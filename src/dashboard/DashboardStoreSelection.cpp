@@ -55,12 +55,15 @@ TaskDiagnosis DashboardStore::selectedDiagnosis() const
     return placeholderDiagnosis(m_liveTasks.empty());
 }
 
-std::vector<DashboardTask> DashboardStore::visibleTasks() const
+std::vector<const DashboardTask *> DashboardStore::visibleTasks() const
 {
-    std::vector<DashboardTask> tasks = m_liveTasks;
+    std::vector<const DashboardTask *> tasks;
+    tasks.reserve(m_liveTasks.size() + 1);
+    for (const DashboardTask &task : m_liveTasks)
+        tasks.push_back(&task);
     const DashboardTask *selected = findTask(m_allTasks, m_selectedTaskID);
     if (selected && !findTask(m_liveTasks, selected->id))
-        tasks.push_back(*selected);
+        tasks.push_back(selected);
     return tasks;
 }
 

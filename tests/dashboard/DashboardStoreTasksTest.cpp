@@ -135,10 +135,16 @@ TEST(DashboardStoreTasksTest, LiveTasksAreTheFirstFourAndTheSelectionStaysVisibl
     store->ingest(sampleAt(100, processes));
     const std::vector<DashboardTask> all = store->allTasks();
     EXPECT_EQ(store->liveTasks(), std::vector<DashboardTask>(all.begin(), all.begin() + 4));
-    EXPECT_EQ(store->visibleTasks(), store->liveTasks());
+    const auto visibleTasks = [&] {
+        std::vector<DashboardTask> tasks;
+        for (const DashboardTask *task : store->visibleTasks())
+            tasks.push_back(*task);
+        return tasks;
+    };
+    EXPECT_EQ(visibleTasks(), store->liveTasks());
 
     store->selectTask(all[5].id);
-    const std::vector<DashboardTask> visible = store->visibleTasks();
+    const std::vector<DashboardTask> visible = visibleTasks();
     ASSERT_EQ(visible.size(), 5u);
     EXPECT_EQ(visible.back(), all[5]);
     EXPECT_EQ(store->selectedDiagnosis(), all[5].diagnosis);

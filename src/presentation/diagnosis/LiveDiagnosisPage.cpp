@@ -242,11 +242,9 @@ void LiveDiagnosisPage::refreshSources()
 {
     // Pointers into the store's lists, not a copy of the tasks and their trees.
     const DashboardTask *selected = m_store.selectedTask();
-    std::vector<const DashboardTask *> base;
-    if (m_scope == ProcessListScope::attention)
-        base = attentionSources(m_store.liveTasks(), selected);
-    else
-        base = sourcesOf(m_store.allTasks());
+    const std::vector<const DashboardTask *> base = m_scope == ProcessListScope::attention
+                                                        ? m_store.visibleTasks()
+                                                        : sourcesOf(m_store.allTasks());
     const std::vector<const DashboardTask *> visible = filterSources(base, m_search->text());
     const QString &selectedID = m_store.selectedTaskID();
     std::vector<SourceListRow> rows;

@@ -35,16 +35,6 @@ std::vector<const DashboardTask *> sourcesOf(const std::vector<DashboardTask> &t
     return sources;
 }
 
-std::vector<const DashboardTask *> attentionSources(const std::vector<DashboardTask> &liveTasks,
-                                                    const DashboardTask *selected)
-{
-    std::vector<const DashboardTask *> sources = sourcesOf(liveTasks);
-    const auto isSelected = [&](const DashboardTask *task) { return task->id == selected->id; };
-    if (selected && std::none_of(sources.begin(), sources.end(), isSelected))
-        sources.push_back(selected);
-    return sources;
-}
-
 std::vector<const DashboardTask *> filterSources(const std::vector<const DashboardTask *> &base,
                                                  const QString &query)
 {

@@ -22,12 +22,9 @@ QString trimmedSourceQuery(const QString &query);
 // (the node's own matching: pid, name, redacted command, project).
 bool taskMatchesSourceQuery(const DashboardTask &task, const QString &trimmedQuery);
 
-// A scope's list as pointers into the store's: every task of `tasks`; or,
-// for the attention scope, the live tasks plus the selected one when it has
-// fallen out of them, last. Valid while the store's lists are.
+// The whole scope's list as pointers into the store's (the attention scope's
+// is the store's `visibleTasks`). Valid while the store's list is.
 std::vector<const DashboardTask *> sourcesOf(const std::vector<DashboardTask> &tasks);
-std::vector<const DashboardTask *> attentionSources(const std::vector<DashboardTask> &liveTasks,
-                                                    const DashboardTask *selected);
 
 // The sources shown for `query` over `base` (the scope's list), in the order
 // of `base`.
