@@ -182,6 +182,10 @@
         <source>%1：进程已结束。</source>
         <translation>%1: ended.</translation>
     </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
 </context>
 <context>
     <name>DashboardTask</name>

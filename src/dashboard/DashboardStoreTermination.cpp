@@ -158,8 +158,7 @@ void DashboardStore::confirmTermination()
 
     if (!result.isSignalSent()) {
         writeTerminationStatus(pending, DashboardTerminationPhase::failed);
-        write(m_terminationMessage,
-              std::optional<QString>(name + QStringLiteral("：") + result.text()),
+        write(m_terminationMessage, std::optional<QString>(tr("%1：%2").arg(name, result.text())),
               &DashboardStore::terminationMessageChanged);
         recordTerminationFailure(pending);
         return;
