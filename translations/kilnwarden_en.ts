@@ -317,6 +317,251 @@
     </message>
 </context>
 <context>
+    <name>DiagnosisTexts</name>
+    <message>
+        <source>高</source>
+        <translation>High</translation>
+    </message>
+    <message>
+        <source>中</source>
+        <translation>Medium</translation>
+    </message>
+    <message>
+        <source>低</source>
+        <translation>Low</translation>
+    </message>
+    <message>
+        <source>需关注的负载来源</source>
+        <translation>Sources needing attention</translation>
+    </message>
+    <message>
+        <source>全部负载来源</source>
+        <translation>All load sources</translation>
+    </message>
+    <message>
+        <source>%1 个来源</source>
+        <translation>Sources: %1</translation>
+    </message>
+    <message>
+        <source>%1 个来源 · %2 个进程</source>
+        <translation>Sources: %1 · Processes: %2</translation>
+    </message>
+    <message>
+        <source>按持续负载平滑排序 · 当前选中来源始终保留</source>
+        <translation>Sorted by sustained load · Selection stays</translation>
+    </message>
+    <message>
+        <source>按来源归组 · 覆盖 %1 个当前用户进程</source>
+        <translation>By source · %1 of your processes</translation>
+    </message>
+    <message>
+        <source>主要进程 %1 · PID %2</source>
+        <translation>Process %1 · PID %2</translation>
+    </message>
+    <message>
+        <source>负载来源 %1，主要进程 %2，PID %3，主要进程 CPU %4%，来源合计 %5%</source>
+        <translation>Load source %1, main process %2, PID %3, main process CPU %4%, source total %5%</translation>
+    </message>
+    <message>
+        <source>正在采集进程负载</source>
+        <translation>Collecting process load</translation>
+    </message>
+    <message>
+        <source>没有匹配的负载来源</source>
+        <translation>No matching load sources</translation>
+    </message>
+    <message>
+        <source>暂未发现当前用户进程</source>
+        <translation>No user processes found yet</translation>
+    </message>
+    <message>
+        <source>切换到“全部来源”可以主动查找其他来源。</source>
+        <translation>Switch to &quot;All sources&quot; to find other sources.</translation>
+    </message>
+    <message>
+        <source>可按应用、进程、PID、安全命令或项目名称搜索。</source>
+        <translation>Search by app, process, PID, redacted command or project name.</translation>
+    </message>
+    <message>
+        <source>选择一个进程查看来源上下文和持续时间</source>
+        <translation>Select a process to see its source and how long it has run</translation>
+    </message>
+    <message>
+        <source>当前来源 %1 · 选中进程 %2 · PID %3 · 估算资源影响 %4</source>
+        <translation>Source %1 · Selected process %2 · PID %3 · Estimated impact %4</translation>
+    </message>
+    <message>
+        <source>主要负载进程</source>
+        <translation>Main process</translation>
+    </message>
+    <message>
+        <source>关联根</source>
+        <translation>Root</translation>
+    </message>
+    <message>
+        <source>%1 · %2 · 项目 %3 · 磁盘 %4 · %5</source>
+        <translation>%1 · %2 · Project %3 · Disk %4 · %5</translation>
+    </message>
+    <message>
+        <source>%1 · %2 · 磁盘 %3 · %4</source>
+        <translation>%1 · %2 · Disk %3 · %4</translation>
+    </message>
+    <message>
+        <source>%1，主要负载进程，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7</source>
+        <translation>%1, main process, %2, PID %3, CPU %4%, memory %5, disk %6, estimated impact %7</translation>
+    </message>
+    <message>
+        <source>%1，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7</source>
+        <translation>%1, %2, PID %3, CPU %4%, memory %5, disk %6, estimated impact %7</translation>
+    </message>
+    <message>
+        <source>折叠子进程</source>
+        <translation>Collapse child processes</translation>
+    </message>
+    <message>
+        <source>展开子进程</source>
+        <translation>Expand child processes</translation>
+    </message>
+    <message>
+        <source>正在分析当前进程负载</source>
+        <translation>Analyzing process load</translation>
+    </message>
+    <message>
+        <source>%1 › %2</source>
+        <translation>%1 › %2</translation>
+    </message>
+    <message>
+        <source>采样完成后会显示具体进程、所属应用和关联进程</source>
+        <translation>The process, its app and related processes appear after sampling</translation>
+    </message>
+    <message>
+        <source>PID %1 · %2 · %3 个关联进程</source>
+        <translation>PID %1 · %2 · Related processes: %3</translation>
+    </message>
+    <message>
+        <source>负载来源 %1，选中进程 %2，PID %3</source>
+        <translation>Load source %1, selected process %2, PID %3</translation>
+    </message>
+    <message>
+        <source>等待进程采样</source>
+        <translation>Waiting for process sampling</translation>
+    </message>
+    <message>
+        <source>CPU %1% · 内存 %2 · 磁盘 %3 · 持续 %4</source>
+        <translation>CPU %1% · Memory %2 · Disk %3 · Lasting %4</translation>
+    </message>
+    <message>
+        <source>等待负载来源采样</source>
+        <translation>Waiting for load source sampling</translation>
+    </message>
+    <message>
+        <source>%1 合计 CPU %2% · %3 个关联进程</source>
+        <translation>%1 total CPU %2% · Related processes: %3</translation>
+    </message>
+    <message>
+        <source>正在读取温度与热状态</source>
+        <translation>Reading temperature and thermal state</translation>
+    </message>
+    <message>
+        <source>温度 %1 · 热状态 %2</source>
+        <translation>Temperature %1 · Thermal state %2</translation>
+    </message>
+    <message>
+        <source>温度 %1 · 热状态 %2 · 数据源 %3</source>
+        <translation>Temperature %1 · Thermal state %2 · Data source %3</translation>
+    </message>
+    <message>
+        <source>不可用</source>
+        <translation>Unavailable</translation>
+    </message>
+    <message>
+        <source>现在</source>
+        <translation>Now</translation>
+    </message>
+    <message>
+        <source>-%1m</source>
+        <translation>-%1 min</translation>
+    </message>
+    <message>
+        <source>-%1s</source>
+        <translation>-%1 s</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosisTrendContent</name>
+    <message>
+        <source>CPU</source>
+        <translation>CPU</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>正在积累相关性趋势…</source>
+        <translation>Building up the trend…</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosisWorkspace</name>
+    <message>
+        <source>诊断工作区</source>
+        <translation>Diagnosis workspace</translation>
+    </message>
+    <message>
+        <source>选中进程 CPU</source>
+        <translation>Process CPU</translation>
+    </message>
+    <message>
+        <source>进程组成</source>
+        <translation>Process tree</translation>
+    </message>
+    <message>
+        <source>选择来源内任意进程，查看证据、影响和可用操作</source>
+        <translation>Select any process in the source to see evidence, impact and actions</translation>
+    </message>
+    <message>
+        <source>证据</source>
+        <translation>Evidence</translation>
+    </message>
+    <message>
+        <source>进程</source>
+        <translation>Process</translation>
+    </message>
+    <message>
+        <source>来源</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>系统</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>整机 CPU 与温度</source>
+        <translation>System CPU and temperature</translation>
+    </message>
+    <message>
+        <source>最近 5 分钟</source>
+        <translation>Last 5 min</translation>
+    </message>
+    <message>
+        <source>系统 CPU</source>
+        <translation>System CPU</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>整机 CPU 与温度趋势，范围最近 5 分钟</source>
+        <translation>System CPU and temperature trend, last 5 minutes</translation>
+    </message>
+    <message>
+        <source>整机趋势用于验证操作前后的总体变化，不代表单个进程的历史曲线。</source>
+        <translation>The system trend shows the overall change around an action, not one process's history.</translation>
+    </message>
+</context>
+<context>
     <name>DiskIORate</name>
     <message>
         <source>未发现系统磁盘累计读写计数器</source>
@@ -363,6 +608,13 @@
     <message>
         <source>已选择</source>
         <translation>Selected</translation>
+    </message>
+</context>
+<context>
+    <name>EvidenceScopeRow</name>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -763,6 +1015,17 @@
     </message>
 </context>
 <context>
+    <name>KeyedRowModel</name>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+    <message>
+        <source>未选择</source>
+        <translation>Not selected</translation>
+    </message>
+</context>
+<context>
     <name>KilnWardenMenuBarItem</name>
     <message>
         <source>打开仪表盘</source>
@@ -801,6 +1064,45 @@
     <message>
         <source>未发现可读取的 GPU 利用率通道</source>
         <translation>No readable GPU usage channel found</translation>
+    </message>
+</context>
+<context>
+    <name>LiveDiagnosisPage</name>
+    <message>
+        <source>筛选进程或应用</source>
+        <translation>Filter processes or apps</translation>
+    </message>
+    <message>
+        <source>来源</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>主要进程 CPU</source>
+        <translation>Process</translation>
+    </message>
+    <message>
+        <source>合计</source>
+        <translation>Total</translation>
+    </message>
+    <message>
+        <source>当前详情未包含在筛选结果中</source>
+        <translation>The selected source is hidden by the filter</translation>
+    </message>
+    <message>
+        <source>清除筛选</source>
+        <translation>Clear filter</translation>
+    </message>
+    <message>
+        <source>来源范围</source>
+        <translation>Sources shown</translation>
+    </message>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+    <message>
+        <source>未选择</source>
+        <translation>Not selected</translation>
     </message>
 </context>
 <context>
@@ -894,6 +1196,117 @@
     <message>
         <source>网络接口计数器无有效增量</source>
         <translation>Network counters did not advance</translation>
+    </message>
+</context>
+<context>
+    <name>OperationTexts</name>
+    <message>
+        <source>正在结束…</source>
+        <translation>Ending…</translation>
+    </message>
+    <message>
+        <source>正在强制结束…</source>
+        <translation>Force quitting…</translation>
+    </message>
+    <message>
+        <source>正在确认原进程是否退出，通常不超过 2 秒。</source>
+        <translation>Checking that the process has exited; this usually takes under 2 seconds.</translation>
+    </message>
+    <message>
+        <source>进程已结束</source>
+        <translation>Process ended</translation>
+    </message>
+    <message>
+        <source>强制结束</source>
+        <translation>Force quit</translation>
+    </message>
+    <message>
+        <source>进程仍在运行；如需继续，可再次确认强制结束。</source>
+        <translation>The process is still running. To go on, confirm a force quit.</translation>
+    </message>
+    <message>
+        <source>重试结束</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>强制结束失败</source>
+        <translation>Force quit failed</translation>
+    </message>
+    <message>
+        <source>本次操作未成功结束，未进入两分钟验证。</source>
+        <translation>The process was not ended, so the two-minute verification did not start.</translation>
+    </message>
+    <message>
+        <source>强制结束未生效，建议打开系统监视器进一步检查。</source>
+        <translation>The force quit had no effect. Open System Monitor to look further.</translation>
+    </message>
+    <message>
+        <source>结束进程并确认退出后，将验证两分钟整机变化。</source>
+        <translation>Once an ended process has exited, the system is verified for two minutes.</translation>
+    </message>
+    <message>
+        <source>正在对比操作前后的 CPU、温度和热状态。</source>
+        <translation>Comparing CPU, temperature and thermal state before and after the action.</translation>
+    </message>
+    <message>
+        <source>负载或温度已下降，验证通过。</source>
+        <translation>Load or temperature has dropped. Verified.</translation>
+    </message>
+    <message>
+        <source>两分钟内未观察到达到阈值的整机改善。</source>
+        <translation>No improvement above the threshold within two minutes.</translation>
+    </message>
+    <message>
+        <source>缺少可比较的系统样本，无法完成验证。</source>
+        <translation>Not enough system samples to compare, so verification could not finish.</translation>
+    </message>
+    <message>
+        <source>结束选中进程</source>
+        <translation>End selected process</translation>
+    </message>
+    <message>
+        <source>结束主要进程</source>
+        <translation>End main process</translation>
+    </message>
+    <message>
+        <source>%1 %2，PID %3</source>
+        <translation>%1 %2, PID %3</translation>
+    </message>
+    <message>
+        <source>选择进程后显示结束操作的影响范围。</source>
+        <translation>Select a process to see what ending it would affect.</translation>
+    </message>
+    <message>
+        <source>安全预检未通过，不能从 KilnWarden 结束这个进程。</source>
+        <translation>Safety check failed: KilnWarden can't end this process.</translation>
+    </message>
+    <message>
+        <source>%1 · PID %2</source>
+        <translation>%1 · PID %2</translation>
+    </message>
+    <message>
+        <source>%1 · PID %2 · %3</source>
+        <translation>%1 · PID %2 · %3</translation>
+    </message>
+    <message>
+        <source>最近一次操作</source>
+        <translation>Last action</translation>
+    </message>
+    <message>
+        <source>正在验证结束该进程后的整机变化 · 剩余约 %1</source>
+        <translation>Verifying the system after ending the process · About %1 left</translation>
+    </message>
+    <message>
+        <source>%1 分 %2 秒</source>
+        <translation>%1 min %2 s</translation>
+    </message>
+    <message>
+        <source>%1 秒</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>不可用</source>
+        <translation>Unavailable</translation>
     </message>
 </context>
 <context>
@@ -1018,6 +1431,88 @@
     </message>
 </context>
 <context>
+    <name>ProcessCompositionView</name>
+    <message>
+        <source>进程组成</source>
+        <translation>Process tree</translation>
+    </message>
+    <message>
+        <source>进程 / 安全命令</source>
+        <translation>Process / redacted command</translation>
+    </message>
+    <message>
+        <source>内存</source>
+        <translation>Memory</translation>
+    </message>
+    <message>
+        <source>资源影响</source>
+        <translation>Impact</translation>
+    </message>
+    <message>
+        <source>缩进表示当前采样内的 PPID 父子关系；多个顶层节点属于同一负载来源的关联进程。</source>
+        <translation>Indented rows are child processes (by PPID); top-level rows are related processes of this source.</translation>
+    </message>
+    <message>
+        <source>暂无进程组成</source>
+        <translation>No process tree yet</translation>
+    </message>
+    <message>
+        <source>完成进程采样后显示父子关系和节点负载。</source>
+        <translation>Appears after process sampling.</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessOperationPanel</name>
+    <message>
+        <source>进程操作</source>
+        <translation>Process actions</translation>
+    </message>
+    <message>
+        <source>负载来源建议</source>
+        <translation>Suggestion</translation>
+    </message>
+    <message>
+        <source>结束影响</source>
+        <translation>Impact of ending</translation>
+    </message>
+    <message>
+        <source>打开终端</source>
+        <translation>Open terminal</translation>
+    </message>
+    <message>
+        <source>结束选中进程</source>
+        <translation>End selected process</translation>
+    </message>
+    <message>
+        <source>本次操作验证</source>
+        <translation>Verification</translation>
+    </message>
+    <message>
+        <source>系统 CPU</source>
+        <translation>CPU</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temp.</translation>
+    </message>
+    <message>
+        <source>估算资源影响 %1</source>
+        <translation>Estimated impact: %1</translation>
+    </message>
+    <message>
+        <source>PID %1 · CPU %2% · 内存 %3 · 磁盘 %4 · %5</source>
+        <translation>PID %1 · CPU %2% · Memory %3 · Disk %4 · %5</translation>
+    </message>
+    <message>
+        <source>可结束</source>
+        <translation>Can be ended</translation>
+    </message>
+    <message>
+        <source>不可结束</source>
+        <translation>Can't be ended</translation>
+    </message>
+</context>
+<context>
     <name>ProcessTerminationResult</name>
     <message>
         <source>安全校验未通过：该进程不属于当前用户。</source>
@@ -1062,6 +1557,20 @@
     <message>
         <source>已发送正常结束请求。</source>
         <translation>Quit request sent.</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessTree</name>
+    <message>
+        <source>选择后可查看该进程详情和可用操作</source>
+        <translation>Select to see this process's details and actions</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessTreeView</name>
+    <message>
+        <source>进程组成</source>
+        <translation>Process tree</translation>
     </message>
 </context>
 <context>
@@ -1439,6 +1948,24 @@
     <message>
         <source>已关闭</source>
         <translation>Off</translation>
+    </message>
+</context>
+<context>
+    <name>SourceListView</name>
+    <message>
+        <source>负载来源</source>
+        <translation>Load sources</translation>
+    </message>
+</context>
+<context>
+    <name>SourceSearch</name>
+    <message>
+        <source>需关注</source>
+        <translation>Needs attention</translation>
+    </message>
+    <message>
+        <source>全部来源</source>
+        <translation>All sources</translation>
     </message>
 </context>
 <context>
