@@ -480,11 +480,11 @@
     </message>
     <message>
         <source>-%1m</source>
-        <translation>-%1 min</translation>
+        <translation>-%1m</translation>
     </message>
     <message>
         <source>-%1s</source>
-        <translation>-%1 s</translation>
+        <translation>-%1s</translation>
     </message>
 </context>
 <context>

@@ -101,8 +101,8 @@ QWidget *LiveDiagnosisPage::buildLeftColumn()
     m_sourceCaption = captionLabel(tr("来源"), Qt::AlignLeft);
     // The captions stand over the rows' columns (source, 54, 48 from the
     // right). The middle one is wider than its 54 pixels at most sizes: it
-    // reaches left into the source column, which holds only "来源", rather
-    // than be cut.
+    // reaches left into the source column rather than be cut. The first two
+    // share the free space, so neither caption is cut in a longer language.
     auto *targetCaption = captionLabel(tr("主要进程 CPU"), Qt::AlignRight);
     targetCaption->setElided(false);
     targetCaption->setMinimumWidth(54);
