@@ -558,7 +558,7 @@
     </message>
     <message>
         <source>整机趋势用于验证操作前后的总体变化，不代表单个进程的历史曲线。</source>
-        <translation>The system trend shows the overall change around an action, not one process's history.</translation>
+        <translation>The system trend shows the overall change around an action, not one process&apos;s history.</translation>
     </message>
 </context>
 <context>
@@ -1278,7 +1278,7 @@
     </message>
     <message>
         <source>安全预检未通过，不能从 KilnWarden 结束这个进程。</source>
-        <translation>Safety check failed: KilnWarden can't end this process.</translation>
+        <translation>Safety check failed: KilnWarden can&apos;t end this process.</translation>
     </message>
     <message>
         <source>%1 · PID %2</source>
@@ -1509,7 +1509,7 @@
     </message>
     <message>
         <source>不可结束</source>
-        <translation>Can't be ended</translation>
+        <translation>Can&apos;t be ended</translation>
     </message>
 </context>
 <context>
@@ -1563,7 +1563,7 @@
     <name>ProcessTree</name>
     <message>
         <source>选择后可查看该进程详情和可用操作</source>
-        <translation>Select to see this process's details and actions</translation>
+        <translation>Select to see this process&apos;s details and actions</translation>
     </message>
 </context>
 <context>
