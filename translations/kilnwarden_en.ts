@@ -388,7 +388,7 @@
     </message>
     <message>
         <source>当前来源 %1 · 选中进程 %2 · PID %3 · 估算资源影响 %4</source>
-        <translation>Source %1 · Selected process %2 · PID %3 · Estimated impact %4</translation>
+        <translation>Source %1 · Selected process %2 · PID %3 · Estimated impact: %4</translation>
     </message>
     <message>
         <source>主要负载进程</source>
