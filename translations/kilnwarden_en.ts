@@ -24,10 +24,32 @@
     </message>
 </context>
 <context>
+    <name>CommandRedaction</name>
+    <message>
+        <source>未知任务</source>
+        <translation>Unknown task</translation>
+    </message>
+</context>
+<context>
     <name>ConfirmationDialog</name>
     <message>
         <source>取消</source>
         <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardIncidentTracker</name>
+    <message>
+        <source>结束 %1 子进程</source>
+        <translation>End child process %1</translation>
+    </message>
+    <message>
+        <source>结束 %1 构建</source>
+        <translation>End %1 build</translation>
+    </message>
+    <message>
+        <source>结束 %1 任务</source>
+        <translation>End %1 task</translation>
     </message>
 </context>
 <context>
@@ -135,11 +157,408 @@
     </message>
 </context>
 <context>
+    <name>DashboardStore</name>
+    <message>
+        <source>%1：正在确认强制结束结果…</source>
+        <translation>%1: checking whether the force quit worked…</translation>
+    </message>
+    <message>
+        <source>%1：已发送退出请求，正在确认…</source>
+        <translation>%1: quit request sent, checking…</translation>
+    </message>
+    <message>
+        <source>%1：强制结束后进程仍在运行。</source>
+        <translation>%1: still running after a force quit.</translation>
+    </message>
+    <message>
+        <source>%1：进程仍在运行，可尝试强制结束。</source>
+        <translation>%1: still running. You can try a force quit.</translation>
+    </message>
+    <message>
+        <source>%1：进程已强制结束。</source>
+        <translation>%1: ended by force quit.</translation>
+    </message>
+    <message>
+        <source>%1：进程已结束。</source>
+        <translation>%1: ended.</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardTask</name>
+    <message>
+        <source>渲染进程</source>
+        <translation>Renderer</translation>
+    </message>
+    <message>
+        <source>图形处理进程</source>
+        <translation>GPU process</translation>
+    </message>
+    <message>
+        <source>应用辅助服务</source>
+        <translation>Helper service</translation>
+    </message>
+    <message>
+        <source>测试任务</source>
+        <translation>Test task</translation>
+    </message>
+    <message>
+        <source>构建任务</source>
+        <translation>Build task</translation>
+    </message>
+    <message>
+        <source>工作进程</source>
+        <translation>Worker process</translation>
+    </message>
+    <message>
+        <source>父进程</source>
+        <translation>Parent process</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardTexts</name>
+    <message>
+        <source>强制结束 %1（PID %2）？</source>
+        <translation>Force quit %1 (PID %2)?</translation>
+    </message>
+    <message>
+        <source>结束 %1（PID %2）？</source>
+        <translation>End %1 (PID %2)?</translation>
+    </message>
+    <message>
+        <source>强制结束</source>
+        <translation>Force quit</translation>
+    </message>
+    <message>
+        <source>结束进程</source>
+        <translation>End process</translation>
+    </message>
+    <message>
+        <source>进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，所属应用也可能自动重新启动它。</source>
+        <translation>The process did not respond to the quit request. A force quit stops it at once: unsaved data may be lost, and its app may start it again.</translation>
+    </message>
+    <message>
+        <source>会结束这个进程，并可能中断它的 %1 个直接子进程；所属应用也可能自动重新启动它。</source>
+        <translation>Ends this process and may interrupt its direct child processes (%1). Its app may also start it again.</translation>
+    </message>
+    <message>
+        <source>会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。</source>
+        <translation>Ends this process. Unsaved work may be lost, and its app may start it again.</translation>
+    </message>
+    <message>
+        <source>正在分析当前用户的应用负载。</source>
+        <translation>Analyzing the load of your apps.</translation>
+    </message>
+    <message>
+        <source>采集两个样本后会按持续负载排序。</source>
+        <translation>Sources are ranked by sustained load after two samples.</translation>
+    </message>
+    <message>
+        <source>暂未发现可展示的活动任务</source>
+        <translation>No active tasks to show yet</translation>
+    </message>
+    <message>
+        <source>请选择任务查看详情</source>
+        <translation>Select a task to see its details</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardTrends</name>
+    <message>
+        <source>本机传感器</source>
+        <translation>Local sensors</translation>
+    </message>
+    <message>
+        <source>正在建立数据源连接</source>
+        <translation>Connecting to data sources</translation>
+    </message>
+    <message>
+        <source>采集中</source>
+        <translation>Collecting</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>风扇</source>
+        <translation>Fan</translation>
+    </message>
+    <message>
+        <source>内存</source>
+        <translation>Memory</translation>
+    </message>
+    <message>
+        <source>磁盘</source>
+        <translation>Disk</translation>
+    </message>
+    <message>
+        <source>网络</source>
+        <translation>Network</translation>
+    </message>
+    <message>
+        <source>进程采样</source>
+        <translation>Process sampling</translation>
+    </message>
+    <message>
+        <source>正常</source>
+        <translation>Normal</translation>
+    </message>
+</context>
+<context>
     <name>DashboardWidgets</name>
     <message>
         <source>不可…</source>
         <comment>the least of an elided pill: a few characters and the ellipsis</comment>
         <translation>Un…</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosisTexts</name>
+    <message>
+        <source>高</source>
+        <translation>High</translation>
+    </message>
+    <message>
+        <source>中</source>
+        <translation>Medium</translation>
+    </message>
+    <message>
+        <source>低</source>
+        <translation>Low</translation>
+    </message>
+    <message>
+        <source>需关注的负载来源</source>
+        <translation>Sources needing attention</translation>
+    </message>
+    <message>
+        <source>全部负载来源</source>
+        <translation>All load sources</translation>
+    </message>
+    <message>
+        <source>%1 个来源</source>
+        <translation>Sources: %1</translation>
+    </message>
+    <message>
+        <source>%1 个来源 · %2 个进程</source>
+        <translation>Sources: %1 · Processes: %2</translation>
+    </message>
+    <message>
+        <source>按持续负载平滑排序 · 当前选中来源始终保留</source>
+        <translation>Sorted by sustained load · Selection stays</translation>
+    </message>
+    <message>
+        <source>按来源归组 · 覆盖 %1 个当前用户进程</source>
+        <translation>By source · %1 of your processes</translation>
+    </message>
+    <message>
+        <source>主要进程 %1 · PID %2</source>
+        <translation>Process %1 · PID %2</translation>
+    </message>
+    <message>
+        <source>负载来源 %1，主要进程 %2，PID %3，主要进程 CPU %4%，来源合计 %5%</source>
+        <translation>Load source %1, main process %2, PID %3, main process CPU %4%, source total %5%</translation>
+    </message>
+    <message>
+        <source>正在采集进程负载</source>
+        <translation>Collecting process load</translation>
+    </message>
+    <message>
+        <source>没有匹配的负载来源</source>
+        <translation>No matching load sources</translation>
+    </message>
+    <message>
+        <source>暂未发现当前用户进程</source>
+        <translation>No user processes found yet</translation>
+    </message>
+    <message>
+        <source>切换到“全部来源”可以主动查找其他来源。</source>
+        <translation>Switch to &quot;All sources&quot; to find other sources.</translation>
+    </message>
+    <message>
+        <source>可按应用、进程、PID、安全命令或项目名称搜索。</source>
+        <translation>Search by app, process, PID, redacted command or project name.</translation>
+    </message>
+    <message>
+        <source>选择一个进程查看来源上下文和持续时间</source>
+        <translation>Select a process to see its source and how long it has run</translation>
+    </message>
+    <message>
+        <source>当前来源 %1 · 选中进程 %2 · PID %3 · 估算资源影响 %4</source>
+        <translation>Source %1 · Selected process %2 · PID %3 · Estimated impact: %4</translation>
+    </message>
+    <message>
+        <source>主要负载进程</source>
+        <translation>Main process</translation>
+    </message>
+    <message>
+        <source>关联根</source>
+        <translation>Root</translation>
+    </message>
+    <message>
+        <source>%1 · %2 · 项目 %3 · 磁盘 %4 · %5</source>
+        <translation>%1 · %2 · Project %3 · Disk %4 · %5</translation>
+    </message>
+    <message>
+        <source>%1 · %2 · 磁盘 %3 · %4</source>
+        <translation>%1 · %2 · Disk %3 · %4</translation>
+    </message>
+    <message>
+        <source>%1，主要负载进程，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7</source>
+        <translation>%1, main process, %2, PID %3, CPU %4%, memory %5, disk %6, estimated impact %7</translation>
+    </message>
+    <message>
+        <source>%1，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7</source>
+        <translation>%1, %2, PID %3, CPU %4%, memory %5, disk %6, estimated impact %7</translation>
+    </message>
+    <message>
+        <source>折叠子进程</source>
+        <translation>Collapse child processes</translation>
+    </message>
+    <message>
+        <source>展开子进程</source>
+        <translation>Expand child processes</translation>
+    </message>
+    <message>
+        <source>正在分析当前进程负载</source>
+        <translation>Analyzing process load</translation>
+    </message>
+    <message>
+        <source>%1 › %2</source>
+        <translation>%1 › %2</translation>
+    </message>
+    <message>
+        <source>采样完成后会显示具体进程、所属应用和关联进程</source>
+        <translation>The process, its app and related processes appear after sampling</translation>
+    </message>
+    <message>
+        <source>PID %1 · %2 · %3 个关联进程</source>
+        <translation>PID %1 · %2 · Related processes: %3</translation>
+    </message>
+    <message>
+        <source>负载来源 %1，选中进程 %2，PID %3</source>
+        <translation>Load source %1, selected process %2, PID %3</translation>
+    </message>
+    <message>
+        <source>等待进程采样</source>
+        <translation>Waiting for process sampling</translation>
+    </message>
+    <message>
+        <source>CPU %1% · 内存 %2 · 磁盘 %3 · 持续 %4</source>
+        <translation>CPU %1% · Memory %2 · Disk %3 · Lasting %4</translation>
+    </message>
+    <message>
+        <source>等待负载来源采样</source>
+        <translation>Waiting for load source sampling</translation>
+    </message>
+    <message>
+        <source>%1 合计 CPU %2% · %3 个关联进程</source>
+        <translation>%1 total CPU %2% · Related processes: %3</translation>
+    </message>
+    <message>
+        <source>正在读取温度与热状态</source>
+        <translation>Reading temperature and thermal state</translation>
+    </message>
+    <message>
+        <source>温度 %1 · 热状态 %2</source>
+        <translation>Temperature %1 · Thermal state %2</translation>
+    </message>
+    <message>
+        <source>温度 %1 · 热状态 %2 · 数据源 %3</source>
+        <translation>Temperature %1 · Thermal state %2 · Data source %3</translation>
+    </message>
+    <message>
+        <source>不可用</source>
+        <translation>Unavailable</translation>
+    </message>
+    <message>
+        <source>现在</source>
+        <translation>Now</translation>
+    </message>
+    <message>
+        <source>-%1m</source>
+        <translation>-%1m</translation>
+    </message>
+    <message>
+        <source>-%1s</source>
+        <translation>-%1s</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosisTrendContent</name>
+    <message>
+        <source>CPU</source>
+        <translation>CPU</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>正在积累相关性趋势…</source>
+        <translation>Building up the trend…</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosisWorkspace</name>
+    <message>
+        <source>诊断工作区</source>
+        <translation>Diagnosis workspace</translation>
+    </message>
+    <message>
+        <source>选中进程 CPU</source>
+        <translation>Process CPU</translation>
+    </message>
+    <message>
+        <source>进程组成</source>
+        <translation>Process tree</translation>
+    </message>
+    <message>
+        <source>选择来源内任意进程，查看证据、影响和可用操作</source>
+        <translation>Select any process in the source to see evidence, impact and actions</translation>
+    </message>
+    <message>
+        <source>证据</source>
+        <translation>Evidence</translation>
+    </message>
+    <message>
+        <source>进程</source>
+        <translation>Process</translation>
+    </message>
+    <message>
+        <source>来源</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>系统</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>整机 CPU 与温度</source>
+        <translation>System CPU and temperature</translation>
+    </message>
+    <message>
+        <source>最近 5 分钟</source>
+        <translation>Last 5 min</translation>
+    </message>
+    <message>
+        <source>系统 CPU</source>
+        <translation>System CPU</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>整机 CPU 与温度趋势，范围最近 5 分钟</source>
+        <translation>System CPU and temperature trend, last 5 minutes</translation>
+    </message>
+    <message>
+        <source>整机趋势用于验证操作前后的总体变化，不代表单个进程的历史曲线。</source>
+        <translation>The system trend shows the overall change around an action, not one process&apos;s history.</translation>
     </message>
 </context>
 <context>
@@ -189,6 +608,13 @@
     <message>
         <source>已选择</source>
         <translation>Selected</translation>
+    </message>
+</context>
+<context>
+    <name>EvidenceScopeRow</name>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -589,6 +1015,17 @@
     </message>
 </context>
 <context>
+    <name>KeyedRowModel</name>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+    <message>
+        <source>未选择</source>
+        <translation>Not selected</translation>
+    </message>
+</context>
+<context>
     <name>KilnWardenMenuBarItem</name>
     <message>
         <source>打开仪表盘</source>
@@ -630,6 +1067,127 @@
     </message>
 </context>
 <context>
+    <name>LiveDiagnosisPage</name>
+    <message>
+        <source>筛选进程或应用</source>
+        <translation>Filter processes or apps</translation>
+    </message>
+    <message>
+        <source>来源</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>主要进程 CPU</source>
+        <translation>Process</translation>
+    </message>
+    <message>
+        <source>合计</source>
+        <translation>Total</translation>
+    </message>
+    <message>
+        <source>当前详情未包含在筛选结果中</source>
+        <translation>The selected source is hidden by the filter</translation>
+    </message>
+    <message>
+        <source>清除筛选</source>
+        <translation>Clear filter</translation>
+    </message>
+    <message>
+        <source>来源范围</source>
+        <translation>Sources shown</translation>
+    </message>
+    <message>
+        <source>已选择</source>
+        <translation>Selected</translation>
+    </message>
+    <message>
+        <source>未选择</source>
+        <translation>Not selected</translation>
+    </message>
+</context>
+<context>
+    <name>LoadTextFormats</name>
+    <message>
+        <source>%1 小时 %2 分钟</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message>
+        <source>%1 分钟</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 秒</source>
+        <translation>%1 s</translation>
+    </message>
+</context>
+<context>
+    <name>MenuBarPresentation</name>
+    <message>
+        <source>正在采集系统状态</source>
+        <translation>Collecting system status</translation>
+    </message>
+    <message>
+        <source>观察中</source>
+        <translation>Observing</translation>
+    </message>
+    <message>
+        <source>正在观察系统状态</source>
+        <translation>Watching the system</translation>
+    </message>
+    <message>
+        <source>正常</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>系统状态正常</source>
+        <translation>System normal</translation>
+    </message>
+    <message>
+        <source>当前未发现需要处理的持续高负载</source>
+        <translation>No sustained high load needs action</translation>
+    </message>
+    <message>
+        <source>正常 · %1</source>
+        <translation>Normal · %1</translation>
+    </message>
+    <message>
+        <source>负载高</source>
+        <translation>High load</translation>
+    </message>
+    <message>
+        <source>建议处理</source>
+        <translation>Needs action</translation>
+    </message>
+    <message>
+        <source>已持续 %1</source>
+        <translation>Lasting %1</translation>
+    </message>
+    <message>
+        <source>%1 分钟</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>刚刚出现</source>
+        <translation>Just started</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>风扇</source>
+        <translation>Fan</translation>
+    </message>
+    <message>
+        <source>受限</source>
+        <translation>No access</translation>
+    </message>
+    <message>
+        <source>已暂停</source>
+        <translation>Paused</translation>
+    </message>
+</context>
+<context>
     <name>NetworkIORate</name>
     <message>
         <source>无法读取网络接口计数器</source>
@@ -638,6 +1196,117 @@
     <message>
         <source>网络接口计数器无有效增量</source>
         <translation>Network counters did not advance</translation>
+    </message>
+</context>
+<context>
+    <name>OperationTexts</name>
+    <message>
+        <source>正在结束…</source>
+        <translation>Ending…</translation>
+    </message>
+    <message>
+        <source>正在强制结束…</source>
+        <translation>Force quitting…</translation>
+    </message>
+    <message>
+        <source>正在确认原进程是否退出，通常不超过 2 秒。</source>
+        <translation>Checking that the process has exited; this usually takes under 2 seconds.</translation>
+    </message>
+    <message>
+        <source>进程已结束</source>
+        <translation>Process ended</translation>
+    </message>
+    <message>
+        <source>强制结束</source>
+        <translation>Force quit</translation>
+    </message>
+    <message>
+        <source>进程仍在运行；如需继续，可再次确认强制结束。</source>
+        <translation>The process is still running. To go on, confirm a force quit.</translation>
+    </message>
+    <message>
+        <source>重试结束</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>强制结束失败</source>
+        <translation>Force quit failed</translation>
+    </message>
+    <message>
+        <source>本次操作未成功结束，未进入两分钟验证。</source>
+        <translation>The process was not ended, so the two-minute verification did not start.</translation>
+    </message>
+    <message>
+        <source>强制结束未生效，建议打开系统监视器进一步检查。</source>
+        <translation>The force quit had no effect. Open System Monitor to look further.</translation>
+    </message>
+    <message>
+        <source>结束进程并确认退出后，将验证两分钟整机变化。</source>
+        <translation>Once an ended process has exited, the system is verified for two minutes.</translation>
+    </message>
+    <message>
+        <source>正在对比操作前后的 CPU、温度和热状态。</source>
+        <translation>Comparing CPU, temperature and thermal state before and after the action.</translation>
+    </message>
+    <message>
+        <source>负载或温度已下降，验证通过。</source>
+        <translation>Load or temperature has dropped. Verified.</translation>
+    </message>
+    <message>
+        <source>两分钟内未观察到达到阈值的整机改善。</source>
+        <translation>No improvement above the threshold within two minutes.</translation>
+    </message>
+    <message>
+        <source>缺少可比较的系统样本，无法完成验证。</source>
+        <translation>Not enough system samples to compare, so verification could not finish.</translation>
+    </message>
+    <message>
+        <source>结束选中进程</source>
+        <translation>End selected process</translation>
+    </message>
+    <message>
+        <source>结束主要进程</source>
+        <translation>End main process</translation>
+    </message>
+    <message>
+        <source>%1 %2，PID %3</source>
+        <translation>%1 %2, PID %3</translation>
+    </message>
+    <message>
+        <source>选择进程后显示结束操作的影响范围。</source>
+        <translation>Select a process to see what ending it would affect.</translation>
+    </message>
+    <message>
+        <source>安全预检未通过，不能从 KilnWarden 结束这个进程。</source>
+        <translation>Safety check failed: KilnWarden can&apos;t end this process.</translation>
+    </message>
+    <message>
+        <source>%1 · PID %2</source>
+        <translation>%1 · PID %2</translation>
+    </message>
+    <message>
+        <source>%1 · PID %2 · %3</source>
+        <translation>%1 · PID %2 · %3</translation>
+    </message>
+    <message>
+        <source>最近一次操作</source>
+        <translation>Last action</translation>
+    </message>
+    <message>
+        <source>正在验证结束该进程后的整机变化 · 剩余约 %1</source>
+        <translation>Verifying the system after ending the process · About %1 left</translation>
+    </message>
+    <message>
+        <source>%1 分 %2 秒</source>
+        <translation>%1 min %2 s</translation>
+    </message>
+    <message>
+        <source>%1 秒</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>不可用</source>
+        <translation>Unavailable</translation>
     </message>
 </context>
 <context>
@@ -762,6 +1431,88 @@
     </message>
 </context>
 <context>
+    <name>ProcessCompositionView</name>
+    <message>
+        <source>进程组成</source>
+        <translation>Process tree</translation>
+    </message>
+    <message>
+        <source>进程 / 安全命令</source>
+        <translation>Process / redacted command</translation>
+    </message>
+    <message>
+        <source>内存</source>
+        <translation>Memory</translation>
+    </message>
+    <message>
+        <source>资源影响</source>
+        <translation>Impact</translation>
+    </message>
+    <message>
+        <source>缩进表示当前采样内的 PPID 父子关系；多个顶层节点属于同一负载来源的关联进程。</source>
+        <translation>Indented rows are child processes (by PPID); top-level rows are related processes of this source.</translation>
+    </message>
+    <message>
+        <source>暂无进程组成</source>
+        <translation>No process tree yet</translation>
+    </message>
+    <message>
+        <source>完成进程采样后显示父子关系和节点负载。</source>
+        <translation>Appears after process sampling.</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessOperationPanel</name>
+    <message>
+        <source>进程操作</source>
+        <translation>Process actions</translation>
+    </message>
+    <message>
+        <source>负载来源建议</source>
+        <translation>Suggestion</translation>
+    </message>
+    <message>
+        <source>结束影响</source>
+        <translation>Impact of ending</translation>
+    </message>
+    <message>
+        <source>打开终端</source>
+        <translation>Open terminal</translation>
+    </message>
+    <message>
+        <source>结束选中进程</source>
+        <translation>End selected process</translation>
+    </message>
+    <message>
+        <source>本次操作验证</source>
+        <translation>Verification</translation>
+    </message>
+    <message>
+        <source>系统 CPU</source>
+        <translation>CPU</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temp.</translation>
+    </message>
+    <message>
+        <source>估算资源影响 %1</source>
+        <translation>Estimated impact: %1</translation>
+    </message>
+    <message>
+        <source>PID %1 · CPU %2% · 内存 %3 · 磁盘 %4 · %5</source>
+        <translation>PID %1 · CPU %2% · Memory %3 · Disk %4 · %5</translation>
+    </message>
+    <message>
+        <source>可结束</source>
+        <translation>Can be ended</translation>
+    </message>
+    <message>
+        <source>不可结束</source>
+        <translation>Can&apos;t be ended</translation>
+    </message>
+</context>
+<context>
     <name>ProcessTerminationResult</name>
     <message>
         <source>安全校验未通过：该进程不属于当前用户。</source>
@@ -806,6 +1557,224 @@
     <message>
         <source>已发送正常结束请求。</source>
         <translation>Quit request sent.</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessTree</name>
+    <message>
+        <source>选择后可查看该进程详情和可用操作</source>
+        <translation>Select to see this process&apos;s details and actions</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessTreeView</name>
+    <message>
+        <source>进程组成</source>
+        <translation>Process tree</translation>
+    </message>
+</context>
+<context>
+    <name>ReportTasks</name>
+    <message>
+        <source>%1（PID %2）</source>
+        <translation>%1 (PID %2)</translation>
+    </message>
+    <message>
+        <source>负载来源（按持续负载排序）</source>
+        <translation>Load sources (by sustained load)</translation>
+    </message>
+    <message>
+        <source>暂无可排序的负载来源：采集两个样本后会按持续负载排序。</source>
+        <translation>No load sources to rank yet: they are ranked by sustained load after two samples.</translation>
+    </message>
+    <message>
+        <source>应用</source>
+        <translation>App</translation>
+    </message>
+    <message>
+        <source>类型</source>
+        <translation>Kind</translation>
+    </message>
+    <message>
+        <source>内存</source>
+        <translation>Memory</translation>
+    </message>
+    <message>
+        <source>磁盘</source>
+        <translation>Disk</translation>
+    </message>
+    <message>
+        <source>持续</source>
+        <translation>Duration</translation>
+    </message>
+    <message>
+        <source>目标进程</source>
+        <translation>Target process</translation>
+    </message>
+    <message>
+        <source>详情</source>
+        <translation>Details</translation>
+    </message>
+    <message>
+        <source>诊断</source>
+        <translation>Diagnosis</translation>
+    </message>
+    <message>
+        <source>建议</source>
+        <translation>Suggestion</translation>
+    </message>
+    <message>
+        <source>置信度</source>
+        <translation>Confidence</translation>
+    </message>
+    <message>
+        <source>选中的任务：无</source>
+        <translation>Selected task: none</translation>
+    </message>
+    <message>
+        <source>选中的任务：%1（%2），目标进程 %3</source>
+        <translation>Selected task: %1 (%2), target process %3</translation>
+    </message>
+</context>
+<context>
+    <name>ReportText</name>
+    <message>
+        <source>读数</source>
+        <translation>Reading</translation>
+    </message>
+    <message>
+        <source>当前值</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>来源或原因</source>
+        <translation>Source or reason</translation>
+    </message>
+    <message>
+        <source>CPU 使用率</source>
+        <translation>CPU usage</translation>
+    </message>
+    <message>
+        <source>热状态</source>
+        <translation>Thermal state</translation>
+    </message>
+    <message>
+        <source>温度</source>
+        <translation>Temperature</translation>
+    </message>
+    <message>
+        <source>风扇</source>
+        <translation>Fan</translation>
+    </message>
+    <message>
+        <source>GPU</source>
+        <translation>GPU</translation>
+    </message>
+    <message>
+        <source>磁盘</source>
+        <translation>Disk</translation>
+    </message>
+    <message>
+        <source>内存</source>
+        <translation>Memory</translation>
+    </message>
+    <message>
+        <source>网络</source>
+        <translation>Network</translation>
+    </message>
+    <message>
+        <source>主要任务 %1 %2（%3）</source>
+        <translation>Top task %1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>另有 %1 个任务需要关注</source>
+        <translation>+%1 more needing attention</translation>
+    </message>
+    <message>
+        <source>菜单栏：%1；面板：%2</source>
+        <translation>Tray: %1; panel: %2</translation>
+    </message>
+    <message>
+        <source>本次运行没有升温事件。</source>
+        <translation>No heat events in this run.</translation>
+    </message>
+    <message>
+        <source>开始</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>结束</source>
+        <translation>End</translation>
+    </message>
+    <message>
+        <source>来源</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>峰值 CPU</source>
+        <translation>Peak CPU</translation>
+    </message>
+    <message>
+        <source>峰值温度</source>
+        <translation>Peak temp.</translation>
+    </message>
+    <message>
+        <source>处理</source>
+        <translation>Action</translation>
+    </message>
+    <message>
+        <source>点数</source>
+        <translation>Points</translation>
+    </message>
+    <message>
+        <source>本次运行的升温事件（最新在前）：</source>
+        <translation>Heat events in this run (newest first):</translation>
+    </message>
+    <message>
+        <source>运行时长</source>
+        <translation>Running time</translation>
+    </message>
+    <message>
+        <source>安全命令</source>
+        <translation>Redacted command</translation>
+    </message>
+    <message>
+        <source>项目</source>
+        <translation>Project</translation>
+    </message>
+    <message>
+        <source>最忙的进程（最多 %1 个）</source>
+        <translation>Busiest processes (up to %1)</translation>
+    </message>
+    <message>
+        <source>传感器</source>
+        <translation>Sensor</translation>
+    </message>
+    <message>
+        <source>可用性</source>
+        <translation>Availability</translation>
+    </message>
+    <message>
+        <source>没有采集到样本。</source>
+        <translation>No samples were taken.</translation>
+    </message>
+    <message>
+        <source>KilnWarden 报告：共 %1 个样本，以下为最后一个样本</source>
+        <translation>KilnWarden report · Samples: %1 · Showing the last one</translation>
+    </message>
+    <message>
+        <source>进程</source>
+        <comment>count</comment>
+        <translation>Processes</translation>
+    </message>
+    <message>
+        <source>进程</source>
+        <comment>column</comment>
+        <translation>Process</translation>
     </message>
 </context>
 <context>
@@ -982,6 +1951,24 @@
     </message>
 </context>
 <context>
+    <name>SourceListView</name>
+    <message>
+        <source>负载来源</source>
+        <translation>Load sources</translation>
+    </message>
+</context>
+<context>
+    <name>SourceSearch</name>
+    <message>
+        <source>需关注</source>
+        <translation>Needs attention</translation>
+    </message>
+    <message>
+        <source>全部来源</source>
+        <translation>All sources</translation>
+    </message>
+</context>
+<context>
     <name>SystemThermalState</name>
     <message>
         <source>正常</source>
@@ -1002,6 +1989,113 @@
     <message>
         <source>未知</source>
         <translation>Unknown</translation>
+    </message>
+</context>
+<context>
+    <name>TaskClassification</name>
+    <message>
+        <source>%1 正在运行测试任务。</source>
+        <translation>%1 is running tests.</translation>
+    </message>
+    <message>
+        <source>测试仍在持续占用资源；如确认不再需要，可结束目标进程，这会中断测试。</source>
+        <translation>The tests are still using resources. If you no longer need them, end the target process; this stops the tests.</translation>
+    </message>
+    <message>
+        <source>会中断当前测试，不会删除项目文件。</source>
+        <translation>Stops the current tests. Project files are not deleted.</translation>
+    </message>
+    <message>
+        <source>%1 正在编译项目。</source>
+        <translation>%1 is building a project.</translation>
+    </message>
+    <message>
+        <source>编译通常会自行结束，建议先等待；确认卡住后再终止。</source>
+        <translation>Builds usually finish on their own, so wait first. End it only once it is clearly stuck.</translation>
+    </message>
+    <message>
+        <source>会中断当前编译，已生成的源文件不会被删除。</source>
+        <translation>Stops the current build. Files already generated are kept.</translation>
+    </message>
+    <message>
+        <source>%1 正在执行索引任务。</source>
+        <translation>%1 is indexing.</translation>
+    </message>
+    <message>
+        <source>索引通常可等待完成；频繁重复时再检查项目或系统状态。</source>
+        <translation>Indexing usually finishes if you wait. If it keeps coming back, check the project or the system.</translation>
+    </message>
+    <message>
+        <source>终止可能让索引稍后重新开始。</source>
+        <translation>Ending it may make indexing start over later.</translation>
+    </message>
+    <message>
+        <source>Docker 相关进程正在持续占用资源。</source>
+        <translation>Docker processes are using resources steadily.</translation>
+    </message>
+    <message>
+        <source>先检查正在运行的容器；不要直接结束整个 Docker 宿主。</source>
+        <translation>Check the running containers first. Don&apos;t end the whole Docker host.</translation>
+    </message>
+    <message>
+        <source>可能中断关联容器或本地开发服务。</source>
+        <translation>May stop related containers or local development servers.</translation>
+    </message>
+    <message>
+        <source>%1 正在运行本地开发服务。</source>
+        <translation>%1 is running a local development server.</translation>
+    </message>
+    <message>
+        <source>仍在开发时保留；项目暂时不用时可以结束。</source>
+        <translation>Keep it while you are developing. End it when you are not using the project.</translation>
+    </message>
+    <message>
+        <source>会停止本地开发服务，浏览器中的本地页面将无法访问。</source>
+        <translation>Stops the local development server. Local pages in the browser will stop loading.</translation>
+    </message>
+    <message>
+        <source>%1 的浏览器进程正在持续活跃。</source>
+        <translation>%1 browser processes are staying busy.</translation>
+    </message>
+    <message>
+        <source>先使用浏览器任务管理器定位页面，不建议直接退出整个浏览器。</source>
+        <translation>Find the page with the browser&apos;s task manager first. Quitting the whole browser is not advised.</translation>
+    </message>
+    <message>
+        <source>可能关闭关联页面或扩展进程。</source>
+        <translation>May close related pages or extension processes.</translation>
+    </message>
+    <message>
+        <source>Codex 正在执行持续计算任务。</source>
+        <translation>Codex is running a long computation.</translation>
+    </message>
+    <message>
+        <source>如果任务仍在推进，建议等待；确认卡住后可结束目标子进程。</source>
+        <translation>If the task is still making progress, wait. If it is clearly stuck, you can end the target child process.</translation>
+    </message>
+    <message>
+        <source>会中断当前 Codex 子任务，不会删除项目文件。</source>
+        <translation>Stops the current Codex subtask. Project files are not deleted.</translation>
+    </message>
+    <message>
+        <source>%1 存在未归因的持续负载。</source>
+        <translation>%1 has sustained load of unknown cause.</translation>
+    </message>
+    <message>
+        <source>先观察任务用途；证据不足时不建议直接结束。</source>
+        <translation>Find out what the task is for first. Ending it without enough evidence is not advised.</translation>
+    </message>
+    <message>
+        <source>无法可靠判断终止影响。</source>
+        <translation>The impact of ending it can&apos;t be judged reliably.</translation>
+    </message>
+    <message>
+        <source>%1 · %2 个进程</source>
+        <translation>%1 · %2 processes</translation>
+    </message>
+    <message>
+        <source>CPU %1%  ·  已持续 %2  ·  磁盘 %3</source>
+        <translation>CPU %1%  ·  Lasting %2  ·  Disk %3</translation>
     </message>
 </context>
 <context>

@@ -3,10 +3,17 @@
 #include "dashboard/HeatTest.h"
 #include "sampling/Text.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <utility>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardIncidentTracker)
+};
 
 DashboardIncidentPoint pointFromSample(const SystemMetricSample &sample)
 {
@@ -129,8 +136,8 @@ void DashboardIncidentTracker::finishActiveIncident(DashboardRecoveryState state
 QString incidentActionText(const DashboardTask &task, const std::optional<QString> &processName)
 {
     if (processName)
-        return kwText("结束 %1 子进程").arg(*processName);
+        return Words::tr("结束 %1 子进程").arg(*processName);
     if (task.kind == TaskKind::build)
-        return kwText("结束 %1 构建").arg(task.application);
-    return kwText("结束 %1 任务").arg(task.application);
+        return Words::tr("结束 %1 构建").arg(task.application);
+    return Words::tr("结束 %1 任务").arg(task.application);
 }

@@ -158,8 +158,7 @@ void DashboardStore::confirmTermination()
 
     if (!result.isSignalSent()) {
         writeTerminationStatus(pending, DashboardTerminationPhase::failed);
-        write(m_terminationMessage,
-              std::optional<QString>(name + QStringLiteral("：") + result.text()),
+        write(m_terminationMessage, std::optional<QString>(tr("%1：%2").arg(name, result.text())),
               &DashboardStore::terminationMessageChanged);
         recordTerminationFailure(pending);
         return;
@@ -170,8 +169,8 @@ void DashboardStore::confirmTermination()
     // until this termination has an outcome.
     m_recoveryEvaluator.reset();
     const QString verifying = pending.mode == ProcessTerminationSignal::forced
-                                  ? kwText("%1：正在确认强制结束结果…")
-                                  : kwText("%1：已发送退出请求，正在确认…");
+                                  ? tr("%1：正在确认强制结束结果…")
+                                  : tr("%1：已发送退出请求，正在确认…");
     write(m_terminationMessage, std::optional<QString>(verifying.arg(name)),
           &DashboardStore::terminationMessageChanged);
 
@@ -192,8 +191,8 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
     if (stillRunning) {
         writeTerminationStatus(pending, forced ? DashboardTerminationPhase::failed
                                                : DashboardTerminationPhase::unresponsive);
-        const QString message = forced ? kwText("%1：强制结束后进程仍在运行。")
-                                       : kwText("%1：进程仍在运行，可尝试强制结束。");
+        const QString message =
+            forced ? tr("%1：强制结束后进程仍在运行。") : tr("%1：进程仍在运行，可尝试强制结束。");
         write(m_terminationMessage, std::optional<QString>(message.arg(name)),
               &DashboardStore::terminationMessageChanged);
         recordTerminationFailure(pending);
@@ -201,7 +200,7 @@ void DashboardStore::finishTerminationWait(const DashboardPendingTermination &pe
     }
 
     writeTerminationStatus(pending, DashboardTerminationPhase::exited);
-    const QString message = forced ? kwText("%1：进程已强制结束。") : kwText("%1：进程已结束。");
+    const QString message = forced ? tr("%1：进程已强制结束。") : tr("%1：进程已结束。");
     write(m_terminationMessage, std::optional<QString>(message.arg(name)),
           &DashboardStore::terminationMessageChanged);
 

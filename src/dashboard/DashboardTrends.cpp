@@ -3,9 +3,16 @@
 #include "sampling/Text.h"
 #include "sampling/UnitText.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardTrends)
+};
 
 template <typename Value> std::optional<Value> availableValue(const SensorReading<Value> &reading)
 {
@@ -46,7 +53,7 @@ template <typename Value>
 DashboardSensorStatus readingRow(const char *id, const char *title, const char *symbolName,
                                  const SensorReading<Value> &reading, QString currentValue)
 {
-    return {QString::fromLatin1(id),         kwText(title),
+    return {QString::fromLatin1(id),         Words::tr(title),
             QString::fromLatin1(symbolName), statusSource(reading),
             std::move(currentValue),         sensorAvailability(reading.readingCase())};
 }
@@ -127,28 +134,29 @@ std::vector<DashboardSensorStatus> sensorStatuses(const std::optional<SystemMetr
                                                   const QString &processesSource)
 {
     if (!latest) {
-        return {{QStringLiteral("sampling"), kwText("本机传感器"),
-                 QStringLiteral("waveform.path.ecg"), kwText("正在建立数据源连接"),
-                 kwText("采集中"), SensorAvailability::warmingUp}};
+        return {{QStringLiteral("sampling"), Words::tr("本机传感器"),
+                 QStringLiteral("waveform.path.ecg"), Words::tr("正在建立数据源连接"),
+                 Words::tr("采集中"), SensorAvailability::warmingUp}};
     }
     const SystemMetricSample &sample = *latest;
     const auto &network = sample.networkThroughput;
     return {
-        readingRow("temperature", "温度", "thermometer.medium", sample.temperatureCelsius,
+        readingRow("temperature", QT_TRANSLATE_NOOP("DashboardTrends", "温度"),
+                   "thermometer.medium", sample.temperatureCelsius,
                    readingText(sample.temperatureCelsius, DisplayUnit::celsius)),
-        readingRow("fan", "风扇", "fan", sample.fanRPM,
+        readingRow("fan", QT_TRANSLATE_NOOP("DashboardTrends", "风扇"), "fan", sample.fanRPM,
                    readingText(sample.fanRPM, DisplayUnit::rpm)),
         readingRow("gpu", "GPU", "cpu", sample.gpuUsage,
                    readingText(sample.gpuUsage, DisplayUnit::percent)),
-        readingRow("memory", "内存", "memorychip", sample.memoryUsage,
-                   memoryReadingText(sample.memoryUsage)),
-        readingRow("disk", "磁盘", "externaldrive", sample.diskBytesPerSecond,
-                   rateReadingText(sample.diskBytesPerSecond)),
-        readingRow("network", "网络", "network", network,
+        readingRow("memory", QT_TRANSLATE_NOOP("DashboardTrends", "内存"), "memorychip",
+                   sample.memoryUsage, memoryReadingText(sample.memoryUsage)),
+        readingRow("disk", QT_TRANSLATE_NOOP("DashboardTrends", "磁盘"), "externaldrive",
+                   sample.diskBytesPerSecond, rateReadingText(sample.diskBytesPerSecond)),
+        readingRow("network", QT_TRANSLATE_NOOP("DashboardTrends", "网络"), "network", network,
                    network.isAvailable() ? rateText(network.value()->receivedBytesPerSecond +
                                                     network.value()->sentBytesPerSecond)
                                          : network.statusText()),
-        {QStringLiteral("processes"), kwText("进程采样"), QStringLiteral("waveform.path.ecg"),
-         processesSource, kwText("正常"), SensorAvailability::available},
+        {QStringLiteral("processes"), Words::tr("进程采样"), QStringLiteral("waveform.path.ecg"),
+         processesSource, Words::tr("正常"), SensorAvailability::available},
     };
 }

@@ -5,21 +5,36 @@
 #include "sampling/Text.h"
 #include "sampling/UnitText.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 
 namespace {
 
+// The translation context of this file's texts and of its tables'.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(MenuBarPresentation)
+};
+
 using S = MenuBarPresentationState;
 constexpr MenuBarStateInfo kStateRows[] = {
-    {S::collecting, "collecting", "KilnWarden", "正在采集系统状态", "waveform.path.ecg",
-     "正在采集系统状态", "%1"},
-    {S::observing, "observing", "观察中", "观察中", "eye", "正在观察系统状态", "KilnWarden %1"},
-    {S::normal, "normal", "正常", "系统状态正常", "checkmark.circle.fill",
-     "当前未发现需要处理的持续高负载", "正常 · %1"},
-    {S::highLoad, "highLoad", "负载高", "负载高", "exclamationmark.triangle.fill", nullptr,
+    {S::collecting, "collecting", "KilnWarden",
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "正在采集系统状态"), "waveform.path.ecg",
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "正在采集系统状态"), "%1"},
+    {S::observing, "observing", QT_TRANSLATE_NOOP("MenuBarPresentation", "观察中"),
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "观察中"), "eye",
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "正在观察系统状态"), "KilnWarden %1"},
+    {S::normal, "normal", QT_TRANSLATE_NOOP("MenuBarPresentation", "正常"),
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "系统状态正常"), "checkmark.circle.fill",
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "当前未发现需要处理的持续高负载"),
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "正常 · %1")},
+    {S::highLoad, "highLoad", QT_TRANSLATE_NOOP("MenuBarPresentation", "负载高"),
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "负载高"), "exclamationmark.triangle.fill", nullptr,
      "KilnWarden %1"},
-    {S::actionRecommended, "actionRecommended", "建议处理", "建议处理",
-     "exclamationmark.octagon.fill", nullptr, "KilnWarden %1"},
+    {S::actionRecommended, "actionRecommended",
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "建议处理"),
+     QT_TRANSLATE_NOOP("MenuBarPresentation", "建议处理"), "exclamationmark.octagon.fill", nullptr,
+     "KilnWarden %1"},
 };
 static_assert(coversEnumeration(kStateRows, S::actionRecommended));
 
@@ -28,6 +43,11 @@ static_assert(coversEnumeration(kStateRows, S::actionRecommended));
 const MenuBarStateInfo &menuBarStateInfo(MenuBarPresentationState state)
 {
     return enumRow(kStateRows, state);
+}
+
+QString menuBarStateText(const char *text)
+{
+    return Words::tr(text);
 }
 
 QString menuBarPresentationStateName(MenuBarPresentationState state)
@@ -79,12 +99,12 @@ QString stateSymbol(MenuBarPresentationState state)
 std::optional<QString> stateMessage(MenuBarPresentationState state)
 {
     const char *message = menuBarStateInfo(state).message;
-    return message ? std::optional<QString>(kwText(message)) : std::nullopt;
+    return message ? std::optional<QString>(Words::tr(message)) : std::nullopt;
 }
 
 QString menuTitle(MenuBarPresentationState state, const SystemMetricSample *sample)
 {
-    const QString title = kwText(menuBarStateInfo(state).title);
+    const QString title = Words::tr(menuBarStateInfo(state).title);
     if (state == MenuBarPresentationState::collecting || !sample)
         return title;
     const std::optional<double> &temperature = sample->temperatureCelsius.value();
@@ -107,10 +127,11 @@ std::optional<QString> abnormalDurationText(MenuBarPresentationState state,
         // A non-finite span (a broken clock value) can't be cut to minutes.
         if (std::isfinite(elapsed) && elapsed >= kMenuBarDurationStartSeconds) {
             const auto minutes = static_cast<long long>(elapsed / 60.0);
-            return kwText("已持续 %1").arg(kwText("%1 分钟").arg(formatLocaleInteger(minutes)));
+            return Words::tr("已持续 %1")
+                .arg(Words::tr("%1 分钟").arg(formatLocaleInteger(minutes)));
         }
     }
-    return kwText("刚刚出现");
+    return Words::tr("刚刚出现");
 }
 
 enum class MetricKind { cpu, temperature, fan };
@@ -124,9 +145,10 @@ struct MetricRow {
 };
 constexpr MetricRow kMetricRows[] = {
     {MetricKind::cpu, "cpu", "CPU", &SystemMetricSample::cpuUsage, DisplayUnit::percent},
-    {MetricKind::temperature, "temperature", "温度", &SystemMetricSample::temperatureCelsius,
-     DisplayUnit::celsius},
-    {MetricKind::fan, "fan", "风扇", &SystemMetricSample::fanRPM, DisplayUnit::rpm},
+    {MetricKind::temperature, "temperature", QT_TRANSLATE_NOOP("MenuBarPresentation", "温度"),
+     &SystemMetricSample::temperatureCelsius, DisplayUnit::celsius},
+    {MetricKind::fan, "fan", QT_TRANSLATE_NOOP("MenuBarPresentation", "风扇"),
+     &SystemMetricSample::fanRPM, DisplayUnit::rpm},
 };
 static_assert(coversEnumeration(kMetricRows, MetricKind::fan));
 
@@ -135,12 +157,12 @@ MenuBarPresentationMetric makeMetric(MetricKind kind, const SystemMetricSample *
     const MetricRow &row = enumRow(kMetricRows, kind);
     MenuBarPresentationMetric metric;
     metric.id = QString::fromLatin1(row.id);
-    metric.title = kwText(row.title);
+    metric.title = Words::tr(row.title);
     // No sample yet: warming up.
     const SensorReading<double> reading = sample ? (*sample).*row.reading : SensorReading<double>();
     if (reading.readingCase() == SensorReadingCase::permissionDenied) {
         // The panel is narrow: show the short word, speak the full one.
-        metric.value = kwText("受限");
+        metric.value = Words::tr("受限");
         metric.accessibilityValue = readingText(reading, row.unit);
     } else if (kind == MetricKind::temperature && reading.isAvailable()) {
         metric.value = formatTemperature(*reading.value()) + unitSuffix(row.unit);
@@ -154,7 +176,7 @@ MenuBarPresentationMetric makeMetric(MetricKind kind, const SystemMetricSample *
 
 MenuBarPresentation pausedMenuBarPresentation()
 {
-    const QString paused = kwText("已暂停");
+    const QString paused = Words::tr("已暂停");
     const auto metric = [&paused](MetricKind kind) {
         MenuBarPresentationMetric noFigure = makeMetric(kind, nullptr);
         noFigure.value = QStringLiteral("—");
@@ -187,7 +209,7 @@ MenuBarPresentation makePresentation(const SystemMetricSample *sample,
     MenuBarPresentation presentation{
         .state = state,
         .menuTitle = menuTitle(state, sample),
-        .headline = kwText(menuBarStateInfo(state).headline),
+        .headline = Words::tr(menuBarStateInfo(state).headline),
         .durationText = abnormalDurationText(state, sample, abnormalStartedAt),
         .symbolName = stateSymbol(state),
         .cpu = makeMetric(MetricKind::cpu, sample),

@@ -18,8 +18,8 @@ enum class MenuBarPresentationState { collecting, observing, normal, highLoad, a
 QString menuBarPresentationStateName(MenuBarPresentationState state);
 bool isAbnormalMenuBarState(MenuBarPresentationState state);
 
-// Everything fixed about a state, one row each. The texts are literals for
-// kwText; the symbol names are the symbol painter's.
+// Everything fixed about a state, one row each. The texts are source texts
+// for menuBarStateText; the symbol names are the symbol painter's.
 struct MenuBarStateInfo {
     MenuBarPresentationState key;
     const char *name;        // "collecting", ...: the report's word
@@ -30,6 +30,8 @@ struct MenuBarStateInfo {
     const char *spokenTitle; // the tray label as spoken, %1 the menu title
 };
 const MenuBarStateInfo &menuBarStateInfo(MenuBarPresentationState state);
+// One of a state row's texts in the interface's language.
+QString menuBarStateText(const char *text);
 
 // Inclusive; high load uses the shared heat test's 75 °C and 30 %.
 inline constexpr double kActionRecommendedTemperatureCelsius = 90.0;

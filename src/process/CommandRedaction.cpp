@@ -2,6 +2,7 @@
 
 #include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QLatin1StringView>
 #include <QStringView>
 
@@ -9,6 +10,11 @@
 #include <vector>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(CommandRedaction)
+};
 
 // The recognised subcommands, lower case, matched whole.
 constexpr std::array<QLatin1StringView, 8> subcommandTable = {
@@ -89,7 +95,7 @@ QString redactedCommandText(const QString &executablePath, const QStringList &ar
         }
     }
     if (command.isEmpty())
-        return kwText("未知任务");
+        return Words::tr("未知任务");
     return command;
 }
 

@@ -3,10 +3,17 @@
 #include "sampling/EnumTable.h"
 #include "sampling/Text.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <initializer_list>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DashboardTask)
+};
 
 // The names are the records' stored form and the report's JSON values.
 template <typename Enum> struct CaseName {
@@ -114,16 +121,16 @@ QString DashboardProcessNode::roleLabel() const
         });
     };
     if (holdsAny({"renderer"}))
-        return kwText("渲染进程");
+        return Words::tr("渲染进程");
     if (holdsAny({"gpu"}))
-        return kwText("图形处理进程");
+        return Words::tr("图形处理进程");
     if (holdsAny({"helper", "service", "xpc"}))
-        return kwText("应用辅助服务");
+        return Words::tr("应用辅助服务");
     if (holdsAny({"test", "pytest", "vitest", "jest"}))
-        return kwText("测试任务");
+        return Words::tr("测试任务");
     if (holdsAny({"build", "xcodebuild", "swiftc", "clang"}))
-        return kwText("构建任务");
-    return children.empty() ? kwText("工作进程") : kwText("父进程");
+        return Words::tr("构建任务");
+    return children.empty() ? Words::tr("工作进程") : Words::tr("父进程");
 }
 
 std::set<pid_t> DashboardTask::initiallyExpandedPIDs() const

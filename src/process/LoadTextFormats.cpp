@@ -2,10 +2,17 @@
 
 #include "sampling/Text.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(LoadTextFormats)
+};
 
 long long wholeSeconds(double seconds)
 {
@@ -32,12 +39,12 @@ QString durationText(double seconds, const QLocale &locale)
 {
     const long long whole = wholeSeconds(seconds);
     if (whole >= 3600)
-        return kwText("%1 小时 %2 分钟")
+        return Words::tr("%1 小时 %2 分钟")
             .arg(formatLocaleInteger(whole / 3600, locale),
                  formatLocaleInteger(whole % 3600 / 60, locale));
     if (whole >= 60)
-        return kwText("%1 分钟").arg(formatLocaleInteger(whole / 60, locale));
-    return kwText("%1 秒").arg(formatLocaleInteger(whole, locale));
+        return Words::tr("%1 分钟").arg(formatLocaleInteger(whole / 60, locale));
+    return Words::tr("%1 秒").arg(formatLocaleInteger(whole, locale));
 }
 
 ResourceImpact resourceImpact(double cpuPercent, double diskBytesPerSecond)

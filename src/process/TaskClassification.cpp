@@ -6,6 +6,8 @@
 #include "process/TaskAssembly.h"
 #include "sampling/Text.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -15,6 +17,11 @@
 #include <vector>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(TaskClassification)
+};
 
 struct KindKeywords {
     TaskKind kind;
@@ -97,41 +104,43 @@ KindTexts kindTexts(TaskKind kind, const QString &application)
 {
     switch (kind) {
     case TaskKind::test:
-        return {kwText("%1 正在运行测试任务。").arg(application),
-                kwText("测试仍在持续占用资源；如确认不再需要，可结束目标进程，这会中断测试。"),
-                kwText("会中断当前测试，不会删除项目文件。"), QStringLiteral("checkmark.circle")};
+        return {Words::tr("%1 正在运行测试任务。").arg(application),
+                Words::tr("测试仍在持续占用资源；如确认不再需要，可结束目标进程，这会中断测试。"),
+                Words::tr("会中断当前测试，不会删除项目文件。"),
+                QStringLiteral("checkmark.circle")};
     case TaskKind::build:
-        return {kwText("%1 正在编译项目。").arg(application),
-                kwText("编译通常会自行结束，建议先等待；确认卡住后再终止。"),
-                kwText("会中断当前编译，已生成的源文件不会被删除。"),
+        return {Words::tr("%1 正在编译项目。").arg(application),
+                Words::tr("编译通常会自行结束，建议先等待；确认卡住后再终止。"),
+                Words::tr("会中断当前编译，已生成的源文件不会被删除。"),
                 QStringLiteral("hammer.fill")};
     case TaskKind::indexing:
-        return {kwText("%1 正在执行索引任务。").arg(application),
-                kwText("索引通常可等待完成；频繁重复时再检查项目或系统状态。"),
-                kwText("终止可能让索引稍后重新开始。"), QStringLiteral("magnifyingglass")};
+        return {Words::tr("%1 正在执行索引任务。").arg(application),
+                Words::tr("索引通常可等待完成；频繁重复时再检查项目或系统状态。"),
+                Words::tr("终止可能让索引稍后重新开始。"), QStringLiteral("magnifyingglass")};
     case TaskKind::container:
-        return {kwText("Docker 相关进程正在持续占用资源。"),
-                kwText("先检查正在运行的容器；不要直接结束整个 Docker 宿主。"),
-                kwText("可能中断关联容器或本地开发服务。"), QStringLiteral("shippingbox.fill")};
+        return {Words::tr("Docker 相关进程正在持续占用资源。"),
+                Words::tr("先检查正在运行的容器；不要直接结束整个 Docker 宿主。"),
+                Words::tr("可能中断关联容器或本地开发服务。"), QStringLiteral("shippingbox.fill")};
     case TaskKind::developmentServer:
-        return {kwText("%1 正在运行本地开发服务。").arg(application),
-                kwText("仍在开发时保留；项目暂时不用时可以结束。"),
-                kwText("会停止本地开发服务，浏览器中的本地页面将无法访问。"),
+        return {Words::tr("%1 正在运行本地开发服务。").arg(application),
+                Words::tr("仍在开发时保留；项目暂时不用时可以结束。"),
+                Words::tr("会停止本地开发服务，浏览器中的本地页面将无法访问。"),
                 QStringLiteral("network")};
     case TaskKind::browser:
-        return {kwText("%1 的浏览器进程正在持续活跃。").arg(application),
-                kwText("先使用浏览器任务管理器定位页面，不建议直接退出整个浏览器。"),
-                kwText("可能关闭关联页面或扩展进程。"), QStringLiteral("globe")};
+        return {Words::tr("%1 的浏览器进程正在持续活跃。").arg(application),
+                Words::tr("先使用浏览器任务管理器定位页面，不建议直接退出整个浏览器。"),
+                Words::tr("可能关闭关联页面或扩展进程。"), QStringLiteral("globe")};
     case TaskKind::codex:
-        return {kwText("Codex 正在执行持续计算任务。"),
-                kwText("如果任务仍在推进，建议等待；确认卡住后可结束目标子进程。"),
-                kwText("会中断当前 Codex 子任务，不会删除项目文件。"), QStringLiteral("terminal")};
+        return {Words::tr("Codex 正在执行持续计算任务。"),
+                Words::tr("如果任务仍在推进，建议等待；确认卡住后可结束目标子进程。"),
+                Words::tr("会中断当前 Codex 子任务，不会删除项目文件。"),
+                QStringLiteral("terminal")};
     case TaskKind::unknown:
         break;
     }
-    return {kwText("%1 存在未归因的持续负载。").arg(application),
-            kwText("先观察任务用途；证据不足时不建议直接结束。"), kwText("无法可靠判断终止影响。"),
-            QStringLiteral("gearshape.2")};
+    return {Words::tr("%1 存在未归因的持续负载。").arg(application),
+            Words::tr("先观察任务用途；证据不足时不建议直接结束。"),
+            Words::tr("无法可靠判断终止影响。"), QStringLiteral("gearshape.2")};
 }
 
 DiagnosisConfidence confidenceOf(TaskKind kind, bool hasProject)
@@ -160,7 +169,7 @@ QString detailOf(const ApplicationLoad &load, TickTexts *texts)
     if (load.processes.size() < 2)
         return command;
     const auto count = static_cast<long long>(load.processes.size());
-    return kwText("%1 · %2 个进程")
+    return Words::tr("%1 · %2 个进程")
         .arg(command, texts ? texts->integer(count) : formatLocaleInteger(count));
 }
 
@@ -173,9 +182,9 @@ QString supportingFactsOf(const ApplicationLoad &load, TickTexts *texts)
         std::isfinite(cpu) ? std::llround(std::clamp(cpu, -1e15, 1e15)) : 0;
     const double duration = loadDuration(load);
     if (texts)
-        return kwText("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
+        return Words::tr("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
             .arg(texts->integer(roundedCPU), texts->duration(duration), texts->rate(disk));
-    return kwText("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
+    return Words::tr("CPU %1%  ·  已持续 %2  ·  磁盘 %3")
         .arg(formatLocaleInteger(roundedCPU), durationText(duration), rateText(disk));
 }
 

@@ -2,13 +2,7 @@
 
 #include "sampling/InterfaceLanguage.h"
 
-#include <QCoreApplication>
 #include <QLocale>
-
-QString kwText(const char *sourceText)
-{
-    return QCoreApplication::translate("KilnWarden", sourceText);
-}
 
 QLocale interfaceLocale()
 {

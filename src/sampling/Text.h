@@ -3,14 +3,6 @@
 #include <QLocale>
 #include <QString>
 
-// Every display text is a Simplified Chinese literal that is also its own
-// translation key. Texts with placeholders use Qt's %1, %2 in place of the
-// printf-style markers, and are filled with `arg` after the lookup. This
-// looks a text up in the shared "KilnWarden" context; a file's own texts use
-// a context named after the file or its class (tr(), Q_DECLARE_TR_FUNCTIONS,
-// QT_TRANSLATE_NOOP in tables), which is what lupdate collects.
-QString kwText(const char *sourceText);
-
 // The locale of the language the interface shows (Simplified Chinese, China,
 // or English, United States), whatever LANG says: every date, time and number
 // on screen is formatted in it, so an all-Chinese window never shows

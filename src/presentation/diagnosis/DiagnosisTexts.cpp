@@ -2,12 +2,18 @@
 
 #include "presentation/kit/DashboardPalette.h"
 #include "sampling/EnumTable.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DiagnosisTexts)
+};
 
 // Pids are identifiers, not quantities: never grouped.
 QString pidText(pid_t pid)
@@ -25,9 +31,9 @@ struct ImpactRow {
     QRgb color;
 };
 constexpr ImpactRow kImpactRows[] = {
-    {ResourceImpact::high, "高", DashboardPalette::danger},
-    {ResourceImpact::medium, "中", DashboardPalette::warning},
-    {ResourceImpact::low, "低", DashboardPalette::success},
+    {ResourceImpact::high, QT_TRANSLATE_NOOP("DiagnosisTexts", "高"), DashboardPalette::danger},
+    {ResourceImpact::medium, QT_TRANSLATE_NOOP("DiagnosisTexts", "中"), DashboardPalette::warning},
+    {ResourceImpact::low, QT_TRANSLATE_NOOP("DiagnosisTexts", "低"), DashboardPalette::success},
 };
 static_assert(coversEnumeration(kImpactRows, ResourceImpact::low));
 
@@ -35,7 +41,7 @@ static_assert(coversEnumeration(kImpactRows, ResourceImpact::low));
 
 QString resourceImpactLabel(ResourceImpact impact)
 {
-    return kwText(enumRow(kImpactRows, impact).label);
+    return QCoreApplication::translate("DiagnosisTexts", enumRow(kImpactRows, impact).label);
 }
 
 QRgb resourceImpactColor(ResourceImpact impact)
@@ -45,40 +51,40 @@ QRgb resourceImpactColor(ResourceImpact impact)
 
 QString sourceHeadingTitle(ProcessListScope scope)
 {
-    return scope == ProcessListScope::attention ? kwText("需关注的负载来源")
-                                                : kwText("全部负载来源");
+    return scope == ProcessListScope::attention ? Words::tr("需关注的负载来源")
+                                                : Words::tr("全部负载来源");
 }
 
 QString sourceCountText(ProcessListScope scope, const std::vector<const DashboardTask *> &visible)
 {
     const QString sources = QString::number(visible.size());
     if (scope == ProcessListScope::attention)
-        return kwText("%1 个来源").arg(sources);
+        return Words::tr("%1 个来源").arg(sources);
     qint64 processes = 0;
     for (const DashboardTask *task : visible)
         processes += task->relatedProcessCount;
-    return kwText("%1 个来源 · %2 个进程").arg(sources, QString::number(processes));
+    return Words::tr("%1 个来源 · %2 个进程").arg(sources, QString::number(processes));
 }
 
 QString sourceHintText(ProcessListScope scope, const std::vector<DashboardTask> &allTasks)
 {
     if (scope == ProcessListScope::attention)
-        return kwText("按持续负载平滑排序 · 当前选中来源始终保留");
+        return Words::tr("按持续负载平滑排序 · 当前选中来源始终保留");
     qint64 processes = 0;
     for (const DashboardTask &task : allTasks)
         processes += task.relatedProcessCount;
-    return kwText("按来源归组 · 覆盖 %1 个当前用户进程").arg(QString::number(processes));
+    return Words::tr("按来源归组 · 覆盖 %1 个当前用户进程").arg(QString::number(processes));
 }
 
 QString sourceRowSubtitle(const DashboardTask &task)
 {
-    return kwText("主要进程 %1 · PID %2")
+    return Words::tr("主要进程 %1 · PID %2")
         .arg(task.targetProcess.name, pidText(task.targetProcess.pid));
 }
 
 QString sourceRowAccessibleLabel(const DashboardTask &task)
 {
-    return kwText("负载来源 %1，主要进程 %2，PID %3，主要进程 CPU %4%，来源合计 %5%")
+    return Words::tr("负载来源 %1，主要进程 %2，PID %3，主要进程 CPU %4%，来源合计 %5%")
         .arg(task.application, task.targetProcess.name, pidText(task.targetProcess.pid),
              QString::number(roundedWholeNumber(task.targetProcess.cpu)),
              QString::number(roundedWholeNumber(task.cpu)));
@@ -87,23 +93,23 @@ QString sourceRowAccessibleLabel(const DashboardTask &task)
 QString sourceListEmptyTitle(bool hasSample, ProcessListScope scope)
 {
     if (!hasSample)
-        return kwText("正在采集进程负载");
-    return scope == ProcessListScope::attention ? kwText("没有匹配的负载来源")
-                                                : kwText("暂未发现当前用户进程");
+        return Words::tr("正在采集进程负载");
+    return scope == ProcessListScope::attention ? Words::tr("没有匹配的负载来源")
+                                                : Words::tr("暂未发现当前用户进程");
 }
 
 QString sourceListEmptySubtitle(ProcessListScope scope)
 {
     return scope == ProcessListScope::attention
-               ? kwText("切换到“全部来源”可以主动查找其他来源。")
-               : kwText("可按应用、进程、PID、安全命令或项目名称搜索。");
+               ? Words::tr("切换到“全部来源”可以主动查找其他来源。")
+               : Words::tr("可按应用、进程、PID、安全命令或项目名称搜索。");
 }
 
 QString selectionSummaryText(const DashboardTask *task, const DashboardProcessNode *process)
 {
     if (!task || !process)
-        return kwText("选择一个进程查看来源上下文和持续时间");
-    return kwText("当前来源 %1 · 选中进程 %2 · PID %3 · 估算资源影响 %4")
+        return Words::tr("选择一个进程查看来源上下文和持续时间");
+    return Words::tr("当前来源 %1 · 选中进程 %2 · PID %3 · 估算资源影响 %4")
         .arg(task->application, process->name, pidText(process->pid),
              resourceImpactLabel(process->energyImpact));
 }
@@ -111,17 +117,20 @@ QString selectionSummaryText(const DashboardTask *task, const DashboardProcessNo
 QString processNodeBadge(const DashboardProcessNode &node, int depth)
 {
     if (node.isTarget)
-        return kwText("主要负载进程");
+        return Words::tr("主要负载进程");
     if (depth == 0)
-        return kwText("关联根");
+        return Words::tr("关联根");
     return {};
 }
 
 QString processNodeDetailLine(const DashboardProcessNode &node, const QString &roleLabel)
 {
-    const QString project = node.project ? kwText(" · 项目 %1").arg(*node.project) : QString();
-    return kwText("%1 · %2%3 · 磁盘 %4 · %5")
-        .arg(roleLabel, node.command, project, node.disk, node.duration);
+    if (node.project) {
+        return Words::tr("%1 · %2 · 项目 %3 · 磁盘 %4 · %5")
+            .arg(roleLabel, node.command, *node.project, node.disk, node.duration);
+    }
+    return Words::tr("%1 · %2 · 磁盘 %3 · %4")
+        .arg(roleLabel, node.command, node.disk, node.duration);
 }
 
 QString processNodeAccessibleLabel(const DashboardProcessNode &node, const QString &roleLabel)
@@ -129,30 +138,30 @@ QString processNodeAccessibleLabel(const DashboardProcessNode &node, const QStri
     const QString cpu = QString::number(roundedWholeNumber(node.cpu));
     const QString impact = resourceImpactLabel(node.energyImpact);
     if (node.isTarget) {
-        return kwText("%1，主要负载进程，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7")
+        return Words::tr("%1，主要负载进程，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7")
             .arg(node.name, roleLabel, pidText(node.pid), cpu, node.memory, node.disk, impact);
     }
-    return kwText("%1，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7")
+    return Words::tr("%1，%2，PID %3，CPU %4%，内存 %5，磁盘 %6，估算资源影响 %7")
         .arg(node.name, roleLabel, pidText(node.pid), cpu, node.memory, node.disk, impact);
 }
 
 QString processToggleAccessibleLabel(bool expanded)
 {
-    return expanded ? kwText("折叠子进程") : kwText("展开子进程");
+    return expanded ? Words::tr("折叠子进程") : Words::tr("展开子进程");
 }
 
 QString pathSummaryTitle(const DashboardTask *task, const DashboardProcessNode *process)
 {
     if (!task || !process)
-        return kwText("正在分析当前进程负载");
-    return task->application + QStringLiteral(" › ") + process->name;
+        return Words::tr("正在分析当前进程负载");
+    return Words::tr("%1 › %2").arg(task->application, process->name);
 }
 
 QString pathSummarySubtitle(const DashboardTask *task, const DashboardProcessNode *process)
 {
     if (!task || !process)
-        return kwText("采样完成后会显示具体进程、所属应用和关联进程");
-    return kwText("PID %1 · %2 · %3 个关联进程")
+        return Words::tr("采样完成后会显示具体进程、所属应用和关联进程");
+    return Words::tr("PID %1 · %2 · %3 个关联进程")
         .arg(pidText(process->pid), process->roleLabel(),
              QString::number(task->relatedProcessCount));
 }
@@ -160,16 +169,16 @@ QString pathSummarySubtitle(const DashboardTask *task, const DashboardProcessNod
 QString pathSummaryAccessibleLabel(const DashboardTask *task, const DashboardProcessNode *process)
 {
     if (!task || !process)
-        return kwText("正在分析当前进程负载");
-    return kwText("负载来源 %1，选中进程 %2，PID %3")
+        return Words::tr("正在分析当前进程负载");
+    return Words::tr("负载来源 %1，选中进程 %2，PID %3")
         .arg(task->application, process->name, pidText(process->pid));
 }
 
 QString processScopeDetail(const DashboardProcessNode *process)
 {
     if (!process)
-        return kwText("等待进程采样");
-    return kwText("CPU %1% · 内存 %2 · 磁盘 %3 · 持续 %4")
+        return Words::tr("等待进程采样");
+    return Words::tr("CPU %1% · 内存 %2 · 磁盘 %3 · 持续 %4")
         .arg(QString::number(roundedWholeNumber(process->cpu)), process->memory, process->disk,
              process->duration);
 }
@@ -177,8 +186,8 @@ QString processScopeDetail(const DashboardProcessNode *process)
 QString sourceScopeDetail(const DashboardTask *task)
 {
     if (!task)
-        return kwText("等待负载来源采样");
-    return kwText("%1 合计 CPU %2% · %3 个关联进程")
+        return Words::tr("等待负载来源采样");
+    return Words::tr("%1 合计 CPU %2% · %3 个关联进程")
         .arg(task->application, QString::number(roundedWholeNumber(task->cpu)),
              QString::number(task->relatedProcessCount));
 }
@@ -186,23 +195,23 @@ QString sourceScopeDetail(const DashboardTask *task)
 QString systemScopeDetail(const std::optional<SystemMetricSample> &latest)
 {
     if (!latest)
-        return kwText("正在读取温度与热状态");
+        return Words::tr("正在读取温度与热状态");
     const QString thermal = systemThermalStateLabel(latest->thermalState);
     const SensorReading<double> &temperature = latest->temperatureCelsius;
     if (temperature.isAvailable()) {
-        return kwText("温度 %1 · 热状态 %2")
+        return Words::tr("温度 %1 · 热状态 %2")
             .arg(unitText(*temperature.value(), DisplayUnit::celsius), thermal);
     }
-    return kwText("温度 %1 · 热状态 %2 · 数据源 %3")
-        .arg(kwText("不可用"), thermal, temperature.statusText());
+    return Words::tr("温度 %1 · 热状态 %2 · 数据源 %3")
+        .arg(Words::tr("不可用"), thermal, temperature.statusText());
 }
 
 QString heatTrendAxisLabel(double x)
 {
     const double distance = 300.0 - x;
     if (!(distance >= 1.0))
-        return kwText("现在");
+        return Words::tr("现在");
     if (distance >= 60.0)
-        return QStringLiteral("-%1m").arg(static_cast<long long>(distance / 60.0));
-    return QStringLiteral("-%1s").arg(static_cast<long long>(distance));
+        return Words::tr("-%1m").arg(static_cast<long long>(distance / 60.0));
+    return Words::tr("-%1s").arg(static_cast<long long>(distance));
 }

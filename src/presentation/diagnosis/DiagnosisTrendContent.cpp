@@ -3,7 +3,17 @@
 #include "presentation/diagnosis/DiagnosisTexts.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/TrendChartData.h"
-#include "sampling/Text.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(DiagnosisTrendContent)
+};
+
+} // namespace
 
 TrendChartContent diagnosisTrendContent(const std::vector<HeatTrendPoint> &points)
 {
@@ -19,12 +29,12 @@ TrendChartContent diagnosisTrendContent(const std::vector<HeatTrendPoint> &point
     look.y.showsGridLines = true;
     look.y.gridColor = P::color(P::divider, 0.8);
 
-    look.series = {{.name = kwText("CPU"),
+    look.series = {{.name = Words::tr("CPU"),
                     .color = QColor::fromRgb(P::danger),
                     .lineWidth = 2.5,
                     .area = TrendChartArea{0.0, 0.16, 0.01},
                     .lastPointMarkArea = 36},
-                   {.name = kwText("温度"),
+                   {.name = Words::tr("温度"),
                     .color = QColor::fromRgb(P::warning),
                     .lineWidth = 2.0,
                     .lastPointMarkArea = 30}};
@@ -33,7 +43,7 @@ TrendChartContent diagnosisTrendContent(const std::vector<HeatTrendPoint> &point
     look.style.labelFontSize = 9;
     look.style.plotBackground = QColor::fromRgb(P::panelBackground);
     look.style.plotCornerRadius = 8;
-    look.style.emptyText = kwText("正在积累相关性趋势…");
+    look.style.emptyText = Words::tr("正在积累相关性趋势…");
     look.style.emptyColor = QColor::fromRgb(P::textTertiary);
     return heatTrendContent(std::move(look), points);
 }

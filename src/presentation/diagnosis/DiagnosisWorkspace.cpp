@@ -12,7 +12,6 @@
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
 #include "presentation/kit/TrendChart.h"
-#include "sampling/Text.h"
 
 #include <QEvent>
 
@@ -134,7 +133,7 @@ void EvidenceScopeRow::setDetail(const QString &detail)
 {
     m_detail->setText(detail);
     m_detail->setToolTip(detail);
-    setAccessibleName(m_tag + QStringLiteral("：") + detail);
+    setAccessibleName(tr("%1：%2").arg(m_tag, detail));
 }
 
 QString EvidenceScopeRow::detail() const
@@ -146,7 +145,7 @@ DiagnosisWorkspace::DiagnosisWorkspace(DashboardStore &store, std::function<void
                                        QWidget *parent)
     : QWidget(parent), m_store(store)
 {
-    setAccessibility(this, QStringLiteral("diagnosisWorkspace"), kwText("诊断工作区"));
+    setAccessibility(this, QStringLiteral("diagnosisWorkspace"), tr("诊断工作区"));
     setAccessibleRole(this, QAccessible::Grouping);
 
     m_pathSummary = buildPathSummary();
@@ -186,7 +185,7 @@ QWidget *DiagnosisWorkspace::buildPathSummary()
     m_processCPU =
         new TextLabel(QString(), 22, DashboardFontWeight::semibold, DashboardPalette::danger);
     m_processCPU->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto *caption = new TextLabel(kwText("选中进程 CPU"), 10, DashboardFontWeight::regular,
+    auto *caption = new TextLabel(tr("选中进程 CPU"), 10, DashboardFontWeight::regular,
                                   DashboardPalette::textTertiary);
     caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto *texts = column(5, {}, {flexible(), m_pathTitle, m_pathSubtitle, flexible()});
@@ -206,9 +205,9 @@ QWidget *DiagnosisWorkspace::buildProcessBlock()
 {
     auto *block = new ShrinkingBlock;
     block->setObjectName(QStringLiteral("diagnosisProcessBlock"));
-    auto *title = new TextLabel(kwText("进程组成"), 13, DashboardFontWeight::semibold,
+    auto *title = new TextLabel(tr("进程组成"), 13, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
-    auto *hint = new TextLabel(kwText("选择来源内任意进程，查看证据、影响和可用操作"), 10,
+    auto *hint = new TextLabel(tr("选择来源内任意进程，查看证据、影响和可用操作"), 10,
                                DashboardFontWeight::regular, DashboardPalette::textTertiary);
     hint->setElided(true);
     auto *heading = row(8, {}, {title, LayoutItem(hint, 1)});
@@ -222,28 +221,28 @@ QWidget *DiagnosisWorkspace::buildProcessBlock()
 QWidget *DiagnosisWorkspace::buildEvidence()
 {
     auto *evidence = new QWidget;
-    setAccessibility(evidence, QStringLiteral("diagnosisEvidence"), kwText("证据"));
+    setAccessibility(evidence, QStringLiteral("diagnosisEvidence"), tr("证据"));
     setAccessibleRole(evidence, QAccessible::Grouping);
-    auto *heading = new TextLabel(kwText("证据"), 13, DashboardFontWeight::semibold,
-                                  DashboardPalette::textPrimary);
+    auto *heading =
+        new TextLabel(tr("证据"), 13, DashboardFontWeight::semibold, DashboardPalette::textPrimary);
     m_processScope = new EvidenceScopeRow(QStringLiteral("diagnosisScope-process"),
                                           QStringLiteral("waveform.path.ecg"),
-                                          DashboardPalette::warning, kwText("进程"));
+                                          DashboardPalette::warning, tr("进程"));
     m_sourceScope = new EvidenceScopeRow(QStringLiteral("diagnosisScope-source"),
                                          QStringLiteral("clock.arrow.circlepath"),
-                                         DashboardPalette::accent, kwText("来源"));
+                                         DashboardPalette::accent, tr("来源"));
     m_systemScope = new EvidenceScopeRow(QStringLiteral("diagnosisScope-system"),
                                          QStringLiteral("thermometer.medium"),
-                                         DashboardPalette::success, kwText("系统"));
+                                         DashboardPalette::success, tr("系统"));
 
-    auto *chartTitle = new TextLabel(kwText("整机 CPU 与温度"), 12, DashboardFontWeight::semibold,
+    auto *chartTitle = new TextLabel(tr("整机 CPU 与温度"), 12, DashboardFontWeight::semibold,
                                      DashboardPalette::textPrimary);
-    auto *chartRange = new TextLabel(kwText("最近 5 分钟"), 9, DashboardFontWeight::medium,
+    auto *chartRange = new TextLabel(tr("最近 5 分钟"), 9, DashboardFontWeight::medium,
                                      DashboardPalette::textTertiary);
     auto *legend = new QWidget;
     attach(legend, row(12, {},
-                       {legendEntry(DashboardPalette::danger, kwText("系统 CPU")),
-                        legendEntry(DashboardPalette::warning, kwText("温度"))}));
+                       {legendEntry(DashboardPalette::danger, tr("系统 CPU")),
+                        legendEntry(DashboardPalette::warning, tr("温度"))}));
     auto *titles = new QWidget;
     auto *titleRow = row(8, {}, {chartTitle, chartRange});
     titleRow->setAlignment(chartTitle, Qt::AlignBottom);
@@ -253,11 +252,10 @@ QWidget *DiagnosisWorkspace::buildEvidence()
 
     m_chart = new TrendChart;
     setAccessibility(m_chart, QStringLiteral("trendChart"),
-                     kwText("整机 CPU 与温度趋势，范围最近 5 分钟"));
+                     tr("整机 CPU 与温度趋势，范围最近 5 分钟"));
     m_chart->setFixedHeight(62);
-    auto *note =
-        new TextLabel(kwText("整机趋势用于验证操作前后的总体变化，不代表单个进程的历史曲线。"), 9,
-                      DashboardFontWeight::regular, DashboardPalette::textTertiary);
+    auto *note = new TextLabel(tr("整机趋势用于验证操作前后的总体变化，不代表单个进程的历史曲线。"),
+                               9, DashboardFontWeight::regular, DashboardPalette::textTertiary);
     note->setWordWrap(true);
 
     attach(evidence, column(8, {},

@@ -13,7 +13,6 @@
 #include "presentation/kit/RefreshWhileShown.h"
 #include "presentation/kit/SystemSymbols.h"
 #include "presentation/shell/PageScrollArea.h"
-#include "sampling/Text.h"
 
 #include <QLineEdit>
 #include <QScrollArea>
@@ -85,8 +84,8 @@ QWidget *LiveDiagnosisPage::buildLeftColumn()
                                  QColor::fromRgb(DashboardPalette::textTertiary));
     glass->setFixedSize(18, 18);
     m_search = new QLineEdit;
-    setAccessibility(m_search, QStringLiteral("processSearch"), kwText("筛选进程或应用"));
-    m_search->setPlaceholderText(kwText("筛选进程或应用"));
+    setAccessibility(m_search, QStringLiteral("processSearch"), tr("筛选进程或应用"));
+    m_search->setPlaceholderText(tr("筛选进程或应用"));
     m_search->setFrame(false);
     m_search->setClearButtonEnabled(true);
     setDashboardFont(m_search, 10);
@@ -99,18 +98,18 @@ QWidget *LiveDiagnosisPage::buildLeftColumn()
     attach(search, row(8, {10, 0, 10, 0}, {glass, LayoutItem(m_search, 1)}));
 
     auto *captions = new QWidget;
-    m_sourceCaption = captionLabel(kwText("来源"), Qt::AlignLeft);
+    m_sourceCaption = captionLabel(tr("来源"), Qt::AlignLeft);
     // The captions stand over the rows' columns (source, 54, 48 from the
     // right). The middle one is wider than its 54 pixels at most sizes: it
-    // reaches left into the source column, which holds only "来源", rather
-    // than be cut.
-    auto *targetCaption = captionLabel(kwText("主要进程 CPU"), Qt::AlignRight);
+    // reaches left into the source column rather than be cut. The first two
+    // share the free space, so neither caption is cut in a longer language.
+    auto *targetCaption = captionLabel(tr("主要进程 CPU"), Qt::AlignRight);
     targetCaption->setElided(false);
     targetCaption->setMinimumWidth(54);
-    auto *totalCaption = captionLabel(kwText("合计"), Qt::AlignRight);
+    auto *totalCaption = captionLabel(tr("合计"), Qt::AlignRight);
     totalCaption->setFixedWidth(48);
-    m_captions =
-        row(0, {10, 0, 8, 0}, {m_sourceCaption, LayoutItem(targetCaption, 1), totalCaption});
+    m_captions = row(0, {10, 0, 8, 0},
+                     {LayoutItem(m_sourceCaption, 1), LayoutItem(targetCaption, 1), totalCaption});
     auto *captionLine = new QWidget;
     captionLine->setFixedHeight(27);
     attach(captionLine, m_captions);
@@ -124,13 +123,13 @@ QWidget *LiveDiagnosisPage::buildLeftColumn()
 
     m_notice = new QWidget;
     setAccessibility(m_notice, QStringLiteral("selectedSourceFilteredNotice"),
-                     kwText("当前详情未包含在筛选结果中"));
-    auto *noticeText = new TextLabel(kwText("当前详情未包含在筛选结果中"), 10,
+                     tr("当前详情未包含在筛选结果中"));
+    auto *noticeText = new TextLabel(tr("当前详情未包含在筛选结果中"), 10,
                                      DashboardFontWeight::regular, DashboardPalette::warning);
     auto *clear = new PressableBox;
-    setAccessibility(clear, QStringLiteral("clearSourceFilter"), kwText("清除筛选"));
-    auto *clearText = new TextLabel(kwText("清除筛选"), 10, DashboardFontWeight::medium,
-                                    DashboardPalette::accent);
+    setAccessibility(clear, QStringLiteral("clearSourceFilter"), tr("清除筛选"));
+    auto *clearText =
+        new TextLabel(tr("清除筛选"), 10, DashboardFontWeight::medium, DashboardPalette::accent);
     // Inside a button a label would take the button's text role; it keeps its own colour.
     clearText->setForegroundRole(QPalette::WindowText);
     attach(clear, row(0, {}, {clearText}));
@@ -150,7 +149,7 @@ QWidget *LiveDiagnosisPage::buildLeftColumn()
 QWidget *LiveDiagnosisPage::buildScopeSwitch()
 {
     auto *group = new RoundedBox;
-    setAccessibility(group, QStringLiteral("processListScope"), kwText("来源范围"));
+    setAccessibility(group, QStringLiteral("processListScope"), tr("来源范围"));
     setAccessibleRole(group, QAccessible::PageTabList);
     group->setFill(QColor::fromRgb(DashboardPalette::controlBackground));
     group->setBorder(QColor::fromRgb(DashboardPalette::divider), 1);
@@ -233,7 +232,7 @@ void LiveDiagnosisPage::refreshScopeSwitch()
                                           : QColor(Qt::transparent));
         m_scopeLabels[i]->setColor(
             QColor::fromRgb(chosen ? DashboardPalette::white : DashboardPalette::textSecondary));
-        setAccessibleValue(m_scopeButtons[i], chosen ? kwText("已选择") : kwText("未选择"));
+        setAccessibleValue(m_scopeButtons[i], chosen ? tr("已选择") : tr("未选择"));
         setAccessibleSelected(m_scopeButtons[i], chosen);
     }
 }

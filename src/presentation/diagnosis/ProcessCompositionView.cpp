@@ -6,7 +6,6 @@
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
 #include <QScrollBar>
 #include <QStackedLayout>
@@ -38,21 +37,21 @@ bool sameOwnFields(const DashboardProcessNode &a, const DashboardProcessNode &b)
 
 ProcessCompositionView::ProcessCompositionView(QWidget *parent) : QWidget(parent)
 {
-    setAccessibility(this, QStringLiteral("processCompositionPanel"), kwText("进程组成"));
+    setAccessibility(this, QStringLiteral("processCompositionPanel"), tr("进程组成"));
     setAccessibleRole(this, QAccessible::Grouping);
 
     m_tree = new ProcessTreeView;
     auto *headerRow = new QWidget;
     headerRow->setFixedHeight(26);
     m_header = row(0, {ProcessTreeColumns::toggleWidth + 4, 0, 0, 0},
-                   {LayoutItem(headerLabel(kwText("进程 / 安全命令"), 0), 1),
+                   {LayoutItem(headerLabel(tr("进程 / 安全命令"), 0), 1),
                     headerLabel(QStringLiteral("PID"), ProcessTreeColumns::pid),
                     headerLabel(QStringLiteral("CPU"), ProcessTreeColumns::cpu),
-                    headerLabel(kwText("内存"), ProcessTreeColumns::memory),
-                    headerLabel(kwText("资源影响"), ProcessTreeColumns::impact)});
+                    headerLabel(tr("内存"), ProcessTreeColumns::memory),
+                    headerLabel(tr("资源影响"), ProcessTreeColumns::impact)});
     attach(headerRow, m_header);
     auto *caption = new TextLabel(
-        kwText("缩进表示当前采样内的 PPID 父子关系；多个顶层节点属于同一负载来源的关联进程。"), 10,
+        tr("缩进表示当前采样内的 PPID 父子关系；多个顶层节点属于同一负载来源的关联进程。"), 10,
         DashboardFontWeight::regular, DashboardPalette::textTertiary);
     caption->setWordWrap(true);
     m_content = new QWidget;
@@ -63,9 +62,9 @@ ProcessCompositionView::ProcessCompositionView(QWidget *parent) : QWidget(parent
     auto *symbol = new SymbolView(QStringLiteral("point.3.connected.trianglepath.dotted"), 26,
                                   QColor::fromRgb(DashboardPalette::textTertiary));
     symbol->setFixedSize(34, 34);
-    auto *title = new TextLabel(kwText("暂无进程组成"), 13, DashboardFontWeight::semibold,
+    auto *title = new TextLabel(tr("暂无进程组成"), 13, DashboardFontWeight::semibold,
                                 DashboardPalette::textPrimary);
-    auto *description = new TextLabel(kwText("完成进程采样后显示父子关系和节点负载。"), 11,
+    auto *description = new TextLabel(tr("完成进程采样后显示父子关系和节点负载。"), 11,
                                       DashboardFontWeight::regular, DashboardPalette::textTertiary);
     description->setWordWrap(true);
     description->setAlignment(Qt::AlignCenter);

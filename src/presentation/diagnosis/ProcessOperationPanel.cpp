@@ -8,7 +8,6 @@
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/DashboardWidgets.h"
 #include "presentation/kit/LayoutBuilder.h"
-#include "sampling/Text.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -91,10 +90,10 @@ ProcessOperationPanel::ProcessOperationPanel(DashboardStore &store,
                                              std::function<void()> openTerminal, QWidget *parent)
     : QWidget(parent), m_store(store), m_openTerminal(std::move(openTerminal))
 {
-    setAccessibility(this, QStringLiteral("processOperationPanel"), kwText("进程操作"));
+    setAccessibility(this, QStringLiteral("processOperationPanel"), tr("进程操作"));
     setAccessibleRole(this, QAccessible::Grouping);
 
-    auto *heading = new TextLabel(kwText("进程操作"), 13, DashboardFontWeight::semibold,
+    auto *heading = new TextLabel(tr("进程操作"), 13, DashboardFontWeight::semibold,
                                   DashboardPalette::textPrimary);
     m_impactLabel =
         new TextLabel(QString(), 10, DashboardFontWeight::semibold, DashboardPalette::danger);
@@ -118,30 +117,29 @@ ProcessOperationPanel::ProcessOperationPanel(DashboardStore &store,
     attach(m_summary, column(5, {12, 7, 12, 7},
                              {row(8, {}, {m_processName, m_role, flexible(1)}), m_processFacts}));
 
-    auto *adviceCaption = new TextLabel(kwText("负载来源建议"), 10, DashboardFontWeight::semibold,
+    auto *adviceCaption = new TextLabel(tr("负载来源建议"), 10, DashboardFontWeight::semibold,
                                         DashboardPalette::textSecondary);
     m_recommendation = wrappingLabel(12, DashboardFontWeight::medium, DashboardPalette::accent);
-    auto *impactCaption = new TextLabel(kwText("结束影响"), 10, DashboardFontWeight::semibold,
+    auto *impactCaption = new TextLabel(tr("结束影响"), 10, DashboardFontWeight::semibold,
                                         DashboardPalette::textSecondary);
     m_impactText = wrappingLabel(10, DashboardFontWeight::regular, DashboardPalette::textSecondary);
     m_impactText->setObjectName(QStringLiteral("terminationImpact"));
 
-    m_terminal = new PanelButton(kwText("打开终端"), PanelButton::Style::bordered,
+    m_terminal = new PanelButton(tr("打开终端"), PanelButton::Style::bordered,
                                  DashboardPalette::textPrimary);
     m_terminal->setObjectName(QStringLiteral("openTerminalButton"));
-    m_end =
-        new PanelButton(kwText("结束选中进程"), PanelButton::Style::prominent, kDestructiveFill);
+    m_end = new PanelButton(tr("结束选中进程"), PanelButton::Style::prominent, kDestructiveFill);
     setAccessibility(m_end, QStringLiteral("endTaskButton"));
     setDashboardFont(m_terminal, 11, DashboardFontWeight::medium);
 
     auto *verification = new RoundedBox;
-    setAccessibility(verification, QStringLiteral("recoveryVerification"), kwText("本次操作验证"));
+    setAccessibility(verification, QStringLiteral("recoveryVerification"), tr("本次操作验证"));
     setAccessibleRole(verification, QAccessible::Grouping);
     verification->setFill(QColor::fromRgb(DashboardPalette::controlBackground));
     verification->setCornerRadius(10);
     verification->setMinimumHeight(58);
-    auto *verificationHeading = new TextLabel(
-        kwText("本次操作验证"), 13, DashboardFontWeight::semibold, DashboardPalette::textPrimary);
+    auto *verificationHeading = new TextLabel(tr("本次操作验证"), 13, DashboardFontWeight::semibold,
+                                              DashboardPalette::textPrimary);
     m_target =
         new TextLabel(QString(), 10, DashboardFontWeight::medium, DashboardPalette::textSecondary);
     m_target->setElided(true);
@@ -154,8 +152,8 @@ ProcessOperationPanel::ProcessOperationPanel(DashboardStore &store,
         new TextLabel(QString(), 10, DashboardFontWeight::medium, DashboardPalette::textPrimary);
     m_comparison = new QWidget;
     attach(m_comparison, column(5, {},
-                                {comparisonRow(kwText("系统 CPU"), m_cpuValues),
-                                 comparisonRow(kwText("温度"), m_temperatureValues)}));
+                                {comparisonRow(tr("系统 CPU"), m_cpuValues),
+                                 comparisonRow(tr("温度"), m_temperatureValues)}));
     auto *verificationHeadingRow = row(8, {}, {verificationHeading, LayoutItem(m_target, 1)});
     verificationHeadingRow->setAlignment(m_target, Qt::AlignBottom);
     attach(verification,
@@ -197,11 +195,11 @@ void ProcessOperationPanel::refresh(const DashboardTask *task, const DashboardPr
     m_summary->setVisible(selected != nullptr);
     if (selected) {
         m_impactLabel->setText(
-            kwText("估算资源影响 %1").arg(resourceImpactLabel(selected->energyImpact)));
+            tr("估算资源影响 %1").arg(resourceImpactLabel(selected->energyImpact)));
         m_impactLabel->setColor(QColor::fromRgb(resourceImpactColor(selected->energyImpact)));
         m_processName->setText(selected->name);
         m_role->setText(selected->roleLabel());
-        m_processFacts->setText(kwText("PID %1 · CPU %2% · 内存 %3 · 磁盘 %4 · %5")
+        m_processFacts->setText(tr("PID %1 · CPU %2% · 内存 %3 · 磁盘 %4 · %5")
                                     .arg(QString::number(selected->pid),
                                          QString::number(roundedWholeNumber(selected->cpu)),
                                          selected->memory, selected->disk, selected->duration));
@@ -214,7 +212,7 @@ void ProcessOperationPanel::refresh(const DashboardTask *task, const DashboardPr
     m_end->setText(title);
     m_end->setEnabled(enabled);
     m_end->setAccessibleName(endButtonAccessibleLabel(title, selected));
-    setAccessibleValue(m_end, enabled ? kwText("可结束") : kwText("不可结束"));
+    setAccessibleValue(m_end, enabled ? tr("可结束") : tr("不可结束"));
 
     const DashboardRecoveryContext *context =
         effectiveRecoveryContext(status, m_store.recoveryContext());

@@ -5,8 +5,8 @@
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/SystemSymbols.h"
-#include "sampling/Text.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -14,6 +14,11 @@
 #include <QScrollBar>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ProcessTree)
+};
 
 // The name column keeps at least this much room: past it, deeper levels stop
 // indenting further, so a very deep tree still reads instead of being pushed
@@ -60,7 +65,7 @@ QVariant ProcessTreeModel::rowData(const ProcessTreeRow &row, int role) const
     case Qt::ToolTipRole:
         return row.accessibleLabel;
     case Qt::AccessibleDescriptionRole:
-        return kwText("选择后可查看该进程详情和可用操作");
+        return Words::tr("选择后可查看该进程详情和可用操作");
     case RowRole::expanded:
         return row.isExpanded;
     case RowRole::toggleIdentifier:
@@ -192,7 +197,7 @@ ProcessTreeView::ProcessTreeView(QWidget *parent) : QListView(parent)
     setViewportMargins(0, 2, 0, 2);
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
-    setAccessibleName(kwText("进程组成"));
+    setAccessibleName(tr("进程组成"));
     setAccessibleRows(this, {.valueRole = RowRole::accessibleValue,
                              .selectedRole = RowRole::selected,
                              .expandableRole = RowRole::toggleEnabled,

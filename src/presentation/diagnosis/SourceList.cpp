@@ -5,7 +5,6 @@
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardFonts.h"
 #include "presentation/kit/DashboardPalette.h"
-#include "sampling/Text.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -132,7 +131,7 @@ SourceListView::SourceListView(QWidget *parent) : QListView(parent)
     setMouseTracking(true);
     viewport()->setAutoFillBackground(false);
     setAutoFillBackground(false);
-    setAccessibleName(kwText("负载来源"));
+    setAccessibleName(tr("负载来源"));
     setAccessibleRows(this, {.valueRole = RowRole::accessibleValue,
                              .selectedRole = RowRole::selected,
                              .select = [this](const QModelIndex &index) {

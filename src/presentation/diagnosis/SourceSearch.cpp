@@ -1,12 +1,21 @@
 #include "presentation/diagnosis/SourceSearch.h"
 
-#include "sampling/Text.h"
+#include <QCoreApplication>
 
 #include <algorithm>
 
+namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(SourceSearch)
+};
+
+} // namespace
+
 QString processListScopeText(ProcessListScope scope)
 {
-    return scope == ProcessListScope::attention ? kwText("需关注") : kwText("全部来源");
+    return scope == ProcessListScope::attention ? Words::tr("需关注") : Words::tr("全部来源");
 }
 
 QString trimmedSourceQuery(const QString &query)

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "sampling/Text.h"
-
 #include <QAbstractListModel>
+#include <QCoreApplication>
 #include <QHash>
 #include <QString>
 
@@ -64,7 +63,8 @@ public:
         case RowRole::identifier:
             return row.identifier();
         case RowRole::accessibleValue:
-            return row.isSelected ? kwText("已选择") : kwText("未选择");
+            return row.isSelected ? QCoreApplication::translate("KeyedRowModel", "已选择")
+                                  : QCoreApplication::translate("KeyedRowModel", "未选择");
         case RowRole::selected:
             return row.isSelected;
         case RowRole::key:

@@ -6,6 +6,7 @@
 #include "presentation/report/ReportJson.h"
 #include "presentation/report/ReportOptions.h"
 #include "presentation/report/ReportText.h"
+#include "sampling/InterfaceLanguage.h"
 
 #include <QCoreApplication>
 
@@ -14,6 +15,7 @@
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
+    installInterfaceLanguage();
     QStringList arguments = app.arguments();
     arguments.removeFirst();
     const ReportOptionsResult parsed = parseReportOptions(arguments);

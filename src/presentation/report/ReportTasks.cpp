@@ -5,11 +5,17 @@
 #include "sampling/Text.h"
 #include "sampling/UnitText.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 
 #include <algorithm>
 
 namespace {
+
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ReportTasks)
+};
 
 QString rankText(std::size_t index)
 {
@@ -18,7 +24,7 @@ QString rankText(std::size_t index)
 
 QString targetText(const DashboardProcessSummary &target)
 {
-    return kwText("%1（PID %2）").arg(target.name, QString::number(target.pid));
+    return Words::tr("%1（PID %2）").arg(target.name, QString::number(target.pid));
 }
 
 } // namespace
@@ -26,17 +32,19 @@ QString targetText(const DashboardProcessSummary &target)
 QString loadSourcesSection(const DashboardStore &store)
 {
     const std::vector<DashboardTask> &tasks = store.allTasks();
-    QString out = kwText("负载来源（按持续负载排序）") + QLatin1Char('\n');
+    QString out = Words::tr("负载来源（按持续负载排序）") + QLatin1Char('\n');
     if (tasks.empty()) {
         // The first sample's processes have no rates yet, so it ranks nothing.
-        out += kwText("暂无可排序的负载来源：采集两个样本后会按持续负载排序。") + QLatin1Char('\n');
+        out +=
+            Words::tr("暂无可排序的负载来源：采集两个样本后会按持续负载排序。") + QLatin1Char('\n');
         return out;
     }
 
-    TextTable ranking({QStringLiteral("#"), kwText("应用"), kwText("类型"), QStringLiteral("CPU"),
-                       kwText("内存"), kwText("磁盘"), kwText("持续"), kwText("目标进程"),
-                       kwText("详情")});
-    TextTable diagnoses({QStringLiteral("#"), kwText("诊断"), kwText("建议"), kwText("置信度")});
+    TextTable ranking({QStringLiteral("#"), Words::tr("应用"), Words::tr("类型"),
+                       QStringLiteral("CPU"), Words::tr("内存"), Words::tr("磁盘"),
+                       Words::tr("持续"), Words::tr("目标进程"), Words::tr("详情")});
+    TextTable diagnoses(
+        {QStringLiteral("#"), Words::tr("诊断"), Words::tr("建议"), Words::tr("置信度")});
     for (std::size_t index = 0; index < tasks.size(); ++index) {
         const DashboardTask &task = tasks[index];
         ranking.addRow({rankText(index), task.application, taskKindName(task.kind),
@@ -51,9 +59,9 @@ QString loadSourcesSection(const DashboardStore &store)
         return task.id == store.selectedTaskID();
     });
     if (selected == tasks.end())
-        out += kwText("选中的任务：无") + QLatin1Char('\n');
+        out += Words::tr("选中的任务：无") + QLatin1Char('\n');
     else
-        out += kwText("选中的任务：%1（%2），目标进程 %3")
+        out += Words::tr("选中的任务：%1（%2），目标进程 %3")
                    .arg(selected->application, selected->id, targetText(selected->targetProcess)) +
                QLatin1Char('\n');
     return out;

@@ -7,6 +7,7 @@
 #include "sampling/Text.h"
 #include "sampling/UnitText.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
@@ -16,6 +17,11 @@
 
 namespace {
 
+// The translation context of this file's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ReportText)
+};
+
 QString sourceOrReason(const auto &reading)
 {
     return reading.reasonText().value_or(reading.sourceText());
@@ -23,20 +29,20 @@ QString sourceOrReason(const auto &reading)
 
 QString readingsSection(const SystemMetricSample &sample)
 {
-    TextTable table({kwText("读数"), kwText("当前值"), kwText("来源或原因")});
+    TextTable table({Words::tr("读数"), Words::tr("当前值"), Words::tr("来源或原因")});
     auto addNumber = [&](const QString &title, const SensorReading<double> &reading,
                          DisplayUnit unit) {
         table.addRow({title, readingText(reading, unit), sourceOrReason(reading)});
     };
-    addNumber(kwText("CPU 使用率"), sample.cpuUsage, DisplayUnit::percent);
-    table.addRow({kwText("热状态"), systemThermalStateLabel(sample.thermalState),
+    addNumber(Words::tr("CPU 使用率"), sample.cpuUsage, DisplayUnit::percent);
+    table.addRow({Words::tr("热状态"), systemThermalStateLabel(sample.thermalState),
                   systemThermalStateRawText(sample.thermalState)});
-    addNumber(kwText("温度"), sample.temperatureCelsius, DisplayUnit::celsius);
-    addNumber(kwText("风扇"), sample.fanRPM, DisplayUnit::rpm);
-    addNumber(kwText("GPU"), sample.gpuUsage, DisplayUnit::percent);
-    table.addRow({kwText("磁盘"), rateReadingText(sample.diskBytesPerSecond),
+    addNumber(Words::tr("温度"), sample.temperatureCelsius, DisplayUnit::celsius);
+    addNumber(Words::tr("风扇"), sample.fanRPM, DisplayUnit::rpm);
+    addNumber(Words::tr("GPU"), sample.gpuUsage, DisplayUnit::percent);
+    table.addRow({Words::tr("磁盘"), rateReadingText(sample.diskBytesPerSecond),
                   sourceOrReason(sample.diskBytesPerSecond)});
-    table.addRow({kwText("内存"), memoryReadingText(sample.memoryUsage),
+    table.addRow({Words::tr("内存"), memoryReadingText(sample.memoryUsage),
                   sourceOrReason(sample.memoryUsage)});
     {
         const auto &network = sample.networkThroughput;
@@ -45,9 +51,11 @@ QString readingsSection(const SystemMetricSample &sample)
                                         .arg(rateText(network.value()->receivedBytesPerSecond),
                                              rateText(network.value()->sentBytesPerSecond))
                                   : network.statusText();
-        table.addRow({kwText("网络"), value, sourceOrReason(network)});
+        table.addRow({Words::tr("网络"), value, sourceOrReason(network)});
     }
-    table.addRow({kwText("进程"), formatLocaleInteger(sample.processMetrics.size()), QString()});
+    // The count of processes, where the busiest table's column names one.
+    table.addRow(
+        {Words::tr("进程", "count"), formatLocaleInteger(sample.processMetrics.size()), QString()});
     return table.render();
 }
 
@@ -62,15 +70,15 @@ QString menuBarLine(const MenuBarPresentation &menuBar)
          {&menuBar.cpu, &menuBar.temperature, &menuBar.fan})
         parts << metric->title + QLatin1Char(' ') + metric->value;
     if (const auto &task = menuBar.primaryTask) {
-        QString named = kwText("主要任务 %1 %2（%3）")
+        QString named = Words::tr("主要任务 %1 %2（%3）")
                             .arg(task->application, task->cpuText, task->runningDuration);
         if (menuBar.remainingAttentionTaskCount > 0) {
-            named += separator + kwText("另有 %1 个任务需要关注")
+            named += separator + Words::tr("另有 %1 个任务需要关注")
                                      .arg(formatLocaleInteger(menuBar.remainingAttentionTaskCount));
         }
         parts << named;
     }
-    return kwText("菜单栏：%1；面板：%2").arg(menuBar.menuTitle, parts.join(separator)) +
+    return Words::tr("菜单栏：%1；面板：%2").arg(menuBar.menuTitle, parts.join(separator)) +
            QLatin1Char('\n');
 }
 
@@ -83,9 +91,10 @@ QString clockText(TimePoint time)
 QString incidentsSection(const std::vector<DashboardIncident> &incidents)
 {
     if (incidents.empty())
-        return kwText("本次运行没有升温事件。") + QLatin1Char('\n');
-    TextTable table({kwText("开始"), kwText("结束"), kwText("来源"), kwText("状态"),
-                     kwText("峰值 CPU"), kwText("峰值温度"), kwText("处理"), kwText("点数")});
+        return Words::tr("本次运行没有升温事件。") + QLatin1Char('\n');
+    TextTable table({Words::tr("开始"), Words::tr("结束"), Words::tr("来源"), Words::tr("状态"),
+                     Words::tr("峰值 CPU"), Words::tr("峰值温度"), Words::tr("处理"),
+                     Words::tr("点数")});
     const QString none = QStringLiteral("—");
     for (const DashboardIncident &incident : incidents) {
         table.addRow(
@@ -97,7 +106,7 @@ QString incidentsSection(const std::vector<DashboardIncident> &incidents)
              incident.action.value_or(none),
              formatLocaleInteger(static_cast<long long>(incident.points.size()))});
     }
-    return kwText("本次运行的升温事件（最新在前）：") + QLatin1Char('\n') + table.render();
+    return Words::tr("本次运行的升温事件（最新在前）：") + QLatin1Char('\n') + table.render();
 }
 
 // The ten busiest processes of the sample: by CPU, then disk rate, then
@@ -122,8 +131,9 @@ QString processesSection(const SystemMetricSample &sample)
     std::partial_sort(processes.begin(), processes.begin() + static_cast<std::ptrdiff_t>(count),
                       processes.end(), busier);
 
-    TextTable table({kwText("进程"), QStringLiteral("PID"), QStringLiteral("CPU"), kwText("内存"),
-                     kwText("磁盘"), kwText("运行时长"), kwText("安全命令"), kwText("项目")});
+    TextTable table({Words::tr("进程", "column"), QStringLiteral("PID"), QStringLiteral("CPU"),
+                     Words::tr("内存"), Words::tr("磁盘"), Words::tr("运行时长"),
+                     Words::tr("安全命令"), Words::tr("项目")});
     for (std::size_t index = 0; index < count; ++index) {
         const ProcessMetric &process = *processes[index];
         // The process's own texts, made printable: the terminal reads them.
@@ -134,13 +144,14 @@ QString processesSection(const SystemMetricSample &sample)
                       durationText(process.duration), printableText(process.command.command),
                       project ? printableText(*project) : QStringLiteral("-")});
     }
-    return kwText("最忙的进程（最多 %1 个）").arg(formatLocaleInteger(shown)) + QLatin1Char('\n') +
-           table.render();
+    return Words::tr("最忙的进程（最多 %1 个）").arg(formatLocaleInteger(shown)) +
+           QLatin1Char('\n') + table.render();
 }
 
 QString sensorTableSection(const DashboardStore &store)
 {
-    TextTable table({kwText("传感器"), kwText("来源"), kwText("当前值"), kwText("可用性")});
+    TextTable table(
+        {Words::tr("传感器"), Words::tr("来源"), Words::tr("当前值"), Words::tr("可用性")});
     for (const DashboardSensorStatus &status : store.sensorStatuses())
         table.addRow({status.title, status.source, status.currentValue,
                       sensorAvailabilityName(status.availability)});
@@ -153,9 +164,9 @@ QString reportText(const DashboardStore &store, long long sampleCount)
 {
     const std::optional<SystemMetricSample> &latest = store.latestSystemSample();
     if (sampleCount < 1 || !latest)
-        return kwText("没有采集到样本。") + QLatin1Char('\n');
+        return Words::tr("没有采集到样本。") + QLatin1Char('\n');
     const SystemMetricSample &last = *latest;
-    QString out = kwText("KilnWarden 报告：共 %1 个样本，以下为最后一个样本")
+    QString out = Words::tr("KilnWarden 报告：共 %1 个样本，以下为最后一个样本")
                       .arg(formatLocaleInteger(sampleCount)) +
                   QLatin1Char('\n') + QLatin1Char('\n');
     out += readingsSection(last);

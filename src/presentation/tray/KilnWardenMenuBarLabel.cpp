@@ -2,7 +2,6 @@
 
 #include "presentation/kit/KilnWardenMark.h"
 #include "presentation/tray/MenuBarAppearance.h"
-#include "sampling/Text.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -41,7 +40,8 @@ void strokeMarkOutline(QPainter &painter, const QRectF &canvas, const QColor &co
 
 QString menuBarLabelAccessibilityText(const MenuBarPresentation &presentation)
 {
-    return kwText(menuBarStateInfo(presentation.state).spokenTitle).arg(presentation.menuTitle);
+    return menuBarStateText(menuBarStateInfo(presentation.state).spokenTitle)
+        .arg(presentation.menuTitle);
 }
 
 QImage menuBarLabelImage(MenuBarPresentationState state, int pixelSize, const QColor &ink)

@@ -7,12 +7,18 @@
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/AccessibleRows.h"
 #include "presentation/kit/DashboardWidgets.h"
+#include "presentation/report/ReportJson.h"
+#include "presentation/report/ReportText.h"
 #include "presentation/shell/DashboardWindow.h"
+#include "presentation/tray/KilnWardenMenuBarLabel.h"
 #include "presentation/tray/MenuBarPanelPopup.h"
+#include "sampling/InterfaceLanguage.h"
 #include "snapshot/DashboardSnapshot.h"
 #include "snapshot/ScriptedStore.h"
 
 #include <QApplication>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
 
@@ -212,6 +218,123 @@ TEST(AccessibleTree, EveryPageAndThePanelNameTheirControlsAndDoWhatTheySay)
     ASSERT_NE(panelWindow, nullptr);
     EXPECT_FALSE(panelWindow->text(QAccessible::Name).isEmpty());
     expectNamed(walk(panelWindow));
+}
+
+// Every text a reader sees or hears in the window or the panel now: widgets'
+// texts and each element's name, description and value.
+QStringList shownTexts(QWidget *root, QAccessibleInterface *tree)
+{
+    QStringList texts;
+    for (const QWidget *widget : root->findChildren<QWidget *>()) {
+        if (widget->isVisible())
+            texts << widget->property("text").toString() << widget->toolTip();
+    }
+    for (const Element &element : walk(tree)) {
+        for (QAccessible::Text kind :
+             {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help})
+            texts << element.iface->text(kind);
+    }
+    return texts;
+}
+
+// The names the script's processes, sources and projects go by: the one
+// Chinese an English interface may show.
+QStringList scriptedNames(const DashboardStore &store)
+{
+    QStringList names;
+    const std::function<void(const DashboardProcessNode &)> addNode =
+        [&](const DashboardProcessNode &node) {
+            names << node.name << node.project.value_or(QString());
+            for (const DashboardProcessNode &child : node.children)
+                addNode(child);
+        };
+    for (const DashboardTask &task : store.allTasks()) {
+        names << task.application << task.targetProcess.name;
+        for (const DashboardProcessNode &node : task.processTree)
+            addNode(node);
+    }
+    for (const DashboardIncident &incident : store.incidents())
+        names << incident.application;
+    for (const ProcessMetric &process : store.latestSystemSample()->processMetrics)
+        names << process.name << process.applicationName
+              << process.command.project.value_or(QString());
+    names.removeAll(QString());
+    // The longest first, so that a name inside another goes with it.
+    std::sort(names.begin(), names.end(),
+              [](const QString &a, const QString &b) { return a.size() > b.size(); });
+    return names;
+}
+
+// In English, every page, the panel and the report are Chinese only in the
+// names. A language is installed once per process and the other tests read the
+// Chinese source, so this runs in a child of this program with an English
+// session's environment.
+TEST(AccessibleTree, InEnglishOnlyNamesStayChinese)
+{
+    if (!qEnvironmentVariableIsSet("KW_ENGLISH_WALK")) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char *name : {"LC_ALL", "LC_MESSAGES", "LANGUAGE"})
+            environment.remove(QLatin1String(name));
+        environment.insert(u"LANG"_s, u"en_US.UTF-8"_s);
+        environment.insert(u"KW_ENGLISH_WALK"_s, u"1"_s);
+        QProcess child;
+        child.setProcessEnvironment(environment);
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {u"--gtest_filter=AccessibleTree.InEnglishOnlyNamesStayChinese"_s});
+        ASSERT_TRUE(child.waitForFinished(-1));
+        const QByteArray output = child.readAll();
+        EXPECT_TRUE(child.exitCode() == 0 && output.contains("[  PASSED  ] 1 test"))
+            << output.toStdString();
+        return;
+    }
+    ASSERT_EQ(installInterfaceLanguage(), InterfaceLanguage::english);
+    installDashboardAccessibility();
+    const AccessibilityOn on;
+    ScriptedStore scripted;
+    DashboardWindow window(scripted.store(), DashboardSection::overview, [] {});
+    window.resize(1440, 900);
+    window.show();
+    settleEvents(20);
+
+    QStringList texts;
+    QAccessibleInterface *tree = QAccessible::queryAccessibleInterface(&window);
+    for (const char *section :
+         {"sidebar-overview", "sidebar-live-diagnosis", "sidebar-hardware-monitor",
+          "sidebar-event-history", "settingsButton"}) {
+        press(accessibleElement(&window, QLatin1String(section)));
+        texts << shownTexts(&window, tree);
+        if (QLatin1String(section) != "sidebar-hardware-monitor"_L1)
+            continue;
+        for (const QWidget *tab : window.findChildren<QWidget *>()) {
+            if (tab->objectName().startsWith("hardware-tab-"_L1)) {
+                press(accessibleElement(&window, tab->objectName()));
+                texts << shownTexts(&window, tree);
+            }
+        }
+    }
+    MenuBarPanelPopup popup;
+    popup.setPresentation(scripted.store().menuBarPresentation());
+    popup.openAt(QRect(200, 10, 20, 20));
+    settleEvents(0);
+    texts << shownTexts(&popup, QAccessible::queryAccessibleInterface(&popup))
+          << menuBarLabelAccessibilityText(scripted.store().menuBarPresentation());
+
+    const DashboardStore &store = scripted.store();
+    texts << reportText(store, ScriptedStore::sampleCount)
+          << QString::fromUtf8(compactJson(reportStateJson(store)))
+          << QString::fromUtf8(compactJson(sampleJson(*store.latestSystemSample())));
+
+    const QStringList names = scriptedNames(store);
+    const QRegularExpression han(u"\\p{Han}"_s);
+    QStringList left;
+    for (QString text : texts) {
+        for (const QString &name : names)
+            text.replace(name, QString());
+        if (text.contains(han) && !left.contains(text))
+            left << text;
+    }
+    EXPECT_TRUE(left.isEmpty()) << left.join(u'\n').toStdString();
 }
 
 } // namespace
