@@ -38,6 +38,23 @@
     </message>
 </context>
 <context>
+    <name>DashboardCommandLine</name>
+    <message>
+        <source>用法：kilnwarden [--dashboard-size 宽 高] [--dashboard-page 页面]
+      kilnwarden --help | --version
+页面：overview, liveDiagnosis, hardwareMonitor, eventHistory, settings
+没有显示器时，kilnwarden-report 在终端中打印同样的诊断。</source>
+        <translation>usage: kilnwarden [--dashboard-size WIDTH HEIGHT] [--dashboard-page SECTION]
+       kilnwarden --help | --version
+SECTION: overview, liveDiagnosis, hardwareMonitor, eventHistory, settings
+Without a display, kilnwarden-report prints the same diagnosis in a terminal.</translation>
+    </message>
+    <message>
+        <source>kilnwarden: 未知选项“%1”</source>
+        <translation>kilnwarden: unknown option &apos;%1&apos;</translation>
+    </message>
+</context>
+<context>
     <name>DashboardIncidentTracker</name>
     <message>
         <source>结束 %1 子进程</source>
@@ -1026,6 +1043,21 @@
     </message>
 </context>
 <context>
+    <name>KilnWardenMain</name>
+    <message>
+        <source>kilnwarden: 没有可用的显示（DISPLAY 或 WAYLAND_DISPLAY）；kilnwarden-report 可在终端中显示同样的诊断</source>
+        <translation>kilnwarden: no usable display (DISPLAY or WAYLAND_DISPLAY); kilnwarden-report shows the same diagnosis in a terminal</translation>
+    </message>
+    <message>
+        <source>kilnwarden: %1 属于其他用户或对他人开放；不启动（请将 XDG_RUNTIME_DIR 设为你自己的运行时目录）</source>
+        <translation>kilnwarden: %1 belongs to another user or is open to others; not starting (set XDG_RUNTIME_DIR to your own runtime directory)</translation>
+    </message>
+    <message>
+        <source>kilnwarden: 未安装可显示中文的字体；请安装 fonts-noto-cjk</source>
+        <translation>kilnwarden: no font for Chinese text is installed; install fonts-noto-cjk</translation>
+    </message>
+</context>
+<context>
     <name>KilnWardenMenuBarItem</name>
     <message>
         <source>打开仪表盘</source>
@@ -1571,6 +1603,25 @@
     <message>
         <source>进程组成</source>
         <translation>Process tree</translation>
+    </message>
+</context>
+<context>
+    <name>ReportOptions</name>
+    <message>
+        <source>用法：kilnwarden-report [--samples 次数] [--interval 秒数] [--json]</source>
+        <translation>usage: kilnwarden-report [--samples N] [--interval SECONDS] [--json]</translation>
+    </message>
+    <message>
+        <source>kilnwarden-report: --samples 需要不小于 1 的整数，而不是“%1”</source>
+        <translation>kilnwarden-report: --samples needs a whole number of at least 1, got &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>kilnwarden-report: --interval 需要大于 0 且不超过 %1 的秒数，而不是“%2”</source>
+        <translation>kilnwarden-report: --interval needs a number of seconds above 0 and at most %1, got &apos;%2&apos;</translation>
+    </message>
+    <message>
+        <source>kilnwarden-report: 未知选项“%1”</source>
+        <translation>kilnwarden-report: unknown option &apos;%1&apos;</translation>
     </message>
 </context>
 <context>

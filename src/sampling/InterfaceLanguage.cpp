@@ -5,11 +5,14 @@
 #include <QTranslator>
 
 #include <atomic>
+#include <memory>
 #include <mutex>
 
 namespace {
 
 std::atomic<InterfaceLanguage> g_installed{InterfaceLanguage::simplifiedChinese};
+
+const QString kEnglishCatalogue = QStringLiteral(":/translations/kilnwarden_en.qm");
 
 // The primary language subtag of "en-US", "en_US.UTF-8" or "zh-Hans-CN".
 QString primaryLanguage(const QString &tag)
@@ -60,7 +63,7 @@ InterfaceLanguage installInterfaceLanguage(std::optional<InterfaceLanguage> lang
         if (chosen == InterfaceLanguage::english) {
             // Lives as long as the process: the application holds a pointer.
             static QTranslator translator;
-            if (translator.load(QStringLiteral(":/translations/kilnwarden_en.qm")))
+            if (translator.load(kEnglishCatalogue))
                 QCoreApplication::installTranslator(&translator);
         }
         g_installed = chosen;
@@ -71,4 +74,18 @@ InterfaceLanguage installInterfaceLanguage(std::optional<InterfaceLanguage> lang
 InterfaceLanguage currentInterfaceLanguage()
 {
     return g_installed;
+}
+
+QString TerminalText::translate(const char *context, const char *sourceText)
+{
+    // Read once, then only read from: QTranslator::translate is const.
+    static const std::unique_ptr<const QTranslator> catalogue = [] {
+        auto translator = std::make_unique<QTranslator>();
+        if (interfaceLanguageFor(QLocale::system().uiLanguages()) != InterfaceLanguage::english ||
+            !translator->load(kEnglishCatalogue))
+            translator.reset();
+        return std::unique_ptr<const QTranslator>(std::move(translator));
+    }();
+    const QString translated = catalogue ? catalogue->translate(context, sourceText) : QString();
+    return translated.isEmpty() ? QString::fromUtf8(sourceText) : translated;
 }

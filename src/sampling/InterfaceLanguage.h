@@ -31,3 +31,12 @@ InterfaceLanguage installInterfaceLanguage(std::optional<InterfaceLanguage> lang
 
 // The language installed, Simplified Chinese before any installation.
 InterfaceLanguage currentInterfaceLanguage();
+
+// The terminal's texts (a command line's usage and errors, the start-up
+// checks) in the session's language. Many are printed before there is an
+// application to install a catalogue into, so the session's catalogue is
+// read once into a translator of its own; the built-in resources are there
+// from the first line of `main`. Any thread, with or without an application.
+namespace TerminalText {
+QString translate(const char *context, const char *sourceText);
+}

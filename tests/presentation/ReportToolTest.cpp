@@ -133,7 +133,7 @@ TEST(ReportTool, AWrongOptionPrintsTwoLinesAndExitsTwo)
     const QList<QByteArray> lines = result.err.trimmed().split('\n');
     ASSERT_EQ(lines.size(), 2);
     EXPECT_TRUE(lines[0].contains("--frobnicate"));
-    EXPECT_TRUE(lines[1].startsWith("usage:"));
+    EXPECT_TRUE(lines[1].startsWith("用法：kilnwarden-report "));
 }
 
 class ReportRun : public testing::Test {

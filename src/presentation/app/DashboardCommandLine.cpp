@@ -1,5 +1,7 @@
 #include "presentation/app/DashboardCommandLine.h"
 
+#include "sampling/InterfaceLanguage.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -51,11 +53,14 @@ DashboardSection parseDashboardPage(const QStringList &arguments)
 
 QString dashboardUsageText()
 {
-    return QStringLiteral(
-        "usage: kilnwarden [--dashboard-size WIDTH HEIGHT] [--dashboard-page SECTION]\n"
-        "       kilnwarden --help | --version\n"
-        "SECTION: overview, liveDiagnosis, hardwareMonitor, eventHistory, settings\n"
-        "Without a display, kilnwarden-report prints the same diagnosis in a terminal.");
+    // Options and page names are syntax and stay as typed; the words around
+    // them, the placeholders included, are the session's language.
+    return TerminalText::translate(
+        "DashboardCommandLine",
+        "用法：kilnwarden [--dashboard-size 宽 高] [--dashboard-page 页面]\n"
+        "      kilnwarden --help | --version\n"
+        "页面：overview, liveDiagnosis, hardwareMonitor, eventHistory, settings\n"
+        "没有显示器时，kilnwarden-report 在终端中打印同样的诊断。");
 }
 
 DashboardCommandResult parseDashboardCommand(const QStringList &arguments)
@@ -73,7 +78,9 @@ DashboardCommandResult parseDashboardCommand(const QStringList &arguments)
             if (command != DashboardCommand::help)
                 command = DashboardCommand::version;
         } else {
-            return {std::nullopt, QStringLiteral("kilnwarden: unknown option '%1'").arg(argument)};
+            return {std::nullopt,
+                    TerminalText::translate("DashboardCommandLine", "kilnwarden: 未知选项“%1”")
+                        .arg(argument)};
         }
     }
     return {command, {}};

@@ -73,8 +73,11 @@ int main(int argc, char **argv)
     }
     std::shared_ptr<void> x11;
     if (!prepareDisplay(x11)) {
-        std::fprintf(stderr, "kilnwarden: no usable display (DISPLAY or WAYLAND_DISPLAY); "
-                             "kilnwarden-report shows the same diagnosis in a terminal\n");
+        std::fprintf(
+            stderr, "%s\n",
+            qPrintable(TerminalText::translate(
+                "KilnWardenMain", "kilnwarden: 没有可用的显示（DISPLAY 或 WAYLAND_DISPLAY）；"
+                                  "kilnwarden-report 可在终端中显示同样的诊断")));
         return 1;
     }
 
@@ -95,10 +98,12 @@ int main(int argc, char **argv)
         return 0;
     case ApplicationInstanceChannel::Claim::untrusted:
         // Someone else's socket at our path: neither talked to nor removed.
-        std::fprintf(stderr,
-                     "kilnwarden: %s belongs to another user or is open to others; "
-                     "not starting (set XDG_RUNTIME_DIR to your own runtime directory)\n",
-                     qPrintable(instance.socketPath()));
+        std::fprintf(
+            stderr, "%s\n",
+            qPrintable(TerminalText::translate("KilnWardenMain",
+                                               "kilnwarden: %1 属于其他用户或对他人开放；不启动"
+                                               "（请将 XDG_RUNTIME_DIR 设为你自己的运行时目录）")
+                           .arg(instance.socketPath())));
         return 1;
     case ApplicationInstanceChannel::Claim::primary:
     case ApplicationInstanceChannel::Claim::alone:
@@ -108,8 +113,10 @@ int main(int argc, char **argv)
     // Every text is Chinese: without a font for it, each is a row of boxes.
     if (language == InterfaceLanguage::simplifiedChinese &&
         QFontDatabase::families(QFontDatabase::SimplifiedChinese).isEmpty())
-        std::fprintf(stderr, "kilnwarden: no font for Chinese text is installed; "
-                             "install fonts-noto-cjk\n");
+        std::fprintf(
+            stderr, "%s\n",
+            qPrintable(TerminalText::translate(
+                "KilnWardenMain", "kilnwarden: 未安装可显示中文的字体；请安装 fonts-noto-cjk")));
 
     QApplication::setWindowIcon(kilnWardenApplicationIcon());
     installDashboardScrollBarStyle();

@@ -1,12 +1,14 @@
 #include "presentation/report/ReportOptions.h"
 
 #include "sampling/Cancellation.h"
+#include "sampling/InterfaceLanguage.h"
 
 #include <cmath>
 
 QString reportUsageLine()
 {
-    return QStringLiteral("usage: kilnwarden-report [--samples N] [--interval SECONDS] [--json]");
+    return TerminalText::translate(
+        "ReportOptions", "用法：kilnwarden-report [--samples 次数] [--interval 秒数] [--json]");
 }
 
 ReportOptionsResult parseReportOptions(const QStringList &arguments)
@@ -40,8 +42,9 @@ ReportOptionsResult parseReportOptions(const QStringList &arguments)
             const int count = value ? value->toInt(&ok) : 0;
             if (!ok || count < 1)
                 return {std::nullopt,
-                        QStringLiteral("kilnwarden-report: --samples needs a whole number of at "
-                                       "least 1, got '%1'")
+                        TerminalText::translate(
+                            "ReportOptions",
+                            "kilnwarden-report: --samples 需要不小于 1 的整数，而不是“%1”")
                             .arg(value.value_or(QString()))};
             options.samples = count;
         } else if (name == QLatin1String("--interval")) {
@@ -51,14 +54,16 @@ ReportOptionsResult parseReportOptions(const QStringList &arguments)
             // Only what a timer can hold: about 31 years at most.
             if (!ok || !std::isfinite(seconds) || seconds <= 0.0 || seconds > kLongestSleepSeconds)
                 return {std::nullopt,
-                        QStringLiteral("kilnwarden-report: --interval needs a number of seconds "
-                                       "above 0 and at most %1, got '%2'")
+                        TerminalText::translate("ReportOptions",
+                                                "kilnwarden-report: --interval 需要大于 0 且不超过 "
+                                                "%1 的秒数，而不是“%2”")
                             .arg(kLongestSleepSeconds, 0, 'f', 0)
                             .arg(value.value_or(QString()))};
             options.interval = seconds;
         } else {
             return {std::nullopt,
-                    QStringLiteral("kilnwarden-report: unknown option '%1'").arg(argument)};
+                    TerminalText::translate("ReportOptions", "kilnwarden-report: 未知选项“%1”")
+                        .arg(argument)};
         }
     }
     return {options, {}};

@@ -115,12 +115,12 @@ TEST(KilnWardenProgram, LaterStartsHandOverAndSignalQuitsCleanly)
     const QStringList lines = QString::fromLocal8Bit(first.readAllStandardError())
                                   .split(u'\n', Qt::SkipEmptyParts)
                                   .filter(u"kilnwarden:"_s);
-    EXPECT_EQ(lines, QStringList{u"kilnwarden: no font for Chinese text is installed; "
-                                 "install fonts-noto-cjk"_s});
+    EXPECT_EQ(lines, QStringList{u"kilnwarden: 未安装可显示中文的字体；请安装 fonts-noto-cjk"_s});
 }
 
 // What ends at once, before any window: the usage, the version, an unknown
-// option, and a start without a display, which never aborts.
+// option, and a start without a display, which never aborts; in the session's
+// language, Chinese by default, English with an English LANG.
 TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
 {
     const struct {
@@ -129,13 +129,20 @@ TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
         int exitCode;
         QString output; // the start of standard output
         QString errorFirstLine;
+        QString lang; // empty: the tests' own C locale
     } rows[] = {
-        {{u"--help"_s}, std::nullopt, 0, u"usage: kilnwarden "_s, {}},
+        {{u"--help"_s}, std::nullopt, 0, u"用法：kilnwarden "_s, {}},
+        {{u"--help"_s},
+         std::nullopt,
+         0,
+         u"usage: kilnwarden [--dashboard-size WIDTH HEIGHT] [--dashboard-page SECTION]\n"_s,
+         {},
+         u"en_US.UTF-8"_s},
         {{u"--version"_s}, std::nullopt, 0, u"kilnwarden 1.0\n"_s, {}},
-        {{u"--bogus"_s}, std::nullopt, 2, {}, u"kilnwarden: unknown option '--bogus'"_s},
-        {{}, std::nullopt, 1, {}, u"kilnwarden: no usable display"_s},
-        {{}, u""_s, 1, {}, u"kilnwarden: no usable display"_s},
-        {{}, u":97"_s, 1, {}, u"kilnwarden: no usable display"_s}, // no server there
+        {{u"--bogus"_s}, std::nullopt, 2, {}, u"kilnwarden: 未知选项“--bogus”"_s},
+        {{}, std::nullopt, 1, {}, u"kilnwarden: 没有可用的显示"_s},
+        {{}, u""_s, 1, {}, u"kilnwarden: 没有可用的显示"_s},
+        {{}, u":97"_s, 1, {}, u"kilnwarden: 没有可用的显示"_s}, // no server there
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.arguments.join(u' ').toStdString() +
@@ -145,6 +152,11 @@ TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
             environment.remove(name);
         if (row.display)
             environment.insert(u"DISPLAY"_s, *row.display);
+        if (!row.lang.isEmpty()) {
+            for (const QString &name : {u"LC_ALL"_s, u"LC_MESSAGES"_s, u"LANGUAGE"_s})
+                environment.remove(name);
+            environment.insert(u"LANG"_s, row.lang);
+        }
         QTemporaryDir runtime; // a start that got through would not meet a real one
         environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
         QProcess program;
@@ -163,7 +175,7 @@ TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
             EXPECT_TRUE(errors.first().contains(u"kilnwarden-report"_s));
         }
         if (row.exitCode == 2) {
-            EXPECT_TRUE(errors.value(1).startsWith(u"usage: kilnwarden "_s));
+            EXPECT_TRUE(errors.value(1).startsWith(u"用法：kilnwarden "_s));
         }
     }
 }
