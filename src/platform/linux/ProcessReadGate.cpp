@@ -2,13 +2,14 @@
 
 #include <ctime>
 
-bool needsFullRead(const ProcessReadFacts &facts)
+ProcessRead processRead(const ProcessReadFacts &facts)
 {
     if (!facts.clock || !facts.lastClock || *facts.clock != *facts.lastClock)
-        return true;
+        return ProcessRead::full;
     if (facts.ticksSinceFirstRead <= kYoungTicks)
-        return true;
-    return facts.tick % kSweepTicks == facts.sweepSlot % kSweepTicks;
+        return ProcessRead::full;
+    return facts.tick % kSweepTicks == facts.sweepSlot % kSweepTicks ? ProcessRead::sweep
+                                                                     : ProcessRead::carry;
 }
 
 std::optional<std::uint64_t> processCPUClockNanoseconds(pid_t pid)

@@ -112,6 +112,7 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
     const OpenDirectory directory(bootTime ? ::opendir(m_procRoot.constData()) : nullptr);
     if (!directory) {
         m_kept.clear();
+        m_empty.clear();
         return {};
     }
     ++m_tick;
@@ -168,6 +169,7 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
     // What this tick did not read has left (or is no longer this user's, or
     // no longer readable): its descriptors go with it.
     std::erase_if(m_kept, [&](const auto &entry) { return entry.second.tick != m_tick; });
+    std::erase_if(m_empty, [&](const auto &entry) { return entry.second.tick != m_tick; });
     m_applications.finishTick();
     return records;
 }
@@ -177,6 +179,17 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
                                        bool fullRead, bool &carried, unsigned long long &startTicks)
 {
     carried = false;
+    if (const auto empty = m_empty.find(pid); empty != m_empty.end()) {
+        // Its statm reads only while that very process holds the pid; the
+        // sweep asks again all the same, so that nothing is hidden for good.
+        EmptyProcess &process = empty->second;
+        if (m_tick % kSweepTicks != process.sweepSlot &&
+            readResidentBytes(process.directory, true) == std::uint64_t(0)) {
+            process.tick = m_tick;
+            return std::nullopt;
+        }
+        m_empty.erase(empty);
+    }
     if (const auto kept = m_kept.find(pid); kept != m_kept.end()) {
         // The open directory belongs to the process it was opened for: if that
         // one has gone, every read through it fails, and the pid is read anew
@@ -187,36 +200,38 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         // held the pid all along: the clock was its own.
         KeptProcess &process = kept->second;
         ProcPidDirectory &directory = process.directory;
-        const std::optional<uid_t> owner = directory.owner();
-        std::optional<RawProcessMetric> record;
-        std::optional<std::uint64_t> clock;
-        if (owner && *owner == m_userID) {
-            if (process.ticksSinceFirstRead <= kYoungTicks)
-                ++process.ticksSinceFirstRead;
-            clock = processCPUClockNanoseconds(pid);
-            const ProcessReadFacts facts{process.clock, clock, process.ticksSinceFirstRead,
-                                         process.sweepSlot, m_tick};
-            if (!fullRead && !needsFullRead(facts)) {
-                record = carryRecord(process, bootTimeSeconds, now);
-                if (record) {
-                    carried = true;
-                    startTicks = process.startTicks;
-                    process.tick = m_tick;
-                    return record;
-                }
-            } else {
-                // Also when the clock cannot be read: a process gone fails the
-                // reads and is read anew below, one whose clock is refused
-                // (EPERM) is read in full on every tick.
-                record =
-                    readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true, startTicks);
+        if (process.ticksSinceFirstRead <= kYoungTicks)
+            ++process.ticksSinceFirstRead;
+        const std::optional<std::uint64_t> clock = processCPUClockNanoseconds(pid);
+        const ProcessReadFacts facts{process.clock, clock, process.ticksSinceFirstRead,
+                                     process.sweepSlot, m_tick};
+        const ProcessRead read = fullRead ? ProcessRead::full : processRead(facts);
+        // No owner test before a carry: a process changes its owner only by
+        // running, which would have moved its clock.
+        if (read == ProcessRead::carry ||
+            (read == ProcessRead::sweep && readOutsideView(directory, true) == process.view)) {
+            if (std::optional<RawProcessMetric> record =
+                    carryRecord(process, bootTimeSeconds, now)) {
+                carried = true;
+                startTicks = process.startTicks;
+                process.tick = m_tick;
+                return record;
             }
         }
+        std::optional<RawProcessMetric> record;
+        OutsideView view;
+        // Also when the clock cannot be read: a process gone fails the reads
+        // and is read anew below, one whose clock is refused (EPERM) is read
+        // in full on every tick.
+        if (const std::optional<uid_t> owner = directory.owner(); owner && *owner == m_userID)
+            record = readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true,
+                                     startTicks, &view);
         const bool shortOfDescriptors = directory.takeShortOfDescriptors();
         if (record && !shortOfDescriptors && startTicks == process.startTicks) {
             process.tick = m_tick;
             process.clock = clock;
             process.record = *record;
+            process.view = std::move(view);
             return record;
         }
         m_kept.erase(kept);
@@ -236,16 +251,17 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         bool shortOfDescriptors = false;
         std::optional<ProcPidDirectory> directory =
             ProcPidDirectory::open(m_pidPath, &shortOfDescriptors);
-        const bool keep = attempt == 0 && m_kept.size() < m_keptCapacity;
+        const bool keep = attempt == 0 && m_kept.size() + m_empty.size() < m_keptCapacity;
         std::optional<RawProcessMetric> record;
         std::optional<std::uint64_t> clock;
+        OutsideView view;
         if (directory) {
             // Between the open and the full read, which both reach the same
             // process, so the clock is that process's.
             if (keep)
                 clock = processCPUClockNanoseconds(pid);
-            record =
-                readOpenProcess(*directory, pid, *owner, bootTimeSeconds, now, keep, startTicks);
+            record = readOpenProcess(*directory, pid, *owner, bootTimeSeconds, now, keep,
+                                     startTicks, &view);
             shortOfDescriptors = directory->takeShortOfDescriptors() || shortOfDescriptors;
         }
         if (shortOfDescriptors) {
@@ -254,8 +270,12 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         }
         if (record && keep) {
             KeptProcess process{std::move(*directory),           startTicks, m_tick, clock, 0,
-                                m_nextSweepSlot++ % kSweepTicks, *record};
+                                m_nextSweepSlot++ % kSweepTicks, *record, std::move(view)};
             m_kept.emplace(pid, std::move(process));
+        } else if (!record && directory && keep && !directory->readLink("exe") &&
+                   readResidentBytes(*directory, true) == std::uint64_t(0)) {
+            m_empty.emplace(pid, EmptyProcess{std::move(*directory), m_tick,
+                                              m_nextSweepSlot++ % kSweepTicks});
         }
         return record;
     }
@@ -290,32 +310,48 @@ ProcfsProcessMetricReader::readResidentBytes(ProcPidDirectory &directory, bool k
 
 void ProcfsProcessMetricReader::relieveDescriptorShortage()
 {
+    m_empty.clear();
     m_keptCapacity = m_kept.size() / 2;
     while (m_kept.size() > m_keptCapacity)
         m_kept.erase(m_kept.begin());
 }
 
-std::optional<RawProcessMetric>
-ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pid, uid_t owner,
-                                           long long bootTimeSeconds, TimePoint now, bool keep,
-                                           unsigned long long &startTicks)
+std::optional<ProcfsProcessMetricReader::OutsideView>
+ProcfsProcessMetricReader::readOutsideView(ProcPidDirectory &directory, bool keep) const
 {
+    OutsideView view;
     // First, as it is the cheapest test that rules out kernel threads (about
     // half of all pids on a desktop) and processes already gone.
-    const std::optional<QByteArray> exe = directory.readLink("exe");
-    if (!exe)
+    std::optional<QByteArray> executable = directory.readLink("exe");
+    if (!executable)
         return std::nullopt;
-
+    view.executable = std::move(*executable);
     // Room for the longest stat line (52 fields of at most 20 digits and a
-    // 64-byte name); statm and io are far shorter.
+    // 64-byte name).
     char buffer[2048];
     const auto statLength = directory.readSmallFile(ProcPidFile::stat, buffer, keep);
     if (!statLength)
         return std::nullopt;
-    const std::optional<ProcPidStat> stat = parseProcPidStat(std::string_view(buffer, *statLength));
+    std::optional<ProcPidStat> stat = parseProcPidStat(std::string_view(buffer, *statLength));
     if (!stat)
         return std::nullopt;
-    startTicks = stat->startTicks;
+    view.stat = std::move(*stat);
+    view.controlGroup = directory.readFile(ProcPidFile::cgroup, keep);
+    if (const std::optional<QByteArray> cwd = directory.readLink("cwd"))
+        view.project = projectOfWorkingDirectory(QString::fromUtf8(*cwd), m_accountDirectories);
+    return view;
+}
+
+std::optional<RawProcessMetric>
+ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pid, uid_t owner,
+                                           long long bootTimeSeconds, TimePoint now, bool keep,
+                                           unsigned long long &startTicks, OutsideView *viewOut)
+{
+    std::optional<OutsideView> view = readOutsideView(directory, keep);
+    if (!view)
+        return std::nullopt;
+    const ProcPidStat &stat = view->stat;
+    startTicks = stat.startTicks;
 
     // The resident size from statm: stat's field 24 is no longer kept equal
     // to it. A statm that cannot be read leaves the process out, like a stat
@@ -326,30 +362,31 @@ ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pi
     if (!residentBytes)
         return std::nullopt;
     const auto cpuNanoseconds =
-        cpuTicksToNanoseconds(stat->userTicks, stat->systemTicks, m_clockTicksPerSecond);
+        cpuTicksToNanoseconds(stat.userTicks, stat.systemTicks, m_clockTicksPerSecond);
     if (!cpuNanoseconds)
         return std::nullopt;
 
     // Without permission for io (or on a kernel without task I/O accounting)
     // the process still counts, with no disk traffic.
     std::uint64_t diskBytes = 0;
+    char buffer[512];
     if (const auto ioLength = directory.readSmallFile(ProcPidFile::io, buffer, keep))
         diskBytes = parseProcPidIoDiskBytes(std::string_view(buffer, *ioLength)).value_or(0);
 
     RawProcessMetric record;
     record.identity.pid = pid;
     record.identity.startTime =
-        processStartTime(bootTimeSeconds, stat->startTicks, m_clockTicksPerSecond);
+        processStartTime(bootTimeSeconds, stat.startTicks, m_clockTicksPerSecond);
     // A trailing " (deleted)" stays: a replaced binary is another executable.
-    record.identity.executablePath = QString::fromUtf8(*exe);
-    record.parentPID = stat->parentPID;
-    record.processGroupID = stat->processGroupID;
+    record.identity.executablePath = QString::fromUtf8(view->executable);
+    record.parentPID = stat.parentPID;
+    record.processGroupID = stat.processGroupID;
     record.userID = owner;
-    record.leadsTerminalSession = stat->sessionID == pid && stat->terminal != 0;
-    record.name = processDisplayName(stat->name, record.identity.executablePath);
+    record.leadsTerminalSession = stat.sessionID == pid && stat.terminal != 0;
+    record.name = processDisplayName(stat.name, record.identity.executablePath);
     std::optional<ControlGroupFacts> facts;
-    if (const std::optional<QByteArray> cgroup = directory.readFile(ProcPidFile::cgroup, keep))
-        facts = m_applications.factsForCgroup(*cgroup);
+    if (view->controlGroup)
+        facts = m_applications.factsForCgroup(*view->controlGroup);
     record.isServiceManager = pid == 1 || (facts && facts->isUserServiceManager);
     if (facts) {
         record.controlGroup = facts->path;
@@ -364,15 +401,14 @@ ProcfsProcessMetricReader::readOpenProcess(ProcPidDirectory &directory, pid_t pi
     record.sampledAt = now;
 
     {
-        // The raw vector and directory live only in this block.
+        // The raw vector lives only in this block.
         const std::optional<QByteArray> cmdline = directory.readFile(ProcPidFile::cmdline, keep);
         const QStringList arguments = cmdline ? parseProcPidCmdline(*cmdline) : QStringList();
-        const std::optional<QByteArray> cwd = directory.readLink("cwd");
-        const std::optional<QString> workingDirectory =
-            cwd ? std::optional<QString>(QString::fromUtf8(*cwd)) : std::nullopt;
-        record.command =
-            makeRedactedCommandSummary(executablePathShown(record.identity.executablePath),
-                                       arguments, workingDirectory, m_accountDirectories);
+        record.command = {
+            redactedCommandText(executablePathShown(record.identity.executablePath), arguments),
+            view->project};
     }
+    if (viewOut)
+        *viewOut = std::move(*view);
     return record;
 }

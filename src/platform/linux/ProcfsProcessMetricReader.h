@@ -2,6 +2,7 @@
 
 #include "platform/linux/DesktopApplicationIdentities.h"
 #include "platform/linux/ProcPidDirectory.h"
+#include "platform/linux/ProcPidStat.h"
 #include "process/RawProcessMetric.h"
 
 #include <QByteArray>
@@ -21,14 +22,15 @@
 // changed (see ProcessReadGate). A process that vanishes or fails at any
 // step is left out, except that an unreadable io counts 0 bytes, and an
 // unreadable cwd gives no project. The argument vector and the working
-// directory go only into the command redaction and end there.
+// directory go only into the command redaction and end there: what is kept
+// between ticks is the project it made.
 //
 // The directory and the files read on every tick stay open from one tick to
 // the next, for as long as the process is there (see ProcPidDirectory): a
-// known process whose CPU-time clock stood still costs three system calls a
-// tick (an owner test through the open directory, its clock and its statm),
-// one read in full eight (the owner test, two links and five reads). Whatever a tick does not
-// find again, by pid and start time, is closed at its end. The descriptors
+// known process whose CPU-time clock stood still costs two system calls a
+// tick (its clock and its statm), one read in full eight (an owner test
+// through the open directory, two links and five reads). Whatever a tick
+// does not find again, by pid and start time, is closed at its end. The descriptors
 // kept are bounded by the open-file limit (raised toward the hard limit when
 // the reader is made); beyond that, and whenever an open fails for want of
 // descriptors, processes are read by opening and closing their files at once.
@@ -49,6 +51,18 @@ public:
     std::vector<RawProcessMetric> readMetrics(TimePoint now) override;
 
 private:
+    // What a process shows that others can change while it does not run,
+    // with the stat line it was read with: the sweep reads it again and
+    // compares, instead of reading and redacting the whole process. Of the
+    // working directory only the project is kept, as the redaction made it.
+    struct OutsideView {
+        QByteArray executable;
+        ProcPidStat stat;
+        std::optional<QByteArray> controlGroup;
+        std::optional<QString> project;
+
+        bool operator==(const OutsideView &) const = default;
+    };
     struct KeptProcess {
         ProcPidDirectory directory;
         unsigned long long startTicks = 0;
@@ -57,6 +71,16 @@ private:
         unsigned ticksSinceFirstRead = 0;
         unsigned sweepSlot = 0;
         RawProcessMetric record; // the last full read
+        OutsideView view;        // as the last full read found it
+    };
+    // A pid of the user's with neither an executable nor memory: a kernel
+    // thread (to root) or a process that has exited and waits for its parent.
+    // Neither can become a process to read; while it holds the pid it costs
+    // one read of its statm a tick, not an open, a link and a close.
+    struct EmptyProcess {
+        ProcPidDirectory directory;
+        unsigned tick = 0; // the last tick that found it
+        unsigned sweepSlot = 0;
     };
     // A process listed on a tick, by pid and start time.
     using ListedProcess = std::pair<pid_t, unsigned long long>;
@@ -70,11 +94,17 @@ private:
     // tick's resident size; nothing when its directory no longer reads.
     std::optional<RawProcessMetric> carryRecord(KeptProcess &kept, long long bootTimeSeconds,
                                                 TimePoint now);
+    // `view`, when given, receives what the read was made from.
     std::optional<RawProcessMetric> readOpenProcess(ProcPidDirectory &directory, pid_t pid,
                                                     uid_t owner, long long bootTimeSeconds,
                                                     TimePoint now, bool keep,
-                                                    unsigned long long &startTicks);
-    // Closes half of the kept processes and keeps no more than that from now on.
+                                                    unsigned long long &startTicks,
+                                                    OutsideView *view);
+    // Nothing without an executable or a stat line: a kernel thread, or a
+    // process gone or going.
+    std::optional<OutsideView> readOutsideView(ProcPidDirectory &directory, bool keep) const;
+    // Closes the empty processes and half of the kept ones, and keeps no more
+    // than that from now on.
     void relieveDescriptorShortage();
     // The resident size from statm; nothing when it cannot be read or parsed.
     std::optional<std::uint64_t> readResidentBytes(ProcPidDirectory &directory, bool keep) const;
@@ -87,6 +117,7 @@ private:
     DesktopApplicationIdentities m_applications;
     QStringList m_accountDirectories; // the home and its parent
     std::unordered_map<pid_t, KeptProcess> m_kept;
+    std::unordered_map<pid_t, EmptyProcess> m_empty;
     std::size_t m_keptCapacity = 0;
     unsigned m_tick = 0;
     unsigned m_nextSweepSlot = 0;

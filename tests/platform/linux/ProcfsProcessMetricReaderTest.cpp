@@ -5,6 +5,7 @@
 #include "support/Fixtures.h"
 #include "support/ProcessPrinting.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -143,35 +144,76 @@ TEST(ProcfsProcessMetricReaderTest, SkipsProcessesOfOtherUsers)
     EXPECT_EQ(records.count(101), 1u);
 }
 
+// A pid with neither an executable nor memory (a kernel thread to root, a
+// zombie) is not asked again every tick, but never hidden for good: once it
+// reads as a process, here with new files as a new process brings, it shows
+// within the sweep.
+TEST(ProcfsProcessMetricReaderTest, PidWithoutExecutableOrMemoryShowsOnceItHasBoth)
+{
+    FixtureProcRoot root(QStringLiteral("procfs-odd-processes"));
+    ASSERT_TRUE(root.isReady());
+    const QDir source(root.path() + QStringLiteral("/100"));
+    QDir pid(root.path() + QStringLiteral("/300"));
+    ASSERT_TRUE(pid.mkpath(QStringLiteral(".")));
+    for (const char *name : {"stat", "io", "cgroup", "cmdline"})
+        ASSERT_TRUE(QFile::copy(source.filePath(name), pid.filePath(name)));
+    const auto writeStatm = [&](const char *text) {
+        QFile file(pid.filePath(QStringLiteral("statm.new")));
+        return file.open(QIODevice::WriteOnly) && file.write(text) > 0 && file.flush() &&
+               ::rename(file.fileName().toLocal8Bit().constData(),
+                        pid.filePath(QStringLiteral("statm")).toLocal8Bit().constData()) == 0;
+    };
+    ASSERT_TRUE(writeStatm("0 0 0 0 0 0 0\n"));
+
+    ProcfsProcessMetricReader reader(root.path());
+    const auto seen = [&] {
+        for (const RawProcessMetric &record : reader.readMetrics(tickTime))
+            if (record.identity.pid == 300)
+                return true;
+        return false;
+    };
+    ASSERT_FALSE(seen());
+    ASSERT_FALSE(seen());
+    ASSERT_TRUE(writeStatm("2441 270 180 20 0 610 0\n"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("/usr/bin/node"), pid.filePath(QStringLiteral("exe"))));
+    bool shown = false;
+    for (unsigned tick = 0; tick < kSweepTicks && !shown; ++tick)
+        shown = seen();
+    EXPECT_TRUE(shown) << "not within " << kSweepTicks << " ticks";
+}
+
 // The gate's rule, and the sweep's promise: over any kSweepTicks ticks in a
-// row, every slot is read in full exactly once.
-TEST(ProcessReadGate, ReadsInFullWhenTheClockMovedWhenYoungAndOnItsSweepSlot)
+// row, every slot is swept exactly once.
+TEST(ProcessReadGate, ReadsInFullWhenTheClockMovedOrYoungAndSweepsOnItsSlot)
 {
     const std::optional<std::uint64_t> none;
+    using enum ProcessRead;
     struct Case {
         const char *description;
         ProcessReadFacts facts;
-        bool full;
+        ProcessRead read;
     };
     // clang-format off
     const Case cases[] = {
-        {"clock unreadable",       {5, none, 9, 3, 4},           true},
-        {"no clock at last read",  {none, 5, 9, 3, 4},           true},
-        {"clock moved",            {5, 6, 9, 3, 4},              true},
-        {"young",                  {5, 5, kYoungTicks, 3, 4},    true},
-        {"still, old, not its slot", {5, 5, kYoungTicks + 1, 3, 4}, false},
-        {"its sweep slot",         {5, 5, 9, 3, 3 + kSweepTicks}, true},
+        {"clock unreadable",         {5, none, 9, 3, 4},              full},
+        {"no clock at last read",    {none, 5, 9, 3, 4},              full},
+        {"clock moved",              {5, 6, 9, 3, 4},                 full},
+        {"young",                    {5, 5, kYoungTicks, 3, 4},       full},
+        {"young on its slot",        {5, 5, kYoungTicks, 3, 3},       full},
+        {"moved on its slot",        {5, 6, 9, 3, 3},                 full},
+        {"still, old, not its slot", {5, 5, kYoungTicks + 1, 3, 4},   carry},
+        {"its sweep slot",           {5, 5, 9, 3, 3 + kSweepTicks},   sweep},
     };
     // clang-format on
     for (const Case &row : cases)
-        EXPECT_EQ(needsFullRead(row.facts), row.full) << row.description;
+        EXPECT_EQ(processRead(row.facts), row.read) << row.description;
 
     for (unsigned first = 0; first < 2 * kSweepTicks; ++first) {
         for (unsigned slot = 0; slot < kSweepTicks; ++slot) {
-            unsigned reads = 0;
+            unsigned sweeps = 0;
             for (unsigned tick = first; tick < first + kSweepTicks; ++tick)
-                reads += needsFullRead({5, 5, 9, slot, tick}) ? 1 : 0;
-            EXPECT_EQ(reads, 1u) << "slot " << slot << " from tick " << first;
+                sweeps += processRead({5, 5, 9, slot, tick}) == sweep ? 1 : 0;
+            EXPECT_EQ(sweeps, 1u) << "slot " << slot << " from tick " << first;
         }
     }
 }
