@@ -26,12 +26,17 @@ std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads,
 
     std::erase_if(state.smoothedTaskScores,
                   [&](const auto &entry) { return !indexByID.contains(entry.first); });
+    // Each load's smoothed score, by its place in `loads`: the sort below
+    // compares them many times, the map is asked once per load.
+    std::vector<std::map<QString, double>::iterator> scores;
+    scores.reserve(loads.size());
     for (const ApplicationLoad &load : loads) {
         const double raw = loadScore(load);
         const auto [entry, inserted] = state.smoothedTaskScores.try_emplace(load.id, raw);
         if (!inserted)
             entry->second = raw * TaskRankingConstants::newScoreWeight +
                             entry->second * TaskRankingConstants::oldScoreWeight;
+        scores.push_back(entry);
     }
 
     if (previousTasks.empty()) {
@@ -59,23 +64,15 @@ std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads,
         !state.lastTaskRankingUpdate ||
         now.secondsSince(*state.lastTaskRankingUpdate) >= TaskRankingConstants::reorderInterval;
     if (mayReorder) {
-        const auto scoreOf = [&](std::size_t index) -> std::optional<double> {
-            const auto found = state.smoothedTaskScores.find(loads[index].id);
-            if (found == state.smoothedTaskScores.end())
-                return std::nullopt;
-            return found->second;
-        };
         // An insertion sort that moves a source forward only past predecessors
         // it leads by more than the passing lead: ties and small leads keep
         // the earlier order, which is what makes the ranking hold still.
         for (std::size_t position = 1; position < order.size(); ++position) {
             std::size_t j = position;
             while (j > 0) {
-                const double current = scoreOf(order[j]).value_or(0.0);
-                const std::optional<double> previous = scoreOf(order[j - 1]);
-                const bool passes = previous
-                                        ? *previous + TaskRankingConstants::passingLead < current
-                                        : current > TaskRankingConstants::passingLead;
+                const bool passes = scores[order[j - 1]]->second +
+                                        TaskRankingConstants::passingLead <
+                                    scores[order[j]]->second;
                 if (!passes)
                     break;
                 std::swap(order[j], order[j - 1]);
@@ -108,19 +105,20 @@ std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads
         now.secondsSince(*state.lastTargetRankingUpdate) >= TaskRankingConstants::reorderInterval;
 
     for (ApplicationLoad &load : loads) {
-        if (!allowsRefresh) {
-            const auto standingPID = state.stableTargetPIDs.find(load.id);
-            if (standingPID != state.stableTargetPIDs.end()) {
-                const auto standing =
-                    std::find_if(load.processes.begin(), load.processes.end(),
-                                 [&](const ProcessMetric &process) {
-                                     return process.identity.pid == standingPID->second;
-                                 });
-                if (standing != load.processes.end())
-                    load.target = *standing;
-            }
+        const auto [standingPID, isNew] =
+            state.stableTargetPIDs.try_emplace(load.id, load.target.identity.pid);
+        if (isNew)
+            continue;
+        if (!allowsRefresh && standingPID->second != load.target.identity.pid) {
+            const auto standing =
+                std::find_if(load.processes.begin(), load.processes.end(),
+                             [&](const ProcessMetric &process) {
+                                 return process.identity.pid == standingPID->second;
+                             });
+            if (standing != load.processes.end())
+                load.target = *standing;
         }
-        state.stableTargetPIDs[load.id] = load.target.identity.pid;
+        standingPID->second = load.target.identity.pid;
     }
     if (allowsRefresh)
         state.lastTargetRankingUpdate = now;

@@ -110,6 +110,8 @@ struct Group {
 // disk, then the first in list order.
 qsizetype chooseTarget(const QList<ProcessMetric> &processes, const std::vector<qsizetype> &members)
 {
+    if (members.size() == 1) // most sources on a desktop: nothing to choose from
+        return members.front();
     std::unordered_set<pid_t> parents;
     parents.reserve(members.size());
     for (qsizetype index : members)
@@ -169,11 +171,22 @@ bool mentionsCodex(const ProcessMetric &process)
 
 std::uint64_t fnv1a64(const QString &text)
 {
-    std::uint64_t hash = 0xcbf29ce484222325ULL;
-    const QByteArray bytes = text.toUtf8();
-    for (const char byte : bytes) {
-        hash ^= static_cast<unsigned char>(byte);
-        hash *= 0x100000001b3ULL;
+    constexpr std::uint64_t offset = 0xcbf29ce484222325ULL;
+    constexpr std::uint64_t prime = 0x100000001b3ULL;
+    // ASCII is its own UTF-8: most keys are hashed where they lie, without
+    // making their bytes first.
+    std::uint64_t hash = offset;
+    for (const QChar character : text) {
+        if (character.unicode() >= 0x80) {
+            hash = offset;
+            for (const char byte : text.toUtf8()) {
+                hash ^= static_cast<unsigned char>(byte);
+                hash *= prime;
+            }
+            return hash;
+        }
+        hash ^= character.unicode();
+        hash *= prime;
     }
     return hash;
 }
