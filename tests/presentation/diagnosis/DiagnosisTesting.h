@@ -8,7 +8,6 @@
 #include "presentation/PresentationTesting.h"
 #include "presentation/diagnosis/LiveDiagnosisPage.h"
 #include "presentation/kit/Accessibility.h"
-#include "presentation/kit/DashboardPalette.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
 #include "snapshot/DashboardSnapshot.h"

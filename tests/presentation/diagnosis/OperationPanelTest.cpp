@@ -3,6 +3,10 @@
 #include "presentation/diagnosis/OperationTexts.h"
 #include "presentation/diagnosis/ProcessOperationPanel.h"
 #include "presentation/shell/TerminationConfirmationDialog.h"
+#include "support/FixtureTable.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -16,27 +20,26 @@ DashboardTerminationStatus statusOf(Phase phase, Signal mode = Signal::graceful)
     return {u"7-1.0"_s, u"worker"_s, 7, mode, phase};
 }
 
+// The status named by fields `at` (the phase; "-": none) and `at + 1` (the signal).
+OptionalTerminationStatus statusIn(const FixtureRow &row, std::size_t at)
+{
+    constexpr std::string_view phases[] = {"verifying", "exited", "unresponsive", "failed"};
+    const auto phase = std::find(std::begin(phases), std::end(phases), row.view(at));
+    if (phase == std::end(phases))
+        return std::nullopt;
+    return statusOf(Phase(phase - std::begin(phases)),
+                    row.fields[at + 1] == "forced" ? Signal::forced : Signal::graceful);
+}
+
 TEST(EndButtonTitle, FollowsTheSelectionsStatus)
 {
     const DashboardProcessNode target{.isTarget = true}, child;
-    const struct {
-        const DashboardProcessNode *process;
-        OptionalTerminationStatus status;
-        QString title;
-    } cases[] = {
-        {nullptr, std::nullopt, u"结束选中进程"_s},
-        {nullptr, statusOf(Phase::exited), u"结束选中进程"_s},
-        {&child, std::nullopt, u"结束选中进程"_s},
-        {&target, std::nullopt, u"结束主要进程"_s},
-        {&target, statusOf(Phase::verifying), u"正在结束…"_s},
-        {&child, statusOf(Phase::verifying, Signal::forced), u"正在强制结束…"_s},
-        {&target, statusOf(Phase::exited), u"进程已结束"_s},
-        {&child, statusOf(Phase::unresponsive), u"强制结束"_s},
-        {&child, statusOf(Phase::failed), u"重试结束"_s},
-        {&target, statusOf(Phase::failed, Signal::forced), u"强制结束失败"_s},
-    };
-    for (const auto &test : cases)
-        EXPECT_EQ(endButtonTitle(test.process, test.status), test.title);
+    for (const FixtureRow &row : fixtureTable(u"end-button-titles"_s)) {
+        const DashboardProcessNode *process = row.fields[0] == "-"        ? nullptr
+                                              : row.fields[0] == "target" ? &target
+                                                                          : &child;
+        EXPECT_EQ(endButtonTitle(process, statusIn(row, 1)), *row.text(3)) << row.where;
+    }
 }
 
 TEST(TerminationImpact, ItsFourCases)
@@ -44,30 +47,16 @@ TEST(TerminationImpact, ItsFourCases)
     DashboardTask task;
     task.terminationImpact = u"会中断当前测试。"_s;
     const DashboardProcessNode target{.isTarget = true}, parent{.children = {{}, {}}}, leaf;
-    const QString none = u"选择进程后显示结束操作的影响范围。"_s;
-    const struct {
-        const DashboardTask *task;
-        const DashboardProcessNode *process;
-        bool canTerminate;
-        OptionalTerminationStatus status;
-        QString text;
-    } cases[] = {
-        {nullptr, &leaf, true, std::nullopt, none},
-        {&task, nullptr, true, std::nullopt, none},
-        {&task, &target, true, std::nullopt, task.terminationImpact},
-        {&task, &parent, true, std::nullopt,
-         u"会结束这个进程，并可能中断它的 2 个直接子进程；所属应用也可能自动重新启动它。"_s},
-        {&task, &leaf, true, statusOf(Phase::failed),
-         u"会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。"_s},
-        {&task, &leaf, true, statusOf(Phase::unresponsive),
-         u"进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
-         u"所属应用也可能自动重新启动它。"_s},
-        {&task, &target, false, std::nullopt, task.terminationImpact},
-        {&task, &leaf, false, std::nullopt, u"安全预检未通过，不能从 KilnWarden 结束这个进程。"_s},
-    };
-    for (const auto &test : cases) {
-        EXPECT_EQ(terminationImpactText(test.task, test.process, test.canTerminate, test.status),
-                  test.text);
+    for (const FixtureRow &row : fixtureTable(u"termination-impacts"_s)) {
+        const QByteArray &kind = row.fields[1];
+        const DashboardProcessNode *process = kind == "target"   ? &target
+                                              : kind == "parent" ? &parent
+                                              : kind == "leaf"   ? &leaf
+                                                                 : nullptr;
+        EXPECT_EQ(terminationImpactText(row.fields[0] == "-" ? nullptr : &task, process,
+                                        row.fields[2] == "1", statusIn(row, 3)),
+                  *row.text(5))
+            << row.where;
     }
 }
 
@@ -75,46 +64,27 @@ TEST(VerificationStatus, PhaseOutranksRecoveryStateAndTheCountdownFollowsSamples
 {
     const DashboardRecoveryContext context{
         .processName = u"pytest"_s, .pid = 42, .startedAt = TimePoint::fromSecondsSince1970(1000)};
-    const auto at = [](double seconds) {
-        SystemMetricSample sample;
-        sample.timestamp = TimePoint::fromSecondsSince1970(seconds);
-        return std::optional<SystemMetricSample>(sample);
-    };
-    const std::optional<SystemMetricSample> none;
-    const QString left = u"正在验证结束该进程后的整机变化 · 剩余约 "_s;
-    const QString notEnded = u"本次操作未成功结束，未进入两分钟验证。"_s;
-    const struct {
-        OptionalTerminationStatus status;
-        State state;
-        std::optional<SystemMetricSample> latest;
-        QString text;
-    } cases[] = {
-        {statusOf(Phase::verifying), State::recovered, none,
-         u"正在确认原进程是否退出，通常不超过 2 秒。"_s},
-        {statusOf(Phase::unresponsive), State::terminationFailed, none,
-         u"进程仍在运行；如需继续，可再次确认强制结束。"_s},
-        {statusOf(Phase::failed, Signal::forced), State::terminationFailed, none,
-         u"强制结束未生效，建议打开系统监视器进一步检查。"_s},
-        {statusOf(Phase::failed), State::terminationFailed, none, notEnded},
-        {std::nullopt, State::idle, none, u"结束进程并确认退出后，将验证两分钟整机变化。"_s},
-        {statusOf(Phase::exited), State::recovering, none, left + u"2 分 0 秒"_s},
-        {std::nullopt, State::recovering, at(1000.9), left + u"1 分 59 秒"_s},
-        {std::nullopt, State::recovering, at(1061), left + u"59 秒"_s},
-        {std::nullopt, State::recovering, at(1500), left + u"0 秒"_s},
-        {std::nullopt, State::recovered, at(1100), u"负载或温度已下降，验证通过。"_s},
-        {std::nullopt, State::noImprovement, none, u"两分钟内未观察到达到阈值的整机改善。"_s},
-        {std::nullopt, State::insufficientData, none, u"缺少可比较的系统样本，无法完成验证。"_s},
-        {std::nullopt, State::terminationFailed, none, notEnded},
-    };
     const std::optional<DashboardRecoveryContext> stored = context;
-    for (const auto &test : cases) {
-        const DashboardRecoveryContext *effective = effectiveRecoveryContext(test.status, stored);
-        EXPECT_EQ(verificationStatusText(test.status, test.state, effective, test.latest),
-                  test.text);
+    constexpr std::string_view states[] = {
+        "idle",          "recovering",       "recovered",
+        "noImprovement", "insufficientData", "terminationFailed"};
+    for (const FixtureRow &row : fixtureTable(u"verification-status-texts"_s)) {
+        const OptionalTerminationStatus status = statusIn(row, 0);
+        const auto state = std::find(std::begin(states), std::end(states), row.view(2));
+        ASSERT_NE(state, std::end(states)) << row.where;
+        std::optional<SystemMetricSample> latest;
+        if (row.fields[3] != "-") {
+            latest.emplace();
+            latest->timestamp = TimePoint::fromSecondsSince1970(row.fields[3].toDouble());
+        }
+        EXPECT_EQ(verificationStatusText(status, State(state - std::begin(states)),
+                                         effectiveRecoveryContext(status, stored), latest),
+                  *row.text(4))
+            << row.where;
     }
     // Recovering with the context outranked by a running status.
     EXPECT_EQ(effectiveRecoveryContext(statusOf(Phase::verifying), stored), nullptr);
-    EXPECT_EQ(verificationStatusText(std::nullopt, State::recovering, nullptr, none),
+    EXPECT_EQ(verificationStatusText(std::nullopt, State::recovering, nullptr, std::nullopt),
               u"正在对比操作前后的 CPU、温度和热状态。"_s);
     EXPECT_EQ(verificationTargetLine(statusOf(Phase::unresponsive), &context), u"worker · PID 7"_s);
     EXPECT_EQ(verificationTargetLine(std::nullopt, &context), u"pytest · PID 42 · 最近一次操作"_s);
@@ -217,15 +187,7 @@ TEST_F(OperationPanel, UnresponsiveOffersTheForcedEndBehindTheDialog)
     ASSERT_TRUE(waitForOutcome());
     EXPECT_EQ(endButton->text(), u"强制结束"_s);
     EXPECT_TRUE(endButton->isEnabled());
-    auto *message = find<TextLabel>(u"terminationMessage"_s);
-    EXPECT_EQ(message->fullText(), u"python3：进程仍在运行，可尝试强制结束。"_s);
-    EXPECT_EQ(message->palette().color(QPalette::WindowText),
-              QColor::fromRgb(DashboardPalette::danger));
-    // Another process of the tree is not blocked.
-    select(801);
-    EXPECT_TRUE(endButton->isEnabled());
-
-    select(801, 802);
+    EXPECT_EQ(label("terminationMessage"), u"python3：进程仍在运行，可尝试强制结束。"_s);
     pressAndConfirm();
     ASSERT_TRUE(waitForOutcome());
     EXPECT_FALSE(endButton->isEnabled());
@@ -236,10 +198,7 @@ TEST_F(OperationPanel, AnExitStartsTheCountdownThatMovesWithSamples)
     select(801);
     reader->queueReadings(801, {targetOf(801), std::nullopt}); // checked once, then gone
     pressAndConfirm();
-    EXPECT_FALSE(endButton->isEnabled());
     ASSERT_TRUE(waitForOutcome());
-    EXPECT_FALSE(endButton->isEnabled());
-    EXPECT_EQ(label("recoveryTarget"), u"pytest · PID 801 · 最近一次操作"_s);
 
     QList<ProcessMetric> after = processes();
     after.removeAt(1); // pytest is gone

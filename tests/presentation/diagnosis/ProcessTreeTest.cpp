@@ -56,31 +56,6 @@ TEST(ProcessTreeFlattening, PreOrderOnlyBelowOpenNodesAtAnyDepth)
     EXPECT_TRUE(rows.back().node->isTarget);
 }
 
-TEST(ProcessTreeExpansion, ReplacedExactlyWhenTheTaskIDChanges)
-{
-    DashboardTask first{.id = u"a"_s, .processTree = {node(1, {node(2, {node(3, {}, true)})})}};
-    DashboardTask second = first;
-    second.id = u"b"_s;
-
-    ProcessExpansion expansion;
-    expansion.follow(&first);
-    EXPECT_EQ(expansion.expandedPIDs(), (std::set<pid_t>{1, 2}));
-    expansion.toggle(2);
-    expansion.toggle(7);
-    DashboardTask nextTick = first;
-    nextTick.processTree.front().cpu = 50; // a new sample of the same task
-    expansion.follow(&nextTick);
-    EXPECT_EQ(expansion.expandedPIDs(), (std::set<pid_t>{1, 7}));
-
-    expansion.follow(&second); // same pids, another task: starts afresh
-    EXPECT_EQ(expansion.expandedPIDs(), (std::set<pid_t>{1, 2}));
-    expansion.toggle(1);
-    expansion.follow(nullptr);
-    EXPECT_TRUE(expansion.expandedPIDs().empty());
-    expansion.follow(&second); // returning starts afresh too
-    EXPECT_EQ(expansion.expandedPIDs(), (std::set<pid_t>{1, 2}));
-}
-
 // bash(500) ─ make(501) ─ cc1(502), cc1(503, busy); plus an idle root (600).
 QList<ProcessMetric> buildProcesses(bool extraChild = false, double firstCC1CPU = 2)
 {

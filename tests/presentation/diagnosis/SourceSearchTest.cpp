@@ -55,10 +55,7 @@ TEST_F(SourceSearch, MatchesAnyNodeTrimmedAndCaseInsensitiveAndNamesAHiddenSelec
         {u"-"_s, everything},
         {u"  NODE \n"_s, {u"node"_s}},                  // application
         {taskWithTarget(120)->detail.left(6), {tests}}, // detail
-        {u"431"_s, {tests}},                            // pid, 3 levels down
-        {u"SQLITE-W"_s, {tests}},                       // name, deep
-        {u"thermal.cpp"_s, {u"clang++"_s}},             // command
-        {u"Dashboard-Web"_s, {u"node"_s}},              // project
+        {u"431"_s, {tests}},                            // a process 3 levels down
         {u"secret-token-value"_s, {}},                  // redacted away
         {u"no such thing"_s, {}},
     };
@@ -93,14 +90,8 @@ TEST_F(SourceSearch, MatchesAnyNodeTrimmedAndCaseInsensitiveAndNamesAHiddenSelec
 TEST_F(SourceSearch, ScopeAndFilterOnThePageAndAPressSelects)
 {
     LiveDiagnosisPage *page = openPage();
-    // The chosen scope is white on the accent colour: nothing darker than the accent.
-    auto *all = find(u"processListScope-all"_s);
-    const int accent = QColor::fromRgb(DashboardPalette::accent).lightness();
-    EXPECT_GE(darkestPixel(find(u"processListScope-attention"_s)).lightness(), accent - 8);
-    EXPECT_GE(darkestPixel(find(u"clearSourceFilter"_s)).lightness(), accent - 8);
-    QTest::mouseClick(all, Qt::LeftButton);
+    QTest::mouseClick(find(u"processListScope-all"_s), Qt::LeftButton);
     EXPECT_EQ(page->scope(), ProcessListScope::all);
-    EXPECT_GE(darkestPixel(all).lightness(), accent - 8);
     expectHeard(m_window.get(), {{u"processListScope-all"_s, {}, u"已选择"_s},
                                  {u"processListScope-attention"_s, {}, u"未选择"_s}});
     for (const QString &text :

@@ -3,8 +3,11 @@
 // the page's own test.
 
 #include "presentation/history/EventHistoryFilter.h"
+#include "support/FixtureTable.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,44 +24,28 @@ DashboardIncident incident(double peakCPU, std::optional<double> peakTemperature
 
 TEST(EventHistoryFilter, PassesAtItsThresholdsAndSearchReadsApplicationAndDetailOnly)
 {
-    using S = DashboardIncidentStatus;
-    using F = EventHistoryFilter;
-    const std::optional<double> none;
-    const struct {
-        const char *name;
-        DashboardIncident subject;
-        F filter;
-        bool passes;
-    } cases[] = {
-        {"all takes anything", incident(0.0, none), F::all, true},
-        {"high load from 30 %", incident(30.0, none), F::highLoad, true},
-        {"high load not below", incident(29.99, 99.0), F::highLoad, false},
-        {"temperature from 75 °C", incident(0.0, 75.0), F::temperature, true},
-        {"temperature not below", incident(99.0, 74.99), F::temperature, false},
-        {"temperature never unread", incident(99.0, none), F::temperature, false},
-        {"improved", incident(0.0, none, S::improved), F::improved, true},
-        {"recovered by itself", incident(0.0, none, S::recoveredWithoutAction), F::improved, true},
-        {"still observing", incident(0.0, none, S::observing), F::improved, false},
-        {"no improvement", incident(0.0, none, S::noImprovement), F::improved, false},
-        {"insufficient data", incident(0.0, none, S::insufficientData), F::improved, false},
-        {"action failed", incident(0.0, none, S::actionFailed), F::improved, false},
-    };
-    for (const auto &test : cases)
-        EXPECT_EQ(incidentPassesFilter(test.subject, test.filter), test.passes) << test.name;
-
-    const std::pair<const char *, bool> queries[] = {
-        {"", true},
-        {"   \t\n ", true},         // blanks alone find everything
-        {"visual studio", true},    // application, in another case
-        {"TSSERVER", true},         // detail, in another case
-        {"  tsserver.js \n", true}, // trimmed at both ends
-        {"code node", false},       // not across the two fields
-        {"结束", false},            // the action is not searched
-        {"python", false},
-    };
-    for (const auto &[query, matches] : queries)
-        EXPECT_EQ(incidentMatchesQuery(incident(0, none), QString::fromUtf8(query)), matches)
-            << query;
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("event-history-filters"))) {
+        const auto filter = std::find_if(
+            kAllEventHistoryFilters.begin(), kAllEventHistoryFilters.end(), [&](auto filter) {
+                return eventHistoryFilterIdentifier(filter) ==
+                       QStringLiteral("eventHistoryFilter-") + *row.text(0);
+            });
+        ASSERT_NE(filter, kAllEventHistoryFilters.end()) << row.where;
+        auto status = DashboardIncidentStatus::observing;
+        while (dashboardIncidentStatusName(status) != *row.text(3) &&
+               status != DashboardIncidentStatus::actionFailed)
+            status = DashboardIncidentStatus(int(status) + 1);
+        ASSERT_EQ(dashboardIncidentStatusName(status), *row.text(3)) << row.where;
+        const DashboardIncident subject = incident(
+            row.fields[1].toDouble(),
+            row.fields[2] == "-" ? std::nullopt : std::optional(row.fields[2].toDouble()), status);
+        EXPECT_EQ(incidentPassesFilter(subject, *filter), row.fields[4] == "1") << row.where;
+    }
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("event-history-queries"))) {
+        EXPECT_EQ(incidentMatchesQuery(incident(0, std::nullopt), *row.text(0)),
+                  row.fields[1] == "1")
+            << row.where;
+    }
 }
 
 } // namespace

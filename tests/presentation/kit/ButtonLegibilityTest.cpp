@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -27,15 +28,7 @@ QColor mostFrequent(const QImage &image)
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)
             ++counts[image.pixel(x, y) | 0xFF000000];
-    QRgb best = 0;
-    int bestCount = 0;
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
-        if (it.value() > bestCount) {
-            best = it.key();
-            bestCount = it.value();
-        }
-    }
-    return QColor::fromRgb(best);
+    return QColor::fromRgb(std::max_element(counts.cbegin(), counts.cend()).key());
 }
 
 // The highest contrast of a pixel of `image` (where `where` accepts it)

@@ -27,21 +27,8 @@ TEST(DashboardLayoutMetrics, ClassEdgesBelongToTheUpperClass)
     }
 }
 
-TEST(DashboardLayoutMetrics, TypographyScaleAndHalfPointFonts)
+TEST(DashboardLayoutMetrics, NoTextUnderElevenPixelsBelowARatioOfTwo)
 {
-    struct Row {
-        double width, scale;
-    };
-    for (const Row row :
-         {Row{500, 0.84}, Row{960, 0.84}, Row{1200, 0.92}, Row{1440, 1.0}, Row{3000, 1.0}})
-        EXPECT_DOUBLE_EQ(dashboardTypographyScale(row.width), row.scale) << row.width;
-    EXPECT_EQ(dashboardTypographyScale(1440), 1.0); // exactly, not nearly
-    EXPECT_EQ(dashboardScaledFontSize(13, 0.84), 11.0);
-    EXPECT_EQ(dashboardScaledFontSize(15, 0.84), 12.5);
-    EXPECT_EQ(dashboardScaledFontSize(22, 1.0), 22.0);
-    // Halves round away from zero: 12.25 is a half-point tie.
-    EXPECT_EQ(dashboardScaledFontSize(12.25, 1.0), 12.5);
-
     // Below a device pixel ratio of 2 no text is under 11 px, scaled or not.
     for (const auto &[size, ratio, legible] :
          {std::tuple{8.5, 1.0, 11.0}, std::tuple{8.5, 2.0, 8.5}, std::tuple{13.0, 1.0, 13.0}})

@@ -1,9 +1,8 @@
-// The one list model, from the rows a view shows before a tick and after it:
-// the signals that take the view there, never a reset. "+1-2" inserts rows 1
-// to 2, "-1-2" removes them, "m2>0" moves row 2 before row 0 and "~1-2"
-// announces that rows 1 to 2 changed. A row is "key" or "key=value".
+// The one list model, from the rows a view shows before a tick and after it
+// (the table keyed-row-diffs): the signals that take the view there.
 
 #include "presentation/kit/KeyedRowModel.h"
+#include "support/FixtureTable.h"
 
 #include <QAbstractItemModelTester>
 
@@ -21,7 +20,7 @@ struct Row {
 };
 using Model = KeyedRowModel<Row>;
 
-std::vector<Row> rowsOf(const char *text)
+std::vector<Row> rowsOf(const QByteArray &text)
 {
     std::vector<Row> rows;
     for (const QString &token : QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts)) {
@@ -35,33 +34,13 @@ QStringList modelTestWarnings;
 
 TEST(KeyedRowModel, EachTickIsTheFewestRunsOfInsertsRemovalsMovesAndChanges)
 {
-    const struct {
-        const char *before, *after, *expected;
-    } cases[] = {
-        {"", "a b c", "+0-2"},
-        {"a b c", "a b c", ""},
-        {"a b c", "a b=1 c=1", "~1-2"},
-        {"a b c d", "a=1 b=1 c d=1", "~0-1 ~3-3"},
-        {"a b c d e", "a e", "-1-3"},
-        {"a b c d e", "b d", "-4-4 -2-2 -0-0"},
-        {"a b c d e", "", "-0-4"},
-        {"b c", "a b c", "+0-0"},
-        {"a b", "a x y b", "+1-2"},
-        {"a b", "a b x y", "+2-3"},
-        {"a b c", "c a b", "m2>0"},
-        {"a b c", "d c a=1", "-1-1 +0-0 m2>1 ~2-2"},
-        // A key listed twice pairs up in order.
-        {"p=1 p=2", "p=1", "-1-1"},
-        {"p q", "p q p", "+2-2"},
-        {"p=1 p=2 q", "p=1 q p=2", "m2>1"},
-    };
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &message) {
         modelTestWarnings.append(message);
     });
-    for (const auto &test : cases) {
-        SCOPED_TRACE(std::string(test.before) + " -> " + test.after);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("keyed-row-diffs"))) {
+        SCOPED_TRACE(row.where);
         Model model;
-        model.setRows(rowsOf(test.before));
+        model.setRows(rowsOf(row.fields[0]));
         QAbstractItemModelTester tester(&model,
                                         QAbstractItemModelTester::FailureReportingMode::Warning);
         QStringList heard;
@@ -86,9 +65,9 @@ TEST(KeyedRowModel, EachTickIsTheFewestRunsOfInsertsRemovalsMovesAndChanges)
                          [&] { heard.append(QStringLiteral("reset")); });
         modelTestWarnings.clear();
 
-        model.setRows(rowsOf(test.after));
-        EXPECT_EQ(heard.join(u' ').toStdString(), test.expected);
-        EXPECT_EQ(model.rows(), rowsOf(test.after));
+        model.setRows(rowsOf(row.fields[1]));
+        EXPECT_EQ(heard.join(u' ').toUtf8(), row.fields[2]);
+        EXPECT_EQ(model.rows(), rowsOf(row.fields[1]));
         EXPECT_TRUE(modelTestWarnings.isEmpty()) << modelTestWarnings.join(u'\n').toStdString();
     }
     qInstallMessageHandler(nullptr);

@@ -1,6 +1,7 @@
 #include "presentation/kit/TrendChart.h"
 #include "presentation/kit/Accessibility.h"
 #include "presentation/kit/TrendChartData.h"
+#include "support/FixtureTable.h"
 
 #include <QImage>
 
@@ -11,8 +12,6 @@
 #include <limits>
 
 namespace {
-
-constexpr double kTolerance = 1e-6;
 
 // What the chart paints on a transparent canvas: a pixel has ink when it is
 // not (nearly) transparent.
@@ -63,12 +62,6 @@ TrendChartSeries series(std::vector<QPointF> points, QColor color = Qt::blue)
     return result;
 }
 
-void expectNear(QPointF actual, QPointF expected, const char *what)
-{
-    EXPECT_NEAR(actual.x(), expected.x(), 1e-3) << what;
-    EXPECT_NEAR(actual.y(), expected.y(), 1e-3) << what;
-}
-
 // The curve's shape between the points is the spline's look; that it passes
 // through every value is what the chart owes its reader.
 TEST(TrendChartSpline, PassesThroughEveryPoint)
@@ -78,7 +71,7 @@ TEST(TrendChartSpline, PassesThroughEveryPoint)
     ASSERT_EQ(path.elementCount(), 10);
     EXPECT_TRUE(path.elementAt(0).isMoveTo());
     for (std::size_t i = 0; i < points.size(); ++i)
-        expectNear(path.elementAt(int(3 * i)), points[i], "point");
+        EXPECT_LT(QLineF(path.elementAt(int(3 * i)), points[i]).length(), 1e-3) << i;
     // One point is only a move; none is nothing.
     const QPainterPath one = cardinalSplinePath({{3, 4}}, 0.5);
     ASSERT_EQ(one.elementCount(), 1);
@@ -175,58 +168,48 @@ TEST(TrendChartDrawing, NothingDrawsOutsideThePlot)
         EXPECT_GT(inkIn(image, plot), 500);
         EXPECT_EQ(inkIn(image, image.rect()), inkIn(image, plot));
         // A value beyond the domain sits on its edge.
-        EXPECT_NEAR(chart.mapToPlot({30, 180}).y(), chart.valueRect().top(), kTolerance);
+        EXPECT_NEAR(chart.mapToPlot({30, 180}).y(), chart.valueRect().top(), 1e-6);
     }
+}
+
+// "x:y" pairs as points.
+std::vector<QPointF> pointsIn(const QByteArray &field)
+{
+    std::vector<QPointF> points;
+    for (const QByteArray &pair : field.split(' ')) {
+        if (const QList<QByteArray> xy = pair.split(':'); xy.size() == 2)
+            points.emplace_back(xy[0].toDouble(), xy[1].toDouble());
+    }
+    return points;
 }
 
 TEST(TrendChartData, SeriesKeepTheirFiniteValuesAndMarkOnlyAValuedNewestPoint)
 {
-    const std::optional<double> none;
-    const double nan = std::nan("");
-    const double inf = std::numeric_limits<double>::infinity();
-    const auto at = [](double x, std::optional<double> cpu, std::optional<double> heat) {
-        return HeatTrendPoint{.elapsedSeconds = x, .cpu = cpu, .temperature = heat};
-    };
-    using Points = std::vector<QPointF>;
-    const struct {
-        const char *name;
-        std::vector<HeatTrendPoint> points;
-        Points cpu, temperature;
-        bool cpuMark, temperatureMark;
-    } cases[] = {
-        {"no points", {}, {}, {}, false, false},
-        {"one point", {at(300, 40, 60)}, {{300, 40}}, {{300, 60}}, true, true},
-        {"gaps are missing points, not zeros",
-         {at(0, 40, none), at(100, none, 61), at(300, 45, 62)},
-         {{0, 40}, {300, 45}},
-         {{100, 61}, {300, 62}},
-         true,
-         true},
-        {"the newest has no CPU",
-         {at(200, 40, 60), at(300, none, 61)},
-         {{200, 40}},
-         {{200, 60}, {300, 61}},
-         false,
-         true},
-        {"absurd readings",
-         {at(0, nan, 60), at(inf, 50, 61), at(300, 45, -inf)},
-         {{300, 45}},
-         {{0, 60}},
-         true,
-         false},
+    const auto valueIn = [](const QByteArray &field) {
+        return field == "-" ? std::nullopt : std::optional(field.toDouble());
     };
     TrendChartContent look;
     look.series = {{.name = QStringLiteral("CPU"), .lastPointMarkArea = 36},
                    {.name = QStringLiteral("温度"), .lastPointMarkArea = 30}};
-    for (const auto &test : cases) {
-        SCOPED_TRACE(test.name);
-        const TrendChartContent content = heatTrendContent(look, test.points);
-        EXPECT_EQ(content.series[0].points, test.cpu);
-        EXPECT_EQ(content.series[1].points, test.temperature);
-        EXPECT_EQ(content.series[0].lastPointMarkArea, test.cpuMark ? std::optional(36.0) : none);
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("heat-trend-series"))) {
+        std::vector<HeatTrendPoint> samples;
+        for (const QByteArray &sample : row.fields[0].split(' ')) {
+            if (const QList<QByteArray> v = sample.split(':'); v.size() == 3)
+                samples.push_back({.elapsedSeconds = v[0].toDouble(),
+                                   .cpu = valueIn(v[1]),
+                                   .temperature = valueIn(v[2])});
+        }
+        const TrendChartContent content = heatTrendContent(look, samples);
+        EXPECT_EQ(content.series[0].points, pointsIn(row.fields[1])) << row.where;
+        EXPECT_EQ(content.series[1].points, pointsIn(row.fields[2])) << row.where;
+        const QList<QByteArray> marked = row.fields[3].split(' ');
+        EXPECT_EQ(content.series[0].lastPointMarkArea,
+                  marked.contains("cpu") ? std::optional(36.0) : std::nullopt)
+            << row.where;
         EXPECT_EQ(content.series[1].lastPointMarkArea,
-                  test.temperatureMark ? std::optional(30.0) : none);
-        EXPECT_EQ(content.isEmpty(), test.points.empty());
+                  marked.contains("temperature") ? std::optional(30.0) : std::nullopt)
+            << row.where;
+        EXPECT_EQ(content.isEmpty(), samples.empty()) << row.where;
     }
 }
 
