@@ -54,7 +54,7 @@ TEST_F(SourceSearch, MatchesAnyNodeTrimmedAndCaseInsensitiveAndNamesAHiddenSelec
         {u" \t\n "_s, everything},
         {u"-"_s, everything},
         {u"  NODE \n"_s, {u"node"_s}},                  // application
-        {taskWithTarget(120)->detail.left(6), {tests}}, // detail
+        {taskWithTarget(120)->detail.section(u" · "_s, 1), {tests}}, // detail alone
         {u"431"_s, {tests}},                            // a process 3 levels down
         {u"secret-token-value"_s, {}},                  // redacted away
         {u"no such thing"_s, {}},
