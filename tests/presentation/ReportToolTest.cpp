@@ -3,10 +3,6 @@
 // session on a terminal of its own, in a project folder of its own and with a
 // secret-looking argument. Only that child is signalled.
 
-#include "platform/linux/FileReading.h"
-#include "platform/linux/ProcPidStat.h"
-#include "platform/linux/ProcStat.h"
-#include "probes/CPUUsageTracker.h"
 #include "support/ShellChild.h"
 
 #include <QDir>
@@ -21,91 +17,13 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
-#include <cmath>
-#include <mutex>
 #include <optional>
-#include <thread>
-#include <vector>
 
 #include <unistd.h>
 
 namespace {
 
 using namespace Qt::StringLiterals;
-
-// The machine's CPU ticks and the watched process's, read by a thread of the
-// test's own every few milliseconds with the wall-clock time, so a figure the
-// report gives over an interval can be compared with what was done over that
-// same interval, however busy the machine is.
-class MachineTickRecorder {
-public:
-    explicit MachineTickRecorder(pid_t watched) : m_thread([this, watched] { record(watched); }) {}
-    ~MachineTickRecorder()
-    {
-        m_stop = true;
-        m_thread.join();
-    }
-
-    // The machine's busy percent and the process's percent of one core
-    // between the readings nearest to two wall-clock times (seconds since
-    // 1970); nothing without readings within 50 ms of both.
-    std::optional<std::pair<double, double>> usageBetween(double from, double to) const
-    {
-        std::lock_guard lock(m_mutex);
-        const Reading *older = nearest(from);
-        const Reading *newer = nearest(to);
-        const std::optional<double> machine =
-            older && newer ? cpuUsageBetween(older->ticks, newer->ticks) : std::nullopt;
-        if (!machine || !(newer->wallClock > older->wallClock))
-            return std::nullopt;
-        const double seconds =
-            double(newer->processTicks - older->processTicks) / double(systemClockTicksPerSecond());
-        return std::pair(*machine, seconds / (newer->wallClock - older->wallClock) * 100.0);
-    }
-
-private:
-    struct Reading {
-        double wallClock = 0.0;
-        CPUTickSnapshot ticks;
-        unsigned long long processTicks = 0;
-    };
-
-    void record(pid_t watched)
-    {
-        const QByteArray path = "/proc/" + QByteArray::number(watched) + "/stat";
-        while (!m_stop.load()) {
-            const FileReadResult stat = readKernelFile(QByteArrayLiteral("/proc/stat"));
-            const FileReadResult process = readKernelFile(path);
-            const auto ticks =
-                stat.bytes ? parseProcStatCPUTicks(asView(*stat.bytes)) : std::nullopt;
-            const auto own =
-                process.bytes ? parseProcPidStat(asView(*process.bytes)) : std::nullopt;
-            if (ticks && own) {
-                std::lock_guard lock(m_mutex);
-                m_readings.push_back(
-                    {TimePoint::now().secondsSince1970, *ticks, own->userTicks + own->systemTicks});
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-    }
-    const Reading *nearest(double wallClock) const
-    {
-        const Reading *best = nullptr;
-        for (const Reading &reading : m_readings) {
-            const double distance = std::abs(reading.wallClock - wallClock);
-            if (distance <= 0.05 && (!best || distance < std::abs(best->wallClock - wallClock)))
-                best = &reading;
-        }
-        return best;
-    }
-
-    mutable std::mutex m_mutex;
-    std::vector<Reading> m_readings;
-    std::atomic<bool> m_stop{false};
-    std::thread m_thread;
-};
 
 struct ProcessResult {
     int exitCode = -1;
@@ -205,11 +123,8 @@ TEST_F(ReportRun, TextShowsEveryReadingTheMenuBarAndTheChildAmongTheTenBusiest)
     EXPECT_TRUE(childRow.endsWith(projectName())) << childRow.toStdString();
 }
 
-// The CPU figures against the ticks the test reads itself over the report's
-// own interval: they agree however busy the machine is.
-TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
+TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndTheChildsSession)
 {
-    const MachineTickRecorder recorder(m_child->pid());
     const QJsonObject report =
         QJsonDocument::fromJson(output({"--samples", "2", "--interval", "1", "--json"})).object();
     const QJsonArray samples = report["samples"].toArray();
@@ -253,16 +168,10 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheMenuBarAndFiguresOfTheSameInterval)
     EXPECT_LE(started, samples[0]["timestamp"].toDouble() + 0.02);
     EXPECT_GT(started, samples[0]["timestamp"].toDouble() - 30.0);
 
-    const double from = samples[0]["timestamp"].toDouble();
-    const double to = samples[1]["timestamp"].toDouble();
     EXPECT_EQ(samples[0]["cpuUsage"]["case"].toString(), "warmingUp");
     const QJsonObject cpu = samples[1]["cpuUsage"].toObject();
-    ASSERT_EQ(cpu["case"].toString(), "available");
+    EXPECT_EQ(cpu["case"].toString(), "available");
     EXPECT_EQ(cpu["source"].toString(), "Linux /proc/stat CPU ticks");
-    const auto measured = recorder.usageBetween(from, to);
-    ASSERT_TRUE(measured.has_value());
-    EXPECT_NEAR(cpu["value"].toDouble(), measured->first, 10.0);
-    EXPECT_NEAR(child["cpuPercent"].toDouble(), measured->second, 15.0);
 
     const QJsonObject network = samples[1]["networkThroughput"].toObject();
     EXPECT_EQ(network["case"].toString(), "available");
