@@ -1,10 +1,8 @@
 // The tray panel over made-up presentations, rendered offscreen: what it
-// chooses to show, what it says and speaks, and its colours in the dark
-// appearance.
+// chooses to show and what it says and speaks.
 
 #include "presentation/PresentationTesting.h"
 #include "presentation/kit/Accessibility.h"
-#include "presentation/kit/DashboardPalette.h"
 #include "presentation/tray/KilnWardenMenuBarPanel.h"
 #include "presentation/tray/MenuBarAppearance.h"
 
@@ -50,10 +48,9 @@ MenuBarPresentation withMessage(S state)
 
 // A shown panel, laid out as on screen.
 struct ShownPanel {
-    explicit ShownPanel(const MenuBarPresentation &p, bool dark = false)
+    explicit ShownPanel(const MenuBarPresentation &p)
     {
         panel.setPresentation(p);
-        panel.setDarkAppearance(dark);
         panel.resize(panel.sizeHint());
         panel.show();
         QApplication::processEvents();
@@ -69,19 +66,6 @@ struct ShownPanel {
     }
     KilnWardenMenuBarPanel panel;
 };
-
-QColor over(const QColor &base, const QColor &tint)
-{
-    const double a = tint.alphaF();
-    return QColor::fromRgbF(static_cast<float>(tint.redF() * a + base.redF() * (1 - a)),
-                            static_cast<float>(tint.greenF() * a + base.greenF() * (1 - a)),
-                            static_cast<float>(tint.blueF() * a + base.blueF() * (1 - a)));
-}
-
-void expectNear(const QColor &actual, const QColor &expected)
-{
-    EXPECT_LE(colorDistance(actual, expected), 6) << qPrintable(actual.name());
-}
 
 TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
 {
@@ -157,23 +141,8 @@ TEST(MenuBarPanel, namesTheTasksAndSpeaksEachRowAsOneElement)
     EXPECT_TRUE(value->state().invisible);
 }
 
-TEST(MenuBarPanel, paintsTheStateBackgroundOverItsSurfaceOfEitherAppearance)
+TEST(MenuBarPanel, aDarkWindowColourMeansTheDarkAppearance)
 {
-    // The task box and the message row are painted in it, over the dark surface.
-    const QColor surface = menuBarPanelColors(true).background;
-    for (const MenuBarPresentation &p :
-         {presentation(S::highLoad, task()), withMessage(S::normal)}) {
-        ShownPanel shown(p, true);
-        const QImage image = shown.panel.grab().toImage();
-        QWidget *box = shown.child(p.primaryTask ? QStringLiteral("menuBar-primary-task")
-                                                 : QStringLiteral("menuBar-status-message"));
-        ASSERT_NE(box, nullptr);
-        // Inside the box, left of its content and clear of its corners.
-        const QRect inBox(box->mapTo(&shown.panel, QPoint(0, 0)), box->size());
-        expectNear(image.pixelColor(inBox.left() + 4, inBox.center().y()),
-                   over(surface, menuBarStateBackground(p.state, true)));
-        expectNear(image.pixelColor(6, inBox.center().y()), surface);
-    }
     QPalette palette;
     palette.setColor(QPalette::Window, QColor(0x2B, 0x2B, 0x2B));
     EXPECT_TRUE(isDarkAppearance(palette));
