@@ -15,7 +15,6 @@
 #include "snapshot/DashboardSnapshot.h"
 #include "support/StoreTesting.h"
 
-#include <QAbstractButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
