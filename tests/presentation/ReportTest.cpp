@@ -152,6 +152,7 @@ TEST(ReportTasks, TextAndJsonShowTheRankedSourcesAndTheSelection)
     EXPECT_EQ(loadSourcesSection(*store),
               QString::fromUtf8(fixtureBytes(u"report-text/load-sources.txt"_s)));
     EXPECT_EQ(reportStateJson(*store), fixtureJson(u"state.json"_s));
+    EXPECT_EQ(sampleJson(*store->latestSystemSample()), fixtureJson(u"sample.json"_s));
 }
 
 } // namespace

@@ -113,20 +113,9 @@ TEST_F(ReportRun, JsonCarriesEveryProcessTheReadingsAndTheMenuBar)
     ASSERT_EQ(samples.size(), 2);
 
     for (const QJsonValue sample : samples) {
-        const QJsonArray processes = sample["processMetrics"].toArray();
-        EXPECT_GT(processes.size(), 1);
-        for (const QJsonValue process : processes) {
-            const QJsonObject object = process.toObject();
-            EXPECT_EQ(object["userID"].toInteger(), ::getuid()) << "another user's process";
-            EXPECT_EQ(object.keys(),
-                      (QStringList{"applicationName", "applicationPath", "command", "controlGroup",
-                                   "cpuPercent", "diskBytesPerSecond", "duration", "identity",
-                                   "isServiceManager", "leadsTerminalSession", "name", "parentPID",
-                                   "processGroupID", "residentBytes", "userID"}));
-            EXPECT_EQ(object["identity"].toObject().keys(),
-                      (QStringList{"executablePath", "pid", "startTime"}));
-            EXPECT_EQ(object["command"].toObject().keys(), (QStringList{"command", "project"}));
-        }
+        EXPECT_GT(sample["processMetrics"].toArray().size(), 1);
+        for (const QJsonValue process : sample["processMetrics"].toArray())
+            EXPECT_EQ(process["userID"].toInteger(), ::getuid()) << "another user's process";
     }
     EXPECT_EQ(samples[0]["cpuUsage"]["case"].toString(), "warmingUp");
     const QJsonObject cpu = samples[1]["cpuUsage"].toObject();
