@@ -26,10 +26,7 @@ SensorReading<double> available(double value)
 SystemMetricSample busySample(double seconds)
 {
     SystemMetricSample sample = makeSample(seconds);
-    sample.cpuUsage = available(64);
     sample.temperatureCelsius = available(70);
-    sample.fanRPM = available(2400);
-    sample.diskBytesPerSecond = available(3e6);
     const double loads[] = {52, 31, 30, 8, 7.9};
     for (int i = 0; i < 5; ++i)
         sample.processMetrics.append(
