@@ -26,7 +26,6 @@ MenuBarPresentation presentation(S state, std::optional<MenuBarPresentationTask>
 {
     MenuBarPresentation p;
     p.state = state;
-    p.menuTitle = QStringLiteral("负载高 · 82°");
     p.headline = QStringLiteral("负载高");
     p.symbolName = QStringLiteral("exclamationmark.triangle.fill");
     p.cpu = {QStringLiteral("cpu"), QStringLiteral("CPU"), QStringLiteral("64%"), std::nullopt};
