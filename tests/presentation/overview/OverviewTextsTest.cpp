@@ -60,25 +60,16 @@ TEST_F(OverviewTextsTest, CPUMeanTakesTheLastFiveMinutesAndSkipsMissingValues)
 
 TEST_F(OverviewTextsTest, ImpactBadgeChangesAtEightAndThirtyPercent)
 {
-    struct Row {
-        double cpu;
-        const char *text;
-        QRgb foreground;
-        QRgb background;
+    const std::pair<double, OverviewImpactBadge> rows[] = {
+        {7.99, {QStringLiteral("低影响"), P::success, P::successBackground}},
+        {8.0, {QStringLiteral("中影响"), P::accent, P::accentBackground}},
+        {29.99, {QStringLiteral("中影响"), P::accent, P::accentBackground}},
+        {30.0, {QStringLiteral("高影响"), P::warning, P::warningBackground}},
+        {std::numeric_limits<double>::quiet_NaN(),
+         {QStringLiteral("低影响"), P::success, P::successBackground}},
     };
-    const Row rows[] = {
-        {7.99, "低影响", P::success, P::successBackground},
-        {8.0, "中影响", P::accent, P::accentBackground},
-        {29.99, "中影响", P::accent, P::accentBackground},
-        {30.0, "高影响", P::warning, P::warningBackground},
-        {std::numeric_limits<double>::quiet_NaN(), "低影响", P::success, P::successBackground},
-    };
-    for (const Row &row : rows) {
-        const OverviewImpactBadge badge = overviewImpactBadge(row.cpu);
-        EXPECT_EQ(badge, (OverviewImpactBadge{QString::fromUtf8(row.text), row.foreground,
-                                              row.background}))
-            << row.cpu;
-    }
+    for (const auto &[cpu, badge] : rows)
+        EXPECT_EQ(overviewImpactBadge(cpu), badge) << cpu;
 }
 
 // The words of each reading case are the reading's own, tested with it: one

@@ -135,33 +135,29 @@ TEST(DashboardShell, ClosedWindowFollowsNoTickAndCatchesUpWhenShown)
 // keeps, a width the layout decides) lays nothing out; one that grows it does.
 TEST(DashboardShell, TextChangesLayOutOnlyWhenTheLabelsSizeCanChange)
 {
-    const struct {
-        bool elided;
-        QSizePolicy::Policy width;
-        const char *from;
-        const char *to;
-        bool laysOut;
-    } rows[] = {{false, QSizePolicy::Preferred, "10:20", "20:10", false},
-                {true, QSizePolicy::Preferred, "10:20", "20:10", false},
-                {true, QSizePolicy::Ignored, "1.2 MB/s", "12.5 MB/s", false},
-                {false, QSizePolicy::Preferred, "10:20", "10:20 · 需要关注", true}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.to);
+    // Elided, width policy, text before and after, and whether the layout is asked.
+    const std::tuple<bool, QSizePolicy::Policy, const char *, const char *, bool> rows[] = {
+        {false, QSizePolicy::Preferred, "10:20", "20:10", false},
+        {true, QSizePolicy::Preferred, "10:20", "20:10", false},
+        {true, QSizePolicy::Ignored, "1.2 MB/s", "12.5 MB/s", false},
+        {false, QSizePolicy::Preferred, "10:20", "10:20 · 需要关注", true}};
+    for (const auto &[elided, width, from, to, laysOut] : rows) {
+        SCOPED_TRACE(to);
         QWidget box;
-        auto *label = new TextLabel(QString::fromUtf8(row.from), 12, DashboardFontWeight::regular,
-                                    0xff000000);
-        label->setElided(row.elided);
-        label->setSizePolicy(row.width, QSizePolicy::Preferred);
+        auto *label =
+            new TextLabel(QString::fromUtf8(from), 12, DashboardFontWeight::regular, 0xff000000);
+        label->setElided(elided);
+        label->setSizePolicy(width, QSizePolicy::Preferred);
         attach(&box, column(0, {}, {label, flexible()}));
         box.resize(300, 100);
         box.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
         settleEvents(0);
         LayoutRequestCounter layouts;
-        label->setText(QString::fromUtf8(row.to));
+        label->setText(QString::fromUtf8(to));
         settleEvents(0);
-        EXPECT_EQ(layouts.count > 0, row.laysOut) << layouts.count;
-        EXPECT_EQ(label->text(), QString::fromUtf8(row.to));
+        EXPECT_EQ(layouts.count > 0, laysOut) << layouts.count;
+        EXPECT_EQ(label->text(), QString::fromUtf8(to));
     }
 }
 
