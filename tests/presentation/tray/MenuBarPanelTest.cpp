@@ -70,12 +70,7 @@ TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
 {
     using D = MenuBarPanelDetail;
     const std::optional<QString> calm = withMessage(S::normal).statusMessage;
-    struct Case {
-        const char *name;
-        MenuBarPresentation presentation;
-        D detail;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, MenuBarPresentation, D> cases[] = {
         {"observing", withMessage(S::observing), D::message},
         // A calm state never names a task, even when handed one.
         {"normal with a task", presentation(S::normal, task(), calm), D::message},
@@ -85,12 +80,12 @@ TEST(MenuBarPanel, choosesTheTaskBoxTheMessageRowOrNeither)
         // An abnormal state without a task shows neither, message or not.
         {"action without task", presentation(S::actionRecommended, {}, calm), D::none},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(menuBarPanelDetail(c.presentation), c.detail);
-        ShownPanel shown(c.presentation);
-        EXPECT_EQ(shown.shows(QStringLiteral("menuBar-primary-task")), c.detail == D::primaryTask);
-        EXPECT_EQ(shown.shows(QStringLiteral("menuBar-status-message")), c.detail == D::message);
+    for (const auto &[name, presented, detail] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(menuBarPanelDetail(presented), detail);
+        ShownPanel shown(presented);
+        EXPECT_EQ(shown.shows(QStringLiteral("menuBar-primary-task")), detail == D::primaryTask);
+        EXPECT_EQ(shown.shows(QStringLiteral("menuBar-status-message")), detail == D::message);
         // The panel is exactly as tall as its content: a hidden box takes no room.
         EXPECT_EQ(shown.panel.height(), shown.panel.sizeHint().height());
     }
