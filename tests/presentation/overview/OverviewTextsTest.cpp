@@ -19,12 +19,10 @@ namespace P = DashboardPalette;
 HeatTrendPoint point(double elapsed, std::optional<double> cpu,
                      std::optional<double> temperature = std::nullopt)
 {
-    HeatTrendPoint result;
-    result.elapsedSeconds = elapsed;
-    result.cpu = cpu;
-    result.temperature = temperature;
-    result.thermalState = SystemThermalState::nominal;
-    return result;
+    return {.elapsedSeconds = elapsed,
+            .cpu = cpu,
+            .temperature = temperature,
+            .thermalState = SystemThermalState::nominal};
 }
 
 SystemMetricSample sampleWith(SystemThermalState thermal)
@@ -77,24 +75,20 @@ TEST_F(OverviewTextsTest, ImpactBadgeChangesAtEightAndThirtyPercent)
 TEST_F(OverviewTextsTest, CardsShowReadingsAndTheirCases)
 {
     using C = SensorReadingCase;
-    struct Row {
-        C readingCase;
-        std::array<double, 4> readings;     // temperature, cpu, fan, disk
-        std::array<const char *, 4> values; // the cards in the same order
-    };
-    const Row rows[] = {
+    // A case, the temperature, CPU, fan and disk readings, and the cards' values in that order.
+    const std::tuple<C, std::array<double, 4>, std::array<const char *, 4>> rows[] = {
         {C::available, {61.26, 41.6, 1900.2, 7.2e6}, {"61.3°C", "42%", "1,900 rpm", "7.2 MB/s"}},
         {C::permissionDenied, {}, {"权限受限", "权限受限", "权限受限", "权限受限"}},
     };
-    for (const Row &row : rows) {
+    for (const auto &[readingCase, readings, values] : rows) {
         SystemMetricSample sample = sampleWith(SystemThermalState::fair);
-        sample.temperatureCelsius = readingOf(row.readingCase, row.readings[0]);
-        sample.cpuUsage = readingOf(row.readingCase, row.readings[1]);
-        sample.fanRPM = readingOf(row.readingCase, row.readings[2]);
-        sample.diskBytesPerSecond = readingOf(row.readingCase, row.readings[3]);
+        sample.temperatureCelsius = readingOf(readingCase, readings[0]);
+        sample.cpuUsage = readingOf(readingCase, readings[1]);
+        sample.fanRPM = readingOf(readingCase, readings[2]);
+        sample.diskBytesPerSecond = readingOf(readingCase, readings[3]);
         const auto cards = overviewMetricCards(sample, {});
         for (std::size_t i = 0; i < cards.size(); ++i)
-            EXPECT_EQ(cards[i].value, QString::fromUtf8(row.values[i])) << row.values[i];
+            EXPECT_EQ(cards[i].value, QString::fromUtf8(values[i])) << values[i];
         // The thermal state is not a reading: it is named whatever the sensors say.
         EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 状态尚可"));
     }

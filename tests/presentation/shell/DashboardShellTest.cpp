@@ -23,13 +23,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-template <typename T = QWidget> T *find(QWidget *root, const QString &identifier)
-{
-    T *found = root->findChild<T *>(identifier);
-    EXPECT_NE(found, nullptr) << identifier.toStdString();
-    return found;
-}
-
 // Two samples of a build (so rates and ranking have run) with one child.
 void ingestBuild(DashboardStore &store, double cpu = 80.0)
 {
@@ -49,10 +42,10 @@ TEST(DashboardShell, NarrowSidebarShowsSymbolsNamedByTheirToolTips)
     window.show();
     settleEvents(0);
     // Narrow: symbols only, named by their tool tips.
-    EXPECT_EQ(find<QWidget>(&window, u"sidebar-hardware-monitor"_s)->toolTip(), u"硬件监控"_s);
+    EXPECT_EQ(window.findChild<QWidget *>(u"sidebar-hardware-monitor"_s)->toolTip(), u"硬件监控"_s);
     for (TextLabel *label : window.shell()->sidebar()->findChildren<TextLabel *>())
         EXPECT_FALSE(label->isVisible()) << label->fullText().toStdString();
-    EXPECT_TRUE(find<QWidget>(&window, u"settingsButton"_s)->isVisible());
+    EXPECT_TRUE(window.findChild<QWidget *>(u"settingsButton"_s)->isVisible());
 }
 
 TEST(DashboardShell, StatusLineBySection)
