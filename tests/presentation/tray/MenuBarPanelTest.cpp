@@ -24,19 +24,15 @@ MenuBarPresentationTask task(const QString &application = QStringLiteral("clang+
 MenuBarPresentation presentation(S state, std::optional<MenuBarPresentationTask> primaryTask = {},
                                  std::optional<QString> statusMessage = {}, qint64 remaining = 0)
 {
-    MenuBarPresentation p;
-    p.state = state;
-    p.headline = QStringLiteral("负载高");
-    p.symbolName = QStringLiteral("exclamationmark.triangle.fill");
-    p.cpu = {QStringLiteral("cpu"), QStringLiteral("CPU"), QStringLiteral("64%"), std::nullopt};
-    p.temperature = {QStringLiteral("temperature"), QStringLiteral("温度"), QStringLiteral("82°C"),
-                     std::nullopt};
-    p.fan = {QStringLiteral("fan"), QStringLiteral("风扇"), QStringLiteral("受限"),
-             QStringLiteral("权限受限")};
-    p.statusMessage = std::move(statusMessage);
-    p.primaryTask = std::move(primaryTask);
-    p.remainingAttentionTaskCount = remaining;
-    return p;
+    return {.state = state,
+            .headline = u"负载高"_s,
+            .symbolName = u"exclamationmark.triangle.fill"_s,
+            .cpu = {u"cpu"_s, u"CPU"_s, u"64%"_s, std::nullopt},
+            .temperature = {u"temperature"_s, u"温度"_s, u"82°C"_s, std::nullopt},
+            .fan = {u"fan"_s, u"风扇"_s, u"受限"_s, u"权限受限"_s},
+            .statusMessage = std::move(statusMessage),
+            .primaryTask = std::move(primaryTask),
+            .remainingAttentionTaskCount = remaining};
 }
 
 // A state with no task and the message the store gives it.
