@@ -17,7 +17,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <ctime>
 #include <optional>
 #include <vector>
@@ -73,13 +72,6 @@ private:
     QByteArray m_saved;
     bool m_had;
 };
-
-// The summed distance of the red, green and blue channels.
-inline int colorDistance(const QColor &a, const QColor &b)
-{
-    return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
-           std::abs(a.blue() - b.blue());
-}
 
 // The darkest pixel a light widget paints: the core of its text, so the
 // colour the text is drawn in.

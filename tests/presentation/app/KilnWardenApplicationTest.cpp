@@ -6,6 +6,7 @@
 #include "presentation/PresentationTesting.h"
 #include "presentation/shell/DashboardShell.h"
 #include "presentation/shell/DashboardWindow.h"
+#include "support/FixtureTable.h"
 
 #include <QApplication>
 #include <QFile>
@@ -13,7 +14,6 @@
 #include <QScreen>
 #include <QTemporaryDir>
 
-#include <optional>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
@@ -45,18 +45,6 @@ TEST(KilnWardenApplication, RunsLiveThroughEverySectionAndStops)
         EXPECT_EQ(window->shell()->currentPage()->section(), section);
         EXPECT_FALSE(window->grab().isNull());
     }
-
-    // Closing hides the window and stops nothing; showing brings the same one
-    // back at its size and on its page.
-    window->resize(1300, 850);
-    window->close();
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_TRUE(application.store().isMonitoring());
-    application.showDashboardWindow();
-    EXPECT_EQ(application.dashboardWindow(), window);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(window->size(), QSize(1300, 850));
-    EXPECT_EQ(window->shell()->selectedSection(), DashboardSection::settings);
 
     application.terminate();
     EXPECT_FALSE(application.store().isMonitoring());
@@ -123,58 +111,38 @@ TEST(KilnWardenProgram, LaterStartsHandOverAndSignalQuitsCleanly)
 // language, Chinese by default, English with an English LANG.
 TEST(KilnWardenProgram, EndsAtOnceWithOneClearAnswer)
 {
-    const struct {
-        QStringList arguments;
-        std::optional<QString> display; // absent: unset
-        int exitCode;
-        QString output; // the start of standard output
-        QString errorFirstLine;
-        QString lang; // empty: the tests' own C locale
-    } rows[] = {
-        {{u"--help"_s}, std::nullopt, 0, u"用法：kilnwarden "_s, {}},
-        {{u"--help"_s},
-         std::nullopt,
-         0,
-         u"usage: kilnwarden [--dashboard-size WIDTH HEIGHT] [--dashboard-page SECTION]\n"_s,
-         {},
-         u"en_US.UTF-8"_s},
-        {{u"--version"_s}, std::nullopt, 0, u"kilnwarden 1.0\n"_s, {}},
-        {{u"--bogus"_s}, std::nullopt, 2, {}, u"kilnwarden: 未知选项“--bogus”"_s},
-        {{}, std::nullopt, 1, {}, u"kilnwarden: 没有可用的显示"_s},
-        {{}, u""_s, 1, {}, u"kilnwarden: 没有可用的显示"_s},
-        {{}, u":97"_s, 1, {}, u"kilnwarden: 没有可用的显示"_s}, // no server there
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.arguments.join(u' ').toStdString() +
-                     " DISPLAY=" + row.display.value_or(u"(unset)"_s).toStdString());
+    for (const FixtureRow &row : fixtureTable(u"program-early-exits"_s)) {
+        SCOPED_TRACE(row.where);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const QString &name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
             environment.remove(name);
-        if (row.display)
-            environment.insert(u"DISPLAY"_s, *row.display);
-        if (!row.lang.isEmpty()) {
+        if (row.fields[1] != "unset")
+            environment.insert(u"DISPLAY"_s, *row.text(1));
+        if (!row.fields[2].isEmpty()) {
             for (const QString &name : {u"LC_ALL"_s, u"LC_MESSAGES"_s, u"LANGUAGE"_s})
                 environment.remove(name);
-            environment.insert(u"LANG"_s, row.lang);
+            environment.insert(u"LANG"_s, *row.text(2));
         }
         QTemporaryDir runtime; // a start that got through would not meet a real one
         environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
         QProcess program;
         program.setProcessEnvironment(environment);
-        program.start(QStringLiteral(KW_APP_BINARY), row.arguments);
+        program.start(QStringLiteral(KW_APP_BINARY),
+                      row.fields[0].isEmpty() ? QStringList() : row.text(0)->split(u','));
         ASSERT_TRUE(program.waitForFinished(30000));
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-        EXPECT_EQ(program.exitCode(), row.exitCode);
+        const int exitCode = row.fields[3].toInt();
+        EXPECT_EQ(program.exitCode(), exitCode);
         const QString output = QString::fromLocal8Bit(program.readAllStandardOutput());
         const QStringList errors =
             QString::fromLocal8Bit(program.readAllStandardError()).split(u'\n');
-        EXPECT_TRUE(output.startsWith(row.output)) << output.toStdString();
-        EXPECT_TRUE(errors.first().startsWith(row.errorFirstLine)) << errors.first().toStdString();
-        if (row.exitCode == 1) {
+        EXPECT_TRUE(output.startsWith(*row.text(4))) << output.toStdString();
+        EXPECT_TRUE(errors.first().startsWith(*row.text(5))) << errors.first().toStdString();
+        if (exitCode == 1) {
             EXPECT_EQ(errors.size(), 2); // one line and its newline
             EXPECT_TRUE(errors.first().contains(u"kilnwarden-report"_s));
         }
-        if (row.exitCode == 2) {
+        if (exitCode == 2) {
             EXPECT_TRUE(errors.value(1).startsWith(u"用法：kilnwarden "_s));
         }
     }

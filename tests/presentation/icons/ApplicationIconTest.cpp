@@ -2,12 +2,10 @@
 // drawn from the same geometry, and PNGs of the very pixels the window shows.
 
 #include "presentation/icons/ApplicationIcon.h"
-#include "presentation/kit/DashboardPalette.h"
 #include "presentation/kit/KilnWardenMark.h"
 
 #include <QDir>
 #include <QImage>
-#include <QPainter>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
@@ -16,38 +14,24 @@
 
 namespace {
 
-using namespace DashboardPalette;
+using namespace Qt::StringLiterals;
 
-TEST(ApplicationIcon, svgDrawsTheTileAndTheMarksStrokesAndBars)
+TEST(ApplicationIcon, svgIsWellFormedWithTheTileAndTheMarksBars)
 {
     QXmlStreamReader reader(kilnWardenApplicationIconSvg());
-    QStringList strokes;
-    std::vector<QXmlStreamAttributes> rects;
+    std::vector<QRectF> rects;
     while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement)
+        if (reader.readNext() != QXmlStreamReader::StartElement || reader.name() != "rect"_L1)
             continue;
-        if (reader.name() == QLatin1String("path"))
-            strokes << reader.attributes().value(QLatin1String("stroke")).toString();
-        if (reader.name() == QLatin1String("rect"))
-            rects.push_back(reader.attributes());
+        const auto at = [&](const char *key) {
+            return reader.attributes().value(QLatin1String(key)).toDouble();
+        };
+        rects.emplace_back(at("x"), at("y"), at("width"), at("height"));
     }
     ASSERT_FALSE(reader.hasError()) << qPrintable(reader.errorString());
-    // The brackets in ink, the pulse in the accent with its peak in the heat colour.
-    const auto name = [](QRgb rgb) { return QColor::fromRgb(rgb).name(); };
-    EXPECT_EQ(strokes, (QStringList{name(brandInk), name(accent), name(brandOrange),
-                                    name(accent)}));
     ASSERT_EQ(rects.size(), 6u); // the tile and five bars
-    EXPECT_EQ(rects[0].value(QLatin1String("fill")), QLatin1String("#ffffff"));
-    for (int bar = 0; bar < 5; ++bar) {
-        SCOPED_TRACE(bar);
-        const auto at = [&](const char *key) {
-            return rects[1 + bar].value(QLatin1String(key)).toDouble();
-        };
-        const QRectF expected = KilnWardenMarkGeometry::loadBar(bar);
-        EXPECT_EQ(QRectF(at("x"), at("y"), at("width"), at("height")), expected);
-        EXPECT_EQ(rects[1 + bar].value(QLatin1String("fill")),
-                  name(bar == KilnWardenMarkGeometry::markedBarIndex ? brandOrange : accent));
-    }
+    for (int bar = 0; bar < 5; ++bar)
+        EXPECT_EQ(rects[1 + bar], KilnWardenMarkGeometry::loadBar(bar)) << bar;
 }
 
 TEST(ApplicationIcon, themeHoldsTheSvgAndEveryPixelSize)

@@ -19,12 +19,10 @@ namespace P = DashboardPalette;
 HeatTrendPoint point(double elapsed, std::optional<double> cpu,
                      std::optional<double> temperature = std::nullopt)
 {
-    HeatTrendPoint result;
-    result.elapsedSeconds = elapsed;
-    result.cpu = cpu;
-    result.temperature = temperature;
-    result.thermalState = SystemThermalState::nominal;
-    return result;
+    return {.elapsedSeconds = elapsed,
+            .cpu = cpu,
+            .temperature = temperature,
+            .thermalState = SystemThermalState::nominal};
 }
 
 SystemMetricSample sampleWith(SystemThermalState thermal)
@@ -60,25 +58,16 @@ TEST_F(OverviewTextsTest, CPUMeanTakesTheLastFiveMinutesAndSkipsMissingValues)
 
 TEST_F(OverviewTextsTest, ImpactBadgeChangesAtEightAndThirtyPercent)
 {
-    struct Row {
-        double cpu;
-        const char *text;
-        QRgb foreground;
-        QRgb background;
+    const std::pair<double, OverviewImpactBadge> rows[] = {
+        {7.99, {QStringLiteral("低影响"), P::success, P::successBackground}},
+        {8.0, {QStringLiteral("中影响"), P::accent, P::accentBackground}},
+        {29.99, {QStringLiteral("中影响"), P::accent, P::accentBackground}},
+        {30.0, {QStringLiteral("高影响"), P::warning, P::warningBackground}},
+        {std::numeric_limits<double>::quiet_NaN(),
+         {QStringLiteral("低影响"), P::success, P::successBackground}},
     };
-    const Row rows[] = {
-        {7.99, "低影响", P::success, P::successBackground},
-        {8.0, "中影响", P::accent, P::accentBackground},
-        {29.99, "中影响", P::accent, P::accentBackground},
-        {30.0, "高影响", P::warning, P::warningBackground},
-        {std::numeric_limits<double>::quiet_NaN(), "低影响", P::success, P::successBackground},
-    };
-    for (const Row &row : rows) {
-        const OverviewImpactBadge badge = overviewImpactBadge(row.cpu);
-        EXPECT_EQ(badge, (OverviewImpactBadge{QString::fromUtf8(row.text), row.foreground,
-                                              row.background}))
-            << row.cpu;
-    }
+    for (const auto &[cpu, badge] : rows)
+        EXPECT_EQ(overviewImpactBadge(cpu), badge) << cpu;
 }
 
 // The words of each reading case are the reading's own, tested with it: one
@@ -86,24 +75,20 @@ TEST_F(OverviewTextsTest, ImpactBadgeChangesAtEightAndThirtyPercent)
 TEST_F(OverviewTextsTest, CardsShowReadingsAndTheirCases)
 {
     using C = SensorReadingCase;
-    struct Row {
-        C readingCase;
-        std::array<double, 4> readings;     // temperature, cpu, fan, disk
-        std::array<const char *, 4> values; // the cards in the same order
-    };
-    const Row rows[] = {
+    // A case, the temperature, CPU, fan and disk readings, and the cards' values in that order.
+    const std::tuple<C, std::array<double, 4>, std::array<const char *, 4>> rows[] = {
         {C::available, {61.26, 41.6, 1900.2, 7.2e6}, {"61.3°C", "42%", "1,900 rpm", "7.2 MB/s"}},
         {C::permissionDenied, {}, {"权限受限", "权限受限", "权限受限", "权限受限"}},
     };
-    for (const Row &row : rows) {
+    for (const auto &[readingCase, readings, values] : rows) {
         SystemMetricSample sample = sampleWith(SystemThermalState::fair);
-        sample.temperatureCelsius = readingOf(row.readingCase, row.readings[0]);
-        sample.cpuUsage = readingOf(row.readingCase, row.readings[1]);
-        sample.fanRPM = readingOf(row.readingCase, row.readings[2]);
-        sample.diskBytesPerSecond = readingOf(row.readingCase, row.readings[3]);
+        sample.temperatureCelsius = readingOf(readingCase, readings[0]);
+        sample.cpuUsage = readingOf(readingCase, readings[1]);
+        sample.fanRPM = readingOf(readingCase, readings[2]);
+        sample.diskBytesPerSecond = readingOf(readingCase, readings[3]);
         const auto cards = overviewMetricCards(sample, {});
         for (std::size_t i = 0; i < cards.size(); ++i)
-            EXPECT_EQ(cards[i].value, QString::fromUtf8(row.values[i])) << row.values[i];
+            EXPECT_EQ(cards[i].value, QString::fromUtf8(values[i])) << values[i];
         // The thermal state is not a reading: it is named whatever the sensors say.
         EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 状态尚可"));
     }
@@ -113,12 +98,8 @@ TEST_F(OverviewTextsTest, CardsShowReadingsAndTheirCases)
     EXPECT_EQ(hot[1].caption, QStringLiteral("CPU 负载 · 近 5 分钟平均 100%"));
 
     const auto cards = overviewMetricCards(std::nullopt, {});
-    const char *const identifiers[] = {"liveMetric-temperature", "liveMetric-cpu", "liveMetric-fan",
-                                       "liveMetric-disk-io"};
-    for (std::size_t i = 0; i < cards.size(); ++i) {
-        EXPECT_EQ(cards[i].identifier, QLatin1String(identifiers[i]));
-        EXPECT_EQ(cards[i].value, QString::fromUtf8(kSampling)) << identifiers[i];
-    }
+    for (const OverviewMetricCardContent &card : cards)
+        EXPECT_EQ(card.value, QString::fromUtf8(kSampling)) << card.identifier.toStdString();
     EXPECT_EQ(cards[0].caption, QStringLiteral("当前温度 · 采集中"));
     EXPECT_EQ(cards[1].caption, QStringLiteral("CPU 负载 · 近 5 分钟平均 采集中"));
     EXPECT_EQ(cards[2].caption, QStringLiteral("风扇转速 · 自动调速"));
@@ -153,10 +134,8 @@ TEST(OverviewTrendContentTest, FixedScalesWithTheOverlayOrEachSeriesOverItsBase)
     const TrendChartSeries &cpu = one.series[0];
     const TrendChartSeries &temperature = one.series[1];
     EXPECT_EQ(cpu.name, QStringLiteral("CPU"));
-    EXPECT_EQ(cpu.color, QColor::fromRgb(P::warning));
     EXPECT_EQ(cpu.area->baseValue, 0.0);
     EXPECT_EQ(temperature.name, QStringLiteral("温度"));
-    EXPECT_EQ(temperature.color, QColor::fromRgb(P::accent));
     EXPECT_EQ(temperature.area->baseValue, 0.0); // no band edge inside the plot
     EXPECT_EQ(temperature.points.front(), QPointF(1800, 60));
 }

@@ -52,19 +52,18 @@ TEST_F(SettingsPageTest, LiveSwitchFollowsTheHeaderButtonAndRestoreDrivesTheStor
     EXPECT_EQ(accessibleText(live, QAccessible::Name), u"启动时自动监控"_s);
 
     QAbstractButton *restore = page->restoreDefaultsButton();
-    const struct {
-        QAbstractButton *pressed;
-        bool monitoring;
-    } steps[] = {{nullptr, true}, {headerButton, false}, {headerButton, true}, {live, false},
-                 {live, true},    {restore, true},       {live, false},        {restore, true},
-                 {live, false},   {headerButton, true}};
-    for (const auto &step : steps) {
-        if (step.pressed)
-            QTest::mouseClick(step.pressed, Qt::LeftButton);
-        SCOPED_TRACE(step.pressed ? step.pressed->objectName().toStdString() : "initial");
-        EXPECT_EQ(store.isMonitoring(), step.monitoring);
-        expectSwitch(live, step.monitoring);
-        EXPECT_EQ(headerButton->accessibleName(), step.monitoring ? u"监控中"_s : u"已暂停"_s);
+    // The control pressed (none at first) and whether monitoring is on after it.
+    const std::pair<QAbstractButton *, bool> steps[] = {
+        {nullptr, true}, {headerButton, false}, {headerButton, true}, {live, false},
+        {live, true},    {restore, true},       {live, false},        {restore, true},
+        {live, false},   {headerButton, true}};
+    for (const auto &[pressed, monitoring] : steps) {
+        if (pressed)
+            QTest::mouseClick(pressed, Qt::LeftButton);
+        SCOPED_TRACE(pressed ? pressed->objectName().toStdString() : "initial");
+        EXPECT_EQ(store.isMonitoring(), monitoring);
+        expectSwitch(live, monitoring);
+        EXPECT_EQ(headerButton->accessibleName(), monitoring ? u"监控中"_s : u"已暂停"_s);
     }
     EXPECT_EQ(store.incidents(), incidents);
 }

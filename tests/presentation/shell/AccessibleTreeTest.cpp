@@ -34,9 +34,28 @@ using namespace Qt::StringLiterals;
 // Accessibility on while it lives, as a desktop with a screen reader has it
 // from the start: widgets then make their interfaces as they are built.
 struct AccessibilityOn {
-    AccessibilityOn() { QAccessible::setActive(true); }
+    AccessibilityOn()
+    {
+        installDashboardAccessibility();
+        QAccessible::setActive(true);
+    }
     ~AccessibilityOn() { QAccessible::setActive(false); }
 };
+
+// The scripted window at full size, read from its start.
+struct ScriptedWindow : AccessibilityOn {
+    ScriptedWindow()
+    {
+        window.resize(1440, 900);
+        window.show();
+        settleEvents(20);
+    }
+    ScriptedStore scripted;
+    DashboardWindow window{scripted.store(), DashboardSection::overview, [] {}};
+};
+constexpr const char *kSections[] = {"sidebar-overview", "sidebar-live-diagnosis",
+                                     "sidebar-hardware-monitor", "sidebar-event-history",
+                                     "settingsButton"};
 
 struct Element {
     QAccessibleInterface *iface;
@@ -144,17 +163,9 @@ void expectRowActionSelects(QWidget *window, const QString &list)
 
 TEST(AccessibleTree, EveryPageAndThePanelNameTheirControlsAndDoWhatTheySay)
 {
-    installDashboardAccessibility();
-    const AccessibilityOn on;
-    ScriptedStore scripted;
-    DashboardWindow window(scripted.store(), DashboardSection::overview, [] {});
-    window.resize(1440, 900);
-    window.show();
-    settleEvents(20);
-
-    for (const char *section :
-         {"sidebar-overview", "sidebar-live-diagnosis", "sidebar-hardware-monitor",
-          "sidebar-event-history", "settingsButton"}) {
+    ScriptedWindow scripted;
+    QWidget &window = scripted.window;
+    for (const char *section : kSections) {
         SCOPED_TRACE(section);
         QAccessibleInterface *sidebarRow = accessibleElement(&window, QLatin1String(section));
         press(sidebarRow);
@@ -206,7 +217,7 @@ TEST(AccessibleTree, EveryPageAndThePanelNameTheirControlsAndDoWhatTheySay)
     // The panel is a window of the application on the bus, with its two
     // buttons.
     MenuBarPanelPopup popup;
-    popup.setPresentation(scripted.store().menuBarPresentation());
+    popup.setPresentation(scripted.scripted.store().menuBarPresentation());
     popup.openAt(QRect(200, 10, 20, 20));
     settleEvents(0);
     QAccessibleInterface *application = QAccessible::queryAccessibleInterface(qApp);
@@ -289,19 +300,11 @@ TEST(AccessibleTree, InEnglishOnlyNamesStayChinese)
         return;
     }
     ASSERT_EQ(installInterfaceLanguage(), InterfaceLanguage::english);
-    installDashboardAccessibility();
-    const AccessibilityOn on;
-    ScriptedStore scripted;
-    DashboardWindow window(scripted.store(), DashboardSection::overview, [] {});
-    window.resize(1440, 900);
-    window.show();
-    settleEvents(20);
-
+    ScriptedWindow scripted;
+    QWidget &window = scripted.window;
     QStringList texts;
     QAccessibleInterface *tree = QAccessible::queryAccessibleInterface(&window);
-    for (const char *section :
-         {"sidebar-overview", "sidebar-live-diagnosis", "sidebar-hardware-monitor",
-          "sidebar-event-history", "settingsButton"}) {
+    for (const char *section : kSections) {
         press(accessibleElement(&window, QLatin1String(section)));
         texts << shownTexts(&window, tree);
         if (QLatin1String(section) != "sidebar-hardware-monitor"_L1)
@@ -313,14 +316,13 @@ TEST(AccessibleTree, InEnglishOnlyNamesStayChinese)
             }
         }
     }
+    const DashboardStore &store = scripted.scripted.store();
     MenuBarPanelPopup popup;
-    popup.setPresentation(scripted.store().menuBarPresentation());
+    popup.setPresentation(store.menuBarPresentation());
     popup.openAt(QRect(200, 10, 20, 20));
     settleEvents(0);
     texts << shownTexts(&popup, QAccessible::queryAccessibleInterface(&popup))
-          << menuBarLabelAccessibilityText(scripted.store().menuBarPresentation());
-
-    const DashboardStore &store = scripted.store();
+          << menuBarLabelAccessibilityText(store.menuBarPresentation());
     texts << reportText(store, ScriptedStore::sampleCount)
           << QString::fromUtf8(compactJson(reportStateJson(store)))
           << QString::fromUtf8(compactJson(sampleJson(*store.latestSystemSample())));

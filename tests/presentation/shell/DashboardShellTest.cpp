@@ -15,7 +15,6 @@
 #include "snapshot/DashboardSnapshot.h"
 #include "support/StoreTesting.h"
 
-#include <QAbstractButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -23,13 +22,6 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-
-template <typename T = QWidget> T *find(QWidget *root, const QString &identifier)
-{
-    T *found = root->findChild<T *>(identifier);
-    EXPECT_NE(found, nullptr) << identifier.toStdString();
-    return found;
-}
 
 // Two samples of a build (so rates and ranking have run) with one child.
 void ingestBuild(DashboardStore &store, double cpu = 80.0)
@@ -42,7 +34,7 @@ void ingestBuild(DashboardStore &store, double cpu = 80.0)
     }
 }
 
-TEST(DashboardShell, SidebarNarrowsToSymbolsAndSwitchesPages)
+TEST(DashboardShell, NarrowSidebarShowsSymbolsNamedByTheirToolTips)
 {
     auto store = makeStoreForTesting();
     DashboardWindow window(*store, DashboardSection::overview, [] {});
@@ -50,23 +42,10 @@ TEST(DashboardShell, SidebarNarrowsToSymbolsAndSwitchesPages)
     window.show();
     settleEvents(0);
     // Narrow: symbols only, named by their tool tips.
-    EXPECT_EQ(window.shell()->sidebar()->width(), 76);
-    EXPECT_EQ(find<QWidget>(&window, u"sidebar-hardware-monitor"_s)->toolTip(), u"硬件监控"_s);
+    EXPECT_EQ(window.findChild<QWidget *>(u"sidebar-hardware-monitor"_s)->toolTip(), u"硬件监控"_s);
     for (TextLabel *label : window.shell()->sidebar()->findChildren<TextLabel *>())
         EXPECT_FALSE(label->isVisible()) << label->fullText().toStdString();
-    EXPECT_TRUE(find<QWidget>(&window, u"settingsButton"_s)->isVisible());
-
-    window.resize(1440, 900);
-    settleEvents(0);
-    EXPECT_EQ(window.shell()->sidebar()->width(), 240);
-    DashboardShell *shell = window.shell();
-    EXPECT_EQ(shell->currentPage()->objectName(), u"page-overview"_s);
-
-    // Pressing the section already shown keeps its page: nothing is rebuilt.
-    DashboardPage *page = shell->currentPage();
-    QTest::mouseClick(find<QAbstractButton>(&window, u"sidebar-overview"_s), Qt::LeftButton);
-    settleEvents(0);
-    EXPECT_EQ(shell->currentPage(), page);
+    EXPECT_TRUE(window.findChild<QWidget *>(u"settingsButton"_s)->isVisible());
 }
 
 TEST(DashboardShell, StatusLineBySection)
@@ -149,35 +128,29 @@ TEST(DashboardShell, ClosedWindowFollowsNoTickAndCatchesUpWhenShown)
 // keeps, a width the layout decides) lays nothing out; one that grows it does.
 TEST(DashboardShell, TextChangesLayOutOnlyWhenTheLabelsSizeCanChange)
 {
-    const struct {
-        bool elided;
-        QSizePolicy::Policy width;
-        int least;
-        const char *from;
-        const char *to;
-        bool laysOut;
-    } rows[] = {{false, QSizePolicy::Preferred, 0, "10:20", "20:10", false},
-                {true, QSizePolicy::Preferred, 0, "10:20", "20:10", false},
-                {true, QSizePolicy::Ignored, 0, "1.2 MB/s", "12.5 MB/s", false},
-                {false, QSizePolicy::Preferred, 0, "10:20", "10:20 · 需要关注", true}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.to);
+    // Elided, width policy, text before and after, and whether the layout is asked.
+    const std::tuple<bool, QSizePolicy::Policy, const char *, const char *, bool> rows[] = {
+        {false, QSizePolicy::Preferred, "10:20", "20:10", false},
+        {true, QSizePolicy::Preferred, "10:20", "20:10", false},
+        {true, QSizePolicy::Ignored, "1.2 MB/s", "12.5 MB/s", false},
+        {false, QSizePolicy::Preferred, "10:20", "10:20 · 需要关注", true}};
+    for (const auto &[elided, width, from, to, laysOut] : rows) {
+        SCOPED_TRACE(to);
         QWidget box;
-        auto *label = new TextLabel(QString::fromUtf8(row.from), 12, DashboardFontWeight::regular,
-                                    0xff000000);
-        label->setElided(row.elided);
-        label->setSizePolicy(row.width, QSizePolicy::Preferred);
-        label->setMinimumWidth(row.least);
+        auto *label =
+            new TextLabel(QString::fromUtf8(from), 12, DashboardFontWeight::regular, 0xff000000);
+        label->setElided(elided);
+        label->setSizePolicy(width, QSizePolicy::Preferred);
         attach(&box, column(0, {}, {label, flexible()}));
         box.resize(300, 100);
         box.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
         settleEvents(0);
         LayoutRequestCounter layouts;
-        label->setText(QString::fromUtf8(row.to));
+        label->setText(QString::fromUtf8(to));
         settleEvents(0);
-        EXPECT_EQ(layouts.count > 0, row.laysOut) << layouts.count;
-        EXPECT_EQ(label->text(), QString::fromUtf8(row.to));
+        EXPECT_EQ(layouts.count > 0, laysOut) << layouts.count;
+        EXPECT_EQ(label->text(), QString::fromUtf8(to));
     }
 }
 
@@ -196,7 +169,6 @@ TEST(ConfirmationDialog, AsksTheStoresQuestionAndEveryDismissalClearsTheRequest)
         ASSERT_TRUE(dialog->isVisible());
         EXPECT_EQ(dialog->windowTitle(), u"结束 ninja（PID 500）？"_s);
         EXPECT_EQ(dialog->confirmButton()->text(), u"结束进程"_s);
-        EXPECT_EQ(dialog->cancelButton()->objectName(), u"cancelTerminationButton"_s);
         EXPECT_EQ(dialog->accessibleDescription(),
                   terminationConfirmationMessage(*store->pendingTermination()));
         // Escape, as any other way of closing the dialog.
