@@ -14,13 +14,13 @@
 namespace {
 
 // Only async-signal-safe calls from here on: the test program has threads.
-[[noreturn]] void runChild(ForkedChild::Behaviour behaviour, std::optional<uid_t> user, int readyFd)
+[[noreturn]] void runChild(std::optional<uid_t> user, int readyFd)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (user && (::setgroups(0, nullptr) != 0 || ::setgid(*user) != 0 || ::setuid(*user) != 0))
         ::_exit(126);
     struct sigaction action {};
-    action.sa_handler = behaviour == ForkedChild::Behaviour::ignoresTerm ? SIG_IGN : SIG_DFL;
+    action.sa_handler = SIG_DFL;
     ::sigemptyset(&action.sa_mask);
     ::sigaction(SIGTERM, &action, nullptr);
     // The test program may block SIGTERM in some thread; make sure it arrives.
@@ -39,7 +39,7 @@ namespace {
 
 } // namespace
 
-ForkedChild::ForkedChild(Behaviour behaviour, std::optional<uid_t> user)
+ForkedChild::ForkedChild(std::optional<uid_t> user)
 {
     int ready[2];
     if (::pipe2(ready, O_CLOEXEC) != 0)
@@ -47,7 +47,7 @@ ForkedChild::ForkedChild(Behaviour behaviour, std::optional<uid_t> user)
     const pid_t pid = ::fork();
     if (pid == 0) {
         ::close(ready[0]);
-        runChild(behaviour, user, ready[1]);
+        runChild(user, ready[1]);
     }
     ::close(ready[1]);
     if (pid < 0) {

@@ -12,14 +12,9 @@
 
 class ForkedChild {
 public:
-    enum class Behaviour {
-        waitsForSignals, // default dispositions: SIGTERM ends it
-        ignoresTerm,     // SIGTERM ignored: only SIGKILL ends it
-    };
-
-    // Forks and waits until the child has set itself up (its dispositions are
-    // in place, and it runs as `user` when one is given), or has exited.
-    explicit ForkedChild(Behaviour behaviour, std::optional<uid_t> user = std::nullopt);
+    // Forks and waits until the child has set itself up (SIGTERM ends it, and
+    // it runs as `user` when one is given), or has exited.
+    explicit ForkedChild(std::optional<uid_t> user = std::nullopt);
     ~ForkedChild(); // SIGKILL if still unreaped, then reap
     ForkedChild(const ForkedChild &) = delete;
     ForkedChild &operator=(const ForkedChild &) = delete;

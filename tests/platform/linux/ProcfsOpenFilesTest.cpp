@@ -36,7 +36,7 @@ int descriptorsOn(pid_t pid)
 // (ProcfsProcessMetricReaderLiveTest); here, that they go with the process.
 TEST(ProcfsOpenFilesTest, KeptFilesCloseWhenTheProcessEnds)
 {
-    auto child = std::make_unique<ForkedChild>(ForkedChild::Behaviour::waitsForSignals);
+    auto child = std::make_unique<ForkedChild>();
     ASSERT_TRUE(child->started());
     const pid_t pid = child->pid();
     ProcfsProcessMetricReader reader;
@@ -58,7 +58,7 @@ TEST(ProcfsOpenFilesTest, AShortageOfDescriptorsCostsNoProcess)
     // closes some of what it keeps and reads the rest by opening and closing.
     std::vector<std::unique_ptr<ForkedChild>> children;
     for (int i = 0; i < 40; ++i) {
-        children.push_back(std::make_unique<ForkedChild>(ForkedChild::Behaviour::waitsForSignals));
+        children.push_back(std::make_unique<ForkedChild>());
         ASSERT_TRUE(children.back()->started());
     }
     auto expectAllChildrenIn = [&](const std::vector<RawProcessMetric> &records) {

@@ -36,7 +36,6 @@
 
 namespace {
 
-using Behaviour = ForkedChild::Behaviour;
 using Signal = ProcessTerminationSignal;
 using Result = ProcessTerminationResult;
 
@@ -132,52 +131,6 @@ TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
     EXPECT_FALSE(noBootTime.readIdentity(4242).has_value());
 }
 
-// A child that honours SIGTERM ends by the graceful signal; one that ignores
-// it runs on until the forced one. A wait that must run to its end does so on
-// a short schedule, one that must see the exit on the default one.
-TEST(ProcfsTermination, GracefulSignalEndsWhatHonoursItAndForcedSignalTheRest)
-{
-    for (const bool ignores : {false, true}) {
-        SCOPED_TRACE(ignores ? "ignores SIGTERM" : "honours SIGTERM");
-        ForkedChild child(ignores ? Behaviour::ignoresTerm : Behaviour::waitsForSignals);
-        ASSERT_TRUE(child.started());
-        const auto target = seen(child.pid());
-        Cancellation cancellation;
-        for (const Signal signal : {Signal::graceful, Signal::forced}) {
-            const bool runsOn = ignores && signal == Signal::graceful;
-            const auto controller = runsOn ? quickController() : makeProcessTerminationController();
-            ProcessTerminationAttempt attempt = controller.attempt(target, signal);
-            EXPECT_EQ(attempt.result, Result::signalSent(signal));
-            // A zombie is no longer running, by its pin and by its readings alike.
-            EXPECT_EQ(controller.waitForExit(target, cancellation, attempt.pin.get()), runsOn);
-            EXPECT_EQ(controller.isRunning(target), runsOn);
-            if (!runsOn)
-                break;
-        }
-        ASSERT_TRUE(child.reap(5.0));
-        EXPECT_EQ(child.terminatingSignal(), ignores ? SIGKILL : SIGTERM);
-    }
-}
-
-TEST(ProcfsTermination, ProcessGoneBeforeTheSignalIsAlreadyExited)
-{
-    for (const bool reaped : {false, true}) {
-        SCOPED_TRACE(reaped ? "reaped" : "zombie");
-        ForkedChild child(Behaviour::waitsForSignals);
-        ASSERT_TRUE(child.started());
-        const auto target = seen(child.pid());
-        // End our own child ourselves, so the controller finds it gone.
-        ASSERT_EQ(::kill(child.pid(), SIGKILL), 0);
-        if (reaped)
-            ASSERT_TRUE(child.reap(5.0));
-        else
-            ASSERT_TRUE(QTest::qWaitFor([&] { return hasExited(child.pid()); }, 5000));
-
-        EXPECT_EQ(makeProcessTerminationController().terminate(target, Signal::graceful),
-                  Result::rejected(ProcessTerminationRejection::alreadyExited));
-    }
-}
-
 // The victim ignores SIGTERM and its binary is deleted once it has been
 // signalled: its exe now ends in " (deleted)", which no longer matches what
 // the user saw, yet it runs. The wait asks the pinned process, so the forced
@@ -227,7 +180,7 @@ std::string reusePidInPrivateNamespace()
     PidfdSignalSender sender;
     const auto controller = makeProcessTerminationController();
 
-    auto first = std::make_unique<ForkedChild>(Behaviour::waitsForSignals);
+    auto first = std::make_unique<ForkedChild>();
     const pid_t pid = first->pid();
     const std::optional<ProcessTerminationTarget> target = reader.readIdentity(pid);
     if (!target)
@@ -247,7 +200,7 @@ std::string reusePidInPrivateNamespace()
         if (!lastPid.flush())
             return "skip: ns_last_pid cannot be written";
     }
-    ForkedChild second(Behaviour::waitsForSignals);
+    ForkedChild second;
     if (second.pid() != pid)
         return "skip: the pid went elsewhere";
     const std::optional<ProcessTerminationTarget> reading = reader.readIdentity(pid);
@@ -284,7 +237,7 @@ TEST(ProcfsTermination, ReusedPidInAPrivateNamespaceIsNeverSignalled)
 // that starts its own victim.
 std::string terminateUnderSeccomp(int error, bool expectSignal)
 {
-    ForkedChild victim(Behaviour::waitsForSignals);
+    ForkedChild victim;
     const ProcessTerminationTarget target = seen(victim.pid());
     constexpr int pidfdOpen = 434; // the same number on every architecture
     sock_filter filter[] = {
@@ -327,7 +280,7 @@ TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
         GTEST_SKIP() << "making other users' processes needs root";
     const uid_t owner = unusedUserID(61000);
     const uid_t controllerUser = unusedUserID(owner + 1);
-    ForkedChild victim(Behaviour::waitsForSignals, owner);
+    ForkedChild victim(owner);
     ASSERT_TRUE(victim.started());
     ProcessTerminationTarget target = seen(victim.pid());
     ASSERT_EQ(target.userID, owner);
