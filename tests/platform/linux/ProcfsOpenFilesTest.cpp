@@ -4,7 +4,6 @@
 // descriptors costs no process.
 
 #include "platform/linux/ProcfsProcessMetricReader.h"
-#include "support/ForkedChild.h"
 #include "support/ShellChild.h"
 
 #include <gtest/gtest.h>
@@ -18,6 +17,12 @@
 #include <sys/resource.h>
 
 namespace {
+
+std::unique_ptr<ShellChild> sleeper()
+{
+    return std::make_unique<ShellChild>("/", std::vector<std::string>{"sleep", "60"},
+                                        ShellChild::Session::inherited, "/bin/sleep");
+}
 
 // This program's descriptors open on /proc/<pid> or a file below it.
 int descriptorsOn(pid_t pid)
@@ -36,7 +41,7 @@ int descriptorsOn(pid_t pid)
 // (ProcfsProcessMetricReaderLiveTest); here, that they go with the process.
 TEST(ProcfsOpenFilesTest, KeptFilesCloseWhenTheProcessEnds)
 {
-    auto child = std::make_unique<ForkedChild>();
+    auto child = sleeper();
     ASSERT_TRUE(child->started());
     const pid_t pid = child->pid();
     ProcfsProcessMetricReader reader;
@@ -56,9 +61,9 @@ TEST(ProcfsOpenFilesTest, AShortageOfDescriptorsCostsNoProcess)
 
     // New processes, and room for only a few more descriptors: the reader
     // closes some of what it keeps and reads the rest by opening and closing.
-    std::vector<std::unique_ptr<ForkedChild>> children;
+    std::vector<std::unique_ptr<ShellChild>> children;
     for (int i = 0; i < 40; ++i) {
-        children.push_back(std::make_unique<ForkedChild>());
+        children.push_back(sleeper());
         ASSERT_TRUE(children.back()->started());
     }
     auto expectAllChildrenIn = [&](const std::vector<RawProcessMetric> &records) {

@@ -5,7 +5,6 @@
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ProcessReadGate.h"
 #include "platform/linux/ProcfsProcessMetricReader.h"
-#include "support/ForkedChild.h"
 #include "support/ShellChild.h"
 #include "support/SyncedWrite.h"
 

@@ -9,7 +9,6 @@
 #include "platform/linux/ProcfsProcessIdentityReader.h"
 #include "sampling/Cancellation.h"
 #include "support/Fixtures.h"
-#include "support/ForkedChild.h"
 #include "support/ShellChild.h"
 
 #include <QFile>
@@ -88,6 +87,24 @@ ProcessTerminationController quickController()
     return ProcessTerminationController(std::make_shared<ProcfsProcessIdentityReader>(),
                                         std::make_shared<PidfdSignalSender>(), ::getuid(),
                                         ::getpid(), {0.02, 0.02, 0.02});
+}
+
+// A child of the test's own that sleeps until it is signalled; SIGTERM ends it.
+std::unique_ptr<ShellChild> sleeper(std::optional<uid_t> user = std::nullopt)
+{
+    return std::make_unique<ShellChild>("/", std::vector<std::string>{"sleep", "60"},
+                                        ShellChild::Session::inherited, "/bin/sleep", user);
+}
+
+// The signal that ended `pid`, a child of the test's own, once it has ended
+// (waiting up to five seconds); 0 when no signal ended it.
+int endingSignal(pid_t pid)
+{
+    for (int wait = 0; wait < 500 && !hasExited(pid); ++wait)
+        ::usleep(10'000);
+    siginfo_t info{};
+    ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT);
+    return info.si_code == CLD_KILLED ? info.si_status : 0;
 }
 
 // What the user would have seen of a process.
@@ -180,16 +197,13 @@ std::string reusePidInPrivateNamespace()
     PidfdSignalSender sender;
     const auto controller = makeProcessTerminationController();
 
-    auto first = std::make_unique<ForkedChild>();
+    auto first = sleeper();
     const pid_t pid = first->pid();
     const std::optional<ProcessTerminationTarget> target = reader.readIdentity(pid);
     if (!target)
         return "the first process could not be read";
     const std::unique_ptr<PinnedProcess> pin = sender.pin(pid);
-    ::kill(pid, SIGKILL);
-    if (!first->reap(5.0))
-        return "the first process was not reaped";
-    first.reset();
+    first.reset(); // killed and reaped
     // Two clock ticks on, so the second process cannot share the first's
     // start time (the identity the check compares).
     ::usleep(useconds_t(2'000'000 / ::sysconf(_SC_CLK_TCK)));
@@ -200,8 +214,8 @@ std::string reusePidInPrivateNamespace()
         if (!lastPid.flush())
             return "skip: ns_last_pid cannot be written";
     }
-    ForkedChild second;
-    if (second.pid() != pid)
+    const auto second = sleeper();
+    if (second->pid() != pid)
         return "skip: the pid went elsewhere";
     const std::optional<ProcessTerminationTarget> reading = reader.readIdentity(pid);
     if (!reading || reading->identity.startTime == target->identity.startTime)
@@ -237,8 +251,8 @@ TEST(ProcfsTermination, ReusedPidInAPrivateNamespaceIsNeverSignalled)
 // that starts its own victim.
 std::string terminateUnderSeccomp(int error, bool expectSignal)
 {
-    ForkedChild victim;
-    const ProcessTerminationTarget target = seen(victim.pid());
+    const auto victim = sleeper();
+    const ProcessTerminationTarget target = seen(victim->pid());
     constexpr int pidfdOpen = 434; // the same number on every architecture
     sock_filter filter[] = {
         BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
@@ -257,12 +271,11 @@ std::string terminateUnderSeccomp(int error, bool expectSignal)
             return "a refused pidfd_open did not fail closed";
         if (result.text() != QStringLiteral("没有权限结束该任务，未进行重试。"))
             return "the failure does not read as a refused signal";
-        return hasExited(victim.pid()) ? "the victim was signalled anyway" : "";
+        return hasExited(victim->pid()) ? "the victim was signalled anyway" : "";
     }
     if (result != Result::signalSent(Signal::graceful))
         return "a kernel without pidfd did not fall back to kill";
-    return victim.reap(5.0) && victim.terminatingSignal() == SIGTERM ? ""
-                                                                     : "the victim did not end";
+    return endingSignal(victim->pid()) == SIGTERM ? "" : "the victim did not end";
 }
 
 TEST(ProcfsTermination, RefusedPidfdFailsClosedAndOnlyAMissingOneFallsBackToKill)
@@ -280,9 +293,9 @@ TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
         GTEST_SKIP() << "making other users' processes needs root";
     const uid_t owner = unusedUserID(61000);
     const uid_t controllerUser = unusedUserID(owner + 1);
-    ForkedChild victim(owner);
-    ASSERT_TRUE(victim.started());
-    ProcessTerminationTarget target = seen(victim.pid());
+    const auto victim = sleeper(owner);
+    ASSERT_TRUE(victim->started());
+    ProcessTerminationTarget target = seen(victim->pid());
     ASSERT_EQ(target.userID, owner);
     // A record that claims the controller's user, as a stale one could.
     target.userID = controllerUser;
@@ -292,7 +305,7 @@ TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
             ::setuid(controllerUser) != 0)
             return "skip: cannot become a throwaway user";
         const std::optional<ProcessTerminationTarget> reading =
-            ProcfsProcessIdentityReader().readIdentity(victim.pid());
+            ProcfsProcessIdentityReader().readIdentity(victim->pid());
         if (!reading || reading->userID != owner || !reading->identity.executablePath.isEmpty())
             return "the owner was not read without the exe";
         if (makeProcessTerminationController().terminate(target, Signal::forced) !=
@@ -300,7 +313,7 @@ TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
             return "another user's process was not refused for its owner";
         return "";
     }));
-    EXPECT_FALSE(hasExited(victim.pid()));
+    EXPECT_FALSE(hasExited(victim->pid()));
 }
 
 } // namespace
