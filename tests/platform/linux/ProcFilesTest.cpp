@@ -50,17 +50,6 @@ TEST(ProcPidFiles, ParsersOverTheirTables)
     EXPECT_EQ(parseProcPidIoDiskBytes(""), std::nullopt);
 }
 
-TEST(ProcPidStatTest, ReadsTheFieldsAfterTheLastParenthesis)
-{
-    // pid (comm) state ppid pgrp session tty_nr tpgid flags minflt cminflt
-    // majflt cmajflt utime stime cutime cstime priority nice threads
-    // itrealvalue starttime ...
-    const std::string_view line = "42 (a) b (c)) S 7 40 39 34817 -1 0 0 0 0 0 250 50 0 0 20 0 1 0 "
-                                  "12300 10000000 321 18446744073709551615 1 1\n";
-    EXPECT_EQ(parseProcPidStat(line),
-              (ProcPidStat{QStringLiteral("a) b (c)"), 7, 40, 39, 34817, 250, 50, 12300}));
-}
-
 TEST(ProcStatParser, FoldsTheKernelFieldsIntoFourCounters)
 {
     for (const FixtureRow &row : fixtureTable(QStringLiteral("proc-stat-cpu-ticks"))) {

@@ -93,7 +93,7 @@ TEST_F(ProcfsOddProcessTest, ReadsCountersAndLineage)
     EXPECT_EQ(node.identity.startTime,
               TimePoint::fromSecondsSince1970(1700000000.0 + 12300.0 / double(ticksPerSecond)));
     EXPECT_EQ(node.parentPID, 1);
-    EXPECT_EQ(node.processGroupID, 99);
+    EXPECT_EQ(node.processGroupID, 99); // not its session, 98
     EXPECT_EQ(node.userID, ::getuid());
     // statm's 270 resident pages, not stat's drifting field 24 (250).
     EXPECT_EQ(node.residentBytes, 270u * std::uint64_t(pageSize));
