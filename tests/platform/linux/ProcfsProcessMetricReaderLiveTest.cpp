@@ -17,6 +17,7 @@
 
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include <csignal>
 #include <ctime>
@@ -29,20 +30,15 @@
 
 namespace {
 
-// A child forked from this program that sits idle, its main thread in
-// pause(), but for a worker thread that does one thing when told: what a
-// process changes about itself from a thread that is not its main one. It
-// dies with the test program, and the handle kills and reaps it.
+// A child forked from this program whose main thread sits in pause() while a
+// worker thread does `work` when told: what a process changes about itself
+// from a thread that is not its main one. It dies with the test program, and
+// the handle kills and reaps it.
 class IdleChildWithWorker {
 public:
-    // What the worker does with the order it reads.
-    using Work = std::function<void()>;
-
-    explicit IdleChildWithWorker(const QByteArray &directory, Work work)
+    IdleChildWithWorker(const QByteArray &directory, std::function<void()> work)
     {
-        int orders[2];
-        int done[2];
-        if (::pipe2(orders, O_CLOEXEC) != 0 || ::pipe2(done, O_CLOEXEC) != 0)
+        if (::pipe2(m_orders, O_CLOEXEC) != 0 || ::pipe2(m_done, O_CLOEXEC) != 0)
             return;
         m_pid = ::fork();
         if (m_pid == 0) {
@@ -51,18 +47,16 @@ public:
                 ::_exit(1);
             std::thread([&] {
                 char order = 0;
-                if (::read(orders[0], &order, 1) == 1) {
+                if (::read(m_orders[0], &order, 1) == 1) {
                     work();
-                    [[maybe_unused]] const ssize_t ignored = ::write(done[1], &order, 1);
+                    [[maybe_unused]] const ssize_t ignored = ::write(m_done[1], &order, 1);
                 }
             }).detach();
             for (;;)
                 ::pause();
         }
-        ::close(orders[0]);
-        ::close(done[1]);
-        m_orders = orders[1];
-        m_done = done[0];
+        // An exec in the child closes its end, so the wait for `done` ends.
+        ::close(std::exchange(m_done[1], -1));
     }
     ~IdleChildWithWorker()
     {
@@ -70,28 +64,23 @@ public:
             ::kill(m_pid, SIGKILL);
             ::waitpid(m_pid, nullptr, 0);
         }
-        ::close(m_orders);
-        ::close(m_done);
+        for (const int fd : {m_orders[0], m_orders[1], m_done[0], m_done[1]})
+            ::close(fd);
     }
-    IdleChildWithWorker(const IdleChildWithWorker &) = delete;
-    IdleChildWithWorker &operator=(const IdleChildWithWorker &) = delete;
 
     pid_t pid() const { return m_pid; }
 
-    // Has the worker do its work, and returns once it is done (or the exec
-    // it did closed the pipe).
+    // Has the worker do its work, and returns once it is done (or has exec'd).
     bool work()
     {
         char order = 'w';
-        if (::write(m_orders, &order, 1) != 1)
-            return false;
-        return ::read(m_done, &order, 1) >= 0;
+        return ::write(m_orders[1], &order, 1) == 1 && ::read(m_done[0], &order, 1) >= 0;
     }
 
 private:
     pid_t m_pid = -1;
-    int m_orders = -1;
-    int m_done = -1;
+    int m_orders[2] = {-1, -1};
+    int m_done[2] = {-1, -1};
 };
 
 // Overwrites the argument vector in place, as a program that shows its state
@@ -156,7 +145,7 @@ TEST_F(LiveProcfsTest, WhatAWorkerThreadOfAnIdleProcessDoesShowsOnTheNextTick)
     ASSERT_TRUE(QDir(m_project.path()).mkdir(QStringLiteral("elsewhere")));
     struct Case {
         const char *description;
-        IdleChildWithWorker::Work work;
+        std::function<void()> work;
         std::function<bool(const RawProcessMetric &before, const RawProcessMetric &after)> seen;
     };
     const Case cases[] = {
