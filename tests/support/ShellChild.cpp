@@ -78,6 +78,12 @@ ShellChild::~ShellChild()
         ::close(m_terminal);
 }
 
+std::unique_ptr<ShellChild> sleepingChild(std::optional<uid_t> user)
+{
+    return std::make_unique<ShellChild>("/", std::vector<std::string>{"sleep", "60"},
+                                        ShellChild::Session::inherited, "/bin/sleep", user);
+}
+
 bool hasExited(pid_t pid)
 {
     siginfo_t info{};

@@ -12,6 +12,7 @@
 #include <QByteArray>
 #include <QList>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -45,6 +46,9 @@ private:
     bool m_leadsGroup = false;
     int m_terminal = -1;
 };
+
+// A child that sleeps for a minute unless signalled first; SIGTERM ends it.
+std::unique_ptr<ShellChild> sleepingChild(std::optional<uid_t> user = std::nullopt);
 
 // Whether `pid`, an unreaped child of this process, has exited; it stays a
 // zombie either way.

@@ -18,12 +18,6 @@
 
 namespace {
 
-std::unique_ptr<ShellChild> sleeper()
-{
-    return std::make_unique<ShellChild>("/", std::vector<std::string>{"sleep", "60"},
-                                        ShellChild::Session::inherited, "/bin/sleep");
-}
-
 // This program's descriptors open on /proc/<pid> or a file below it.
 int descriptorsOn(pid_t pid)
 {
@@ -41,7 +35,7 @@ int descriptorsOn(pid_t pid)
 // (ProcfsProcessMetricReaderLiveTest); here, that they go with the process.
 TEST(ProcfsOpenFilesTest, KeptFilesCloseWhenTheProcessEnds)
 {
-    auto child = sleeper();
+    auto child = sleepingChild();
     ASSERT_TRUE(child->started());
     const pid_t pid = child->pid();
     ProcfsProcessMetricReader reader;
@@ -63,7 +57,7 @@ TEST(ProcfsOpenFilesTest, AShortageOfDescriptorsCostsNoProcess)
     // closes some of what it keeps and reads the rest by opening and closing.
     std::vector<std::unique_ptr<ShellChild>> children;
     for (int i = 0; i < 40; ++i) {
-        children.push_back(sleeper());
+        children.push_back(sleepingChild());
         ASSERT_TRUE(children.back()->started());
     }
     auto expectAllChildrenIn = [&](const std::vector<RawProcessMetric> &records) {

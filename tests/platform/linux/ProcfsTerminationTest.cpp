@@ -89,13 +89,6 @@ ProcessTerminationController quickController()
                                         ::getpid(), {0.02, 0.02, 0.02});
 }
 
-// A child of the test's own that sleeps until it is signalled; SIGTERM ends it.
-std::unique_ptr<ShellChild> sleeper(std::optional<uid_t> user = std::nullopt)
-{
-    return std::make_unique<ShellChild>("/", std::vector<std::string>{"sleep", "60"},
-                                        ShellChild::Session::inherited, "/bin/sleep", user);
-}
-
 // The signal that ended `pid`, a child of the test's own, once it has ended
 // (waiting up to five seconds); 0 when no signal ended it.
 int endingSignal(pid_t pid)
@@ -197,7 +190,7 @@ std::string reusePidInPrivateNamespace()
     PidfdSignalSender sender;
     const auto controller = makeProcessTerminationController();
 
-    auto first = sleeper();
+    auto first = sleepingChild();
     const pid_t pid = first->pid();
     const std::optional<ProcessTerminationTarget> target = reader.readIdentity(pid);
     if (!target)
@@ -214,7 +207,7 @@ std::string reusePidInPrivateNamespace()
         if (!lastPid.flush())
             return "skip: ns_last_pid cannot be written";
     }
-    const auto second = sleeper();
+    const auto second = sleepingChild();
     if (second->pid() != pid)
         return "skip: the pid went elsewhere";
     const std::optional<ProcessTerminationTarget> reading = reader.readIdentity(pid);
@@ -251,7 +244,7 @@ TEST(ProcfsTermination, ReusedPidInAPrivateNamespaceIsNeverSignalled)
 // that starts its own victim.
 std::string terminateUnderSeccomp(int error, bool expectSignal)
 {
-    const auto victim = sleeper();
+    const auto victim = sleepingChild();
     const ProcessTerminationTarget target = seen(victim->pid());
     constexpr int pidfdOpen = 434; // the same number on every architecture
     sock_filter filter[] = {
@@ -293,7 +286,7 @@ TEST(ProcfsTermination, AnotherUsersProcessIsNotCurrentUserAlsoWithoutRoot)
         GTEST_SKIP() << "making other users' processes needs root";
     const uid_t owner = unusedUserID(61000);
     const uid_t controllerUser = unusedUserID(owner + 1);
-    const auto victim = sleeper(owner);
+    const auto victim = sleepingChild(owner);
     ASSERT_TRUE(victim->started());
     ProcessTerminationTarget target = seen(victim->pid());
     ASSERT_EQ(target.userID, owner);
