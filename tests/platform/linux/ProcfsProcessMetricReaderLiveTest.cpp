@@ -88,20 +88,12 @@ private:
 // subcommand.
 void rewriteOwnArguments()
 {
-    const FileReadResult stat = readKernelFile(QByteArrayLiteral("/proc/self/stat"));
-    if (!stat.bytes)
-        return;
-    // arg_start and arg_end, fields 48 and 49: the 46th and 47th after the name.
-    const QList<QByteArray> fields =
-        stat.bytes->mid(stat.bytes->lastIndexOf(')') + 2).trimmed().split(' ');
-    if (fields.size() < 47)
-        return;
-    char *start = reinterpret_cast<char *>(fields[45].toULongLong());
-    char *end = reinterpret_cast<char *>(fields[46].toULongLong());
+    // The area starts at argv[0], and /proc/self/cmdline spans it all.
+    const FileReadResult area = readKernelFile(QByteArrayLiteral("/proc/self/cmdline"));
     constexpr char rewritten[] = "kw\0serve";
-    if (start && end > start + sizeof rewritten) {
-        std::fill(start, end, '\0');
-        std::copy(rewritten, rewritten + sizeof rewritten, start);
+    if (area.bytes && std::size_t(area.bytes->size()) > sizeof rewritten) {
+        std::fill_n(program_invocation_name, area.bytes->size(), '\0');
+        std::copy(rewritten, rewritten + sizeof rewritten, program_invocation_name);
     }
 }
 
