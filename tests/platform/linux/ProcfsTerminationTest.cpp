@@ -119,18 +119,15 @@ void expectForkedBodyHolds(const std::string &message)
 TEST(ProcfsIdentityReader, ParsesAFixtureTreeAndGivesNothingForWhatIsUnreadable)
 {
     ProcfsProcessIdentityReader reader(fixturePath(QStringLiteral("identity-reader/proc")));
-    const auto reading = reader.readIdentity(4242);
-    ASSERT_TRUE(reading.has_value());
-    EXPECT_EQ(reading->name, QStringLiteral("my (odd) tool"));
-    EXPECT_EQ(reading->identity.pid, 4242);
-    // A replaced binary keeps its " (deleted)", so it counts as another executable.
-    EXPECT_EQ(reading->identity.executablePath, QStringLiteral("/opt/tools/bin/my tool (deleted)"));
-    EXPECT_EQ(reading->identity.startTime,
-              processStartTime(1700000000, 123456, systemClockTicksPerSecond()));
     struct stat info {};
     ASSERT_EQ(::stat(fixturePath(QStringLiteral("identity-reader/proc/4242")).toLocal8Bit(), &info),
               0);
-    EXPECT_EQ(reading->userID, info.st_uid);
+    // A replaced binary keeps its " (deleted)", so it counts as another executable.
+    const ProcessIdentity identity{
+        4242, processStartTime(1700000000, 123456, systemClockTicksPerSecond()),
+        QStringLiteral("/opt/tools/bin/my tool (deleted)")};
+    EXPECT_EQ(reader.readIdentity(4242),
+              (ProcessTerminationTarget{identity, info.st_uid, QStringLiteral("my (odd) tool")}));
 
     // 4343's stat is cut short, 4444 is a kernel thread (no exe), 4545 has no
     // directory and 4646 is a thread of 4242.
