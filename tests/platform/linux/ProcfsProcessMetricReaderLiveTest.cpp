@@ -67,6 +67,8 @@ public:
         for (const int fd : {m_orders[0], m_orders[1], m_done[0], m_done[1]})
             ::close(fd);
     }
+    IdleChildWithWorker(const IdleChildWithWorker &) = delete;
+    IdleChildWithWorker &operator=(const IdleChildWithWorker &) = delete;
 
     pid_t pid() const { return m_pid; }
 
