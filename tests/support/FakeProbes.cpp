@@ -1,5 +1,6 @@
 #include "support/FakeProbes.h"
 
+#include <algorithm>
 #include <utility>
 
 void ProbeCallLog::record(std::string probe, std::optional<TimePoint> time)
@@ -23,10 +24,8 @@ std::vector<ProbeCallLog::Call> ProbeCallLog::snapshot()
 std::size_t ProbeCallLog::count(const std::string &probe)
 {
     std::lock_guard lock(mutex);
-    std::size_t n = 0;
-    for (const auto &call : calls)
-        n += call.probe == probe ? 1 : 0;
-    return n;
+    return std::size_t(std::count_if(calls.begin(), calls.end(),
+                                     [&](const Call &call) { return call.probe == probe; }));
 }
 
 namespace {

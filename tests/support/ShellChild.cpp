@@ -4,13 +4,14 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <grp.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::string> &arguments,
-                       Session session, const QByteArray &shell)
+                       Session session, const QByteArray &shell, std::optional<uid_t> user)
     : m_leadsGroup(session != Session::inherited)
 {
     std::vector<char *> argv;
@@ -37,9 +38,15 @@ ShellChild::ShellChild(const QByteArray &directory, const std::vector<std::strin
     const pid_t parent = ::getpid();
     m_pid = ::fork();
     if (m_pid == 0) {
+        // A change of user clears the parent-death signal: it comes first.
+        if (user && (::setgroups(0, nullptr) != 0 || ::setgid(*user) != 0 || ::setuid(*user) != 0))
+            ::_exit(127);
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (::getppid() != parent || ::chdir(directory.constData()) != 0)
             ::_exit(127);
+        sigset_t none;
+        ::sigemptyset(&none);
+        ::sigprocmask(SIG_SETMASK, &none, nullptr);
         if (session == Session::ownTerminal) {
             // Opened after setsid, the terminal becomes the controlling one.
             const int terminal = ::setsid() < 0 ? -1 : ::open(terminalName.c_str(), O_RDWR);
@@ -69,4 +76,17 @@ ShellChild::~ShellChild()
     }
     if (m_terminal >= 0)
         ::close(m_terminal);
+}
+
+std::unique_ptr<ShellChild> sleepingChild(std::optional<uid_t> user)
+{
+    return std::make_unique<ShellChild>("/", std::vector<std::string>{"sleep", "60"},
+                                        ShellChild::Session::inherited, "/bin/sleep", user);
+}
+
+bool hasExited(pid_t pid)
+{
+    siginfo_t info{};
+    return ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           info.si_pid == pid;
 }

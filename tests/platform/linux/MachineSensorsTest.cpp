@@ -54,25 +54,20 @@ KernelFileReader recordingReader(std::shared_ptr<std::vector<QByteArray>> opened
 
 // The call counters of the stand-in NVML library (tests/fakes), reached
 // through a handle of our own: a second dlopen of the same path shares the
-// probe's copy of the library, and with it the counts.
+// probe's copy of the library, and with it the counts. Every NVML function
+// counts in kwFakeNvmlCalls, init and shutdown also in their own. No library
+// has made no calls.
 class FakeNvmlCounters {
 public:
-    explicit FakeNvmlCounters(const char *path) : m_handle(::dlopen(path, RTLD_NOW), ::dlclose)
-    {
-        EXPECT_NE(m_handle, nullptr) << ::dlerror();
-    }
-
-    int calls() const { return count("kwFakeNvmlCalls"); } // every NVML function
-    int initCalls() const { return count("kwFakeNvmlInitCalls"); }
-    int shutdownCalls() const { return count("kwFakeNvmlShutdownCalls"); }
-
-private:
-    int count(const char *counter) const
+    explicit FakeNvmlCounters(const char *path) : m_handle(::dlopen(path, RTLD_NOW), ::dlclose) {}
+    int operator()(const char *counter) const
     {
         const auto count =
             m_handle ? static_cast<int *>(::dlsym(m_handle.get(), counter)) : nullptr;
-        return count ? *count : -1;
+        return count ? *count : 0;
     }
+
+private:
     std::unique_ptr<void, int (*)(void *)> m_handle;
 };
 
@@ -138,7 +133,7 @@ TEST(MachineSensors, ReadTheMachineWithoutWakingAnyDevice)
         SCOPED_TRACE(row.where);
         const QString sys = fixtureSys(*row.text(0));
         auto opened = std::make_shared<std::vector<QByteArray>>();
-        const int nvmlCallsBefore = nvml.calls();
+        const int nvmlCallsBefore = nvml("kwFakeNvmlCalls");
 
         HwmonSensorProbe sensors(sys, recordingReader(opened));
         const AppleSensorReadings readings = sensors.read();
@@ -151,7 +146,7 @@ TEST(MachineSensors, ReadTheMachineWithoutWakingAnyDevice)
                   row.text(3));
         LinuxGPUUsageProbe gpu(sys, KW_FAKE_NVML_BUSY_PATH, recordingReader(opened));
         EXPECT_EQ(gpu.sample(), readingFrom(*row.text(4)));
-        EXPECT_EQ(nvml.calls() > nvmlCallsBefore, row.fields[5] == "asks NVML");
+        EXPECT_EQ(nvml("kwFakeNvmlCalls") > nvmlCallsBefore, row.fields[5] == "asks NVML");
 
         const QByteArray root = sys.toLocal8Bit() + '/';
         Files valuesRead;
@@ -212,8 +207,6 @@ TEST(SensorFileValue, ParsesScaledIntegersAndMarksRefusals)
 }
 
 // The GPU routes one by one: junk in sysfs, NVML's session and its failures.
-const QByteArray noLibrary = "/nonexistent/libnvidia-ml.so.1";
-
 TEST(AmdgpuBusyPercent, ReadsCardsAndSkipsJunk)
 {
     // card0 holds junk, card1 an out-of-range value, which the GPU reading's
@@ -236,8 +229,8 @@ TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
         return readKernelFile(path);
     };
     const FakeNvmlCounters nvml(KW_FAKE_NVML_BUSY_PATH);
-    const int initBefore = nvml.initCalls();
-    const int shutdownBefore = nvml.shutdownCalls();
+    const int initBefore = nvml("kwFakeNvmlInitCalls");
+    const int shutdownBefore = nvml("kwFakeNvmlShutdownCalls");
     {
         LinuxGPUUsageProbe probe(fixtureSys(QStringLiteral("hybrid-nvidia-laptop")),
                                  KW_FAKE_NVML_BUSY_PATH, reader);
@@ -248,43 +241,43 @@ TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
         for (std::size_t tick = 0; tick < std::size(ticks); ++tick) {
             const auto [isAwake, started, ended] = ticks[tick];
             *awake = isAwake;
-            const int callsBefore = nvml.calls();
+            const int callsBefore = nvml("kwFakeNvmlCalls");
             EXPECT_EQ(probe.sample(), R::available(isAwake ? 37.0 : 0.0, "NVIDIA NVML")) << tick;
-            EXPECT_EQ(nvml.initCalls() - initBefore, started) << tick;
-            EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, ended) << tick;
+            EXPECT_EQ(nvml("kwFakeNvmlInitCalls") - initBefore, started) << tick;
+            EXPECT_EQ(nvml("kwFakeNvmlShutdownCalls") - shutdownBefore, ended) << tick;
             // Asleep, the library is not called, but for the one nvmlShutdown
             // that ends the session the card went to sleep with.
             if (!isAwake) {
-                EXPECT_EQ(nvml.calls() - callsBefore, std::get<0>(ticks[tick - 1]) ? 1 : 0) << tick;
+                EXPECT_EQ(nvml("kwFakeNvmlCalls") - callsBefore,
+                          std::get<0>(ticks[tick - 1]) ? 1 : 0)
+                    << tick;
             }
         }
     }
-    EXPECT_EQ(nvml.shutdownCalls() - shutdownBefore, 2);
+    EXPECT_EQ(nvml("kwFakeNvmlShutdownCalls") - shutdownBefore, 2);
 }
 
 TEST(LinuxGPUUsageProbe, UnusableLibrariesGiveNoDeviceAndAreRetriedAtTheNextTick)
 {
     const std::tuple<const char *, QByteArray, bool> cases[] = {
-        {"no library", noLibrary, false},
+        {"no library", "/nonexistent/libnvidia-ml.so.1", false},
         {"init fails", KW_FAKE_NVML_INIT_FAILS_PATH, true},
         {"a function is missing", KW_FAKE_NVML_MISSING_SYMBOL_PATH, false},
     };
     for (const auto &[name, path, initAttempted] : cases) {
-        std::optional<FakeNvmlCounters> counters;
-        if (path != noLibrary)
-            counters.emplace(path.constData());
-        const int initBefore = counters ? counters->initCalls() : 0;
+        const FakeNvmlCounters counters(path.constData());
+        const int initBefore = counters("kwFakeNvmlInitCalls");
         // An awake NVIDIA card, so NVML is asked.
         LinuxGPUUsageProbe probe(fixtureSys(QStringLiteral("intel-server-2s")), path);
         for (int tick = 1; tick <= 3; ++tick) {
             EXPECT_EQ(probe.sample(),
                       R::unsupported(QStringLiteral("未发现可读取的 GPU 利用率通道")))
                 << name << " tick " << tick;
-            const int initCalls = counters ? counters->initCalls() - initBefore : 0;
-            EXPECT_EQ(initCalls, initAttempted ? tick : 0) << name;
+            EXPECT_EQ(counters("kwFakeNvmlInitCalls") - initBefore, initAttempted ? tick : 0)
+                << name;
         }
         // A failed init is never shut down: there is no session to end.
-        EXPECT_EQ(counters ? counters->shutdownCalls() : 0, 0) << name;
+        EXPECT_EQ(counters("kwFakeNvmlShutdownCalls"), 0) << name;
     }
 }
 

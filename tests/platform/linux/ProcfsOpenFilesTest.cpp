@@ -4,7 +4,6 @@
 // descriptors costs no process.
 
 #include "platform/linux/ProcfsProcessMetricReader.h"
-#include "support/ForkedChild.h"
 #include "support/ShellChild.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +35,7 @@ int descriptorsOn(pid_t pid)
 // (ProcfsProcessMetricReaderLiveTest); here, that they go with the process.
 TEST(ProcfsOpenFilesTest, KeptFilesCloseWhenTheProcessEnds)
 {
-    auto child = std::make_unique<ForkedChild>(ForkedChild::Behaviour::waitsForSignals);
+    auto child = sleepingChild();
     ASSERT_TRUE(child->started());
     const pid_t pid = child->pid();
     ProcfsProcessMetricReader reader;
@@ -56,9 +55,9 @@ TEST(ProcfsOpenFilesTest, AShortageOfDescriptorsCostsNoProcess)
 
     // New processes, and room for only a few more descriptors: the reader
     // closes some of what it keeps and reads the rest by opening and closing.
-    std::vector<std::unique_ptr<ForkedChild>> children;
+    std::vector<std::unique_ptr<ShellChild>> children;
     for (int i = 0; i < 40; ++i) {
-        children.push_back(std::make_unique<ForkedChild>(ForkedChild::Behaviour::waitsForSignals));
+        children.push_back(sleepingChild());
         ASSERT_TRUE(children.back()->started());
     }
     auto expectAllChildrenIn = [&](const std::vector<RawProcessMetric> &records) {

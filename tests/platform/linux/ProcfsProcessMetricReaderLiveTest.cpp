@@ -5,7 +5,6 @@
 #include "platform/linux/FileReading.h"
 #include "platform/linux/ProcessReadGate.h"
 #include "platform/linux/ProcfsProcessMetricReader.h"
-#include "support/ForkedChild.h"
 #include "support/ShellChild.h"
 #include "support/SyncedWrite.h"
 
@@ -18,6 +17,7 @@
 
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include <csignal>
 #include <ctime>
@@ -30,20 +30,15 @@
 
 namespace {
 
-// A child forked from this program that sits idle, its main thread in
-// pause(), but for a worker thread that does one thing when told: what a
-// process changes about itself from a thread that is not its main one. It
-// dies with the test program, and the handle kills and reaps it.
+// A child forked from this program whose main thread sits in pause() while a
+// worker thread does `work` when told: what a process changes about itself
+// from a thread that is not its main one. It dies with the test program, and
+// the handle kills and reaps it.
 class IdleChildWithWorker {
 public:
-    // What the worker does with the order it reads.
-    using Work = std::function<void()>;
-
-    explicit IdleChildWithWorker(const QByteArray &directory, Work work)
+    IdleChildWithWorker(const QByteArray &directory, std::function<void()> work)
     {
-        int orders[2];
-        int done[2];
-        if (::pipe2(orders, O_CLOEXEC) != 0 || ::pipe2(done, O_CLOEXEC) != 0)
+        if (::pipe2(m_orders, O_CLOEXEC) != 0 || ::pipe2(m_done, O_CLOEXEC) != 0)
             return;
         m_pid = ::fork();
         if (m_pid == 0) {
@@ -52,18 +47,16 @@ public:
                 ::_exit(1);
             std::thread([&] {
                 char order = 0;
-                if (::read(orders[0], &order, 1) == 1) {
+                if (::read(m_orders[0], &order, 1) == 1) {
                     work();
-                    [[maybe_unused]] const ssize_t ignored = ::write(done[1], &order, 1);
+                    [[maybe_unused]] const ssize_t ignored = ::write(m_done[1], &order, 1);
                 }
             }).detach();
             for (;;)
                 ::pause();
         }
-        ::close(orders[0]);
-        ::close(done[1]);
-        m_orders = orders[1];
-        m_done = done[0];
+        // An exec in the child closes its end, so the wait for `done` ends.
+        ::close(std::exchange(m_done[1], -1));
     }
     ~IdleChildWithWorker()
     {
@@ -71,28 +64,25 @@ public:
             ::kill(m_pid, SIGKILL);
             ::waitpid(m_pid, nullptr, 0);
         }
-        ::close(m_orders);
-        ::close(m_done);
+        for (const int fd : {m_orders[0], m_orders[1], m_done[0], m_done[1]})
+            ::close(fd);
     }
     IdleChildWithWorker(const IdleChildWithWorker &) = delete;
     IdleChildWithWorker &operator=(const IdleChildWithWorker &) = delete;
 
     pid_t pid() const { return m_pid; }
 
-    // Has the worker do its work, and returns once it is done (or the exec
-    // it did closed the pipe).
+    // Has the worker do its work, and returns once it is done (or has exec'd).
     bool work()
     {
         char order = 'w';
-        if (::write(m_orders, &order, 1) != 1)
-            return false;
-        return ::read(m_done, &order, 1) >= 0;
+        return ::write(m_orders[1], &order, 1) == 1 && ::read(m_done[0], &order, 1) >= 0;
     }
 
 private:
     pid_t m_pid = -1;
-    int m_orders = -1;
-    int m_done = -1;
+    int m_orders[2] = {-1, -1};
+    int m_done[2] = {-1, -1};
 };
 
 // Overwrites the argument vector in place, as a program that shows its state
@@ -100,20 +90,12 @@ private:
 // subcommand.
 void rewriteOwnArguments()
 {
-    const FileReadResult stat = readKernelFile(QByteArrayLiteral("/proc/self/stat"));
-    if (!stat.bytes)
-        return;
-    // arg_start and arg_end, fields 48 and 49: the 46th and 47th after the name.
-    const QList<QByteArray> fields =
-        stat.bytes->mid(stat.bytes->lastIndexOf(')') + 2).trimmed().split(' ');
-    if (fields.size() < 47)
-        return;
-    char *start = reinterpret_cast<char *>(fields[45].toULongLong());
-    char *end = reinterpret_cast<char *>(fields[46].toULongLong());
+    // The area starts at argv[0], and /proc/self/cmdline spans it all.
+    const FileReadResult area = readKernelFile(QByteArrayLiteral("/proc/self/cmdline"));
     constexpr char rewritten[] = "kw\0serve";
-    if (start && end > start + sizeof rewritten) {
-        std::fill(start, end, '\0');
-        std::copy(rewritten, rewritten + sizeof rewritten, start);
+    if (area.bytes && std::size_t(area.bytes->size()) > sizeof rewritten) {
+        std::fill_n(program_invocation_name, area.bytes->size(), '\0');
+        std::copy(rewritten, rewritten + sizeof rewritten, program_invocation_name);
     }
 }
 
@@ -124,14 +106,9 @@ protected:
     QTemporaryDir m_project{QDir::tempPath() + QStringLiteral("/kw-project-XXXXXX")};
 };
 
-// An idle process is read in full only when its clock moves; whatever a
-// worker thread does moves the process's clock, so it shows on the very next
-// tick. The ticks before it let the process pass its first ticks, which are
-// read in full whatever the clock says.
 // The gate's clock is this process's own CPU time, every thread's, read
-// between two readings of the same clock through the C library, and nothing
-// once a pid is gone.
-TEST(ProcessCPUClock, ReadsAProcessesOwnTimeAndNothingForAPidThatLeft)
+// between two readings of the same clock through the C library.
+TEST(ProcessCPUClock, ReadsAProcessesOwnTimeOfEveryThread)
 {
     const auto nanoseconds = [](clockid_t clock) {
         timespec time{};
@@ -150,23 +127,19 @@ TEST(ProcessCPUClock, ReadsAProcessesOwnTimeAndNothingForAPidThatLeft)
     ASSERT_TRUE(own.has_value());
     EXPECT_LE(before, *own);
     EXPECT_LE(*own, after);
-
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(0);
-    ASSERT_GT(child, 0);
-    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-    EXPECT_FALSE(processCPUClockNanoseconds(child).has_value());
-    EXPECT_FALSE(processCPUClockNanoseconds(0).has_value());
 }
 
+// An idle process is read in full only when its clock moves; whatever a
+// worker thread does moves the process's clock, so it shows on the very next
+// tick. The ticks before it let the process pass its first ticks, which are
+// read in full whatever the clock says.
 TEST_F(LiveProcfsTest, WhatAWorkerThreadOfAnIdleProcessDoesShowsOnTheNextTick)
 {
     const QByteArray project = m_project.path().toLocal8Bit();
     ASSERT_TRUE(QDir(m_project.path()).mkdir(QStringLiteral("elsewhere")));
     struct Case {
         const char *description;
-        IdleChildWithWorker::Work work;
+        std::function<void()> work;
         std::function<bool(const RawProcessMetric &before, const RawProcessMetric &after)> seen;
     };
     const Case cases[] = {

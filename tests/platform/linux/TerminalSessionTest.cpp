@@ -13,7 +13,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <map>
 #include <set>
 
 namespace {
@@ -35,7 +35,7 @@ QStringList sourcesOf(const QString &fixture, const QString &cpuShares)
                 process.cpuPercent = share.section(u'=', 1).toDouble();
         }
     }
-    std::vector<std::pair<pid_t, QString>> sources;
+    std::map<pid_t, QString> sources; // by their smallest pid
     for (const ApplicationLoad &load : groupApplicationLoads(processes)) {
         std::set<pid_t> members;
         for (const ProcessMetric &process : load.processes)
@@ -45,10 +45,8 @@ QStringList sourcesOf(const QString &fixture, const QString &cpuShares)
             pids << QString::number(pid);
         const QString entry =
             load.applicationPath.value_or(fixturePath({})).mid(fixturePath({}).size());
-        sources.emplace_back(*members.begin(),
-                             load.application + u'|' + entry + u'|' + pids.join(u' '));
+        sources[*members.begin()] = load.application + u'|' + entry + u'|' + pids.join(u' ');
     }
-    std::sort(sources.begin(), sources.end());
     QStringList texts;
     for (const auto &source : sources)
         texts << source.second;
