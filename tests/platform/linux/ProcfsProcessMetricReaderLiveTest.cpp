@@ -9,12 +9,14 @@
 #include "support/SyncedWrite.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -187,31 +189,114 @@ TEST_F(LiveProcfsTest, WhatAWorkerThreadOfAnIdleProcessDoesShowsOnTheNextTick)
     }
 }
 
+// Where this machine lets a test make a cgroup: a new directory at the root
+// of the unified hierarchy, removed again by the destructor once empty.
+class MadeCgroup {
+public:
+    MadeCgroup()
+    {
+        QFile mounts(QStringLiteral("/proc/self/mountinfo"));
+        if (!mounts.open(QIODevice::ReadOnly))
+            return;
+        for (const QByteArray &line : mounts.readAll().split('\n')) {
+            const QList<QByteArray> fields = line.split(' ');
+            const qsizetype dash = fields.indexOf("-");
+            if (dash > 4 && dash + 1 < fields.size() && fields[dash + 1] == "cgroup2" &&
+                fields[3] == "/") {
+                const QString path = QString::fromUtf8(fields[4]) +
+                                     QStringLiteral("/kw-test-%1").arg(::getpid());
+                if (QDir().mkdir(path))
+                    m_path = path;
+                return;
+            }
+        }
+    }
+    ~MadeCgroup()
+    {
+        if (!m_path.isEmpty())
+            QDir().rmdir(m_path);
+    }
+    MadeCgroup(const MadeCgroup &) = delete;
+    MadeCgroup &operator=(const MadeCgroup &) = delete;
+
+    bool isMade() const { return !m_path.isEmpty(); }
+    QString name() const { return m_path.section(QLatin1Char('/'), -1); }
+    bool take(pid_t pid) const
+    {
+        QFile procs(m_path + QStringLiteral("/cgroup.procs"));
+        return procs.open(QIODevice::WriteOnly) && procs.write(QByteArray::number(pid)) > 0 &&
+               procs.flush();
+    }
+
+private:
+    QString m_path;
+};
+
 // What others change about a process that does not run shows within the
-// sweep: here its working directory, renamed under it.
-TEST_F(LiveProcfsTest, OutsideRenameOfAnIdleProcesssDirectoryShowsWithinTheSweep)
+// sweep: its working directory or its executable renamed under it, and a
+// move to another cgroup where this machine lets a test make one.
+TEST_F(LiveProcfsTest, OutsideChangesToAnIdleProcessShowWithinTheSweep)
 {
     QDir project(m_project.path());
     ASSERT_TRUE(project.mkdir(QStringLiteral("before")));
-    const ShellChild child(project.filePath(QStringLiteral("before")).toLocal8Bit(),
-                           {"sh", "-c", "exec sleep 60"});
-    ASSERT_TRUE(child.started());
-    const QString exe = QStringLiteral("/proc/%1/exe").arg(child.pid());
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return QFileInfo(exe).symLinkTarget().endsWith(QStringLiteral("/sleep")); }, 5000));
-    ProcfsProcessMetricReader reader;
-    auto projectNow = [&] {
-        const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
-        const RawProcessMetric *record = findPid(records, child.pid());
-        return record ? record->command.project : std::nullopt;
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/bin/sleep"), project.filePath(QStringLiteral("nap"))));
+    const MadeCgroup cgroup; // outlives the children, which must leave it first
+    struct Case {
+        const char *description;
+        bool possible;
+        std::function<bool(pid_t)> change;
+        std::function<bool(const RawProcessMetric &)> seen;
     };
-    for (unsigned tick = 0; tick <= kYoungTicks; ++tick)
-        ASSERT_EQ(projectNow(), QStringLiteral("before"));
-    ASSERT_TRUE(project.rename(QStringLiteral("before"), QStringLiteral("after")));
-    std::optional<QString> seen;
-    for (unsigned tick = 0; tick < kSweepTicks && seen != QStringLiteral("after"); ++tick)
-        seen = projectNow();
-    EXPECT_EQ(seen, QStringLiteral("after")) << "not within " << kSweepTicks << " ticks";
+    const Case cases[] = {
+        {"working directory renamed", true,
+         [&](pid_t) { return project.rename(QStringLiteral("before"), QStringLiteral("after")); },
+         [](const RawProcessMetric &record) {
+             return record.command.project == QStringLiteral("after");
+         }},
+        {"executable renamed", true,
+         [&](pid_t) { return project.rename(QStringLiteral("nap"), QStringLiteral("doze")); },
+         [](const RawProcessMetric &record) {
+             return record.identity.executablePath.endsWith(QStringLiteral("/doze"));
+         }},
+        {"moved to another cgroup", cgroup.isMade(), [&](pid_t pid) { return cgroup.take(pid); },
+         [&](const RawProcessMetric &record) {
+             return record.controlGroup.endsWith(QLatin1Char('/') + cgroup.name());
+         }},
+    };
+    for (const Case &row : cases) {
+        SCOPED_TRACE(row.description);
+        if (!row.possible) {
+            std::cout << "not tried here: " << row.description << '\n';
+            continue;
+        }
+        const ShellChild child(project.filePath(QStringLiteral("before")).toLocal8Bit(),
+                               {"sh", "-c", "exec ../nap 60"});
+        ASSERT_TRUE(child.started());
+        const QString exe = QStringLiteral("/proc/%1/exe").arg(child.pid());
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return QFileInfo(exe).symLinkTarget().endsWith(QStringLiteral("/nap")); },
+            5000));
+        ProcfsProcessMetricReader reader;
+        auto recordNow = [&] {
+            const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
+            const RawProcessMetric *record = findPid(records, child.pid());
+            return record ? std::optional(*record) : std::nullopt;
+        };
+        for (unsigned tick = 0; tick <= kYoungTicks; ++tick) {
+            const std::optional<RawProcessMetric> record = recordNow();
+            ASSERT_TRUE(record && !row.seen(*record));
+        }
+        ASSERT_TRUE(row.change(child.pid()));
+        bool seen = false;
+        for (unsigned tick = 0; tick < kSweepTicks && !seen; ++tick) {
+            const std::optional<RawProcessMetric> record = recordNow();
+            seen = record && row.seen(*record);
+        }
+        EXPECT_TRUE(seen) << "not within " << kSweepTicks << " ticks";
+        // Back as it was for the next row.
+        project.rename(QStringLiteral("after"), QStringLiteral("before"));
+        project.rename(QStringLiteral("doze"), QStringLiteral("nap"));
+    }
 }
 
 // A process whose parent leaves gets a new parent without running: it is
