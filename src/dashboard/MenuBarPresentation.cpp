@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <cmath>
+#include <string_view>
 
 namespace {
 
@@ -38,6 +39,25 @@ constexpr MenuBarStateInfo kStateRows[] = {
 };
 static_assert(coversEnumeration(kStateRows, S::actionRecommended));
 
+// Every row complete: a name of its own, words and a symbol, a message
+// exactly when calm, and a spoken form around the title.
+constexpr bool stateRowsAreComplete()
+{
+    const auto hasText = [](const char *text) { return text && *text; };
+    for (const MenuBarStateInfo &row : kStateRows) {
+        if (!hasText(row.name) || !hasText(row.title) || !hasText(row.headline) ||
+            !hasText(row.symbolName) || (row.message != nullptr) == isAbnormalMenuBarState(row.key) ||
+            std::string_view(row.spokenTitle).find("%1") == std::string_view::npos)
+            return false;
+        for (const MenuBarStateInfo &other : kStateRows) {
+            if (&other != &row && std::string_view(other.name) == row.name)
+                return false;
+        }
+    }
+    return true;
+}
+static_assert(stateRowsAreComplete());
+
 } // namespace
 
 const MenuBarStateInfo &menuBarStateInfo(MenuBarPresentationState state)
@@ -53,12 +73,6 @@ QString menuBarStateText(const char *text)
 QString menuBarPresentationStateName(MenuBarPresentationState state)
 {
     return QString::fromLatin1(menuBarStateInfo(state).name);
-}
-
-bool isAbnormalMenuBarState(MenuBarPresentationState state)
-{
-    return state == MenuBarPresentationState::highLoad ||
-           state == MenuBarPresentationState::actionRecommended;
 }
 
 MenuBarPresentationState menuBarState(const SystemMetricSample *sample,

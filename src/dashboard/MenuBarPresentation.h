@@ -16,7 +16,11 @@
 // The last two are the abnormal states.
 enum class MenuBarPresentationState { collecting, observing, normal, highLoad, actionRecommended };
 QString menuBarPresentationStateName(MenuBarPresentationState state);
-bool isAbnormalMenuBarState(MenuBarPresentationState state);
+constexpr bool isAbnormalMenuBarState(MenuBarPresentationState state)
+{
+    return state == MenuBarPresentationState::highLoad ||
+           state == MenuBarPresentationState::actionRecommended;
+}
 
 // Everything fixed about a state, one row each. The texts are source texts
 // for menuBarStateText; the symbol names are the symbol painter's.

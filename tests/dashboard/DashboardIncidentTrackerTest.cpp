@@ -31,6 +31,7 @@ TEST(DashboardIncidentTracker, OpensGathersPointsAndPeaksThenClosesOnFirstCalmSa
 
     // System CPU 10 but the task's sum is 60: the opening peak takes the task;
     // afterwards only the system's figure raises it.
+    tracker.observe(hot(98.0), nullptr); // hot, but nobody to blame: opens nothing
     tracker.observe(hot(100.0, 10.0, 80.0), &vite);
     ASSERT_EQ(tracker.incidents().size(), 1u);
     const DashboardIncident &opened = tracker.incidents().front();

@@ -28,18 +28,6 @@ DashboardProcessNode sampleTree()
                  node("dup", 5, "tail", "tail")});
 }
 
-TEST(DashboardProcessNodeTest, SearchesDepthFirstAndTakesTheFirstHit)
-{
-    const DashboardProcessNode tree = sampleTree();
-    ASSERT_NE(tree.nodeWithID(QStringLiteral("n3")), nullptr);
-    EXPECT_EQ(tree.nodeWithID(QStringLiteral("n3"))->pid, 3);
-    EXPECT_EQ(tree.nodeWithID(QStringLiteral("dup"))->pid, 4); // deeper, but earlier
-    EXPECT_EQ(tree.nodeWithID(QStringLiteral("n1")), &tree);
-    EXPECT_EQ(tree.nodeWithID(QStringLiteral("none")), nullptr);
-    EXPECT_EQ(tree.nodeWithPID(5)->id, QStringLiteral("dup"));
-    EXPECT_EQ(tree.nodeWithPID(99), nullptr);
-}
-
 TEST(DashboardProcessNodeTest, PathToTargetListsTheAncestors)
 {
     const DashboardProcessNode tree = sampleTree();
@@ -80,35 +68,14 @@ TEST(DashboardProcessNodeTest, RoleLabelFirstHitDecides)
     }
 }
 
-TEST(DashboardPendingTerminationTest, ConfirmationTextsByModeAndNode)
+// The messages are the operation panel's; the titles are tested here.
+TEST(DashboardPendingTerminationTest, ForcedTitlesAndAPidNeverGrouped)
 {
-    DashboardPendingTermination pending;
-    pending.task.terminationImpact = QStringLiteral("会中断当前测试，不会删除项目文件。");
-    pending.process = node("p", 4321, "pytest", "", {}, true);
-
-    pending.mode = ProcessTerminationSignal::forced;
-    // A pid is an identifier and is never grouped, whatever the locale.
+    const DashboardPendingTermination pending{
+        {}, node("p", 4321, "pytest", "", {}, true), ProcessTerminationSignal::forced};
     EXPECT_EQ(terminationConfirmationTitle(pending),
               QStringLiteral("强制结束 pytest（PID 4321）？"));
     EXPECT_EQ(terminationConfirmationActionTitle(pending), QStringLiteral("强制结束"));
-    EXPECT_EQ(
-        terminationConfirmationMessage(pending),
-        QStringLiteral("进程没有响应正常结束请求。强制结束会立即中断进程，未保存的数据可能丢失，"
-                       "所属应用也可能自动重新启动它。"));
-
-    pending.mode = ProcessTerminationSignal::graceful;
-    EXPECT_EQ(terminationConfirmationTitle(pending), QStringLiteral("结束 pytest（PID 4321）？"));
-    EXPECT_EQ(terminationConfirmationActionTitle(pending), QStringLiteral("结束进程"));
-    EXPECT_EQ(terminationConfirmationMessage(pending), pending.task.terminationImpact);
-
-    pending.process = node("p", 1, "sh", "", {node("a", 2, "a"), node("b", 3, "b")});
-    EXPECT_EQ(terminationConfirmationMessage(pending),
-              QStringLiteral(
-                  "会结束这个进程，并可能中断它的 2 个直接子进程；所属应用也可能自动重新启动它。"));
-    pending.process = node("p", 1, "sleep");
-    EXPECT_EQ(
-        terminationConfirmationMessage(pending),
-        QStringLiteral("会结束这个进程；未保存的工作可能丢失，所属应用也可能自动重新启动它。"));
 }
 
 } // namespace

@@ -1,9 +1,6 @@
-// The store's side of incidents and the menu bar: the abnormal time kept
-// across ingests, the published incident list, and the clear.
+// The store's side of the menu bar: the abnormal time kept across ingests.
 
 #include "support/StoreTesting.h"
-
-#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
@@ -54,40 +51,6 @@ TEST(DashboardStoreMenuBar, AbnormalTimeStartsOnceAndClearsOnOneCalmSample)
         EXPECT_EQ(presentation.state, step.state);
         EXPECT_EQ(presentation.durationText, step.durationText);
     }
-}
-
-// The tracker is handed the top live task; the list is published only when
-// it changed; clearing drops even the active incident.
-TEST(DashboardStoreIncidents, HotSamplesBlameTheTopTaskAndClearStartsAnew)
-{
-    auto store = makeStoreForTesting();
-    QSignalSpy incidentsChanged(store.get(), &DashboardStore::incidentsChanged);
-    store->ingest(tick(8.0, SystemThermalState::critical, 99.0, 100.0)); // nothing ranked
-    EXPECT_TRUE(store->incidents().empty());
-    EXPECT_EQ(incidentsChanged.count(), 0); // an equal list is not a change
-
-    // A lineage already loaded on its first sample passes the warm-up gate at
-    // once; the busier source of two is the one blamed.
-    SystemMetricSample hot = tick(10.0, SystemThermalState::nominal, 82.0, 10.0);
-    hot.processMetrics = {makeProcess(4000, 1, "sleep", 1.0), makeProcess(4100, 1, "cargo", 70.0),
-                          makeProcess(4101, 4100, "rustc", 95.0)};
-    store->ingest(hot);
-    ASSERT_EQ(store->liveTasks().size(), 2u);
-    ASSERT_EQ(store->incidents().size(), 1u);
-    const DashboardIncident opened = store->incidents().front();
-    EXPECT_EQ(opened.application, store->liveTasks().front().application);
-    EXPECT_EQ(opened.peakCPU, store->liveTasks().front().cpu);
-    EXPECT_EQ(incidentsChanged.count(), 1);
-
-    store->clearIncidents();
-    EXPECT_TRUE(store->incidents().empty());
-    EXPECT_EQ(incidentsChanged.count(), 2);
-    // Still hot: not a point of the dropped incident, but the start of a new one.
-    hot.timestamp = secondsAt(12.0);
-    store->ingest(hot);
-    ASSERT_EQ(store->incidents().size(), 1u);
-    EXPECT_NE(store->incidents().front().id, opened.id);
-    EXPECT_EQ(store->incidents().front().points.size(), 1u);
 }
 
 } // namespace

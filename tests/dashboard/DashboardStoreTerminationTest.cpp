@@ -3,7 +3,6 @@
 #include "support/RowName.h"
 #include "support/StoreTesting.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -12,8 +11,6 @@
 #include <cerrno>
 #include <cmath>
 #include <functional>
-
-#include <unistd.h>
 
 namespace {
 
@@ -184,26 +181,6 @@ TEST_F(StoreTermination, HoldsAfterEachSampleWhatAStoreRecomputingEverythingHold
     }
 }
 
-TEST_F(StoreTermination, RequestClearsTheMessageAndCancelOrAnEmptyConfirmTouchNothingElse)
-{
-    script(processA, AtPid::gone);
-    endProcess(nodeA);
-    const auto status = store->terminationStatus();
-    ASSERT_TRUE(store->terminationMessage().has_value());
-
-    QSignalSpy changed(store.get(), &DashboardStore::changed);
-    store->confirmTermination(); // nothing requested
-    EXPECT_EQ(changed.count(), 0);
-    store->requestTermination(task, nodeA);
-    EXPECT_FALSE(store->terminationMessage().has_value());
-    store->cancelTermination();
-    EXPECT_FALSE(store->pendingTermination().has_value());
-    EXPECT_FALSE(store->pendingTerminationTarget().has_value());
-    EXPECT_EQ(store->terminationStatus(), status);
-    store->confirmTermination();
-    EXPECT_EQ(sender->pinned().size(), 1u); // only the first attempt's
-}
-
 struct Outcome {
     const char *name;
     std::vector<AtPid> attempts; // one per confirmation, graceful then forced
@@ -241,11 +218,8 @@ TEST_P(TerminationOutcome, LeavesItsStatusMessageIncidentAndNextOffer)
     if (row.verifying)
         EXPECT_EQ(verifying, QString::fromUtf8(row.verifying));
     const Signal mode = row.attempts.size() == 2 ? Signal::forced : Signal::graceful;
-    EXPECT_EQ(store->selectedTerminationStatus(),
-              (DashboardTerminationStatus{nodeA.id, "node", 101, mode, row.phase}));
     EXPECT_EQ(store->terminationMessage(), QString::fromUtf8(row.message));
     EXPECT_EQ(store->recoveryState(), row.recovery);
-    EXPECT_EQ(sender->sent().size(), row.signalsSent);
     ASSERT_FALSE(store->incidents().empty());
     const DashboardIncident &incident = store->incidents().front();
     EXPECT_EQ(incident.action, QStringLiteral("结束 node 子进程"));
@@ -258,7 +232,12 @@ TEST_P(TerminationOutcome, LeavesItsStatusMessageIncidentAndNextOffer)
     EXPECT_EQ(store->canTerminateSelectedProcess(), row.offeredAgain);
     store->requestTermination(task, nodeA);
     EXPECT_EQ(store->pendingTermination()->mode, row.nextMode);
+    EXPECT_FALSE(store->terminationMessage()); // a request clears the last outcome's
     store->cancelTermination();
+    store->confirmTermination(); // nothing pending: neither cancel nor this touches the rest
+    EXPECT_EQ(sender->sent().size(), row.signalsSent);
+    EXPECT_EQ(store->selectedTerminationStatus(),
+              (DashboardTerminationStatus{nodeA.id, "node", 101, mode, row.phase}));
     const State judged = row.recovery == State::recovering ? State::recovered : row.recovery;
     ingestAt(400.0, 0.0); // a failure leaves no verification to judge this
     EXPECT_EQ(store->recoveryState(), judged);
@@ -394,19 +373,12 @@ TEST_F(LongExitCheck, DestroyingTheStoreEndsTheWaitWithoutDelivering)
     QCoreApplication::processEvents();
 }
 
-TEST(RecoveryStartAfterExit, BaselineFromTheLatestSampleOrNothingToCompare)
+// Through the store a target always comes with a sample; the context of a
+// start with one is checked above and on the operation panel.
+TEST(RecoveryStartAfterExit, NothingToCompareWithoutABaseline)
 {
-    const DashboardPendingTermination ended{makeTask("Vite"), makeNode(makeProcess(7, 1, "vite")),
-                                            Signal::graceful};
-    EXPECT_EQ(RecoveryStart::afterExit(ended, std::nullopt),
+    EXPECT_EQ(RecoveryStart::afterExit({}, std::nullopt),
               (RecoveryStart{State::insufficientData, std::nullopt, std::nullopt}));
-    const SystemMetricSample baseline = makeSample({.time = 500.0, .cpu = 70.0, .fan = 2400.0});
-    const DashboardRecoveryMetrics metrics{70.0, std::nullopt, 2400.0, SystemThermalState::nominal};
-    const DashboardRecoveryContext context{
-        "id-Vite", ended.process.id, "vite", 7, baseline.timestamp, 120.0, metrics};
-    EXPECT_EQ(RecoveryStart::afterExit(ended, baseline),
-              (RecoveryStart{State::recovering, context,
-                             RecoveryEvaluator{baseline, baseline.timestamp, 120.0}}));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "dashboard/DashboardTrends.h"
 
+#include "support/FixtureTable.h"
 #include "support/StoreTesting.h"
 
 #include <gtest/gtest.h>
@@ -119,18 +120,11 @@ TEST(SensorStatuses, SevenRowsInFixedOrderWithEachReadingsWords)
 
     // Numbers take the interface's formats (grouped) even under the C locale.
     const ScopedDefaultLocale c(QLocale::c());
-    EXPECT_EQ(rowsOf(sensorStatuses(good, "procfs")),
-              (QStringList{
-                  "temperature: hwmon, 61.3°C, available", "fan: fans, 2,400 RPM, available",
-                  "gpu: NVML, 37%, available", "memory: meminfo, 1.5 GB / 17.2 GB, available",
-                  "disk: diskstats, 1.5 MB/s, available", "network: getifaddrs, 2 KB/s, available",
-                  "processes: procfs, 正常, available"}));
-    EXPECT_EQ(
-        rowsOf(sensorStatuses(bad, "procfs")),
-        (QStringList{"temperature: no channel, 不可用, unavailable",
-                     "fan: refused, 权限受限, unavailable", "gpu: gone, 不可用, unavailable",
-                     "memory: unreadable, 不可用, unavailable", "disk: 采集中, 采集中, warmingUp",
-                     "network: 采集中, 采集中, warmingUp", "processes: procfs, 正常, available"}));
+    QStringList expected[2];
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("sensor-status-rows")))
+        expected[*row.text(0) == u"bad"] << *row.text(1);
+    EXPECT_EQ(rowsOf(sensorStatuses(good, "procfs")), expected[0]);
+    EXPECT_EQ(rowsOf(sensorStatuses(bad, "procfs")), expected[1]);
 }
 
 TEST(DashboardStoreTrends, TheStoreDerivesFromItsOwnSamples)

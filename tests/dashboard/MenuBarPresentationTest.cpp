@@ -8,7 +8,6 @@
 #include "support/StoreTesting.h"
 
 #include <QLocale>
-#include <QSet>
 
 #include <gtest/gtest.h>
 
@@ -16,7 +15,6 @@
 
 namespace {
 
-using State = MenuBarPresentationState;
 using Thermal = SystemThermalState;
 
 const QLocale german(QLocale::German, QLocale::Germany);
@@ -57,27 +55,6 @@ TEST(MenuBarDurationText, CountsWholeMinutesFromSixtySeconds)
 
 constexpr auto N = Thermal::nominal, F = Thermal::fair, S = Thermal::serious, C = Thermal::critical,
                U = Thermal::unknown;
-constexpr auto highLoad = State::highLoad, act = State::actionRecommended, normal = State::normal,
-               observing = State::observing;
-
-// Every state has its row: a unique name, words, a symbol, a message exactly
-// when calm, and a spoken form around the title.
-TEST(MenuBarStateInfo, EveryStateHasACompleteRow)
-{
-    QSet<QString> names;
-    for (const State state : {State::collecting, observing, normal, highLoad, act}) {
-        const MenuBarStateInfo &info = menuBarStateInfo(state);
-        SCOPED_TRACE(info.name);
-        EXPECT_EQ(info.key, state);
-        names << QString::fromLatin1(info.name);
-        for (const char *text : {info.name, info.title, info.headline, info.symbolName})
-            EXPECT_TRUE(text && *text);
-        EXPECT_EQ(info.message != nullptr, !isAbnormalMenuBarState(state));
-        EXPECT_TRUE(QString::fromUtf8(info.spokenTitle).contains(QLatin1String("%1")));
-    }
-    EXPECT_EQ(names.size(), 5);
-    EXPECT_EQ(menuBarState(nullptr, 500.0), State::collecting);
-}
 
 TEST(MenuBarPresentation, MetricValuesPerReadingCase)
 {

@@ -123,27 +123,4 @@ TEST(TaskRankingTest, TargetsHoldForEightSecondsWhileTheirProcessLives)
     EXPECT_EQ(state, TaskTargetState{});
 }
 
-TEST(TaskRankingTest, SelectionFallsBackToTheFirstBusyLoadInGroupingOrder)
-{
-    const std::vector<ApplicationLoad> loads = {loadWithScore("idle", 0), loadWithScore("busy", 3),
-                                                loadWithScore("busier", 50)};
-    const std::vector<DashboardTask> tasks = tasksFor(loads);
-    struct Row {
-        const char *selected;
-        std::vector<ApplicationLoad> loads;
-        const char *expected;
-    };
-    const Row rows[] = {
-        {"idle", loads, "idle"},                  // still listed: kept, even at score 0
-        {"gone", loads, "busy"},                  // grouping order, not score order
-        {"gone", {}, ""},                         // nothing grouped
-        {"gone", {loadWithScore("idle", 0)}, ""}, // nothing busy
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(
-            keptTaskSelection(QString::fromUtf8(row.selected), tasks, firstBusyLoadID(row.loads)),
-            QString::fromUtf8(row.expected))
-            << row.selected;
-}
-
 } // namespace

@@ -54,15 +54,6 @@ TEST(CPUUsageTracker, SequencesOfReads)
     }
 }
 
-// The ratio, nice as busy and no delta are the table's; here, the ends of the
-// range and one counter going back while another moves on.
-TEST(CPUUsageTracker, UsageArithmetic)
-{
-    EXPECT_EQ(cpuUsageBetween({0, 0, 0, 0}, {0, 0, 10, 0}), 0.0);
-    EXPECT_EQ(cpuUsageBetween({0, 0, 0, 0}, {10, 0, 0, 0}), 100.0);
-    EXPECT_EQ(cpuUsageBetween({0, 0, 5, 0}, {1, 0, 4, 0}), std::nullopt);
-}
-
 const QString diskUnchanged = QStringLiteral("磁盘累计计数器无有效增量");
 const QString noDisk = QStringLiteral("未发现系统磁盘累计读写计数器");
 

@@ -101,16 +101,10 @@ TEST(ProcessMetricsProbeTest, FirstTickCarriesEveryFieldWithoutRates)
     ASSERT_EQ(metrics.size(), 2);
     EXPECT_EQ(metrics[0].identity.pid, 50);
     EXPECT_EQ(metrics[0].duration, 0.0); // starts after the tick
-    ProcessMetric expected;
-    expected.identity = raw.identity;
-    expected.parentPID = 41;
-    expected.processGroupID = 40;
-    expected.userID = 501;
-    expected.name = "app-helper";
-    expected.applicationPath = raw.applicationPath;
-    expected.command = raw.command;
-    expected.residentBytes = 123456789;
-    expected.duration = 15.5;
+    const ProcessMetric expected{.identity = raw.identity, .parentPID = 41, .processGroupID = 40,
+                                 .userID = 501, .name = "app-helper",
+                                 .applicationPath = raw.applicationPath, .command = raw.command,
+                                 .residentBytes = 123456789, .duration = 15.5};
     EXPECT_EQ(metrics[1], expected);
 }
 

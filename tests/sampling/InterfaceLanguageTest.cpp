@@ -1,4 +1,5 @@
 #include "sampling/InterfaceLanguage.h"
+#include "support/FixtureTable.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -10,23 +11,13 @@ namespace {
 
 TEST(InterfaceLanguage, FirstPreferredLanguageWithACatalogueWins)
 {
-    using L = InterfaceLanguage;
-    const std::pair<QStringList, L> cases[] = {{{"en-US"}, L::english},
-                                               {{"en_US"}, L::english},
-                                               {{"en"}, L::english},
-                                               {{"en_GB.UTF-8"}, L::english},
-                                               {{"zh-CN"}, L::simplifiedChinese},
-                                               {{"zh-Hans-CN", "en-US"}, L::simplifiedChinese},
-                                               {{"zh_TW", "en"}, L::simplifiedChinese},
-                                               {{"de-DE", "en-US"}, L::english},
-                                               {{"de-DE", "fr"}, L::simplifiedChinese},
-                                               {{"C"}, L::simplifiedChinese},
-                                               {{"POSIX", "en"}, L::english},
-                                               {{"eng"}, L::simplifiedChinese},
-                                               {{}, L::simplifiedChinese},
-                                               {{""}, L::simplifiedChinese}};
-    for (const auto &[tags, expected] : cases)
-        EXPECT_EQ(interfaceLanguageFor(tags), expected) << tags.join(',').toStdString();
+    for (const FixtureRow &row : fixtureTable(QStringLiteral("interface-languages"))) {
+        const QStringList tags = row.text(1) ? row.text(1)->split(u',') : QStringList();
+        EXPECT_EQ(interfaceLanguageFor(tags), *row.text(0) == u"english"
+                                                  ? InterfaceLanguage::english
+                                                  : InterfaceLanguage::simplifiedChinese)
+            << row.where;
+    }
 }
 
 // Every entry translated, and each translation takes the same %N arguments as
