@@ -63,11 +63,11 @@ void fuzzRedaction(std::string_view text)
                                                        qsizetype(rest.size() - second - 1)));
     const QString executable = QString::fromUtf8(exe.data(), qsizetype(exe.size()));
     const QStringList arguments = parseProcPidCmdline(QByteArrayView(argv.data(), argv.size()));
-    const RedactedCommandSummary summary =
-        makeRedactedCommandSummary(executable, arguments, cwd);
+    const RedactedCommandSummary summary{redactedCommandText(executable, arguments),
+                                         projectOfWorkingDirectory(cwd)};
 
     // The command is the executable's file name, a table word, or both.
-    static const QStringList table = {"build", "dev",  "lint", "run",
+    static const QStringList table = {"build", "dev",   "lint", "run",
                                       "serve", "start", "test", "watch"};
     QString name = executable;
     while (name.endsWith(QLatin1Char('/')))
@@ -75,8 +75,8 @@ void fuzzRedaction(std::string_view text)
     name = name.mid(name.lastIndexOf(QLatin1Char('/')) + 1);
     bool shaped = summary.command == name || summary.command == QStringLiteral("未知任务");
     for (const QString &word : table) {
-        shaped = shaped || summary.command == word ||
-                 summary.command == name + QLatin1Char(' ') + word;
+        shaped =
+            shaped || summary.command == word || summary.command == name + QLatin1Char(' ') + word;
     }
     require(shaped, "a redacted command holds argument text");
 
@@ -140,10 +140,12 @@ void fuzzShownTexts(std::string_view text)
     ProcessMetric parent;
     parent.identity = {2, TimePoint::fromSecondsSince1970(1000.0), utf8(fields[1])};
     parent.name = processDisplayName(utf8(fields[0]), parent.identity.executablePath);
-    parent.command = makeRedactedCommandSummary(
-        executablePathShown(parent.identity.executablePath),
-        parseProcPidCmdline(QByteArrayView(fields[2].data(), fields[2].size())),
-        fields[3].empty() ? std::nullopt : std::optional<QString>(utf8(fields[3])));
+    parent.command = {redactedCommandText(
+                          executablePathShown(parent.identity.executablePath),
+                          parseProcPidCmdline(QByteArrayView(fields[2].data(), fields[2].size()))),
+                      projectOfWorkingDirectory(fields[3].empty()
+                                                    ? std::nullopt
+                                                    : std::optional<QString>(utf8(fields[3])))};
     if (!fields[4].empty()) {
         parent.applicationPath = QStringLiteral("/usr/share/applications/x.desktop");
         parent.applicationName = parseDesktopEntryName(fields[4]).value_or(QString());
@@ -194,7 +196,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         parseProcPidIoDiskBytes(text);
         break;
     case 3:
-        for (const QString &argument : parseProcPidCmdline(QByteArrayView(text.data(), text.size())))
+        for (const QString &argument :
+             parseProcPidCmdline(QByteArrayView(text.data(), text.size())))
             require(!argument.isEmpty() && !argument.contains(QChar(0)),
                     "an empty argument or one holding a NUL");
         break;

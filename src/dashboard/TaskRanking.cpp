@@ -70,9 +70,9 @@ std::vector<ApplicationLoad> rankLoads(std::vector<ApplicationLoad> loads,
         for (std::size_t position = 1; position < order.size(); ++position) {
             std::size_t j = position;
             while (j > 0) {
-                const bool passes = scores[order[j - 1]]->second +
-                                        TaskRankingConstants::passingLead <
-                                    scores[order[j]]->second;
+                const bool passes =
+                    scores[order[j - 1]]->second + TaskRankingConstants::passingLead <
+                    scores[order[j]]->second;
                 if (!passes)
                     break;
                 std::swap(order[j], order[j - 1]);
@@ -110,11 +110,10 @@ std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads
         if (isNew)
             continue;
         if (!allowsRefresh && standingPID->second != load.target.identity.pid) {
-            const auto standing =
-                std::find_if(load.processes.begin(), load.processes.end(),
-                             [&](const ProcessMetric &process) {
-                                 return process.identity.pid == standingPID->second;
-                             });
+            const auto standing = std::find_if(
+                load.processes.begin(), load.processes.end(), [&](const ProcessMetric &process) {
+                    return process.identity.pid == standingPID->second;
+                });
             if (standing != load.processes.end())
                 load.target = *standing;
         }

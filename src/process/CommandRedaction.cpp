@@ -130,11 +130,3 @@ std::optional<QString> projectOfWorkingDirectory(const std::optional<QString> &w
     return last.toString();
 }
 
-RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,
-                                                  const QStringList &arguments,
-                                                  const std::optional<QString> &workingDirectory,
-                                                  const QStringList &accountDirectories)
-{
-    return {redactedCommandText(executablePath, arguments),
-            projectOfWorkingDirectory(workingDirectory, accountDirectories)};
-}

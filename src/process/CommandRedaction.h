@@ -15,19 +15,17 @@
 // secrets, since no argument text other than a table word is ever kept.
 //
 // `arguments[0]` is the program's own argv[0] and is never looked at. The
-// result holds no reference into `arguments` or `workingDirectory`: the
+// results hold no reference into `arguments` or `workingDirectory`: the
 // subcommand is the table's own text and the project a fresh copy, so the
-// caller can drop the raw vector as soon as this returns. Both texts keep the
+// caller can drop the raw vector and directory as soon as these return, and
+// keep only the project (the process reader does, to compare across ticks).
+// Both texts keep the
 // process's own characters, control characters included: whatever shows them
 // passes them through printableText first.
 //
 // `accountDirectories` are absolute directories that give no project either:
 // the current user's own home and its parent, wherever they are
 // ("/var/home/<name>", "/mnt/c/Users/<name>").
-RedactedCommandSummary makeRedactedCommandSummary(const QString &executablePath,
-                                                  const QStringList &arguments,
-                                                  const std::optional<QString> &workingDirectory,
-                                                  const QStringList &accountDirectories = {});
 
 // The shown command alone: the executable's file name, then the first table
 // word among arguments[1...] (compared in lower case), joined by one blank;

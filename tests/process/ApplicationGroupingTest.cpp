@@ -97,6 +97,7 @@ TEST(ApplicationGroupingTest, IdsHashTheGroupKeyAndStayAcrossTicks)
     EXPECT_EQ(fnv1a64(QString()), 0xcbf29ce484222325ULL);
     EXPECT_EQ(fnv1a64(QStringLiteral("a")), 0xaf63dc4c8601ec8cULL);
     EXPECT_EQ(fnv1a64(QStringLiteral("foobar")), 0x85944171f73967e8ULL);
+    EXPECT_EQ(fnv1a64(QStringLiteral("é")), 0x0ac21707b7181e01ULL); // its UTF-8 bytes
 
     QList<ProcessMetric> tick = {makeProcess(10, 1, "sh"), makeProcess(11, 10, "job", 50.0),
                                  inApplication(makeProcess(20, 1, "Editor"), kEditor)};

@@ -33,12 +33,12 @@ TEST(ProjectTest, NamesTheLastMeaningfulComponent)
     }
 }
 
-TEST(RedactedCommandSummaryTest, CombinesCommandAndProjectWithoutKeepingArgumentText)
+TEST(RedactedCommandSummaryTest, KeepsNoArgumentOrDirectoryText)
 {
     QStringList arguments{"npm", "TEST", "--token=abc123"};
     std::optional<QString> directory = QString("/home/x/work/kiln");
-    const RedactedCommandSummary summary =
-        makeRedactedCommandSummary("/usr/bin/npm", arguments, directory);
+    const RedactedCommandSummary summary{redactedCommandText("/usr/bin/npm", arguments),
+                                         projectOfWorkingDirectory(directory)};
     EXPECT_EQ(summary, (RedactedCommandSummary{"npm test", QString("kiln")}));
 
     // Neither text shares storage with the raw input: overwriting the input

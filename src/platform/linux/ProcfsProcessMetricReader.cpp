@@ -224,8 +224,8 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         // and is read anew below, one whose clock is refused (EPERM) is read
         // in full on every tick.
         if (const std::optional<uid_t> owner = directory.owner(); owner && *owner == m_userID)
-            record = readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true,
-                                     startTicks, &view);
+            record = readOpenProcess(directory, pid, *owner, bootTimeSeconds, now, true, startTicks,
+                                     &view);
         const bool shortOfDescriptors = directory.takeShortOfDescriptors();
         if (record && !shortOfDescriptors && startTicks == process.startTicks) {
             process.tick = m_tick;
@@ -269,13 +269,14 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
             continue;
         }
         if (record && keep) {
-            KeptProcess process{std::move(*directory),           startTicks, m_tick, clock, 0,
-                                m_nextSweepSlot++ % kSweepTicks, *record, std::move(view)};
+            KeptProcess process{
+                std::move(*directory),           startTicks, m_tick,         clock, 0,
+                m_nextSweepSlot++ % kSweepTicks, *record,    std::move(view)};
             m_kept.emplace(pid, std::move(process));
         } else if (!record && directory && keep && !directory->readLink("exe") &&
                    readResidentBytes(*directory, true) == std::uint64_t(0)) {
-            m_empty.emplace(pid, EmptyProcess{std::move(*directory), m_tick,
-                                              m_nextSweepSlot++ % kSweepTicks});
+            m_empty.emplace(
+                pid, EmptyProcess{std::move(*directory), m_tick, m_nextSweepSlot++ % kSweepTicks});
         }
         return record;
     }

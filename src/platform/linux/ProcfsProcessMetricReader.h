@@ -95,11 +95,9 @@ private:
     std::optional<RawProcessMetric> carryRecord(KeptProcess &kept, long long bootTimeSeconds,
                                                 TimePoint now);
     // `view`, when given, receives what the read was made from.
-    std::optional<RawProcessMetric> readOpenProcess(ProcPidDirectory &directory, pid_t pid,
-                                                    uid_t owner, long long bootTimeSeconds,
-                                                    TimePoint now, bool keep,
-                                                    unsigned long long &startTicks,
-                                                    OutsideView *view);
+    std::optional<RawProcessMetric>
+    readOpenProcess(ProcPidDirectory &directory, pid_t pid, uid_t owner, long long bootTimeSeconds,
+                    TimePoint now, bool keep, unsigned long long &startTicks, OutsideView *view);
     // Nothing without an executable or a stat line: a kernel thread, or a
     // process gone or going.
     std::optional<OutsideView> readOutsideView(ProcPidDirectory &directory, bool keep) const;

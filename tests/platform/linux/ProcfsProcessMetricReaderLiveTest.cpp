@@ -203,8 +203,8 @@ public:
             const qsizetype dash = fields.indexOf("-");
             if (dash > 4 && dash + 1 < fields.size() && fields[dash + 1] == "cgroup2" &&
                 fields[3] == "/") {
-                const QString path = QString::fromUtf8(fields[4]) +
-                                     QStringLiteral("/kw-test-%1").arg(::getpid());
+                const QString path =
+                    QString::fromUtf8(fields[4]) + QStringLiteral("/kw-test-%1").arg(::getpid());
                 if (QDir().mkdir(path))
                     m_path = path;
                 return;
@@ -274,8 +274,7 @@ TEST_F(LiveProcfsTest, OutsideChangesToAnIdleProcessShowWithinTheSweep)
         ASSERT_TRUE(child.started());
         const QString exe = QStringLiteral("/proc/%1/exe").arg(child.pid());
         ASSERT_TRUE(QTest::qWaitFor(
-            [&] { return QFileInfo(exe).symLinkTarget().endsWith(QStringLiteral("/nap")); },
-            5000));
+            [&] { return QFileInfo(exe).symLinkTarget().endsWith(QStringLiteral("/nap")); }, 5000));
         ProcfsProcessMetricReader reader;
         auto recordNow = [&] {
             const std::vector<RawProcessMetric> records = reader.readMetrics(TimePoint::now());
