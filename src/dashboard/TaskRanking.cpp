@@ -105,19 +105,18 @@ std::vector<ApplicationLoad> stabilizeTargets(std::vector<ApplicationLoad> loads
         now.secondsSince(*state.lastTargetRankingUpdate) >= TaskRankingConstants::reorderInterval;
 
     for (ApplicationLoad &load : loads) {
-        const auto [standingPID, isNew] =
-            state.stableTargetPIDs.try_emplace(load.id, load.target.identity.pid);
-        if (isNew)
+        const auto entry = state.stableTargetPIDs.try_emplace(load.id, load.target.identity.pid);
+        if (entry.second)
             continue;
-        if (!allowsRefresh && standingPID->second != load.target.identity.pid) {
+        pid_t &standingPID = entry.first->second;
+        if (!allowsRefresh && standingPID != load.target.identity.pid) {
             const auto standing = std::find_if(
-                load.processes.begin(), load.processes.end(), [&](const ProcessMetric &process) {
-                    return process.identity.pid == standingPID->second;
-                });
+                load.processes.begin(), load.processes.end(),
+                [&](const ProcessMetric &process) { return process.identity.pid == standingPID; });
             if (standing != load.processes.end())
                 load.target = *standing;
         }
-        standingPID->second = load.target.identity.pid;
+        standingPID = load.target.identity.pid;
     }
     if (allowsRefresh)
         state.lastTargetRankingUpdate = now;
