@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <initializer_list>
+#include <memory>
 #include <optional>
 #include <set>
 #include <sys/types.h>
@@ -78,6 +80,47 @@ struct DashboardProcessNode {
     QString roleLabel() const;
 };
 
+// A task's process tree: its roots, shared by every copy of the task. The
+// store copies each task from one tick's assembly into its lists and the
+// views keep a copy of the one they show, so a source of five hundred
+// processes would otherwise copy five hundred nodes several times a tick.
+// Never changed once made; a new tree is a new value.
+class ProcessForest {
+public:
+    ProcessForest() = default;
+    ProcessForest(std::vector<DashboardProcessNode> roots)
+        : m_roots(roots.empty() ? nullptr
+                                : std::make_shared<const std::vector<DashboardProcessNode>>(
+                                      std::move(roots)))
+    {
+    }
+    ProcessForest(std::initializer_list<DashboardProcessNode> roots)
+        : ProcessForest(std::vector<DashboardProcessNode>(roots))
+    {
+    }
+
+    const std::vector<DashboardProcessNode> &roots() const { return m_roots ? *m_roots : kNone; }
+    operator const std::vector<DashboardProcessNode> &() const { return roots(); }
+
+    auto begin() const { return roots().begin(); }
+    auto end() const { return roots().end(); }
+    std::size_t size() const { return roots().size(); }
+    bool empty() const { return roots().empty(); }
+    const DashboardProcessNode &front() const { return roots().front(); }
+    const DashboardProcessNode &operator[](std::size_t index) const { return roots()[index]; }
+    const DashboardProcessNode &at(std::size_t index) const { return roots().at(index); }
+
+    // The same tree compares without a walk.
+    bool operator==(const ProcessForest &other) const
+    {
+        return m_roots == other.m_roots || roots() == other.roots();
+    }
+
+private:
+    static inline const std::vector<DashboardProcessNode> kNone;
+    std::shared_ptr<const std::vector<DashboardProcessNode>> m_roots;
+};
+
 struct DashboardTask {
     QString id;
     QString application;
@@ -85,7 +128,7 @@ struct DashboardTask {
     QString detail;
     DashboardProcessSummary targetProcess;
     qint64 relatedProcessCount = 0;
-    std::vector<DashboardProcessNode> processTree;
+    ProcessForest processTree;
     double cpu = 0.0;
     QString memory;
     QString disk;

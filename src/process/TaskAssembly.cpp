@@ -16,8 +16,9 @@ namespace {
 
 class TreeBuilder {
 public:
-    TreeBuilder(const std::vector<ProcessMetric> &processes, pid_t targetPID, TickTexts &texts)
-        : m_processes(processes), m_targetPID(targetPID), m_texts(texts)
+    TreeBuilder(const std::vector<ProcessMetric> &processes, pid_t targetPID, TickTexts &texts,
+                std::vector<std::size_t> *preorder)
+        : m_processes(processes), m_targetPID(targetPID), m_texts(texts), m_preorder(preorder)
     {
         m_byPID.reserve(processes.size());
         for (std::size_t index = 0; index < processes.size(); ++index)
@@ -69,21 +70,10 @@ private:
         const ProcessMetric &process = m_processes[index];
         if (!m_visited.insert(process.identity.pid).second)
             return std::nullopt;
+        if (m_preorder)
+            m_preorder->push_back(index);
         DashboardProcessNode node;
-        node.id = m_texts.nodeKey(process.identity);
-        // A process's own texts leave for the screen here: printable only.
-        node.name = printableText(process.name);
-        node.pid = process.identity.pid;
-        node.parentPID = process.parentPID;
-        node.cpu = process.cpuPercent;
-        node.memory = m_texts.memory(process.residentBytes);
-        node.disk = m_texts.rate(process.diskBytesPerSecond);
-        node.energyImpact = resourceImpact(process.cpuPercent, process.diskBytesPerSecond);
-        node.duration = m_texts.duration(process.duration);
-        node.command = printableText(process.command.command);
-        if (process.command.project)
-            node.project = printableText(*process.command.project);
-        node.isTarget = process.identity.pid == m_targetPID;
+        describeProcessNode(node, process, m_targetPID, m_texts);
 
         const auto found = m_children.find(process.identity.pid);
         if (found != m_children.end()) {
@@ -100,6 +90,7 @@ private:
     const std::vector<ProcessMetric> &m_processes;
     pid_t m_targetPID;
     TickTexts &m_texts;
+    std::vector<std::size_t> *m_preorder;
     std::unordered_map<pid_t, std::size_t> m_byPID;
     std::unordered_map<pid_t, std::vector<std::size_t>> m_children;
     std::vector<std::size_t> m_roots;
@@ -166,14 +157,46 @@ QString TickTexts::rate(double bytesPerSecond)
     return memoised(m_rates, bytesPerSecond, [&] { return rateText(bytesPerSecond); });
 }
 
-std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessMetric> &processes,
-                                                      pid_t targetPID, TickTexts &texts)
+void describeProcessNode(DashboardProcessNode &node, const ProcessMetric &process,
+                         pid_t targetPID, TickTexts &texts)
 {
-    return TreeBuilder(processes, targetPID, texts).build();
+    node.id = texts.nodeKey(process.identity);
+    // A process's own texts leave for the screen here: printable only.
+    node.name = printableText(process.name);
+    node.pid = process.identity.pid;
+    node.parentPID = process.parentPID;
+    node.cpu = process.cpuPercent;
+    node.memory = texts.memory(process.residentBytes);
+    node.disk = texts.rate(process.diskBytesPerSecond);
+    node.energyImpact = resourceImpact(process.cpuPercent, process.diskBytesPerSecond);
+    node.duration = texts.duration(process.duration);
+    node.command = printableText(process.command.command);
+    node.project.reset();
+    if (process.command.project)
+        node.project = printableText(*process.command.project);
+    node.isTarget = process.identity.pid == targetPID;
+}
+
+std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessMetric> &processes,
+                                                      pid_t targetPID, TickTexts &texts,
+                                                      std::vector<std::size_t> *preorder)
+{
+    if (preorder)
+        preorder->clear();
+    return TreeBuilder(processes, targetPID, texts, preorder).build();
 }
 
 DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
-                           TickTexts &texts)
+                           TickTexts &texts, std::vector<std::size_t> *preorder)
+{
+    return assembleTask(load, classification,
+                        assembleProcessTree(load.processes, load.target.identity.pid, texts,
+                                            preorder),
+                        texts);
+}
+
+DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
+                           ProcessForest tree, TickTexts &texts)
 {
     const LoadTotals totals = loadTotals(load);
     const double cpu = totals.cpuPercent;
@@ -189,7 +212,7 @@ DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification
         DashboardProcessSummary{printableText(target.name), target.identity.pid, target.cpuPercent,
                                 texts.duration(target.duration)};
     task.relatedProcessCount = static_cast<qint64>(load.processes.size());
-    task.processTree = assembleProcessTree(load.processes, target.identity.pid, texts);
+    task.processTree = std::move(tree);
     task.cpu = cpu;
     task.memory = texts.memory(totals.residentBytes);
     task.disk = texts.rate(disk);

@@ -53,14 +53,24 @@ private:
 
 // Turns a classified load source into what the views show: sums over the
 // members, display texts, and the process tree. Pure but for the texts it
-// leaves in `texts`.
+// leaves in `texts`. `preorder`, when given, receives the index in
+// `load.processes` of each node of the tree, depth first, children in order.
 DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
-                           TickTexts &texts);
+                           TickTexts &texts, std::vector<std::size_t> *preorder = nullptr);
+// The same with a tree already made for these members.
+DashboardTask assembleTask(const ApplicationLoad &load, const TaskClassification &classification,
+                           ProcessForest tree, TickTexts &texts);
+
+// A tree node's own fields (not its children) as `process` shows them.
+void describeProcessNode(DashboardProcessNode &node, const ProcessMetric &process,
+                         pid_t targetPID, TickTexts &texts);
 
 // The members of one load as a forest: a member whose parent is not in the
 // load is a root; siblings and roots stand in name order (pid for equal
 // names). Members caught in a cycle of parent numbers, which are nobody's
 // root and nobody's reachable child, follow as further roots, so every member
 // appears exactly once.
+// `preorder` as for `assembleTask`.
 std::vector<DashboardProcessNode> assembleProcessTree(const std::vector<ProcessMetric> &processes,
-                                                      pid_t targetPID, TickTexts &texts);
+                                                      pid_t targetPID, TickTexts &texts,
+                                                      std::vector<std::size_t> *preorder = nullptr);

@@ -43,6 +43,48 @@ bool sameShown(const ProcessMetric &left, const ProcessMetric &right)
            durationTextKey(left.duration) == durationTextKey(right.duration);
 }
 
+// What the tree's shape and order read: which members there are, each one's
+// parent, and the names and pids siblings are ordered by. The texts of one
+// collator are assumed, as for the whole memo.
+bool sameShape(const ApplicationLoad &left, const ApplicationLoad &right)
+{
+    if (left.processes.size() != right.processes.size())
+        return false;
+    for (std::size_t index = 0; index < left.processes.size(); ++index) {
+        const ProcessMetric &a = left.processes[index];
+        const ProcessMetric &b = right.processes[index];
+        if (a.identity.pid != b.identity.pid || a.parentPID != b.parentPID || a.name != b.name)
+            return false;
+    }
+    return true;
+}
+
+// `before`'s tree with the nodes of the members whose shown figures moved
+// (or which became or stopped being the target) described anew; the shape is
+// `now`'s too, so the k-th node depth first is still member `preorder[k]`.
+ProcessForest refreshedTree(const ProcessForest &tree, const std::vector<std::size_t> &preorder,
+                            const ApplicationLoad &before, const ApplicationLoad &now,
+                            TickTexts &texts)
+{
+    std::vector<DashboardProcessNode> roots = tree.roots();
+    const pid_t targetBefore = before.target.identity.pid;
+    const pid_t targetNow = now.target.identity.pid;
+    std::size_t next = 0;
+    const auto refresh = [&](auto &self, DashboardProcessNode &node) -> void {
+        const std::size_t index = preorder[next++];
+        const ProcessMetric &process = now.processes[index];
+        const pid_t pid = process.identity.pid;
+        if (!sameShown(before.processes[index], process) ||
+            (pid == targetBefore) != (pid == targetNow))
+            describeProcessNode(node, process, targetNow, texts);
+        for (DashboardProcessNode &child : node.children)
+            self(self, child);
+    };
+    for (DashboardProcessNode &root : roots)
+        refresh(refresh, root);
+    return ProcessForest(std::move(roots));
+}
+
 bool sameInputs(const ApplicationLoad &left, const ApplicationLoad &right)
 {
     if (left.id != right.id || !sameShown(left.target, right.target))
@@ -70,7 +112,15 @@ TaskMemo::Answer TaskMemo::task(ApplicationLoad load, TickTexts &texts)
         return {entry.task, !again && !m_idRepeatedLastTick};
     }
     const TaskKind kind = known ? entry.task.kind : classifyTaskKind(load);
-    entry.task = assembleTask(load, TaskClassification::classify(load, kind, &texts), texts);
+    const TaskClassification classification = TaskClassification::classify(load, kind, &texts);
+    // A tree of the same shape keeps its nodes but those whose process moved:
+    // in a large source most members stand still while one of them runs.
+    if (known && sameShape(entry.load, load))
+        entry.task = assembleTask(
+            load, classification,
+            refreshedTree(entry.task.processTree, entry.preorder, entry.load, load, texts), texts);
+    else
+        entry.task = assembleTask(load, classification, texts, &entry.preorder);
     entry.load = std::move(load);
     return {entry.task, false};
 }

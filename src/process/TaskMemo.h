@@ -16,8 +16,9 @@ class TickTexts;
 // key, with the source's duration text key. Most sources of a desktop do not
 // run between two ticks and cost one comparison. A source whose names and
 // commands are equal but whose figures moved keeps its kind, which the
-// keyword search would find again. The texts must stay those of one locale
-// and collator: `clear` when they change.
+// keyword search would find again, and one whose members, parents and names
+// are equal keeps its tree but the nodes of the members that moved. The
+// texts must stay those of one locale and collator: `clear` when they change.
 class TaskMemo {
 public:
     struct Answer {
@@ -37,6 +38,8 @@ private:
     struct Entry {
         ApplicationLoad load;
         DashboardTask task;
+        // The member of each node of the task's tree, depth first.
+        std::vector<std::size_t> preorder;
         bool asked = false;
     };
     QHash<QString, Entry> m_entries;
