@@ -32,18 +32,44 @@ QString ProcessMetricsProbe::shared(const QString &text)
     return text;
 }
 
-std::optional<QString> ProcessMetricsProbe::shared(const std::optional<QString> &text)
+void ProcessMetricsProbe::keep(QString &slot, const QString &text)
 {
-    if (!text)
-        return std::nullopt;
-    return shared(*text);
+    if (slot == text)
+        return;
+    slot = shared(text);
 }
 
-template <typename Text> Text ProcessMetricsProbe::shared(const Text &text, const Text *known)
+void ProcessMetricsProbe::keep(std::optional<QString> &slot, const std::optional<QString> &text)
 {
-    if (known && *known == text)
-        return *known;
-    return shared(text);
+    if (slot && text) {
+        keep(*slot, *text);
+    } else if (slot || text) {
+        slot = text ? std::optional(shared(*text)) : std::nullopt;
+    }
+}
+
+void ProcessMetricsProbe::describe(ProcessMetric &metric, const RawProcessMetric &record,
+                                   TimePoint now)
+{
+    metric.identity.pid = record.identity.pid;
+    metric.identity.startTime = record.identity.startTime;
+    keep(metric.identity.executablePath, record.identity.executablePath);
+    metric.parentPID = record.parentPID;
+    metric.processGroupID = record.processGroupID;
+    metric.userID = record.userID;
+    metric.isServiceManager = record.isServiceManager;
+    metric.leadsTerminalSession = record.leadsTerminalSession;
+    keep(metric.controlGroup, record.controlGroup);
+    keep(metric.name, record.name);
+    keep(metric.applicationPath, record.applicationPath);
+    keep(metric.applicationName, record.applicationName);
+    keep(metric.command.command, record.command.command);
+    keep(metric.command.project, record.command.project);
+    metric.residentBytes = record.residentBytes;
+    metric.cpuPercent = 0.0;
+    metric.diskBytesPerSecond = 0.0;
+    const double age = now.secondsSince(record.identity.startTime);
+    metric.duration = age > 0.0 ? age : 0.0;
 }
 
 QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
@@ -51,66 +77,56 @@ QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
     const std::vector<RawProcessMetric> raw = m_reader->readMetrics(now);
     const std::uint64_t elapsed =
         m_previousSampleTime ? elapsedNanoseconds(now.secondsSince(*m_previousSampleTime)) : 0;
+    ++m_tick;
 
-    QHash<pid_t, KnownProcess> known;
-    known.reserve(static_cast<qsizetype>(raw.size()));
     QList<ProcessMetric> metrics;
     metrics.reserve(static_cast<qsizetype>(raw.size()));
+    // Rates need the same process (pid, start time and executable) on the
+    // last tick, time that moved forward and counters that did not go back.
+    const auto rate = [&](ProcessMetric &metric, bool comparable, std::uint64_t cpuBefore,
+                          std::uint64_t diskBefore, const RawProcessMetric &record) {
+        if (!comparable || elapsed == 0 || record.totalCPUNanoseconds < cpuBefore ||
+            record.diskBytes < diskBefore)
+            return;
+        const double interval = static_cast<double>(elapsed);
+        metric.cpuPercent =
+            static_cast<double>(record.totalCPUNanoseconds - cpuBefore) / interval * 100.0;
+        metric.diskBytesPerSecond =
+            static_cast<double>(record.diskBytes - diskBefore) / interval * 1e9;
+    };
 
     for (const RawProcessMetric &record : raw) {
-        const ProcessCounterSnapshot snapshot{record.identity, record.totalCPUNanoseconds,
-                                              record.diskBytes};
-        const auto found = m_previous.constFind(record.identity.pid);
-        const ProcessMetric *last = found != m_previous.cend() ? &found->metric : nullptr;
-        ProcessMetric metric;
-        metric.identity = {record.identity.pid, record.identity.startTime,
-                           shared(record.identity.executablePath,
-                                  last ? &last->identity.executablePath : nullptr)};
-        metric.parentPID = record.parentPID;
-        metric.processGroupID = record.processGroupID;
-        metric.userID = record.userID;
-        metric.isServiceManager = record.isServiceManager;
-        metric.leadsTerminalSession = record.leadsTerminalSession;
-        metric.controlGroup = shared(record.controlGroup, last ? &last->controlGroup : nullptr);
-        metric.name = shared(record.name, last ? &last->name : nullptr);
-        metric.applicationPath =
-            shared(record.applicationPath, last ? &last->applicationPath : nullptr);
-        metric.applicationName =
-            shared(record.applicationName, last ? &last->applicationName : nullptr);
-        metric.command = {shared(record.command.command, last ? &last->command.command : nullptr),
-                          shared(record.command.project, last ? &last->command.project : nullptr)};
-        metric.residentBytes = record.residentBytes;
-
-        if (found != m_previous.cend()) {
-            const ProcessCounterSnapshot &previous = found->counters;
-            const bool comparable = previous.identity == record.identity && elapsed != 0 &&
-                                    snapshot.totalCPUNanoseconds >= previous.totalCPUNanoseconds &&
-                                    snapshot.diskBytes >= previous.diskBytes;
-            if (comparable) {
-                const double interval = static_cast<double>(elapsed);
-                metric.cpuPercent = static_cast<double>(snapshot.totalCPUNanoseconds -
-                                                        previous.totalCPUNanoseconds) /
-                                    interval * 100.0;
-                metric.diskBytesPerSecond =
-                    static_cast<double>(snapshot.diskBytes - previous.diskBytes) / interval * 1e9;
-            }
+        const auto [entry, isNew] = m_known.try_emplace(record.identity.pid);
+        KnownProcess &known = entry->second;
+        if (!isNew && known.tick == m_tick) {
+            // A pid listed twice in one tick keeps the first record's
+            // counters; the second is rated against the tick before when it
+            // is the same process as the first.
+            ProcessMetric metric = known.metric;
+            describe(metric, record, now);
+            rate(metric, known.earlierComparable && record.identity == known.metric.identity,
+                 known.earlierCPUNanoseconds, known.earlierDiskBytes, record);
+            metrics.append(std::move(metric));
+            continue;
         }
-
-        const double age = now.secondsSince(record.identity.startTime);
-        metric.duration = age > 0.0 ? age : 0.0;
-
-        // A pid listed twice in one tick keeps its first counters; both
-        // records are still returned and rated against the previous tick.
-        if (!known.contains(record.identity.pid))
-            known.insert(record.identity.pid, KnownProcess{snapshot, metric});
-        metrics.append(std::move(metric));
+        // Every known entry was listed on the last tick: the others left.
+        known.earlierComparable = !isNew && known.metric.identity == record.identity;
+        known.earlierCPUNanoseconds = known.totalCPUNanoseconds;
+        known.earlierDiskBytes = known.diskBytes;
+        known.totalCPUNanoseconds = record.totalCPUNanoseconds;
+        known.diskBytes = record.diskBytes;
+        known.tick = m_tick;
+        describe(known.metric, record, now);
+        rate(known.metric, known.earlierComparable, known.earlierCPUNanoseconds,
+             known.earlierDiskBytes, record);
+        metrics.append(known.metric);
     }
 
-    m_previous = std::move(known);
+    std::erase_if(m_known, [&](const auto &entry) { return entry.second.tick != m_tick; });
     m_previousSampleTime = now;
-    // The records of gone processes are released by now; their texts are
-    // held by nothing else this thread knows, or by an older sample that
-    // shares them already.
+    // The records of gone processes and replaced texts are released by now,
+    // or by the consumer of an older sample soon: a text that only this pool
+    // holds leaves it.
     m_texts.removeIf([](const QString &text) { return text.isDetached(); });
     return metrics;
 }

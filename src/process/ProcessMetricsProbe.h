@@ -3,21 +3,12 @@
 #include "process/RawProcessMetric.h"
 #include "sampling/Probing.h"
 
-#include <QHash>
 #include <QSet>
 #include <QString>
 
 #include <memory>
 #include <optional>
-
-// What is remembered of one process between two ticks.
-struct ProcessCounterSnapshot {
-    ProcessIdentity identity;
-    std::uint64_t totalCPUNanoseconds = 0;
-    std::uint64_t diskBytes = 0;
-
-    bool operator==(const ProcessCounterSnapshot &) const = default;
-};
+#include <unordered_map>
 
 // Turns the reader's running counters into per-tick rates. Owned by the
 // sampler, which calls `sample` once per tick with that tick's time, so the
@@ -32,22 +23,33 @@ public:
     QList<ProcessMetric> sample(TimePoint now) override;
 
 private:
-    // What was handed out for a pid on the previous tick.
+    // What was handed out for a pid on the last tick that listed it, with
+    // the counters it was rated by. Updated in place, so a process that
+    // stands still costs a comparison of each text and one copy of the record.
     struct KnownProcess {
-        ProcessCounterSnapshot counters;
         ProcessMetric metric;
+        std::uint64_t totalCPUNanoseconds = 0;
+        std::uint64_t diskBytes = 0;
+        // The counters of the tick before, for a pid listed twice, and
+        // whether they were this same process's.
+        std::uint64_t earlierCPUNanoseconds = 0;
+        std::uint64_t earlierDiskBytes = 0;
+        bool earlierComparable = false;
+        unsigned tick = 0;
     };
 
     // The copy of `text` already held, so that the processes and ticks that
     // share a name, path or command share one copy.
     QString shared(const QString &text);
-    std::optional<QString> shared(const std::optional<QString> &text);
-    // The same pid's copy of the last tick when the text is still that one:
-    // an equal text costs a comparison, where the pool costs a hash of it.
-    template <typename Text> Text shared(const Text &text, const Text *known);
+    // `slot` becomes `text`; an equal text leaves the copy it holds.
+    void keep(QString &slot, const QString &text);
+    void keep(std::optional<QString> &slot, const std::optional<QString> &text);
+    // Everything of `record` but the rates.
+    void describe(ProcessMetric &metric, const RawProcessMetric &record, TimePoint now);
 
     std::unique_ptr<RawProcessMetricReading> m_reader;
-    QHash<pid_t, KnownProcess> m_previous;
+    std::unordered_map<pid_t, KnownProcess> m_known;
+    unsigned m_tick = 0;
     std::optional<TimePoint> m_previousSampleTime;
     // Every text handed out that some record still holds: after each tick
     // the texts that only this pool holds leave it.
