@@ -114,8 +114,9 @@ TaskMemo::Answer TaskMemo::task(ApplicationLoad load, TickTexts &texts)
     const TaskKind kind = known ? entry.task.kind : classifyTaskKind(load);
     const TaskClassification classification = TaskClassification::classify(load, kind, &texts);
     // A tree of the same shape keeps its nodes but those whose process moved:
-    // in a large source most members stand still while one of them runs.
-    if (known && sameShape(entry.load, load))
+    // in a large source most members stand still while one of them runs. Its
+    // name, which may follow the target, is not the tree's.
+    if (!entry.load.id.isEmpty() && sameShape(entry.load, load))
         entry.task = assembleTask(
             load, classification,
             refreshedTree(entry.task.processTree, entry.preorder, entry.load, load, texts), texts);
