@@ -74,13 +74,12 @@ void ProcessMetricsProbe::describe(ProcessMetric &metric, const RawProcessMetric
 
 QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
 {
-    const std::vector<RawProcessMetric> raw = m_reader->readMetrics(now);
     const std::uint64_t elapsed =
         m_previousSampleTime ? elapsedNanoseconds(now.secondsSince(*m_previousSampleTime)) : 0;
     ++m_tick;
 
     QList<ProcessMetric> metrics;
-    metrics.reserve(static_cast<qsizetype>(raw.size()));
+    metrics.reserve(static_cast<qsizetype>(m_known.size()) + 16);
     // Rates need the same process (pid, start time and executable) on the
     // last tick, time that moved forward and counters that did not go back.
     const auto rate = [&](ProcessMetric &metric, bool comparable, std::uint64_t cpuBefore,
@@ -95,7 +94,7 @@ QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
             static_cast<double>(record.diskBytes - diskBefore) / interval * 1e9;
     };
 
-    for (const RawProcessMetric &record : raw) {
+    m_reader->visitMetrics(now, [&](const RawProcessMetric &record) {
         const auto [entry, isNew] = m_known.try_emplace(record.identity.pid);
         KnownProcess &known = entry->second;
         if (!isNew && known.tick == m_tick) {
@@ -107,7 +106,7 @@ QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
             rate(metric, known.earlierComparable && record.identity == known.metric.identity,
                  known.earlierCPUNanoseconds, known.earlierDiskBytes, record);
             metrics.append(std::move(metric));
-            continue;
+            return;
         }
         // Every known entry was listed on the last tick: the others left.
         known.earlierComparable = !isNew && known.metric.identity == record.identity;
@@ -120,7 +119,7 @@ QList<ProcessMetric> ProcessMetricsProbe::sample(TimePoint now)
         rate(known.metric, known.earlierComparable, known.earlierCPUNanoseconds,
              known.earlierDiskBytes, record);
         metrics.append(known.metric);
-    }
+    });
 
     std::erase_if(m_known, [&](const auto &entry) { return entry.second.tick != m_tick; });
     m_previousSampleTime = now;

@@ -4,6 +4,7 @@
 #include "sampling/TimePoint.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -34,9 +35,21 @@ struct RawProcessMetric {
 // Contract: called by ProcessMetricsProbe only, one tick at a time; never
 // throws and reports no failure: a process that cannot be read at any step is
 // simply absent. The records come in the order the platform lists the
-// processes, each pid at most once.
+// processes. A reader that keeps its processes from one tick to the next
+// hands out the records it keeps, not copies: each is valid during the call
+// that receives it only.
 class RawProcessMetricReading {
 public:
+    using Visitor = std::function<void(const RawProcessMetric &)>;
+
     virtual ~RawProcessMetricReading() = default;
-    virtual std::vector<RawProcessMetric> readMetrics(TimePoint now) = 0;
+    virtual void visitMetrics(TimePoint now, const Visitor &visit) = 0;
+
+    // The same tick's records, copied.
+    std::vector<RawProcessMetric> readMetrics(TimePoint now)
+    {
+        std::vector<RawProcessMetric> records;
+        visitMetrics(now, [&](const RawProcessMetric &record) { records.push_back(record); });
+        return records;
+    }
 };

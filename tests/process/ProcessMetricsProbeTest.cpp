@@ -17,15 +17,14 @@ struct ScriptedReader final : RawProcessMetricReading {
     std::deque<std::vector<RawProcessMetric>> ticks;
     std::vector<TimePoint> times;
 
-    std::vector<RawProcessMetric> readMetrics(TimePoint now) override
+    void visitMetrics(TimePoint now, const Visitor &visit) override
     {
         times.push_back(now);
-        std::vector<RawProcessMetric> tick;
-        if (!ticks.empty()) {
-            tick = std::move(ticks.front());
-            ticks.pop_front();
-        }
-        return tick;
+        if (ticks.empty())
+            return;
+        for (const RawProcessMetric &record : ticks.front())
+            visit(record);
+        ticks.pop_front();
     }
 };
 

@@ -101,7 +101,7 @@ ProcfsProcessMetricReader::ProcfsProcessMetricReader(QString procRoot,
     m_pageSize = pageSize > 0 ? static_cast<std::uint64_t>(pageSize) : 4096;
 }
 
-std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint now)
+void ProcfsProcessMetricReader::visitMetrics(TimePoint now, const Visitor &visit)
 {
     // The boot time is read on every tick: the kernel derives it from the wall
     // clock, so after the clock is set it moves, and start times must move
@@ -113,11 +113,12 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
     if (!directory) {
         m_kept.clear();
         m_empty.clear();
-        return {};
+        return;
     }
     ++m_tick;
-    std::vector<RawProcessMetric> records;
-    records.reserve(m_kept.size() + 16);
+    m_records.clear();
+    m_records.reserve(m_kept.size() + 16);
+    m_unkept.clear();
     std::vector<ListedProcess> listed;
     listed.reserve(m_kept.size() + 16);
     std::vector<std::size_t> carried;
@@ -127,11 +128,12 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
             continue;
         bool wasCarried = false;
         unsigned long long startTicks = 0;
-        if (auto record = readProcess(*pid, *bootTime, now, false, wasCarried, startTicks)) {
+        if (const RawProcessMetric *record =
+                readProcess(*pid, *bootTime, now, false, wasCarried, startTicks)) {
             if (wasCarried)
-                carried.push_back(records.size());
+                carried.push_back(m_records.size());
             listed.emplace_back(*pid, startTicks);
-            records.push_back(std::move(*record));
+            m_records.push_back(record);
         }
     }
     std::sort(listed.begin(), listed.end());
@@ -146,24 +148,18 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
             std::lower_bound(departed.begin(), departed.end(), ListedProcess{pid, 0});
         return found != departed.end() && found->first == pid;
     };
-    bool anyLost = false;
     for (const std::size_t index : departed.empty() ? std::vector<std::size_t>() : carried) {
-        RawProcessMetric &record = records[index];
-        if (!hasDeparted(record.parentPID))
+        const RawProcessMetric *&record = m_records[index];
+        if (!hasDeparted(record->parentPID))
             continue;
+        const pid_t pid = record->identity.pid;
+        // The kept record may go while it is read again; gone meanwhile, it
+        // is left out.
+        record = nullptr;
         bool wasCarried = false;
         unsigned long long startTicks = 0;
-        if (auto reread =
-                readProcess(record.identity.pid, *bootTime, now, true, wasCarried, startTicks)) {
-            record = std::move(*reread);
-        } else {
-            record.identity.pid = 0; // gone meanwhile: left out
-            anyLost = true;
-        }
+        record = readProcess(pid, *bootTime, now, true, wasCarried, startTicks);
     }
-    if (anyLost)
-        std::erase_if(records,
-                      [](const RawProcessMetric &record) { return record.identity.pid == 0; });
     m_listed = std::move(listed);
 
     // What this tick did not read has left (or is no longer this user's, or
@@ -171,12 +167,16 @@ std::vector<RawProcessMetric> ProcfsProcessMetricReader::readMetrics(TimePoint n
     std::erase_if(m_kept, [&](const auto &entry) { return entry.second.tick != m_tick; });
     std::erase_if(m_empty, [&](const auto &entry) { return entry.second.tick != m_tick; });
     m_applications.finishTick();
-    return records;
+    for (const RawProcessMetric *record : m_records) {
+        if (record)
+            visit(*record);
+    }
 }
 
-std::optional<RawProcessMetric>
-ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, TimePoint now,
-                                       bool fullRead, bool &carried, unsigned long long &startTicks)
+const RawProcessMetric *ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds,
+                                                              TimePoint now, bool fullRead,
+                                                              bool &carried,
+                                                              unsigned long long &startTicks)
 {
     carried = false;
     if (const auto empty = m_empty.find(pid); empty != m_empty.end()) {
@@ -186,7 +186,7 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         if (m_tick % kSweepTicks != process.sweepSlot &&
             readResidentBytes(process.directory, true) == std::uint64_t(0)) {
             process.tick = m_tick;
-            return std::nullopt;
+            return nullptr;
         }
         m_empty.erase(empty);
     }
@@ -199,6 +199,10 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         // lives, and a process that lived at the last tick and lives still
         // held the pid all along: the clock was its own.
         KeptProcess &process = kept->second;
+        // A pid the listing gave twice is read once; its record is handed
+        // out already.
+        if (process.tick == m_tick && !fullRead)
+            return nullptr;
         ProcPidDirectory &directory = process.directory;
         if (process.ticksSinceFirstRead <= kYoungTicks)
             ++process.ticksSinceFirstRead;
@@ -210,12 +214,11 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         // running, which would have moved its clock.
         if (read == ProcessRead::carry ||
             (read == ProcessRead::sweep && readOutsideView(directory, true) == process.view)) {
-            if (std::optional<RawProcessMetric> record =
-                    carryRecord(process, bootTimeSeconds, now)) {
+            if (carryRecord(process, bootTimeSeconds, now)) {
                 carried = true;
                 startTicks = process.startTicks;
                 process.tick = m_tick;
-                return record;
+                return &process.record;
             }
         }
         std::optional<RawProcessMetric> record;
@@ -230,9 +233,9 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
         if (record && !shortOfDescriptors && startTicks == process.startTicks) {
             process.tick = m_tick;
             process.clock = clock;
-            process.record = *record;
+            process.record = std::move(*record);
             process.view = std::move(view);
-            return record;
+            return &process.record;
         }
         m_kept.erase(kept);
         if (shortOfDescriptors)
@@ -244,7 +247,7 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
     m_pidPath += QByteArray::number(pid);
     const std::optional<uid_t> owner = procPidOwner(m_pidPath);
     if (!owner || *owner != m_userID)
-        return std::nullopt;
+        return nullptr;
 
     // Two tries: the second after a shortage of descriptors has closed some.
     for (int attempt = 0; attempt < 2; ++attempt) {
@@ -268,35 +271,43 @@ ProcfsProcessMetricReader::readProcess(pid_t pid, long long bootTimeSeconds, Tim
             relieveDescriptorShortage();
             continue;
         }
-        if (record && keep) {
-            KeptProcess process{
-                std::move(*directory),           startTicks, m_tick,         clock, 0,
-                m_nextSweepSlot++ % kSweepTicks, *record,    std::move(view)};
-            m_kept.emplace(pid, std::move(process));
-        } else if (!record && directory && keep && !directory->readLink("exe") &&
-                   readResidentBytes(*directory, true) == std::uint64_t(0)) {
-            m_empty.emplace(
-                pid, EmptyProcess{std::move(*directory), m_tick, m_nextSweepSlot++ % kSweepTicks});
+        if (!record) {
+            if (directory && keep && !directory->readLink("exe") &&
+                readResidentBytes(*directory, true) == std::uint64_t(0))
+                m_empty.emplace(pid, EmptyProcess{std::move(*directory), m_tick,
+                                                  m_nextSweepSlot++ % kSweepTicks});
+            return nullptr;
         }
-        return record;
+        if (keep) {
+            KeptProcess process{std::move(*directory),
+                                startTicks,
+                                m_tick,
+                                clock,
+                                0,
+                                m_nextSweepSlot++ % kSweepTicks,
+                                std::move(*record),
+                                std::move(view)};
+            return &m_kept.insert_or_assign(pid, std::move(process)).first->second.record;
+        }
+        return &m_unkept.emplace_back(std::move(*record));
     }
-    return std::nullopt;
+    return nullptr;
 }
 
-std::optional<RawProcessMetric>
-ProcfsProcessMetricReader::carryRecord(KeptProcess &kept, long long bootTimeSeconds, TimePoint now)
+bool ProcfsProcessMetricReader::carryRecord(KeptProcess &kept, long long bootTimeSeconds,
+                                            TimePoint now)
 {
     const std::optional<std::uint64_t> residentBytes = readResidentBytes(kept.directory, true);
     if (!residentBytes)
-        return std::nullopt;
+        return false;
     // Its CPU time stands, as its clock does; its start time follows the boot
     // time, which moves when the wall clock is set.
-    RawProcessMetric record = kept.record;
+    RawProcessMetric &record = kept.record;
     record.identity.startTime =
         processStartTime(bootTimeSeconds, kept.startTicks, m_clockTicksPerSecond);
     record.residentBytes = *residentBytes;
     record.sampledAt = now;
-    return record;
+    return true;
 }
 
 std::optional<std::uint64_t>
@@ -311,6 +322,11 @@ ProcfsProcessMetricReader::readResidentBytes(ProcPidDirectory &directory, bool k
 
 void ProcfsProcessMetricReader::relieveDescriptorShortage()
 {
+    // Kept records about to close may be handed out already this tick.
+    for (const RawProcessMetric *&record : m_records) {
+        if (record)
+            record = &m_unkept.emplace_back(*record);
+    }
     m_empty.clear();
     m_keptCapacity = m_kept.size() / 2;
     while (m_kept.size() > m_keptCapacity)

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <deque>
 #include <optional>
 #include <sys/types.h>
 #include <unordered_map>
@@ -48,7 +49,7 @@ public:
                                        QStringList applicationDataDirectories = {},
                                        std::optional<QString> homeDirectory = std::nullopt);
 
-    std::vector<RawProcessMetric> readMetrics(TimePoint now) override;
+    void visitMetrics(TimePoint now, const Visitor &visit) override;
 
 private:
     // What a process shows that others can change while it does not run,
@@ -85,15 +86,16 @@ private:
     // A process listed on a tick, by pid and start time.
     using ListedProcess = std::pair<pid_t, unsigned long long>;
 
+    // The process's record for this tick, where it lives (a kept process's
+    // own, or one of `m_unkept`); nothing when it is not one to show.
     // `carried` tells whether the record is the last full read with this
     // tick's resident size.
-    std::optional<RawProcessMetric> readProcess(pid_t pid, long long bootTimeSeconds, TimePoint now,
-                                                bool fullRead, bool &carried,
-                                                unsigned long long &startTicks);
-    // The last record of a kept process whose clock stood still, with this
-    // tick's resident size; nothing when its directory no longer reads.
-    std::optional<RawProcessMetric> carryRecord(KeptProcess &kept, long long bootTimeSeconds,
-                                                TimePoint now);
+    const RawProcessMetric *readProcess(pid_t pid, long long bootTimeSeconds, TimePoint now,
+                                        bool fullRead, bool &carried,
+                                        unsigned long long &startTicks);
+    // Gives the last record of a kept process whose clock stood still this
+    // tick's resident size; false when its directory no longer reads.
+    bool carryRecord(KeptProcess &kept, long long bootTimeSeconds, TimePoint now);
     // `view`, when given, receives what the read was made from.
     std::optional<RawProcessMetric>
     readOpenProcess(ProcPidDirectory &directory, pid_t pid, uid_t owner, long long bootTimeSeconds,
@@ -102,7 +104,7 @@ private:
     // process gone or going.
     std::optional<OutsideView> readOutsideView(ProcPidDirectory &directory, bool keep) const;
     // Closes the empty processes and half of the kept ones, and keeps no more
-    // than that from now on.
+    // than that from now on. What this tick found so far is copied out first.
     void relieveDescriptorShortage();
     // The resident size from statm; nothing when it cannot be read or parsed.
     std::optional<std::uint64_t> readResidentBytes(ProcPidDirectory &directory, bool keep) const;
@@ -120,6 +122,10 @@ private:
     unsigned m_tick = 0;
     unsigned m_nextSweepSlot = 0;
     std::vector<ListedProcess> m_listed; // last tick's records, sorted
+    // This tick's records, in the listing's order: kept processes' own, or
+    // those of `m_unkept`; none for one lost on the way.
+    std::vector<const RawProcessMetric *> m_records;
+    std::deque<RawProcessMetric> m_unkept; // this tick's records of processes not kept
 };
 
 // The current user's home directory from the password database, with its
