@@ -3,6 +3,7 @@
 #include "probes/GPUUsage.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <QCoreApplication>
 
@@ -43,29 +44,56 @@ std::vector<double> readAmdgpuBusyPercents(const QByteArray &sysRoot, const Kern
     return values;
 }
 
+namespace {
+
+// Whether the device at `device` is an NVIDIA display function; nothing when
+// its vendor or class cannot be read.
+std::optional<bool> isNvidiaDisplayFunction(const QByteArray &device, const KernelFileReader &read)
+{
+    // vendor and class come from the configuration space the kernel read at
+    // enumeration; reading them wakes nothing.
+    const FileReadResult vendor = read(device + "vendor");
+    if (!vendor.bytes)
+        return std::nullopt;
+    if (vendor.bytes->trimmed() != "0x10de")
+        return false;
+    const FileReadResult pciClass = read(device + "class");
+    if (!pciClass.bytes)
+        return std::nullopt;
+    return pciClass.bytes->startsWith("0x03"); // not an audio function or USB controller
+}
+
+} // namespace
+
 NvidiaDisplayDevices countNvidiaDisplayDevices(const QByteArray &sysRoot,
-                                               const KernelFileReader &read)
+                                               const KernelFileReader &read,
+                                               PciDisplayFunctions *known)
 {
     NvidiaDisplayDevices devices;
     const QByteArray pciPath = sysRoot + "/bus/pci/devices/";
     const auto names = listDirectory(pciPath);
-    if (!names)
-        return devices;
-    for (const QByteArray &name : *names) {
+    PciDisplayFunctions listed;
+    for (const QByteArray &name : names.value_or(std::vector<QByteArray>())) {
         const QByteArray device = pciPath + name + '/';
-        // vendor and class come from the configuration space the kernel read
-        // at enumeration; reading them wakes nothing.
-        const FileReadResult vendor = read(device + "vendor");
-        if (!vendor.bytes || vendor.bytes->trimmed() != "0x10de")
+        std::optional<bool> isDisplay;
+        if (known) {
+            if (const auto found = known->constFind(name); found != known->cend())
+                isDisplay = *found;
+        }
+        if (!isDisplay)
+            isDisplay = isNvidiaDisplayFunction(device, read);
+        if (!isDisplay)
             continue;
-        const FileReadResult pciClass = read(device + "class");
-        if (!pciClass.bytes || !pciClass.bytes->startsWith("0x03"))
-            continue; // an audio function or USB controller of the card
+        listed.insert(name, *isDisplay);
+        if (!*isDisplay)
+            continue;
         if (deviceAsleep(device, read))
             ++devices.asleep;
         else
             ++devices.awake;
     }
+    if (known)
+        *known = std::move(listed);
     return devices;
 }
 
@@ -107,7 +135,8 @@ SensorReading<double> LinuxGPUUsageProbe::sample()
     // sysfs first: on a tie the sysfs source names the reading.
     for (const double percent : readAmdgpuBusyPercents(m_sysRoot, m_read))
         devices.push_back({percent, QStringLiteral("Linux GPU busy percent")});
-    for (const double percent : nvmlUtilisations(countNvidiaDisplayDevices(m_sysRoot, m_read)))
+    for (const double percent :
+         nvmlUtilisations(countNvidiaDisplayDevices(m_sysRoot, m_read, &m_displayFunctions)))
         devices.push_back({percent, QStringLiteral("NVIDIA NVML")});
     return gpuUsageReading(devices, Words::tr("未发现可读取的 GPU 利用率通道"));
 }

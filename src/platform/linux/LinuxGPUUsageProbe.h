@@ -4,6 +4,8 @@
 #include "platform/linux/SysfsDirectory.h"
 #include "sampling/Probing.h"
 
+#include <QByteArray>
+#include <QHash>
 #include <QString>
 
 #include <memory>
@@ -26,8 +28,15 @@ struct NvidiaDisplayDevices {
 
     bool operator==(const NvidiaDisplayDevices &) const = default;
 };
+// Whether each listed PCI device is an NVIDIA display function, by its name
+// (the bus address). A device's vendor and class are fixed while it stays
+// listed, so with `known` they are read once: when it first appears, or on a
+// later tick if they could not be read then. `known` keeps what this tick
+// listed.
+using PciDisplayFunctions = QHash<QByteArray, bool>;
 NvidiaDisplayDevices countNvidiaDisplayDevices(const QByteArray &sysRoot,
-                                               const KernelFileReader &read);
+                                               const KernelFileReader &read,
+                                               PciDisplayFunctions *known = nullptr);
 
 // GPU utilisation: amdgpu through sysfs and NVIDIA through NVML, the largest
 // value of all devices.
@@ -52,4 +61,5 @@ private:
     QByteArray m_nvmlLibraryPath;
     KernelFileReader m_read;
     std::unique_ptr<NvmlLibrary> m_nvml;
+    PciDisplayFunctions m_displayFunctions;
 };

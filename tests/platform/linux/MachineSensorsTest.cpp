@@ -222,8 +222,10 @@ TEST(AmdgpuBusyPercent, ReadsCardsAndSkipsJunk)
 TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
 {
     auto awake = std::make_shared<bool>(true);
+    auto vendorReads = std::make_shared<int>(0);
     const QByteArray card = "/bus/pci/devices/0000:01:00.0/power/runtime_status";
-    KernelFileReader reader = [awake, card](const QByteArray &path) {
+    KernelFileReader reader = [awake, vendorReads, card](const QByteArray &path) {
+        *vendorReads += path.endsWith("/vendor");
         if (path.endsWith(card))
             return FileReadResult{QByteArray(*awake ? "active\n" : "suspended\n"), 0};
         return readKernelFile(path);
@@ -238,6 +240,7 @@ TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
         // the stand-in's busiest device gives 37 %.
         const std::tuple<bool, int, int> ticks[] = {
             {true, 1, 0}, {true, 1, 0}, {false, 1, 1}, {false, 1, 1}, {true, 2, 1}};
+        int firstTickVendorReads = 0;
         for (std::size_t tick = 0; tick < std::size(ticks); ++tick) {
             const auto [isAwake, started, ended] = ticks[tick];
             *awake = isAwake;
@@ -245,6 +248,10 @@ TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
             EXPECT_EQ(probe.sample(), R::available(isAwake ? 37.0 : 0.0, "NVIDIA NVML")) << tick;
             EXPECT_EQ(nvml("kwFakeNvmlInitCalls") - initBefore, started) << tick;
             EXPECT_EQ(nvml("kwFakeNvmlShutdownCalls") - shutdownBefore, ended) << tick;
+            // What each device is was read on the first tick only.
+            if (tick == 0)
+                firstTickVendorReads = *vendorReads;
+            EXPECT_EQ(*vendorReads, firstTickVendorReads) << tick;
             // Asleep, the library is not called, but for the one nvmlShutdown
             // that ends the session the card went to sleep with.
             if (!isAwake) {
@@ -255,6 +262,7 @@ TEST(LinuxGPUUsageProbe, NvmlRunsOnlyWhileAnNvidiaCardIsAwake)
         }
     }
     EXPECT_EQ(nvml("kwFakeNvmlShutdownCalls") - shutdownBefore, 2);
+    EXPECT_GT(*vendorReads, 0);
 }
 
 TEST(LinuxGPUUsageProbe, UnusableLibrariesGiveNoDeviceAndAreRetriedAtTheNextTick)
