@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace {
 
@@ -19,12 +18,27 @@ public:
     explicit AncestorWalks(const QList<ProcessMetric> &processes)
         : m_processes(processes), m_stamps(std::size_t(processes.size()), 0)
     {
-        m_byPID.reserve(std::size_t(processes.size()));
+        // Each process's parent is looked up once, in the list sorted by pid
+        // (the reader lists in rising order, so sorting is a check); every
+        // walk then steps by index.
+        std::vector<std::pair<pid_t, qsizetype>> byPID;
+        byPID.reserve(std::size_t(processes.size()));
         for (qsizetype index = 0; index < processes.size(); ++index) {
             const ProcessMetric &process = processes[index];
             if (!process.isServiceManager)
-                m_byPID.emplace(process.identity.pid, index); // the first record of a pid wins
+                byPID.emplace_back(process.identity.pid, index);
             m_anyTerminalSession = m_anyTerminalSession || process.leadsTerminalSession;
+        }
+        if (!std::is_sorted(byPID.begin(), byPID.end()))
+            std::sort(byPID.begin(), byPID.end());
+        m_parents.reserve(std::size_t(processes.size()));
+        for (const ProcessMetric &process : processes) {
+            // The first record of a pid wins: the lowest index sorts first.
+            const auto found = std::lower_bound(byPID.begin(), byPID.end(),
+                                                std::pair(process.parentPID, qsizetype(-1)));
+            const bool parentListed = found != byPID.end() && found->first == process.parentPID;
+            m_parents.push_back(parentListed && !process.leadsTerminalSession ? found->second
+                                                                               : -1);
         }
     }
 
@@ -78,10 +92,7 @@ private:
     // the tmux server) is not followed.
     qsizetype parentOf(qsizetype index) const
     {
-        if (m_processes[index].leadsTerminalSession)
-            return -1;
-        const auto found = m_byPID.find(m_processes[index].parentPID);
-        return found == m_byPID.end() ? -1 : found->second;
+        return m_parents[std::size_t(index)];
     }
 
     unsigned nextStamp()
@@ -94,7 +105,7 @@ private:
     }
 
     const QList<ProcessMetric> &m_processes;
-    std::unordered_map<pid_t, qsizetype> m_byPID;
+    std::vector<qsizetype> m_parents; // by index; -1 for none
     std::vector<unsigned> m_stamps;
     unsigned m_stamp = 0;
     bool m_anyTerminalSession = false;
@@ -112,18 +123,22 @@ qsizetype chooseTarget(const QList<ProcessMetric> &processes, const std::vector<
 {
     if (members.size() == 1) // most sources on a desktop: nothing to choose from
         return members.front();
-    std::unordered_set<pid_t> parents;
+    std::vector<pid_t> parents;
     parents.reserve(members.size());
     for (qsizetype index : members)
-        parents.insert(processes[index].parentPID);
+        parents.push_back(processes[index].parentPID);
+    std::sort(parents.begin(), parents.end());
+    const auto isParent = [&](pid_t pid) {
+        return std::binary_search(parents.begin(), parents.end(), pid);
+    };
     bool anyLeaf = false;
     for (qsizetype index : members)
-        anyLeaf = anyLeaf || !parents.contains(processes[index].identity.pid);
+        anyLeaf = anyLeaf || !isParent(processes[index].identity.pid);
 
     qsizetype best = -1;
     for (qsizetype index : members) {
         const ProcessMetric &candidate = processes[index];
-        if (anyLeaf && parents.contains(candidate.identity.pid))
+        if (anyLeaf && isParent(candidate.identity.pid))
             continue;
         if (best < 0) {
             best = index;
